@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/date_time.h"
+
+/// Values as text by a picture string.
+namespace bellmark {
+
+/// Number picture: "0" digit always shown, "#" digit shown when needed, "," grouping by three, "%" times 100,
+/// "E+00"/"e+00" exponent, "Percent" for "0.00%". The value is taken as 15 significant digits, which are rounded half
+/// away from zero to the picture's places: Format(1.005, "0.00") is "1.01". Other characters stand for themselves.
+std::string Format(double value, std::string_view picture);
+
+/// Date picture: "dd" "d" day, "mmm" "mm" "m" month, "yyyy" "yy" year, "hh" "h" hour of 24, "nn" "n" minute, "mm" directly
+/// after "h" or "hh" and a separator minute too, "ss" second rounded half up with carry, "ttttt" time as "2:05:09 PM".
+std::string Format(DateTime moment, std::string_view picture);
+
+/// Text picture: every "@" a place, filled from the right, blank where the text is shorter. A longer text appears whole.
+std::string FormatText(std::string_view text, std::string_view picture);
+
+}  // namespace bellmark

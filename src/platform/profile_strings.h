@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace bellmark {
+
+class FileSystem;
+
+/// The profile-string service as an image of one file: parsed once, asked and changed many times, written once. What Text
+/// gives is byte for byte what the same changes, made key by key on the file, would have left.
+class ProfileStrings {
+  public:
+    ProfileStrings();
+    explicit ProfileStrings(std::string_view text);  ///< text of a file, UTF-8, any line ends
+    ~ProfileStrings();
+    ProfileStrings(ProfileStrings&&) noexcept;
+    ProfileStrings& operator=(ProfileStrings&&) noexcept;
+
+    /// The value of the first key of that name in the first section of that name, cut to size - 1 characters; the
+    /// default, cut alike and without trailing blanks, when there is none. Names compare without case.
+    std::string Get(std::string_view section, std::string_view key, std::string_view defaultText = {},
+                    std::size_t size = 1000) const;
+    bool HasSection(std::string_view section) const;
+
+    /// Replaces the first matching line in place or adds one behind the section's last key.
+    void Set(std::string_view section, std::string_view key, std::string_view value);
+    void RemoveKey(std::string_view section, std::string_view key);
+    void RemoveSection(std::string_view section);  ///< its header and keys; comments stay
+
+    std::string Text() const;
+
+  private:
+    struct Image;
+    std::unique_ptr<Image> image_;
+};
+
+/// The service on a file. A file that cannot be read answers with defaults, as the service does; CanRead of the file
+/// system tells the difference where it matters.
+ProfileStrings OpenProfileStrings(const FileSystem& files, const std::filesystem::path& path);
+
+/// Replaces the file by the image. Throws FileError when the folder is missing or the file cannot be written, and
+/// EncodingError for text that the code page lacks; the old file stays as it was.
+void SaveProfileStrings(FileSystem& files, const std::filesystem::path& path, const ProfileStrings& strings);
+
+}  // namespace bellmark
