@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+/// What the logic asks of the machine besides files, clock and dialogs.
+namespace bellmark {
+
+class Clock;
+class Dialogs;
+class Timers;
+
+/// A program started by this one.
+class RunningProgram {
+  public:
+    virtual ~RunningProgram() = default;
+    virtual bool HasEnded() = 0;
+    virtual int ExitStatus() const = 0;  ///< once it has ended
+    virtual void Kill() = 0;
+};
+
+class Launcher {
+  public:
+    virtual ~Launcher() = default;
+    /// Throws FileError when the program cannot be started.
+    virtual std::unique_ptr<RunningProgram> Start(const Path& program, const std::string& arguments) = 0;
+};
+
+/// Pages of fixed-pitch text, each a list of lines.
+class Printer {
+  public:
+    virtual ~Printer() = default;
+    virtual void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) = 0;
+};
+
+class Sound {
+  public:
+    virtual ~Sound() = default;
+    virtual void Play(const Path& file) = 0;
+};
+
+/// Uniform random numbers in [0, 1), the same sequence for the same seed on every machine.
+class Random {
+  public:
+    explicit Random(std::uint64_t seed) : engine_(seed) {}
+    double Next() { return static_cast<double>(engine_() >> 11) * 0x1.0p-53; }
+
+  private:
+    std::mt19937_64 engine_;
+};
+
+/// The services that one program runs on. They outlive it.
+struct Machine {
+    FileSystem& files;
+    Clock& clock;
+    Timers& timers;
+    Dialogs& dialogs;
+    Launcher& launcher;
+    Printer& printer;
+    Sound& sound;
+    Random& random;
+    std::function<void()> yield;  ///< runs due timers and pending events; called while something is waited for
+    std::function<void(int context)> showHelp;
+    std::function<void()> endProgram;  ///< the last thing the program asks for
+    Path programFolder;
+    Path startDirectory;
+};
+
+}  // namespace bellmark
