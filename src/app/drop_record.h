@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/date_time.h"
+
+namespace bellmark {
+
+inline constexpr std::size_t sampleCapacity = 15001;  ///< indexes 0 to 15000
+inline constexpr int samplesPerSecond = 15000;
+
+/// The drop in hand: its samples and what was found in them. Arrays are indexed by sample, at time i / 15000 s. The same
+/// arrays carry different quantities for the accelerometer and the load cell.
+struct DropRecord {
+    std::vector<float> RawVolts = std::vector<float>(sampleCapacity);
+    int NumSamples = 0;
+    std::vector<double> AbsAccel = std::vector<double>(sampleCapacity);  ///< g
+    std::vector<double> RelAccelMicrons = std::vector<double>(sampleCapacity);
+    std::vector<double> RelAccelG = std::vector<double>(sampleCapacity);     ///< load cell: volts times shunt multiplier
+    std::vector<double> Velocity = std::vector<double>(sampleCapacity);      ///< load cell: total load, pounds
+    std::vector<double> Displacement = std::vector<double>(sampleCapacity);  ///< load cell: zeroed load, pounds
+    std::vector<double> AccelSD25 = std::vector<double>(sampleCapacity);
+    std::vector<double> AccelSD100 = std::vector<double>(sampleCapacity);
+    std::vector<double> VelocitySD25 = std::vector<double>(sampleCapacity);
+
+    double PeakEnglish = 0;  ///< mils, or pounds
+    double PeakMetric = 0;   ///< microns, or kN
+    int PeakIndex = 0;
+    int StartPulseIndex = 0;
+    double RiseTime = 0;  ///< ms
+    int FulcrumIndex = 0;
+    int DeflectionFulcrumIndex = 0;
+    int LoadStartIndex = 0;
+    int ZeroStartIndex = 0;
+    int ZeroEndIndex = 0;
+    int ZeroPlotStart = 0;
+    int ZeroPlotEnd = 0;
+    bool ExcessNoise = false;
+    double MaxAbsAccel = 0;
+    double MinAbsAccel = 0;
+    double BurstAverage = 0;
+    double BurstStdDev = 0;
+    double BurstAbsAccel = 0;
+    DateTime BurstTime{};
+    DateTime TriggerTime{};
+    double ZeroNoiseLimit = 0;  ///< microns, or pounds
+    double TriggerLevel = 0;    ///< g, or the load cell's unit
+    int TriggerCount = 0;
+    double LastTriggerValue = 0;  ///< what CheckTrigger saw last, for display
+};
+
+}  // namespace bellmark

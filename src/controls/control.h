@@ -1,0 +1,93 @@
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "controls/color.h"
+
+/// Controls without a toolkit. The control holds the truth; a front end shows it and passes on what the user does. Two
+/// verbs keep the two apart: assigning a property is the program speaking and tells the view alone, the User... functions
+/// are the user acting and tell the logic.
+namespace bellmark {
+
+class Control;
+class Frame;
+class Screen;
+
+/// The user tried what the screen does not allow: the control is disabled, hidden or locked.
+class UserError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A value of a control that the program sets and the view shows.
+template <class Value>
+class Property {
+  public:
+    Property(Control& owner, Value value) : owner_(owner), value_(std::move(value)) {}
+    Property(const Property&) = delete;
+
+    Property& operator=(Value value);
+    Property& operator=(const Property& other) { return *this = other.value_; }
+    operator const Value&() const { return value_; }
+    const Value& Get() const { return value_; }
+
+  private:
+    Control& owner_;
+    Value value_;
+};
+
+class Control {
+  public:
+    /// Registers itself with the screen under the name; control arrays under "lblZeroCalc(0)".
+    Control(Screen& screen, std::string name);
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    const std::string& Name() const { return name_; }
+    std::string FullName() const;  ///< "frmMainMenu.cmdQuit"
+    Screen& Owner() const { return screen_; }
+
+    /// What the user reads on it.
+    virtual std::string DisplayText() const = 0;
+
+    Property<bool> Enabled{*this, true};
+    Property<bool> Visible{*this, true};
+    Property<Color> BackColor{*this, colors::window};
+    Property<std::string> ToolTip{*this, {}};
+
+    /// The frame it lies in: hidden and disabled with it.
+    void PutInto(const Frame& frame) { frame_ = &frame; }
+    bool IsReachable() const;  ///< visible and enabled, and so is every frame around it
+
+    std::function<void()> Click;
+    void UserClick();  ///< throws UserError when it is not reachable
+
+    std::function<void()> Changed;  ///< the view's: some property has a new value
+    void TellChanged() const {
+        if (Changed) Changed();
+    }
+
+  protected:
+    void RequireReachable() const;
+    void Raise(const char* event, const std::function<void()>& handler) const;
+    virtual void BeforeClick() {}
+
+  private:
+    Screen& screen_;
+    std::string name_;
+    const Frame* frame_ = nullptr;
+};
+
+template <class Value>
+Property<Value>& Property<Value>::operator=(Value value) {
+    if (value_ == value) return *this;
+    value_ = std::move(value);
+    owner_.TellChanged();
+    return *this;
+}
+
+}  // namespace bellmark

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controls/control.h"
+
+namespace bellmark {
+
+/// What a plot is to show; how it is drawn is the front end's. Values are in the unit of the axis caption.
+struct PlotAxis {
+    std::string caption;
+    double lowest = 0;
+    double highest = 1;
+    std::optional<double> tickStep;  ///< chosen by the front end when there is none
+};
+
+struct PlotSeries {
+    std::string name;
+    std::vector<double> x;
+    std::vector<double> y;
+    bool asMarkers = false;
+};
+
+/// A named point on a curve, or a line across the plot.
+struct PlotMark {
+    std::string name;
+    double x = 0;
+    double y = 0;
+};
+
+struct Plot {
+    std::string title;
+    PlotAxis horizontal;
+    PlotAxis vertical;
+    std::vector<PlotSeries> series;
+    std::vector<PlotMark> marks;
+    bool IsEmpty() const { return series.empty(); }
+};
+
+/// A plot area of a screen.
+class Picture : public Control {
+  public:
+    Picture(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    std::string DisplayText() const override;  ///< captions, ranges and marks
+
+    void Draw(Plot plot);
+    void Clear();
+    const Plot& Drawn() const { return plot_; }
+
+  private:
+    Plot plot_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/color.h"
+
+namespace bellmark {
+
+class Control;
+class ScreenStack;
+class Timers;
+
+/// A screen of the program: owns its controls as members, which register here under their names.
+class Screen {
+  public:
+    Screen(ScreenStack& stack, std::string name, std::string title);
+    virtual ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    const std::string& Name() const { return name_; }
+    const std::string& Title() const { return title_; }
+    ScreenStack& Stack() const { return stack_; }
+
+    const std::vector<Control*>& Controls() const { return controls_; }
+    Control* Find(std::string_view name) const;  ///< nullptr when there is none; names compare without case
+
+    void Show();  ///< brings it to the front
+    void Hide();
+    bool IsShown() const;
+
+    /// Colour of the screen itself: it says from afar what the operator may do.
+    Color BackColor() const { return backColor_; }
+    void SetBackColor(Color color);
+
+    /// The control that the keyboard goes to, and the button that Enter presses.
+    void SetFocus(Control& control);
+    Control* Focus() const { return focus_; }
+    void SetDefaultButton(Control* button);
+    Control* DefaultButton() const { return defaultButton_; }
+
+    /// True for the frame around all screens, whose menus the operator reaches whatever is in front.
+    virtual bool IsAlwaysAtHand() const { return false; }
+
+    /// The screen has come to the front.
+    virtual void Activated() {}
+    /// The close box. A screen that says nothing else just hides.
+    virtual void CloseRequested() { Hide(); }
+
+    std::function<void()> Changed;  ///< the view's: colour, focus or default button changed
+    void TellChanged() const;
+
+  private:
+    friend class Control;
+    void Register(Control& control);
+
+    ScreenStack& stack_;
+    std::string name_;
+    std::string title_;
+    std::vector<Control*> controls_;
+    Color backColor_ = colors::buttonFace;
+    Control* focus_ = nullptr;
+    Control* defaultButton_ = nullptr;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bellmark {
+
+class Screen;
+class Timers;
+
+/// All screens of one program and which of them are shown, the last shown in front. The one place where what the user and
+/// the timers cause enters the logic.
+class ScreenStack {
+  public:
+    explicit ScreenStack(Timers& timers) : timers_(timers) {}
+
+    Timers& TimerService() const { return timers_; }
+    const std::vector<Screen*>& Screens() const { return screens_; }
+    Screen* Find(std::string_view name) const;  ///< nullptr when there is none yet; names compare without case
+
+    Screen* Front() const { return shown_.empty() ? nullptr : shown_.back(); }
+    bool IsShown(const Screen& screen) const;
+    void Show(Screen& screen);
+    void Hide(Screen& screen);
+
+    /// Runs a handler. An exception that leaves it goes to HandleFailure with what the operator was doing, and no further.
+    void Dispatch(const std::string& what, const std::function<void()>& handler) const;
+
+    std::function<void(const std::string& what, const std::string& why)> HandleFailure;
+    std::function<void()> FrontChanged;  ///< the front end's: it builds a screen's view when that first comes to the front
+
+  private:
+    friend class Screen;
+    void Add(Screen& screen);
+    void Remove(Screen& screen);
+    void TellFrontChanged(const Screen* before);
+
+    Timers& timers_;
+    std::vector<Screen*> screens_;
+    std::vector<Screen*> shown_;
+};
+
+}  // namespace bellmark
