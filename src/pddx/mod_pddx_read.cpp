@@ -1,0 +1,152 @@
+#include "pddx/mod_pddx_read.h"
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "platform/numbers.h"
+#include "platform/profile_strings.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr std::size_t bufferSize = 255;  // one more than the characters that a value keeps
+
+std::string Reply(const ProfileStrings& strings, std::string_view section, std::string_view key) {
+    return strings.Get(section, key, {}, bufferSize);
+}
+
+bool IsCount(std::string_view handle) {
+    return handle == "NumberOfTestLocations" || handle == "NumberOfDrops" || handle == "NumberCalibrations";
+}
+
+/// One reading of one file into one document.
+class Reading {
+  public:
+    Reading(const ProfileStrings& strings, PDDXFile& document, bool keepExisting)
+        : strings_(strings), document_(document), keepExisting_(keepExisting) {}
+
+    void ReadKnownSections() {
+        for (PDDXSection& section : document_.Sections()) {
+            for (PDDXElement& element : section.Elements()) ReadPDDXElement(strings_, element, keepExisting_);
+        }
+    }
+
+    std::optional<int> NumberOfSensors() const {
+        const auto& value = document_.Sections("Device Configuration").Elements("NumberOfDeflectionSensors").Value();
+        const int number = PDDXCount(value);
+        if (number == 0 || number > std::numeric_limits<std::int16_t>::max()) return std::nullopt;
+        return number;
+    }
+
+    void ReadTestLocations() {
+        const int count = Count("Deflection Data", "NumberOfTestLocations");
+        for (int index = 1; index <= count; ++index) {
+            const std::string source = "Test Location " + NumberText(index);
+            if (!Believable(strings_.HasSection(source))) return;
+            PDDXSection& location = keepExisting_     ? document_.AddTestLocation(0)
+                                    : IsThere(source) ? document_.Sections(source)
+                                                      : document_.AddTestLocation(index);
+            ReadAdded(location, source);
+            ReadDrops(location, source);
+        }
+    }
+
+    void ReadHistory() {
+        const int count = Count("Device Calibration", "NumberCalibrations");
+        for (int index = 1; index <= count; ++index) {
+            const std::string source = "Device Calibration_" + NumberText(index);
+            if (!Believable(strings_.HasSection(source))) return;
+            PDDXSection& entry = keepExisting_     ? AppendedHistory()
+                                 : IsThere(source) ? document_.Sections(source)
+                                                   : document_.AddBellmarkHistory(index);
+            ReadAdded(entry, source);
+        }
+    }
+
+  private:
+    int Count(std::string_view section, std::string_view key) const { return PDDXCount(Reply(strings_, section, key)); }
+
+    /// A document that was read before has the location or entry already.
+    bool IsThere(std::string_view section) const { return document_.Sections().Contains(section); }
+
+    /// Whether to take in one more announced entry.
+    bool Believable(bool isInFile) {
+        if (isInFile) {
+            ++missingAllowed_;
+        } else {
+            --missingAllowed_;
+        }
+        return missingAllowed_ >= 0;
+    }
+
+    void ReadAdded(PDDXSection& section, std::string_view source) {
+        for (PDDXElement& element : section.Elements()) {
+            if (keepExisting_ && IsCount(element.Handle())) continue;
+            element.SetValue(Reply(strings_, source, element.Handle()));
+        }
+    }
+
+    void ReadDrops(PDDXSection& location, std::string_view source) {
+        const int count = Count(source, "NumberOfDrops");
+        for (int index = 1; index <= count; ++index) {
+            const std::string handle = "DropData_" + NumberText(index);
+            const std::string reply = Reply(strings_, source, handle);
+            if (!Believable(!reply.empty())) return;
+            PDDXElement& drop = keepExisting_                          ? location.AddDropData(0)
+                                : location.Elements().Contains(handle) ? location.Elements(handle)
+                                                                       : location.AddDropData(index);
+            drop.SetValue(reply);
+        }
+    }
+
+    PDDXSection& AppendedHistory() {
+        PDDXElement& count = document_.Sections("Device Calibration").Elements("NumberCalibrations");
+        PDDXSection& entry = document_.AddBellmarkHistory(0);
+        count.SetValue(NumberText(PDDXCount(count.Value()) + 1));
+        return entry;
+    }
+
+    const ProfileStrings& strings_;
+    PDDXFile& document_;
+    bool keepExisting_;
+    std::int64_t missingAllowed_ = 1000;
+};
+
+/// A step that meets a document without the expected handles, or with a number taken, ends there; the next goes on.
+template <class Step>
+void GoOnAfter(Step step) {
+    try {
+        step();
+    } catch (const PDDXError&) {
+    }
+}
+
+}  // namespace
+
+void ReadPDDXElement(const ProfileStrings& strings, PDDXElement& element, bool keepExisting) {
+    if (keepExisting && IsCount(element.Handle())) return;
+    const std::string reply = Reply(strings, element.Parent().Handle(), element.Handle());
+    if (!reply.empty() || !keepExisting) element.SetValue(reply);
+}
+
+PDDXReadResult ReadPDDXFile(const FileSystem& files, const Path& path, PDDXFile& document, bool keepExisting) {
+    PDDXReadResult result;
+    ProfileStrings strings;
+    try {
+        strings = ProfileStrings(ReadTextFile(files, path));
+        result.readable = true;
+    } catch (const FileError&) {
+        // The result tells, and an empty file is what callers get to judge.
+    }
+    Reading reading(strings, document, keepExisting);
+    reading.ReadKnownSections();
+    GoOnAfter([&] { result.numberOfSensors = reading.NumberOfSensors(); });
+    GoOnAfter([&] { reading.ReadTestLocations(); });
+    GoOnAfter([&] { reading.ReadHistory(); });
+    return result;
+}
+
+}  // namespace bellmark
