@@ -67,6 +67,12 @@ class DiskFileSystem : public FileSystem {
     void RemoveFolder(const Path& path) override;
 };
 
+/// Whether a whole name fits a pattern: "*" is any number of characters, "?" exactly one; letters without case.
+bool MatchesPattern(std::string_view name, std::string_view pattern);
+
+/// The names of FileNames that fit the pattern, in the same order.
+std::vector<std::string> FilesMatching(const FileSystem& files, const Path& folder, std::string_view pattern);
+
 /// A text file, Windows-1252 on disk, as UTF-8.
 std::string ReadTextFile(const FileSystem& files, const Path& path,
                          std::uintmax_t limit = FileSystem::defaultLimit);

@@ -38,8 +38,8 @@ class ProfileStrings {
     std::unique_ptr<Image> image_;
 };
 
-/// The service on a file. A file that cannot be read answers with defaults, as the service does; CanRead of the file
-/// system tells the difference where it matters.
+/// The service on a file. A file that cannot be read answers with defaults, as the service does; IsFile of the
+/// file system tells the difference where it matters.
 ProfileStrings OpenProfileStrings(const FileSystem& files, const std::filesystem::path& path);
 
 /// Replaces the file by the image. Throws FileError when the folder is missing or the file cannot be written, and
