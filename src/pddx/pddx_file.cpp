@@ -23,7 +23,7 @@ int PDDXCount(std::string_view value) {
     // The leading zero makes a number of an empty text, and 0 of a negative one. One below the greatest, so that
     // counting up stays within range.
     const double greatest = std::numeric_limits<int>::max() - 1;
-    const double number = ReadNumber("0" + std::string(Trim(value)));
+    const double number = ReadNumber(std::string("0").append(Trim(value)));
     return static_cast<int>(RoundToWhole(std::min(number, greatest)));
 }
 
