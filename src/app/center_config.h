@@ -55,6 +55,15 @@ struct CenterConfig {
     double AccelDailyCalibrationPlus1GFlipStdDev = 0;
     double AccelSensitivity = 0;  ///< trigger level, g
 
+    /// The day's conversion of the accelerometer, derived by ComputeAccelAdjustment: volts are brought to those of the
+    /// certificate by slope and offset, the certificate's polynomial is scaled to give +1 g and -1 g exactly.
+    double AccelVoltageSlope = 0;
+    double AccelVoltageOffset = 0;
+    double AccelB = 0;
+    double AccelA1 = 0;
+    double AccelA2 = 0;
+    double AccelA3 = 0;
+
     std::string LocationOfFWDDataTransfer;
     std::array<std::string, 11> Notes;  ///< eleven are read, ten are written
 };

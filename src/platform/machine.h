@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -70,6 +71,10 @@ struct Machine {
     std::function<void()> endProgram;  ///< the last thing the program asks for
     Path programFolder;
     Path startDirectory;
+    bool isFirstInstance = true;  ///< no other program works on the program folder
+
+    /// How long the simulated board takes to deliver a block. An operator wants to see the armed screen, a script does not.
+    std::chrono::milliseconds simulatedCapture{0};
 };
 
 }  // namespace bellmark

@@ -1,0 +1,203 @@
+#include "app/app_main.h"
+
+#include "app/doors.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+namespace {
+
+/// With hardware the run is live. The simulated board answers that it is available, but nothing can be measured with it.
+void LookForBoard(Program& program) {
+    auto& acquisition = program.The<AcquisitionDoor>();
+    program.Header.SetBoardName(acquisition.FindBoard());
+    program.Run.ReviewMode = !acquisition.HasHardware();
+    if (program.Run.ReviewMode) {
+        program.The<StartFormDoor>().AnnounceReviewMode();
+        program.Header.SetBoardName("No Board: Review");
+    }
+    program.The<SetupDoor>().SetReviewChoices(program.Run.ReviewMode);
+}
+
+void ResetForStart(CalibrationRun& run) {
+    run.NumberSensors = 7;
+    run.ReplayMode = false;
+    run.TrialReview = false;
+    run.AcquisitionActive = false;
+    run.BurstCapture = false;
+    run.EnglishUnits = true;
+}
+
+/// A fresh record: what a new calibration keeps of the last one is the machine's, not the run's.
+void BeginFreshRun(Program& program) {
+    const CalibrationRun& old = program.Run;
+    CalibrationRun fresh;
+    fresh.ReviewMode = old.ReviewMode;
+    fresh.StartDirectory = old.StartDirectory;
+    fresh.InterimFileName = old.InterimFileName;
+    fresh.InterimFolderName = old.InterimFolderName;
+    fresh.AccelChannel = old.AccelChannel;
+    fresh.LoadCellChannel = old.LoadCellChannel;
+    fresh.TempChannel = old.TempChannel;
+    program.Run = fresh;
+    program.Drop = DropRecord();
+    program.Run.NewCalibration = true;
+    program.Run.ProgramStarted = true;
+    if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
+}
+
+void RemoveUnsavedCalibration(Program& program) {
+    FileSystem& files = program.Services.files;
+    try {
+        if (!program.Run.InterimFolderName.empty()) files.RemoveFolder(program.InterimFolder());
+        files.RemoveFile(program.Folder() / PathFromText(program.Run.InterimFileName));
+    } catch (const FileError& error) {
+        // A locked file must not keep the program from ending.
+        program.Log(error.what());
+    }
+}
+
+/// A review has put another center's configuration in place of the machine's own: put that back.
+void RestoreCenterConfiguration(Program& program) {
+    FileSystem& files = program.Services.files;
+    const Path old = ActualPath(files, program.Folder() / oldCenterConfigName);
+    if (!program.Run.ReviewMode || !files.IsFile(old)) return;
+    const Path current = ActualPath(files, program.Folder() / centerConfigName);
+    // Renaming replaces the file in one step, so that there is a configuration at every moment.
+    files.Rename(old, current);
+}
+
+bool OperatorWantsToQuit(Program& program) {
+    constexpr int cannotReadInterim = 304;
+    const CalibrationRun& run = program.Run;
+    if (run.LastMessageCode == cannotReadInterim || run.MonthlyCalibration || !run.InterimCalOpen) return true;
+    return program.ShowBox(
+               "Do you really want to quit?\r\nThere is an uncompleted interim calibration.", box::yesNo + box::question) ==
+           Answer::Yes;
+}
+
+}  // namespace
+
+void Main(Program& program) {
+    if (!program.Services.isFirstInstance) {
+        program.Services.endProgram();
+        return;
+    }
+    CalibrationRun& run = program.Run;
+    run.StartDirectory = program.Services.startDirectory;
+    run.NewCalibration = true;
+    run.InterimCalOpen = FileExists(program.Services.files, program.Folder() / interimPattern);
+    auto& startForm = program.The<StartFormDoor>();
+    if (run.InterimCalOpen) startForm.EnableInterimButtons();
+
+    program.The<MainFrameDoor>();
+    LookForBoard(program);
+    if (run.InterimCalOpen) startForm.AllowReadingCenter(false);
+    program.The<AcquisitionDoor>().InitializeBoard();
+    ResetForStart(run);
+
+    program.The<SetupDoor>().Open();
+    program.The<MainMenuDoor>().Open();
+    startForm.ShowStart();
+}
+
+bool CheckCriticalFiles(Program& program) {
+    const FileSystem& files = program.Services.files;
+    auto& missing = program.Run.MessageParameters;
+    missing = {};
+    double count = 0;
+    if (!program.Run.ReviewMode && !FileExists(files, program.Folder() / centerConfigName)) {
+        program.The<SetupDoor>().ReadCalCenter();
+    }
+    if (!FileExists(files, program.Folder() / converterName)) {
+        missing[2] = "Ferrylink";
+        ++count;
+    }
+    missing[5] = count;
+    if (count > 0) {
+        program.Compose(300);
+        missing = {};
+        program.ShowComposed(box::critical + box::helpButton);
+        QuitApplication(program);
+        return false;
+    }
+    missing = {};
+    if (!program.Run.ReviewMode) {
+        program.The<SetupDoor>().ReadCalCenterConfig(ActualPath(files, program.Folder() / centerConfigName));
+    }
+    return true;
+}
+
+void NameInterimStore(Program& program) {
+    const std::string name = "InterimCal" + Format(program.Now(), "yyyymmdd");
+    std::string free = name;
+    for (int n = 1; FileExists(program.Services.files, program.Folder() / (free + ".DDX")); ++n) {
+        free = name + '-' + NumberText(n);
+    }
+    program.Run.InterimFileName = free + ".DDX";
+    program.Run.InterimFolderName = free;
+}
+
+void StartNewCalibration(Program& program) {
+    if (!CheckCriticalFiles(program)) return;
+    BeginFreshRun(program);
+    // The name is always searched for: a finished calibration of today may have left its file.
+    NameInterimStore(program);
+    auto& startForm = program.The<StartFormDoor>();
+    startForm.AllowReadingCenter(false);
+    startForm.StartShowTimer();
+    auto& setup = program.The<SetupDoor>();
+    setup.Open();
+    if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
+    program.The<MainMenuDoor>().MarkAccelerometer();
+    program.Run.CurrentProcedure = 1;
+    program.Run.CurrentProcStep = 11;
+    program.Header.SetProcedureName("");
+}
+
+void OpenInterimCalibration(Program& program) {
+    if (!CheckCriticalFiles(program)) return;
+    program.Header.SetFWDOwnerName(program.Run.DeviceOwner);
+    program.Header.SetFWDNameCtrl(program.Run.DeviceName);
+    program.The<MainMenuDoor>().MarkAccelerometer();
+    if (program.Run.FlagUnacceptedTrial && program.Has<FWDDataDoor>()) {
+        program.The<FWDDataDoor>().Start();
+    } else {
+        program.The<MainMenuDoor>().Open();
+    }
+}
+
+void QuitApplication(Program& program) {
+    RestoreCenterConfiguration(program);
+    bool quit = true;
+    if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {
+        RemoveUnsavedCalibration(program);
+    } else {
+        quit = OperatorWantsToQuit(program);
+    }
+    PurgeEmptyInterimFolders(program);
+    if (!quit) return;
+    program.The<AcquisitionDoor>().Unload();
+    program.Services.endProgram();
+}
+
+void PurgeEmptyInterimFolders(Program& program) {
+    FileSystem& files = program.Services.files;
+    for (const auto& name : ListSubFolders(files, program.Folder(), "InterimCal")) {
+        const Path folder = program.Folder() / PathFromText(name);
+        try {
+            const bool holdsNothing = files.FileNames(folder).empty() && files.FolderNames(folder).empty();
+            if (holdsNothing) files.RemoveFolder(folder);
+        } catch (const FileError& error) {
+            // Left for the next quit; the program ends all the same.
+            program.Log(error.what());
+        }
+    }
+}
+
+}  // namespace bellmark

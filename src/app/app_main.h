@@ -1,0 +1,31 @@
+#pragma once
+
+namespace bellmark {
+
+class Program;
+
+/// Start, beginning of a calibration, and end of the program.
+
+/// The program's entry: looks for interim calibrations and for a board, and shows the start form.
+void Main(Program& program);
+
+/// Looks for what no calibration can do without. When something is missing the operator is told (message 300) and the program
+/// ends; otherwise, with a board, the center's configuration is read. False when the program is ending.
+bool CheckCriticalFiles(Program& program);
+
+/// Names the store of a new run by today's date; with a search for a name that is still free.
+void NameInterimStore(Program& program);
+
+/// Starts from a fresh record and opens the set-up.
+void StartNewCalibration(Program& program);
+
+/// Brings the screens up to the run in hand, after a load, and enters it.
+void OpenInterimCalibration(Program& program);
+
+/// The one way out. Asks where an interim calibration would be left uncompleted.
+void QuitApplication(Program& program);
+
+/// Removes the data folders in which nothing was ever stored.
+void PurgeEmptyInterimFolders(Program& program);
+
+}  // namespace bellmark

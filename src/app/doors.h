@@ -1,0 +1,137 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+/// How screens reach each other: for each screen the few entry points that others call. The screen implements its door, and
+/// a test can stand another behind it.
+namespace bellmark {
+
+class MainFrameDoor {  // frmMaster
+  public:
+    virtual ~MainFrameDoor() = default;
+    virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
+};
+
+class StartFormDoor {  // frmAbout
+  public:
+    virtual ~StartFormDoor() = default;
+    virtual void ShowStart() = 0;
+    virtual void ShowAbout() = 0;
+    virtual void EnableInterimButtons() = 0;
+    virtual void AllowReadingCenter(bool allowed) = 0;
+    virtual void AnnounceReviewMode() = 0;
+    virtual void StartShowTimer() = 0;
+};
+
+class MainMenuDoor {  // frmMainMenu
+  public:
+    virtual ~MainMenuDoor() = default;
+    virtual void Open() = 0;
+    virtual void MarkAccelerometer() = 0;  ///< its daily calibration: holds or must be done
+    virtual void AllowProcedures(bool loadCell, bool sensors) = 0;
+    virtual void EditSetup() = 0;
+    virtual void CalibrateAccelerometer() = 0;
+    virtual void CalibrateLoadCell() = 0;
+    virtual void CalibrateSensors() = 0;
+};
+
+class SetupDoor {  // frmSetup
+  public:
+    virtual ~SetupDoor() = default;
+    virtual void Open() = 0;
+    virtual void OpenCenterPage() = 0;          ///< optCalCenter
+    virtual bool HasBeenThroughCenterPage() const = 0;
+    virtual void ReadCalCenter() = 0;           ///< cmdReadCalCenter: the operator picks a file
+    virtual void ReadCalCenterConfig(const Path& path) = 0;
+    virtual void ReadCalCenterFromFolderOf(const Path& configuration) = 0;
+    virtual void AllowCalibration() = 0;
+    virtual void SetReviewChoices(bool reviewMode) = 0;
+    virtual void RefreshFromRun() = 0;
+    virtual Path SimDataLocation() const = 0;
+};
+
+/// frmDAQ: all analog input of the program.
+class AcquisitionDoor {
+  public:
+    virtual ~AcquisitionDoor() = default;
+    virtual std::string FindBoard() = 0;  ///< name of the board in use; "Simulator" when there is none
+    virtual bool HasHardware() const = 0;  ///< a real board was found: the simulated one does not count
+    virtual bool BoardAvailable() = 0;
+    virtual void InitializeBoard() = 0;
+    virtual void ShowDAQ(bool visible) = 0;
+    virtual float OneConversion(int channel) = 0;  ///< volts
+    virtual int DAQWaitforButton(int channel) = 0;
+    virtual void CaptureBlock(int channel) = 0;
+    virtual bool BlockCaptured() = 0;
+    virtual void GetResultsVolts(std::vector<float>& volts, int& count) = 0;
+    virtual void AbortAcquisition() = 0;
+    virtual int CurrentChannelType() const = 0;
+    virtual void SetCurrentChannelType(int type) = 0;
+    virtual int TriggerThreshold() const = 0;
+    virtual void SetTriggerThreshold(int threshold) = 0;
+    virtual void Unload() = 0;
+};
+
+/// frmSimulator, where callers choose what the simulated board delivers.
+class SimulatorDoor {
+  public:
+    virtual ~SimulatorDoor() = default;
+    virtual void SetFile(const std::string& baseName) = 0;
+    virtual void SetRandom(float mean, float amplitude) = 0;  ///< volts
+};
+
+class CollectionDoor {  // frmBellmark_Accel
+  public:
+    virtual ~CollectionDoor() = default;
+    virtual void Bellmark() = 0;       ///< entry for a trial
+    virtual void Start() = 0;          ///< prepares a trial
+    virtual void GetResults() = 0;     ///< takes the accepted drop into the grid and moves on
+    virtual void ClearDropData() = 0;
+    virtual void PollButton(bool poll) = 0;
+};
+
+class DropDoor {  // frmBellmark_AccelDrop
+  public:
+    virtual ~DropDoor() = default;
+    virtual void Start() = 0;        ///< captures, analyses and saves the drop in hand
+    virtual void StartReview() = 0;  ///< shows a drop of the trial again
+};
+
+class PrerequisitesDoor {  // frmPrerequisites
+  public:
+    virtual ~PrerequisitesDoor() = default;
+    virtual bool PrerequisitesMet(int procedure) = 0;  ///< shows its list when they are not
+    virtual void ResetPreReq() = 0;
+};
+
+class FlipCalibrationDoor {  // frmFlipCalibration
+  public:
+    virtual ~FlipCalibrationDoor() = default;
+    virtual void Start() = 0;
+};
+
+class FWDDataDoor {  // frmGetFWDData
+  public:
+    virtual ~FWDDataDoor() = default;
+    virtual void Start() = 0;
+    virtual void Refresh() = 0;
+};
+
+class ResultsDoor {  // frmResults
+  public:
+    virtual ~ResultsDoor() = default;
+    virtual void Open() = 0;
+    virtual void Recompute() = 0;
+};
+
+class RelativeDoor {  // frmRelative
+  public:
+    virtual ~RelativeDoor() = default;
+    virtual void Start(bool isReplacement) = 0;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,161 @@
+#include "app/frm_about.h"
+
+#include "app/app_main.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+#include "platform/profile_strings.h"
+
+namespace bellmark {
+
+namespace {
+constexpr const char* continueTitle = "Continue an Interim Calibration";
+constexpr std::size_t extensionLength = 4;
+}  // namespace
+
+frmAbout::frmAbout(Program& program)
+    : Screen(program.Screens, "frmAbout", "Bellmark"), Header(*this, program.Header), program_(program) {
+    lblVersion.Caption = VersionText();
+    lblReviewMode.Visible = false;
+    cmdOpenInterimCal.Enabled = false;
+    cmdDeleteInterim.Enabled = false;
+    cmdRelativeCal.Enabled = program_.Has<RelativeDoor>();
+    for (Control* control : {static_cast<Control*>(&cmdStartNewCal), static_cast<Control*>(&cmdRelativeCal),
+                             static_cast<Control*>(&cmdReadCalCenterA)}) {
+        control->PutInto(fraStart);
+    }
+    for (Control* control : {static_cast<Control*>(&grdInterim), static_cast<Control*>(&cmdOpenInterimCal),
+                             static_cast<Control*>(&cmdDeleteInterim)}) {
+        control->PutInto(fraInterimCals);
+    }
+    cmdStartNewCal.Click = [this] { cmdStartNewCal_Click(); };
+    cmdRelativeCal.Click = [this] {
+        program_.Run.MonthlyCalibration = true;
+        program_.The<RelativeDoor>().Start(false);
+    };
+    cmdReadCalCenterA.Click = [this] { cmdReadCalCenterA_Click(); };
+    cmdOpenInterimCal.Click = [this] { cmdOpenInterimCal_Click(); };
+    cmdDeleteInterim.Click = [this] { cmdDeleteInterim_Click(); };
+    grdInterim.CellClick = [this](int row, int) { grdInterim_Click(row); };
+    tmrShowTime.Tick = [this] { tmrShowTime.Stop(); };
+    ListInterimCalibrations();
+}
+
+void frmAbout::ShowStart() {
+    fraStart.Visible = true;
+    ListInterimCalibrations();
+    SetDefaultButton(&cmdStartNewCal);
+    Show();
+    SetFocus(cmdStartNewCal);
+}
+
+void frmAbout::ShowAbout() {
+    fraStart.Visible = false;
+    fraInterimCals.Visible = false;
+    tmrShowTime.Start();
+    Show();
+}
+
+void frmAbout::EnableInterimButtons() {
+    cmdOpenInterimCal.Enabled = true;
+    cmdDeleteInterim.Enabled = true;
+}
+
+void frmAbout::AnnounceReviewMode() {
+    lblReviewMode.Visible = true;
+    cmdStartNewCal.Caption = "Start Cal. &Review";
+}
+
+void frmAbout::ListInterimCalibrations() {
+    const FileSystem& files = program_.Services.files;
+    const bool any = FileExists(files, program_.Folder() / interimPattern);
+    program_.Run.InterimCalOpen = any;
+    fraInterimCals.Visible = any;
+    cmdReadCalCenterA.Enabled = !any;
+    cmdReadCalCenterA.ToolTip = any ? "No interim calibrations must be deleted or completed to enable this button."
+                                    : "Used to read in a new center calibration configuration file.";
+    grdInterim.SetHeadings(
+        {"Interim File Name         ", "       Date       ", "  FWD Owner  ", "  FWD Serial Number   "});
+    for (const auto& name : ListFilesWithPrefix(files, program_.Folder(), "InterimCal")) {
+        const InterimCalibration interim = ReadInterim(name);
+        grdInterim.AddRow({interim.fileName, interim.endDate, interim.owner, interim.serialNumber});
+    }
+    if (grdInterim.Rows() == grdInterim.FixedRows()) fraInterimCals.Visible = false;
+}
+
+frmAbout::InterimCalibration frmAbout::ReadInterim(const std::string& fileName) const {
+    const auto strings =
+        OpenProfileStrings(program_.Services.files, program_.Folder() / PathFromText(fileName));
+    return {fileName, strings.Get("Operations Information", "EndDate"),
+            strings.Get("Device Information", "DeviceOwner"), strings.Get("Device Information", "DeviceSerialNumber")};
+}
+
+void frmAbout::grdInterim_Click(int row) {
+    if (row < grdInterim.FixedRows()) return;
+    const std::string& name = grdInterim.Cell(row, 0);
+    program_.Run.InterimFileName = name;
+    program_.Run.InterimFolderName = name.substr(0, name.size() - std::min(name.size(), extensionLength));
+    EnableInterimButtons();
+    grdInterim.SelectedRow = row;
+}
+
+std::string frmAbout::QuestionAbout(const InterimCalibration& interim) const {
+    return "Are you sure you want to use the following interim calibration?\r\n" + interim.fileName + "\r\nDate: " +
+           interim.endDate + "\r\nFWD Owner: " + interim.owner + "\r\nFWD Serial Number: " + interim.serialNumber;
+}
+
+void frmAbout::cmdOpenInterimCal_Click() {
+    const InterimCalibration interim = ReadInterim(program_.Run.InterimFileName);
+    if (interim.endDate.empty() || !program_.Run.InterimCalOpen) return;
+    const int style = box::yesNo + box::question + box::secondIsDefault;
+    if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;
+    if (program_.Run.ReviewMode) program_.Run.ReviewFromInterim = true;
+    program_.Run.NewCalibration = false;
+    OpenInterimCalibration(program_);
+}
+
+void frmAbout::cmdDeleteInterim_Click() {
+    const InterimCalibration interim = ReadInterim(program_.Run.InterimFileName);
+    // The box asks the same question as opening does; the title and the icon are what tells the two apart.
+    const int style = box::yesNo + box::exclamation + box::secondIsDefault;
+    if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;
+    CalibrationRun& run = program_.Run;
+    run.LoadCellRefTrials = 0;
+    run.RefTrials = 0;
+    run.RelTrials = 0;
+    run.InterimCalOpen = false;
+    try {
+        program_.Services.files.RemoveFile(program_.Folder() / PathFromText(run.InterimFileName));
+        if (!run.InterimFolderName.empty()) program_.Services.files.RemoveFolder(program_.InterimFolder());
+    } catch (const FileError& error) {
+        // What could not be deleted is still in the list below, for the operator to see.
+        program_.Log(error.what());
+    }
+    NameInterimStore(program_);
+    ListInterimCalibrations();
+}
+
+void frmAbout::cmdStartNewCal_Click() {
+    if (!program_.Run.ReviewMode) {
+        StartNewCalibration(program_);
+        return;
+    }
+    program_.Compose(100);
+    if (program_.ShowComposed() == Answer::Cancel) return;
+    program_.The<SetupDoor>().Open();
+    program_.The<SetupDoor>().ReadCalCenter();
+}
+
+void frmAbout::cmdReadCalCenterA_Click() {
+    program_.Compose(101);
+    if (program_.ShowComposed() == Answer::Cancel) return;
+    const auto chosen = program_.Services.dialogs.OpenFile({"", "FWD Cal. Center Files|*.ini", program_.Folder(), ""});
+    if (!chosen) return;
+    auto& setup = program_.The<SetupDoor>();
+    setup.ReadCalCenterFromFolderOf(*chosen);
+    setup.OpenCenterPage();
+    ShowStart();
+}
+
+}  // namespace bellmark

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The start form: a new calibration, one of the interim calibrations, or a monthly one. Opened from the menu it only tells
+/// what the program is.
+class frmAbout : public Screen, public StartFormDoor {
+  public:
+    explicit frmAbout(Program& program);
+
+    ctrlHeader Header;
+    Label lblVersion{*this, "lblVersion"};
+    Label lblReviewMode{*this, "lblReviewMode", "Review Mode"};
+    Frame fraStart{*this, "fraStart"};
+    Button cmdStartNewCal{*this, "cmdStartNewCal", "&Start New Calibration"};
+    Button cmdRelativeCal{*this, "cmdRelativeCal", "&Relative Calibration"};
+    Button cmdReadCalCenterA{*this, "cmdReadCalCenterA", "Read &Center Configuration"};
+    Frame fraInterimCals{*this, "fraInterimCals", "Interim calibrations"};
+    Grid grdInterim{*this, "grdInterim"};
+    Button cmdOpenInterimCal{*this, "cmdOpenInterimCal", "&Open Interim Calibration"};
+    Button cmdDeleteInterim{*this, "cmdDeleteInterim", "&Delete Interim Calibration"};
+    Timer tmrShowTime{*this, "tmrShowTime", std::chrono::milliseconds(5000)};
+
+    void ShowStart() override;
+    void ShowAbout() override;
+    void EnableInterimButtons() override;
+    void AllowReadingCenter(bool allowed) override { cmdReadCalCenterA.Enabled = allowed; }
+    void AnnounceReviewMode() override;
+    void StartShowTimer() override { tmrShowTime.Start(); }
+    void ListInterimCalibrations();
+
+  private:
+    struct InterimCalibration {
+        std::string fileName;
+        std::string endDate;
+        std::string owner;
+        std::string serialNumber;
+    };
+
+    void cmdStartNewCal_Click();
+    void cmdReadCalCenterA_Click();
+    void cmdOpenInterimCal_Click();
+    void cmdDeleteInterim_Click();
+    void grdInterim_Click(int row);
+    InterimCalibration ReadInterim(const std::string& fileName) const;
+    std::string QuestionAbout(const InterimCalibration& interim) const;
+
+    Program& program_;
+};
+
+}  // namespace bellmark

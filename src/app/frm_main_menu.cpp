@@ -1,0 +1,161 @@
+#include "app/frm_main_menu.h"
+
+#include "app/app_main.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+namespace {
+
+std::string TrialsDone(int count, const std::string& kind) {
+    if (count == 0) return "No Trials Done";
+    return NumberText(count) + ' ' + kind + (count == 1 ? "Trial Done" : "Trials Done");
+}
+
+}  // namespace
+
+frmMainMenu::frmMainMenu(Program& program)
+    : Screen(program.Screens, "frmMainMenu", "Main Menu"), Header(*this, program.Header), program_(program) {
+    for (TextBox* status : {&txtLoadCellStatus, &txtSensorStatus, &txtCertStatus}) status->Locked = true;
+    cmdCalAccelerometer.Click = [this] { cmdCalAccelerometer_Click(); };
+    cmdCalLoadCell.Click = [this] { cmdCalLoadCell_Click(); };
+    cmdRefCalDefAccel.Click = [this] { cmdRefCalDefAccel_Click(); };
+    cmdEditSetup.Click = [this] { cmdEditSetup_Click(); };
+    cmdFWDDoc.Click = [this] { program_.The<ResultsDoor>().Open(); };
+    cmdRelativeCal.Click = [this] {
+        program_.Run.RelTrials = 0;
+        program_.The<RelativeDoor>().Start(false);
+    };
+    cmdFerrylinker.Click = [this] { program_.Services.launcher.Start(program_.Folder() / converterName, ""); };
+    cmdQuit.Click = [this] { QuitApplication(program_); };
+
+    cmdCalAccelerometer.Enabled = program_.Has<FlipCalibrationDoor>();
+    cmdFWDDoc.Enabled = program_.Has<ResultsDoor>();
+    cmdRelativeCal.Enabled = program_.Has<RelativeDoor>();
+    AllowProcedures(false, false);
+}
+
+void frmMainMenu::Activated() {
+    ShowHeaderLabels();
+    if (program_.Run.MonthlyCalibration) return;
+    if (program_.Has<ResultsDoor>()) program_.The<ResultsDoor>().Recompute();
+    MarkAccelerometer();
+    ShowLoadCellStatus();
+    ShowSensorStatus();
+    ShowCertificateStatus();
+}
+
+void frmMainMenu::ShowHeaderLabels() {
+    const CalibrationRun& run = program_.Run;
+    lblBoardName.Caption = run.ReviewMode ? "Review Mode" : "DAQ Board: " + Header.BoardName.Caption.Get();
+    lblBoardName.Visible = !run.MonthlyCalibration;
+    lblFWDOwner.Caption = "FWD Owner: " + run.DeviceOwner;
+    lblFWDOwner.Visible = !run.DeviceOwner.empty();
+    lblFWDName.Caption = "FWD Name: " + run.DeviceName;
+    lblFWDName.Visible = !run.DeviceName.empty();
+}
+
+void frmMainMenu::MarkAccelerometer() {
+    cmdCalAccelerometer.BackColor = AccelCalCurrent(program_) ? colors::complete : colors::mustBeUpdated;
+}
+
+void frmMainMenu::ShowLoadCellStatus() {
+    const CalibrationRun& run = program_.Run;
+    std::string status = TrialsDone(run.LoadCellRefTrials, "");
+    Color color = colors::mustBeUpdated;
+    if (run.LoadCellCalPassed) {
+        status += "\r\nPassed All Criteria";
+        color = colors::suggestedNext;
+    }
+    if (run.LoadCellCalComplete) {
+        status += "\r\nCalibration Accepted";
+        color = colors::complete;
+    }
+    txtLoadCellStatus.Text = status;
+    cmdCalLoadCell.BackColor = color;
+}
+
+void frmMainMenu::ShowSensorStatus() {
+    const CalibrationRun& run = program_.Run;
+    std::string status = TrialsDone(run.RefTrials, "Ref. ");
+    Color color = colors::mustBeUpdated;
+    if (run.SensorRefCalGood) status += "\r\nRef. Cals Good";
+    if (run.SensorRefCalComplete) status += "\r\nRef. Cal Accepted";
+    if (run.RelTrials > 0) status += "\r\n" + TrialsDone(run.RelTrials, "Rel. ");
+    if (run.SensorRelCalGood) {
+        status += "\r\nRel. Cals Good";
+        color = colors::suggestedNext;
+    }
+    if (run.SensorRelCalComplete) {
+        status += "\r\nCalibration Accepted";
+        color = colors::complete;
+    }
+    txtSensorStatus.Text = status;
+    txtSensorStatus.BackColor = run.SensorRelCalComplete ? colors::complete : colors::window;
+    cmdRefCalDefAccel.BackColor = color;
+}
+
+void frmMainMenu::ShowCertificateStatus() {
+    const bool complete = program_.Run.CertificationComplete;
+    txtCertStatus.Text = complete ? "Certification Complete" : "Still need to produce Final Certificate";
+    cmdFWDDoc.BackColor = complete ? colors::complete : colors::mustBeUpdated;
+}
+
+void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
+    cmdCalLoadCell.Enabled = loadCell;
+    cmdRefCalDefAccel.Enabled = sensors;
+    SetDefaultButton(loadCell ? &cmdCalLoadCell : &cmdEditSetup);
+}
+
+bool frmMainMenu::GoToUnacceptedTrial() {
+    // A new capture would be paired with the peaks of the trial that still waits for its answer.
+    if (!program_.Run.FlagUnacceptedTrial || !program_.Has<FWDDataDoor>()) return false;
+    program_.The<FWDDataDoor>().Start();
+    return true;
+}
+
+void frmMainMenu::cmdCalAccelerometer_Click() {
+    program_.Header.SetProcedureName("Flip Calibration of Accelerometer");
+    program_.Run.CurrentProcedure = 3;
+    if (program_.Run.CurrentProcStep != 32) program_.Run.CurrentProcStep = 31;
+    program_.The<FlipCalibrationDoor>().Start();
+}
+
+void frmMainMenu::cmdCalLoadCell_Click() {
+    CalibrationRun& run = program_.Run;
+    if (run.LoadCellCalComplete || GoToUnacceptedTrial()) return;
+    program_.Header.SetProcedureName("FWD Load Cell Calibration");
+    run.CurrentProcedure = 5;
+    if (run.CurrentProcStep != 52) {
+        run.CurrentProcStep = 51;
+        if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
+    }
+    program_.The<CollectionDoor>().Bellmark();
+}
+
+void frmMainMenu::cmdRefCalDefAccel_Click() {
+    CalibrationRun& run = program_.Run;
+    if (run.SensorRelCalComplete || GoToUnacceptedTrial()) return;
+    program_.Header.SetProcedureName("FWD Deflection Sensor Calibration");
+    const bool pairIsOpen = run.RefTrials % 2 == 1 || run.RefTrials < 2;
+    if (run.CurrentProcedure != 4) {
+        run.CurrentProcedure = 4;
+        run.CurrentProcStep = 40;
+    } else {
+        run.CurrentProcStep = pairIsOpen ? 41 : run.SensorRefCalComplete ? 44 : 42;
+    }
+    program_.The<CollectionDoor>().Bellmark();
+}
+
+void frmMainMenu::cmdEditSetup_Click() {
+    auto& setup = program_.The<SetupDoor>();
+    setup.RefreshFromRun();
+    program_.Run.CurrentProcedure = 1;
+    program_.Run.CurrentProcStep = 10;
+    setup.Open();
+}
+
+}  // namespace bellmark

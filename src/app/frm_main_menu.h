@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The main menu: where the calibration stands, and the way into each procedure. All it says is derived from the run each
+/// time it comes to the front, so that a resumed run and a live one look alike.
+class frmMainMenu : public Screen, public MainMenuDoor {
+  public:
+    explicit frmMainMenu(Program& program);
+
+    ctrlHeader Header;
+    Label lblBoardName{*this, "lblBoardName"};
+    Label lblFWDOwner{*this, "lblFWDOwner"};
+    Label lblFWDName{*this, "lblFWDName"};
+    Button cmdCalAccelerometer{*this, "cmdCalAccelerometer", "&Accelerometer Calibration"};
+    Button cmdCalLoadCell{*this, "cmdCalLoadCell", "FWD &Load Cell Calibration"};
+    TextBox txtLoadCellStatus{*this, "txtLoadCellStatus"};
+    Button cmdRefCalDefAccel{*this, "cmdRefCalDefAccel", "FWD &Deflection Sensor Calibration"};
+    TextBox txtSensorStatus{*this, "txtSensorStatus"};
+    Button cmdFWDDoc{*this, "cmdFWDDoc", "&Results and Certificate"};
+    TextBox txtCertStatus{*this, "txtCertStatus"};
+    Button cmdRelativeCal{*this, "cmdRelativeCal", "&Monthly Relative Calibration"};
+    Button cmdEditSetup{*this, "cmdEditSetup", "Edit &Setup"};
+    Button cmdFerrylinker{*this, "cmdFerrylinker", "&Convert FWD Files"};
+    Button cmdQuit{*this, "cmdQuit", "&Quit"};
+
+    void Activated() override;
+    void CloseRequested() override {}  // there is nothing behind it to go back to
+
+    void Open() override { Show(); }
+    void MarkAccelerometer() override;
+    void AllowProcedures(bool loadCell, bool sensors) override;
+    void EditSetup() override { cmdEditSetup_Click(); }
+    void CalibrateAccelerometer() override { cmdCalAccelerometer_Click(); }
+    void CalibrateLoadCell() override { cmdCalLoadCell_Click(); }
+    void CalibrateSensors() override { cmdRefCalDefAccel_Click(); }
+
+  private:
+    void cmdCalAccelerometer_Click();
+    void cmdCalLoadCell_Click();
+    void cmdRefCalDefAccel_Click();
+    void cmdEditSetup_Click();
+    void ShowHeaderLabels();
+    void ShowLoadCellStatus();
+    void ShowSensorStatus();
+    void ShowCertificateStatus();
+    bool GoToUnacceptedTrial();
+
+    Program& program_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,68 @@
+#include "app/frm_master.h"
+
+#include "app/app_main.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+
+namespace bellmark {
+
+frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "Bellmark"), program_(program) {
+    for (Control* control : Controls()) static_cast<Button*>(control)->IsMenuItem = true;
+    mnuSetup.Click = [this] {
+        if (program_.Run.CurrentProcedure != 1) program_.The<MainMenuDoor>().EditSetup();
+    };
+    mnuExit.Click = [this] { QuitApplication(program_); };
+    mnuAccelerometerCalibration.Click = [this] { mnuAccelerometerCalibration_Click(); };
+    mnuLoadCell.Click = [this] { mnuLoadCell_Click(); };
+    mnuDeflectionSensors.Click = [this] { mnuDeflectionSensors_Click(); };
+    mnuDocumentation.Click = [this] { program_.The<ResultsDoor>().Open(); };
+    mnuRelativeCalibration.Click = [this] { program_.The<RelativeDoor>().Start(false); };
+    mnuReplaceSensor.Click = [this] { program_.The<RelativeDoor>().Start(true); };
+    mnuContents.Click = [this] { program_.Services.showHelp(0); };
+    mnuIndex.Click = [this] { program_.Services.showHelp(0); };
+    mnuAbout.Click = [this] { program_.The<StartFormDoor>().ShowAbout(); };
+
+    // The load cell itself is calibrated by a laboratory; the center only records the result.
+    mnuReferenceLoadCellCalibration.Enabled = false;
+    mnuAccelerometerCalibration.Enabled = program_.Has<FlipCalibrationDoor>();
+    mnuDocumentation.Enabled = program_.Has<ResultsDoor>();
+    mnuRelativeCalibration.Enabled = program_.Has<RelativeDoor>();
+    mnuReplaceSensor.Enabled = program_.Has<RelativeDoor>();
+}
+
+void frmMaster::mnuAccelerometerCalibration_Click() {
+    program_.Header.SetProcedureName("Flip Calibration of Accelerometer");
+    program_.Run.CurrentProcedure = 3;
+    program_.The<FlipCalibrationDoor>().Start();
+}
+
+bool frmMaster::OperatorWantsToSwitch(const char* question) {
+    // Both switches ask under this title.
+    return program_.ShowBox(question, box::yesNo + box::question + box::secondIsDefault,
+                            "Start Load Cell Calibration") == Answer::Yes;
+}
+
+void frmMaster::mnuLoadCell_Click() {
+    const bool go = program_.Run.CurrentProcedure == 5 ||
+                    OperatorWantsToSwitch("Do you really want to switch to Load Cell Calibration?");
+    if (go) program_.The<MainMenuDoor>().CalibrateLoadCell();
+}
+
+void frmMaster::mnuDeflectionSensors_Click() {
+    const bool go = program_.Run.CurrentProcedure == 4 ||
+                    OperatorWantsToSwitch("Do you really want to switch to Sensor Calibration?");
+    if (go) program_.The<MainMenuDoor>().CalibrateSensors();
+}
+
+void frmMaster::CloseRequested() {
+    const Answer answer =
+        program_.ShowBox("Are you sure you want to terminate the FWD Calibration software?", box::yesNo);
+    if (answer == Answer::Yes) QuitApplication(program_);
+}
+
+void frmMaster::AllowProcedures(bool loadCell, bool sensors) {
+    mnuLoadCell.Enabled = loadCell;
+    mnuDeflectionSensors.Enabled = sensors;
+}
+
+}  // namespace bellmark

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/doors.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The main frame: its menus are at hand whatever screen is in front.
+class frmMaster : public Screen, public MainFrameDoor {
+  public:
+    explicit frmMaster(Program& program);
+
+    Button mnuSetup{*this, "mnuSetup", "&Setup"};
+    Button mnuExit{*this, "mnuExit", "E&xit"};
+    Button mnuAccelerometerCalibration{*this, "mnuAccelerometerCalibration", "&Accelerometer Calibration"};
+    Button mnuReferenceLoadCellCalibration{*this, "mnuReferenceLoadCellCalibration", "Reference &Load Cell Calibration"};
+    Button mnuLoadCell{*this, "mnuLoadCell", "Load Cell"};
+    Button mnuDeflectionSensors{*this, "mnuDeflectionSensors", "Deflection Sensors"};
+    Button mnuDocumentation{*this, "mnuDocumentation", "Documentation"};
+    Button mnuRelativeCalibration{*this, "mnuRelativeCalibration", "Relative Calibration"};
+    Button mnuReplaceSensor{*this, "mnuReplaceSensor", "Replace a Sensor"};
+    Button mnuContents{*this, "mnuContents", "&Contents"};
+    Button mnuIndex{*this, "mnuIndex", "&Index"};
+    Button mnuAbout{*this, "mnuAbout", "&About Bellmark"};
+
+    bool IsAlwaysAtHand() const override { return true; }
+    void CloseRequested() override;
+    void AllowProcedures(bool loadCell, bool sensors) override;
+
+  private:
+    void mnuAccelerometerCalibration_Click();
+    void mnuLoadCell_Click();
+    void mnuDeflectionSensors_Click();
+    bool OperatorWantsToSwitch(const char* question);
+
+    Program& program_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,16 @@
+#include "app/paths.h"
+
+#include "platform/text.h"
+
+namespace bellmark {
+
+Path ActualPath(const FileSystem& files, const Path& path) {
+    if (files.IsFile(path)) return path;
+    const std::string wanted = PathText(path.filename());
+    for (const auto& name : files.FileNames(path.parent_path())) {
+        if (EqualIgnoringCase(name, wanted)) return path.parent_path() / PathFromText(name);
+    }
+    return path;
+}
+
+}  // namespace bellmark

@@ -1,0 +1,54 @@
+#include "app/program.h"
+
+#include <stdexcept>
+
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+Program::Program(Machine& machine) : Services(machine), Screens(machine.timers) {
+    Screens.HandleFailure = [this](const std::string& what, const std::string& why) { TellFailure(what, why); };
+}
+
+std::shared_ptr<void>& Program::Open(std::type_index door) {
+    auto& opened = doors_[door];
+    if (!opened) {
+        const auto maker = makers_.find(door);
+        if (maker == makers_.end()) throw std::logic_error("This screen is not part of the program.");
+        opened = maker->second();
+    }
+    return opened;
+}
+
+void Program::Compose(int code, const std::vector<MessageValue>& values) {
+    ErrorMessages(Run, code, values, {Folder(), Now(), Center.ReferenceLoadCellUnits});
+}
+
+Answer Program::ShowComposed() { return Services.dialogs.Show(ComposedBox(Run)); }
+
+Answer Program::ShowComposed(int style) { return Services.dialogs.Show(ComposedBox(Run, style)); }
+
+Answer Program::ShowBox(const std::string& text, int style, const std::string& title) {
+    return Services.dialogs.Show({text, style, title, 0});
+}
+
+DateTime Program::Now() const { return Services.clock.Now(); }
+
+void Program::Log(const std::string& what) {
+    const std::string line = Format(Now(), "yyyy-mm-dd hh:nn:ss") + ' ' + what + "\r\n";
+    Services.files.AppendToFile(Folder() / "Bellmark.log", line);
+}
+
+void Program::TellFailure(const std::string& what, const std::string& why) {
+    try {
+        Log(what + ": " + why);
+    } catch (const FileError&) {
+        // The disk may be the very cause; the box below still tells the operator.
+    }
+    ShowBox(why + "\r\n\r\nWhile: " + what, box::critical, "Bellmark");
+}
+
+}  // namespace bellmark

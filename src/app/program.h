@@ -1,0 +1,72 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+#include "app/calibration_run.h"
+#include "app/center_config.h"
+#include "app/drop_record.h"
+#include "app/error_messages.h"
+#include "app/page_header.h"
+#include "controls/screen_stack.h"
+#include "platform/machine.h"
+
+namespace bellmark {
+
+/// One running program: its records, its services and its screens behind their doors. Passed by reference; there is nothing
+/// global, so that two of them can live side by side.
+class Program {
+  public:
+    explicit Program(Machine& machine);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    Machine& Services;
+    CalibrationRun Run;
+    CenterConfig Center;
+    DropRecord Drop;
+    PageHeader Header;
+    ScreenStack Screens;
+
+    /// Says which screen stands behind a door. It is made when the door is first asked for.
+    template <class Door>
+    void Register(std::function<std::shared_ptr<Door>(Program&)> make) {
+        makers_[typeid(Door)] = [this, make = std::move(make)] { return std::shared_ptr<void>(make(*this)); };
+    }
+    template <class Door>
+    bool Has() const {
+        return makers_.count(typeid(Door)) > 0;
+    }
+    /// Throws std::logic_error when nothing was registered.
+    template <class Door>
+    Door& The() {
+        return *static_cast<Door*>(Open(typeid(Door)).get());
+    }
+
+    /// Composes a numbered message into the run, with what its text inserts.
+    void Compose(int code, const std::vector<MessageValue>& values = {});
+    /// Shows the message composed last in a box of its usual style, or of the given one.
+    Answer ShowComposed();
+    Answer ShowComposed(int style);
+    Answer ShowBox(const std::string& text, int style, const std::string& title = {});
+
+    DateTime Now() const;
+    const Path& Folder() const { return Services.programFolder; }
+    Path InterimFolder() const { return Folder() / PathFromText(Run.InterimFolderName); }
+
+    /// Appends a line to Bellmark.log in the program folder.
+    void Log(const std::string& what);
+
+  private:
+    std::shared_ptr<void>& Open(std::type_index door);
+    void TellFailure(const std::string& what, const std::string& why);
+
+    std::map<std::type_index, std::function<std::shared_ptr<void>()>> makers_;
+    std::map<std::type_index, std::shared_ptr<void>> doors_;
+};
+
+}  // namespace bellmark
