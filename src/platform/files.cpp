@@ -29,10 +29,14 @@ struct CloseFile {
 };
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
-[[noreturn]] void Fail(const Path& path, const std::error_code& error) { throw FileError(path, error.message()); }
+[[noreturn]] void Fail(const Path& path, const std::error_code& error) {
+    throw FileError(path, error.message());
+}
 
 /// The reason of the C library's last failing call.
-[[noreturn]] void FailWithLastError(const Path& path) { Fail(path, {errno, std::generic_category()}); }
+[[noreturn]] void FailWithLastError(const Path& path) {
+    Fail(path, {errno, std::generic_category()});
+}
 
 // What differs between the systems: file names, flushing to the disk, hidden files.
 #ifdef _WIN32
@@ -41,11 +45,15 @@ OpenFile Open(const Path& path, const char* mode) {
     return OpenFile(_wfopen(path.c_str(), std::wstring(mode, mode + std::char_traits<char>::length(mode)).c_str()));
 }
 
-bool FlushToDisk(std::FILE* file) { return std::fflush(file) == 0 && _commit(_fileno(file)) == 0; }
+bool FlushToDisk(std::FILE* file) {
+    return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+}
 
 void FlushFolder(const Path&) {}  // the system writes its folders through
 
-long long ProcessNumber() { return _getpid(); }
+long long ProcessNumber() {
+    return _getpid();
+}
 
 bool IsHidden(const Path& path) {
     _wfinddata_t entry{};
@@ -57,9 +65,13 @@ bool IsHidden(const Path& path) {
 
 #else
 
-OpenFile Open(const Path& path, const char* mode) { return OpenFile(std::fopen(path.c_str(), mode)); }
+OpenFile Open(const Path& path, const char* mode) {
+    return OpenFile(std::fopen(path.c_str(), mode));
+}
 
-bool FlushToDisk(std::FILE* file) { return std::fflush(file) == 0 && fsync(fileno(file)) == 0; }
+bool FlushToDisk(std::FILE* file) {
+    return std::fflush(file) == 0 && fsync(fileno(file)) == 0;
+}
 
 /// Makes a rename last. Some network folders cannot be flushed; the file itself is complete by then, so no error.
 void FlushFolder(const Path& folder) {
@@ -69,9 +81,13 @@ void FlushFolder(const Path& folder) {
     static_cast<void>(close(handle));
 }
 
-long long ProcessNumber() { return getpid(); }
+long long ProcessNumber() {
+    return getpid();
+}
 
-bool IsHidden(const Path& path) { return StartsWith(path.filename().native(), "."); }
+bool IsHidden(const Path& path) {
+    return StartsWith(path.filename().native(), ".");
+}
 
 #endif
 
@@ -172,7 +188,9 @@ std::vector<std::string> SortedNames(const Path& folder, bool folders) {
 }
 
 /// Bytes of the character that the text starts with.
-std::size_t FirstCharacterLength(std::string_view text) { return FirstCharacters(text, 1).size(); }
+std::size_t FirstCharacterLength(std::string_view text) {
+    return FirstCharacters(text, 1).size();
+}
 
 }  // namespace
 
@@ -206,7 +224,8 @@ std::string DiskFileSystem::ReadBytes(const Path& path, std::uintmax_t limit) co
 void DiskFileSystem::ReplaceFile(const Path& path, std::string_view bytes) {
     std::error_code error;
     // A link stays a link: what it points to is replaced.
-    const Path target = disk::is_symlink(path, error) && disk::exists(path, error) ? disk::canonical(path, error) : path;
+    const Path target =
+        disk::is_symlink(path, error) && disk::exists(path, error) ? disk::canonical(path, error) : path;
     const bool exists = PlainFileExists(target);
     const disk::perms permissions = exists ? PermissionsForReplacing(target) : disk::perms::none;
     TemporaryFile temporary(target);
@@ -223,8 +242,12 @@ void DiskFileSystem::AppendToFile(const Path& path, std::string_view bytes) {
     if (std::fclose(file.release()) != 0) FailWithLastError(path);
 }
 
-std::vector<std::string> DiskFileSystem::FileNames(const Path& folder) const { return SortedNames(folder, false); }
-std::vector<std::string> DiskFileSystem::FolderNames(const Path& folder) const { return SortedNames(folder, true); }
+std::vector<std::string> DiskFileSystem::FileNames(const Path& folder) const {
+    return SortedNames(folder, false);
+}
+std::vector<std::string> DiskFileSystem::FolderNames(const Path& folder) const {
+    return SortedNames(folder, true);
+}
 
 void DiskFileSystem::CreateFolder(const Path& path) {
     std::error_code error;
@@ -303,6 +326,8 @@ std::string PathText(const Path& path) {
     return {text.begin(), text.end()};
 }
 
-Path PathFromText(std::string_view text) { return Path(std::u8string(text.begin(), text.end())); }
+Path PathFromText(std::string_view text) {
+    return Path(std::u8string(text.begin(), text.end()));
+}
 
 }  // namespace bellmark

@@ -18,7 +18,9 @@ struct LeadingNumber {
     std::size_t length;  ///< characters that belong to it
 };
 
-bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 /// A number at the very start of the text; nothing when there is none or a double cannot hold it.
 std::optional<LeadingNumber> NumberAtStart(std::string_view text) {
@@ -70,8 +72,12 @@ std::optional<double> NumberIn(std::string_view text) {
     return number->value;
 }
 
-std::string NumberText(double value) { return ShortestText(value); }
-std::string NumberText(float value) { return ShortestText(value); }
+std::string NumberText(double value) {
+    return ShortestText(value);
+}
+std::string NumberText(float value) {
+    return ShortestText(value);
+}
 
 std::string NumberText(long long value) {
     std::array<char, 24> buffer{};

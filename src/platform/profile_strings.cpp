@@ -29,7 +29,9 @@ struct Section {
     bool hasRepeatedKeys = false;
 };
 
-std::string_view WithoutEnding(std::string_view line) { return line.substr(0, line.find_first_of("\r\n")); }
+std::string_view WithoutEnding(std::string_view line) {
+    return line.substr(0, line.find_first_of("\r\n"));
+}
 
 LineKind KindOf(std::string_view line) {
     const std::string_view content = Trim(WithoutEnding(line));
@@ -43,7 +45,9 @@ std::string_view SectionName(std::string_view headerLine) {
     return Trim(behindBracket.substr(0, behindBracket.find(']')));
 }
 
-std::string_view KeyName(std::string_view keyLine) { return Trim(keyLine.substr(0, keyLine.find('='))); }
+std::string_view KeyName(std::string_view keyLine) {
+    return Trim(keyLine.substr(0, keyLine.find('=')));
+}
 
 std::string_view KeyValue(std::string_view keyLine) {
     const std::string_view content = WithoutEnding(keyLine);
@@ -76,7 +80,9 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-bool HasLineBreak(std::string_view text) { return text.find_first_of("\r\n") != std::string_view::npos; }
+bool HasLineBreak(std::string_view text) {
+    return text.find_first_of("\r\n") != std::string_view::npos;
+}
 
 }  // namespace
 
@@ -182,7 +188,9 @@ std::string ProfileStrings::Get(std::string_view section, std::string_view key, 
     return FirstCharacters(WithoutTrailingBlanks(defaultText), limit);
 }
 
-bool ProfileStrings::HasSection(std::string_view section) const { return image_->Find(section) != nullptr; }
+bool ProfileStrings::HasSection(std::string_view section) const {
+    return image_->Find(section) != nullptr;
+}
 
 void ProfileStrings::Set(std::string_view section, std::string_view key, std::string_view value) {
     const std::string_view sectionName = Trim(section);
@@ -234,7 +242,9 @@ void ProfileStrings::RemoveSection(std::string_view section) {
     image_ = std::make_unique<Image>(Text());
 }
 
-std::string ProfileStrings::Text() const { return image_->Text(); }
+std::string ProfileStrings::Text() const {
+    return image_->Text();
+}
 
 ProfileStrings OpenProfileStrings(const FileSystem& files, const std::filesystem::path& path) {
     try {

@@ -1,0 +1,355 @@
+#include "platform/format.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr int significantDigits = 15;
+
+/// A magnitude as decimal digits: 0.d1d2d3... times 10 to the point. All digits zero is the number 0.
+struct Decimal {
+    std::array<char, significantDigits> digits;
+    int point = 0;
+
+    bool IsZero() const { return digits[0] == '0'; }
+
+    /// The digit that counts 10 to the power.
+    char DigitOf(int power) const {
+        const int index = point - 1 - power;
+        return index >= 0 && index < significantDigits ? digits[static_cast<std::size_t>(index)] : '0';
+    }
+
+    /// Half away from zero, to so many leading digits; none or fewer leave 0 or carry a 1 before them.
+    void RoundTo(int count) {
+        if (count >= significantDigits) return;
+        const bool up = count >= 0 && digits[static_cast<std::size_t>(count)] >= '5';
+        std::fill(digits.begin() + std::max(count, 0), digits.end(), '0');
+        if (!up) return;
+        int i = count - 1;
+        while (i >= 0 && digits[static_cast<std::size_t>(i)] == '9') digits[static_cast<std::size_t>(i--)] = '0';
+        if (i >= 0) {
+            ++digits[static_cast<std::size_t>(i)];
+        } else {
+            digits[0] = '1';
+            ++point;
+        }
+    }
+};
+
+/// A finite value, not negative, as 15 significant digits.
+Decimal DecimalOf(double magnitude) {
+    std::array<char, 32> text{};  // "d.dddddddddddddde+ddd"
+    const char* end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific,
+                                    significantDigits - 1)
+                          .ptr;
+    Decimal decimal{};
+    decimal.digits[0] = text[0];
+    std::copy_n(text.data() + 2, significantDigits - 1, decimal.digits.begin() + 1);
+    const char* exponent = text.data() + significantDigits + 2;
+    std::from_chars(*exponent == '+' ? exponent + 1 : exponent, end, decimal.point);
+    ++decimal.point;
+    return decimal;
+}
+
+bool IsPlace(char character) {
+    return character == '0' || character == '#';
+}
+
+/// What a number picture asks for.
+struct NumberPicture {
+    int integerPlaces = 0;
+    int firstZeroPlace = -1;  ///< among the integer places, from the left; -1 when all are "#"
+    int decimalPlaces = 0;
+    int decimalZeroPlaces = 0;  ///< decimal places up to the last "0"
+    bool grouped = false;
+    bool percent = false;
+    std::size_t point = std::string_view::npos;     ///< where the decimal point stands
+    std::size_t exponent = std::string_view::npos;  ///< where the "E" stands
+    std::size_t exponentEnd = std::string_view::npos;
+
+    int MinimalIntegerDigits() const { return firstZeroPlace < 0 ? 0 : integerPlaces - firstZeroPlace; }
+    bool HasExponent() const { return exponent != std::string_view::npos; }
+    bool HasPoint() const { return point != std::string_view::npos; }
+    bool HasPlaces() const { return integerPlaces + decimalPlaces > 0; }
+};
+
+/// Where the exponent that starts at the position ends; the position itself when none starts there.
+std::size_t ExponentEnd(std::string_view text, std::size_t position) {
+    const bool starts = (text[position] == 'E' || text[position] == 'e') && position + 2 < text.size() &&
+                        (text[position + 1] == '+' || text[position + 1] == '-') && IsPlace(text[position + 2]);
+    if (!starts) return position;
+    return std::min(text.find_first_not_of("0#", position + 2), text.size());
+}
+
+NumberPicture ReadPicture(std::string_view text) {
+    NumberPicture picture;
+    bool commaAfterPlace = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char character = text[i];
+        if (IsPlace(character)) {
+            if (picture.HasPoint()) {
+                ++picture.decimalPlaces;
+                if (character == '0') picture.decimalZeroPlaces = picture.decimalPlaces;
+            } else {
+                picture.grouped = picture.grouped || commaAfterPlace;
+                if (character == '0' && picture.firstZeroPlace < 0) picture.firstZeroPlace = picture.integerPlaces;
+                ++picture.integerPlaces;
+            }
+        } else if (character == '.' && !picture.HasPoint()) {
+            picture.point = i;
+        } else if (character == ',') {
+            commaAfterPlace = picture.integerPlaces > 0;
+        } else if (character == '%') {
+            picture.percent = true;
+        } else if (!picture.HasExponent() && ExponentEnd(text, i) > i) {
+            picture.exponent = i;
+            picture.exponentEnd = ExponentEnd(text, i);
+            i = picture.exponentEnd - 1;
+        }
+    }
+    return picture;
+}
+
+/// Fills one number into a picture, from left to right.
+class PictureWriter {
+  public:
+    PictureWriter(std::string& out, std::string_view text, const NumberPicture& picture, const Decimal& number)
+        : out_(out), text_(text), picture_(picture), number_(number) {
+        const int least = picture.HasExponent() ? picture.integerPlaces : picture.MinimalIntegerDigits();
+        integerDigits_ = std::max({least, number.IsZero() ? 0 : number.point, 0});
+        decimalDigits_ = picture.decimalPlaces;
+        while (decimalDigits_ > picture.decimalZeroPlaces && number.DigitOf(-decimalDigits_) == '0') --decimalDigits_;
+    }
+
+    void Write(int exponent) {
+        int integerPlace = 0;
+        int decimalPlace = 0;
+        for (std::size_t i = 0; i < text_.size(); ++i) {
+            const char character = text_[i];
+            if (IsPlace(character)) {
+                if (i < picture_.point) {
+                    WriteIntegerPlace(integerPlace++);
+                } else if (++decimalPlace <= decimalDigits_) {
+                    out_ += number_.DigitOf(-decimalPlace);
+                }
+            } else if (i == picture_.point) {
+                if (picture_.integerPlaces == 0) WriteIntegerDigits(0);
+                out_ += character;
+            } else if (i == picture_.exponent) {
+                WriteExponent(exponent);
+                i = picture_.exponentEnd - 1;
+            } else if (character != ',' || !IsGroupingComma(i, integerPlace)) {
+                out_ += character;
+            }
+        }
+    }
+
+  private:
+    bool IsGroupingComma(std::size_t position, int integerPlacesBefore) const {
+        return position < picture_.point && integerPlacesBefore > 0 && integerPlacesBefore < picture_.integerPlaces;
+    }
+
+    /// The first place takes all digits that the places behind it leave over.
+    void WriteIntegerPlace(int place) {
+        const int placesBehind = picture_.integerPlaces - 1 - place;
+        if (place > 0 && placesBehind >= integerDigits_) return;
+        WriteIntegerDigits(placesBehind);
+    }
+
+    /// The integer digits not yet written, as far as the one that counts 10 to the last power.
+    void WriteIntegerDigits(int lastPower) {
+        for (; integerDigits_ > lastPower; --integerDigits_) {
+            const int power = integerDigits_ - 1;
+            out_ += number_.DigitOf(power);
+            if (picture_.grouped && power > 0 && power % 3 == 0) out_ += ',';
+        }
+    }
+
+    void WriteExponent(int exponent) {
+        out_ += text_[picture_.exponent];
+        const bool signAlways = text_[picture_.exponent + 1] == '+';
+        if (exponent < 0) {
+            out_ += '-';
+        } else if (signAlways) {
+            out_ += '+';
+        }
+        const std::size_t width = picture_.exponentEnd - picture_.exponent - 2;
+        std::array<char, 8> digits{};
+        const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), std::abs(exponent)).ptr;
+        const auto length = static_cast<std::size_t>(end - digits.data());
+        if (length < width) out_.append(width - length, '0');
+        out_.append(digits.data(), length);
+    }
+
+    std::string& out_;
+    std::string_view text_;
+    const NumberPicture& picture_;
+    const Decimal& number_;
+    int integerDigits_;  ///< still to be written
+    int decimalDigits_;
+};
+
+/// Rounds to the picture's places. Returns the power of ten that an exponent picture shows, its mantissa in the number.
+int RoundToPicture(Decimal& number, const NumberPicture& picture) {
+    if (!picture.HasExponent()) {
+        number.RoundTo(number.point + picture.decimalPlaces);
+        return 0;
+    }
+    if (number.IsZero()) return 0;
+    number.RoundTo(picture.integerPlaces + picture.decimalPlaces);
+    const int exponent = number.point - picture.integerPlaces;
+    number.point = picture.integerPlaces;
+    return exponent;
+}
+
+constexpr std::array<std::string_view, 12> monthAbbreviations = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+void AppendPadded(std::string& out, long long number, std::size_t width) {
+    const std::string digits = NumberText(number);
+    if (digits.size() < width) out.append(width - digits.size(), '0');
+    out += digits;
+}
+
+/// A moment taken apart.
+struct Calendar {
+    explicit Calendar(DateTime moment)
+        : date(std::chrono::floor<std::chrono::days>(moment)),
+          time(std::chrono::floor<std::chrono::seconds>(TimeOfDay(moment))) {}
+
+    long long Hour() const { return time.hours().count(); }
+    long long Minute() const { return time.minutes().count(); }
+    long long Second() const { return time.seconds().count(); }
+
+    std::chrono::year_month_day date;
+    std::chrono::hh_mm_ss<std::chrono::seconds> time;
+};
+
+constexpr std::array<std::string_view, 14> dateFields = {"ttttt", "yyyy", "mmm", "yy", "mm", "dd", "hh",
+                                                         "nn",    "ss",   "m",   "d",  "h",  "n",  "s"};
+
+/// The field at the start of a picture, empty when there is none.
+std::string_view FirstField(std::string_view picture) {
+    for (const std::string_view field : dateFields) {
+        if (StartsWith(picture, field)) return field;
+    }
+    return {};
+}
+
+void AppendFullTime(std::string& out, const Calendar& calendar) {
+    out += NumberText((calendar.Hour() + 11) % 12 + 1) + ":";
+    AppendPadded(out, calendar.Minute(), 2);
+    out += ":";
+    AppendPadded(out, calendar.Second(), 2);
+    out += calendar.Hour() < 12 ? " AM" : " PM";
+}
+
+void AppendField(std::string& out, const Calendar& calendar, std::string_view field, bool hourBefore) {
+    const unsigned month = static_cast<unsigned>(calendar.date.month());
+    const int year = static_cast<int>(calendar.date.year());
+    if (field == "ttttt") return AppendFullTime(out, calendar);
+    if (field == "mmm") {
+        out += monthAbbreviations[month - 1];
+        return;
+    }
+    if (field == "yy") return AppendPadded(out, year % 100, 2);
+    switch (field[0]) {
+        case 'y':
+            return AppendPadded(out, year, 4);
+        case 'd':
+            return AppendPadded(out, static_cast<unsigned>(calendar.date.day()), field.size());
+        case 'h':
+            return AppendPadded(out, calendar.Hour(), field.size());
+        case 'n':
+            return AppendPadded(out, calendar.Minute(), field.size());
+        case 's':
+            return AppendPadded(out, calendar.Second(), field.size());
+        default:
+            return AppendPadded(out, hourBefore ? calendar.Minute() : month, field.size());
+    }
+}
+
+/// Seconds are rounded half up with carry; a picture without them keeps the minute, and so the date, that is running.
+DateTime RoundedForPicture(DateTime moment, std::string_view picture) {
+    const bool showsSeconds =
+        picture.find('s') != std::string_view::npos || picture.find("ttttt") != std::string_view::npos;
+    if (!showsSeconds) return moment;
+    return std::chrono::floor<std::chrono::seconds>(moment + std::chrono::milliseconds(500));
+}
+
+}  // namespace
+
+void AppendFormat(std::string& out, double value, std::string_view picture) {
+    if (!std::isfinite(value) || picture.empty()) {
+        out += NumberText(value);
+        return;
+    }
+    const std::string_view text = EqualIgnoringCase(picture, "Percent") ? "0.00%" : picture;
+    const NumberPicture read = ReadPicture(text);
+    Decimal number = DecimalOf(std::abs(value));
+    if (read.percent) number.point += 2;
+    const int exponent = RoundToPicture(number, read);
+    if (value < 0 && read.HasPlaces() && !number.IsZero()) out += '-';
+    PictureWriter(out, text, read, number).Write(exponent);
+}
+
+std::string Format(double value, std::string_view picture) {
+    std::string text;
+    AppendFormat(text, value, picture);
+    return text;
+}
+
+std::string Format(DateTime moment, std::string_view picture) {
+    const Calendar calendar(RoundedForPicture(moment, picture));
+    std::string text;
+    bool hourBefore = false;
+    while (!picture.empty()) {
+        const std::string_view field = FirstField(picture);
+        if (field.empty()) {
+            text += picture.front();
+            picture.remove_prefix(1);
+        } else {
+            AppendField(text, calendar, field, hourBefore);
+            hourBefore = field[0] == 'h';
+            picture.remove_prefix(field.size());
+        }
+    }
+    return text;
+}
+
+std::string FormatText(std::string_view text, std::string_view picture) {
+    const std::size_t sectionEnd = std::min(picture.find(';'), picture.size());
+    if (text.empty() && sectionEnd < picture.size()) return std::string(picture.substr(sectionEnd + 1));
+    const std::string_view section = picture.substr(0, sectionEnd);
+    std::size_t places = static_cast<std::size_t>(std::count(section.begin(), section.end(), '@'));
+    if (places == 0) return std::string(text);
+    std::size_t characters = CharacterCount(text);
+    std::string filled;
+    for (const char character : section) {
+        if (character != '@') {
+            filled += character;
+            continue;
+        }
+        --places;
+        if (characters <= places) {
+            filled += ' ';
+            continue;
+        }
+        // The first place takes all that the places behind it leave over.
+        const std::string part = FirstCharacters(text, characters - places);
+        filled += part;
+        text.remove_prefix(part.size());
+        characters = places;
+    }
+    return filled;
+}
+
+}  // namespace bellmark
