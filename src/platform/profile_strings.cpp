@@ -29,8 +29,14 @@ struct Section {
     bool hasRepeatedKeys = false;
 };
 
+/// Where the line ends that the text starts with.
+std::size_t LineEnd(std::string_view text) {
+    const auto end = std::find_if(text.begin(), text.end(), [](char byte) { return byte == '\n' || byte == '\r'; });
+    return static_cast<std::size_t>(end - text.begin());
+}
+
 std::string_view WithoutEnding(std::string_view line) {
-    return line.substr(0, line.find_first_of("\r\n"));
+    return line.substr(0, LineEnd(line));
 }
 
 LineKind KindOf(std::string_view line) {
@@ -59,9 +65,8 @@ std::string_view KeyValue(std::string_view keyLine) {
 
 /// Bytes of the text's first line with its ending.
 std::size_t LineLength(std::string_view text) {
-    const std::size_t end = text.find_first_of("\r\n");
-    if (end == std::string_view::npos) return text.size();
-    return end + (StartsWith(text.substr(end), "\r\n") ? 2 : 1);
+    const std::size_t end = LineEnd(text);
+    return std::min(end + (StartsWith(text.substr(end), "\r\n") ? 2 : 1), text.size());
 }
 
 /// A byte order mark at the start of the text: the character itself, or its three bytes each read as Windows-1252.
@@ -81,7 +86,7 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
 }
 
 bool HasLineBreak(std::string_view text) {
-    return text.find_first_of("\r\n") != std::string_view::npos;
+    return LineEnd(text) < text.size();
 }
 
 }  // namespace
@@ -196,12 +201,13 @@ void ProfileStrings::Set(std::string_view section, std::string_view key, std::st
     const std::string_view sectionName = Trim(section);
     const std::string_view keyName = Trim(key);
     Section* found = image_->Find(sectionName);
-    const auto line = found ? found->keys.find(LowerCase(keyName)) : decltype(found->keys.end()){};
-    if (found && line != found->keys.end()) {
+    if (!found) found = &image_->AddSection(sectionName);
+    const auto line = found->keys.find(LowerCase(keyName));
+    if (line == found->keys.end()) {
+        image_->AddKey(*found, keyName, value);
+    } else {
         std::string& text = line->second->text;
         text = std::string(KeyName(text)) + "=" + std::string(value) + "\r\n";
-    } else {
-        image_->AddKey(found ? *found : image_->AddSection(sectionName), keyName, value);
     }
     // Such texts, written as they stand, read back as other lines than were meant.
     const bool readsBackOtherwise = HasLineBreak(value) || HasLineBreak(sectionName) || HasLineBreak(keyName) ||
