@@ -1,9 +1,9 @@
 #include "pddx/pddx_file.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <map>
+#include <string>
 
 #include "platform/files.h"
 #include "platform/numbers.h"
@@ -39,41 +39,38 @@ TEST(PDDXFile, EveryKeyInOrderWithItsDataType) {
     location.AddHistoryData(1, 2);
     document.AddBellmarkHistory(0);
     for (PDDXSection& section : document.Sections()) {
-        for (PDDXElement& element : section.Elements())
+        for (PDDXElement& element : section.Elements()) {
             element.SetValue(NumberText(static_cast<int>(element.DataType())));
+        }
     }
     EXPECT_EQ(Written(document), ReadTextFile(DiskFileSystem(), BELLMARK_SOURCE_FOLDER "/tests/pddx/every_key.ddx"));
 }
 
-TEST(PDDXFile, DescriptionsAreKeptAndNeverWritten) {
+TEST(PDDXFile, ValuesGoOutAsTheyStandAndDescriptionsStay) {
     PDDXFile document;
     EXPECT_EQ(document.Sections("Pavement Deflection Data Exchange File").Elements("DecimalSymbol").Description(),
               "desc");
     EXPECT_EQ(document.Sections("FWD Calibration Center").Elements("Notes").Description(), "blah");
-    EXPECT_EQ(document.AddTestLocation(1).Elements("TestLane").Description(), "");
-
     PDDXSection& section = document.AddSection("Own");
-    section.AddElement("Zero", "a zero", PDDXDataType::Number, "0");
     section.AddElement("Nothing", "no value", PDDXDataType::Text, "");
-    section.AddElement("List", "", PDDXDataType::Text, "a, b = \"c\"");
+    section.AddElement("List", "a list", PDDXDataType::Text, "a, b = \"c\"");
     std::string text;
     section.PDDX_Output(text);
-    EXPECT_EQ(text, "[Own]\r\nZero = 0\r\nList = a, b = \"c\"\r\n\r\n");
+    EXPECT_EQ(text, "[Own]\r\nList = a, b = \"c\"\r\n\r\n");
 }
 
-TEST(PDDXFile, EverySettingOfAValueIsHeardByElementAndFile) {
+TEST(PDDXFile, EverySettingOfAValueIsHeardByElementThenFile) {
     PDDXFile document;
     PDDXElement& element = document.AddTestLocation(0).Elements("TestLane");
-    std::vector<std::string> heard;
-    element.ValueChange.AddListener([&] { heard.push_back("element " + element.Value()); });
+    std::string heard;
+    element.ValueChange.AddListener([&] { heard += element.Value() + " "; });
     document.ValueChange.AddListener([&](PDDXElement& changed) {
-        heard.push_back(changed.Parent().Handle() + "/" + changed.Handle());
+        heard += changed.Parent().Handle() + "/" + changed.Handle() + ". ";
         document.ValueChange.AddListener([](PDDXElement&) {});  // may be done at any time
     });
     element.SetValue("Outer");
     element.SetValue("Outer");
-    EXPECT_THAT(heard, testing::ElementsAre("element Outer", "Test Location 1/TestLane", "element Outer",
-                                            "Test Location 1/TestLane"));
+    EXPECT_EQ(heard, "Outer Test Location 1/TestLane. Outer Test Location 1/TestLane. ");
 }
 
 TEST(PDDXFile, HandlesAreFoundWithoutCaseAndHeldOnce) {
@@ -81,17 +78,10 @@ TEST(PDDXFile, HandlesAreFoundWithoutCaseAndHeldOnce) {
     PDDXSection& units = document.Sections("Units");
     EXPECT_EQ(&document.Sections("uNITS"), &units);
     EXPECT_EQ(&document.AddSection("UNITS"), &units) << "the first section stays";
-    EXPECT_EQ(&units.Parent(), &document);
+    EXPECT_THROW(document.Sections("Nowhere"), PDDXError);
     const std::size_t count = units.Elements().Size();
     EXPECT_THROW(units.AddElement("loadunits", "", PDDXDataType::UnitName, "N"), PDDXError);
     EXPECT_EQ(units.Elements().Size(), count);
-    try {
-        document.Sections("Nowhere");
-        FAIL() << "an unknown section was found";
-    } catch (const PDDXError& error) {
-        EXPECT_STREQ(error.what(), "The PDDX document has no section \"Nowhere\".");
-    }
-
     PDDXElement& loadUnits = units.Elements("LoadUnits");
     EXPECT_THROW(loadUnits.SetHandle("GPSUnits"), PDDXError);
     loadUnits.SetHandle("A rather long handle of a load unit");
@@ -99,53 +89,32 @@ TEST(PDDXFile, HandlesAreFoundWithoutCaseAndHeldOnce) {
     EXPECT_THROW(units.Elements("LoadUnits"), PDDXError);
     units.RemoveElement("A rather long handle of a load unit", "", PDDXDataType::UnitName, "");
     EXPECT_EQ(units.Elements().Size(), count - 1);
-    EXPECT_THROW(units.RemoveElement("LoadUnits", "", PDDXDataType::UnitName, ""), PDDXError);
 }
 
 TEST(PDDXFile, CountsAreReadFromAnyText) {
-    const std::vector<std::pair<std::string, int>> cases = {{"", 0},
-                                                            {"7", 7},
-                                                            {" 12\t", 12},
-                                                            {"-3", 0},
-                                                            {"three", 0},
-                                                            {"2.5", 2},
-                                                            {"3.5", 4},
-                                                            {"08", 8},
-                                                            {"1e3", 1000},
-                                                            {"2000000000", 2000000000},
-                                                            {"nan", 0},
-                                                            {"inf", 0},
-                                                            {"40 drops", 40},
-                                                            {"1e30", 2147483646},
-                                                            {"99999999999", 2147483646}};
+    const std::map<std::string, int> cases = {{"", 0},    {" 12\t", 12},    {"-3", 0},           {"three", 0},
+                                              {"2.5", 2}, {"40 drops", 40}, {"1e30", 2147483646}};
     for (const auto& [text, count] : cases) EXPECT_EQ(PDDXCount(text), count) << text;
 }
 
-TEST(PDDXFile, IndexZeroCountsUpWhereItShould) {
+TEST(PDDXFile, RepeatedKeysAndSectionsAreNumbered) {
     PDDXFile document;
     PDDXElement& locations = document.Sections("Deflection Data").Elements("NumberOfTestLocations");
     PDDXElement& calibrations = document.Sections("Device Calibration").Elements("NumberCalibrations");
-
     EXPECT_EQ(document.AddTestLocation(0).Handle(), "Test Location 1");
     EXPECT_EQ(locations.Value(), "1");
     PDDXSection& fifth = document.AddTestLocation(5);
     EXPECT_EQ(fifth.Handle(), "Test Location 5");
     EXPECT_EQ(locations.Value(), "1");
     EXPECT_THROW(document.AddTestLocation(5), PDDXError);
-
     EXPECT_EQ(fifth.AddDropData(3).Handle(), "DropData_3");
     EXPECT_EQ(fifth.Elements("NumberOfDrops").Value(), "0");
     EXPECT_EQ(fifth.AddDropData(0).Handle(), "DropData_1");
     EXPECT_EQ(fifth.Elements("NumberOfDrops").Value(), "1");
-
     EXPECT_EQ(document.AddBellmarkHistory(0).Handle(), "Device Calibration_1");
     EXPECT_EQ(calibrations.Value(), "") << "the caller counts calibrations";
     calibrations.SetValue("1");
     EXPECT_EQ(document.AddBellmarkHistory(0).Handle(), "Device Calibration_2");
-}
-
-TEST(PDDXFile, InterimGainKeysOncePerTrial) {
-    PDDXFile document;
     document.AddInterimGain(1);
     EXPECT_THROW(document.AddInterimGain(1), PDDXError);
     EXPECT_TRUE(document.AddInterimGain(2).Elements().Contains("LoadCellCalibrationCenterReferenceDate 2"));
