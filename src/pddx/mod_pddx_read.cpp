@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
@@ -93,12 +94,12 @@ class Reading {
         const int count = Count(source, "NumberOfDrops");
         for (int index = 1; index <= count; ++index) {
             const std::string handle = "DropData_" + NumberText(index);
-            const std::string reply = Reply(strings_, source, handle);
+            std::string reply = Reply(strings_, source, handle);
             if (!Believable(!reply.empty())) return;
             PDDXElement& drop = keepExisting_                          ? location.AddDropData(0)
                                 : location.Elements().Contains(handle) ? location.Elements(handle)
                                                                        : location.AddDropData(index);
-            drop.SetValue(reply);
+            drop.SetValue(std::move(reply));
         }
     }
 
@@ -128,8 +129,8 @@ void GoOnAfter(Step step) {
 
 void ReadPDDXElement(const ProfileStrings& strings, PDDXElement& element, bool keepExisting) {
     if (keepExisting && IsCount(element.Handle())) return;
-    const std::string reply = Reply(strings, element.Parent().Handle(), element.Handle());
-    if (!reply.empty() || !keepExisting) element.SetValue(reply);
+    std::string reply = Reply(strings, element.Parent().Handle(), element.Handle());
+    if (!reply.empty() || !keepExisting) element.SetValue(std::move(reply));
 }
 
 PDDXReadResult ReadPDDXFile(const FileSystem& files, const Path& path, PDDXFile& document, bool keepExisting) {

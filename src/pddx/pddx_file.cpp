@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "pddx/pddx_template.h"
 #include "platform/numbers.h"
@@ -35,8 +36,8 @@ void PDDXElement::SetHandle(std::string_view handle) {
     parent_.Elements().Rename(handle_, std::string(handle));
 }
 
-void PDDXElement::SetValue(std::string_view value) {
-    value_ = value;
+void PDDXElement::SetValue(std::string value) {
+    value_ = std::move(value);
     ValueChange.Raise();
     parent_.ForwardValueChange(*this);
 }

@@ -46,7 +46,7 @@ class PDDXElement {
     /// The text that is to appear in the file. Each setting raises ValueChange here and then of the file, the same text
     /// again included.
     const std::string& Value() const { return value_; }
-    void SetValue(std::string_view value);
+    void SetValue(std::string value);
 
     /// A mark for callers, not written.
     bool Flagged() const { return flagged_; }
