@@ -14,40 +14,40 @@ namespace bellmark {
 namespace {
 
 constexpr int significantDigits = 15;
+constexpr std::uint64_t sixteenDigits = 1000000000000000;  // the smallest number of so many digits
+constexpr std::uint64_t fifteenDigits = sixteenDigits / 10;
 
-/// A magnitude as decimal digits: 0.d1d2d3... times 10 to the point. All digits zero is the number 0.
-struct Decimal {
-    std::array<char, significantDigits> digits;
-    int point = 0;
-
-    bool IsZero() const { return digits[0] == '0'; }
-
-    /// The digit that counts 10 to the power.
-    char DigitOf(int power) const {
-        const int index = point - 1 - power;
-        return index >= 0 && index < significantDigits ? digits[static_cast<std::size_t>(index)] : '0';
-    }
-
-    /// Half away from zero, to so many leading digits; none or fewer leave 0 or carry a 1 before them.
-    void RoundTo(int count) {
-        if (count >= significantDigits) return;
-        const bool up = count >= 0 && digits[static_cast<std::size_t>(count)] >= '5';
-        std::fill(digits.begin() + std::max(count, 0), digits.end(), '0');
-        if (!up) return;
-        int i = count - 1;
-        while (i >= 0 && digits[static_cast<std::size_t>(i)] == '9') digits[static_cast<std::size_t>(i--)] = '0';
-        if (i >= 0) {
-            ++digits[static_cast<std::size_t>(i)];
-        } else {
-            digits[0] = '1';
-            ++point;
-        }
-    }
-};
+using Digits = std::array<char, significantDigits>;
 
 /// 10 to the powers that a double holds exactly.
 constexpr std::array<double, 23> powersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                                 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// A magnitude in 15 significant digits d1d2d3...: the number 0.d1d2d3... times 10 to the point. 0 has only zeros.
+struct Decimal {
+    std::uint64_t digits = 0;
+    int point = 0;
+
+    bool IsZero() const { return digits == 0; }
+
+    /// Half away from zero, to so many leading digits; none or fewer leave 0 or carry a 1 before them.
+    void RoundTo(int count) {
+        if (count >= significantDigits) return;
+        const auto dropped = static_cast<std::size_t>(significantDigits - std::max(count, 0));
+        const auto unit = static_cast<std::uint64_t>(powersOfTen[dropped]);
+        digits = count < 0 ? 0 : (digits + unit / 2) / unit * unit;
+        if (digits < sixteenDigits) return;
+        digits = fifteenDigits;
+        ++point;
+    }
+
+    Digits DigitTexts() const {
+        Digits texts;
+        texts.fill('0');
+        std::to_chars(texts.data(), texts.data() + texts.size(), digits);
+        return texts;
+    }
+};
 
 /// The magnitude times 10 to the places, rounded to a whole number. The product is taken exactly, as a sum of two
 /// doubles.
@@ -64,9 +64,10 @@ Decimal DecimalByLibrary(double magnitude) {
     const char* end = std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific,
                                     significantDigits - 1)
                           .ptr;
-    Decimal decimal{};
-    decimal.digits[0] = text[0];
-    std::copy_n(text.data() + 2, significantDigits - 1, decimal.digits.begin() + 1);
+    Decimal decimal;
+    for (const char* digit = text.data(); *digit != 'e'; ++digit) {
+        if (*digit != '.') decimal.digits = decimal.digits * 10 + static_cast<std::uint64_t>(*digit - '0');
+    }
     const char* exponent = text.data() + significantDigits + 2;
     std::from_chars(*exponent == '+' ? exponent + 1 : exponent, end, decimal.point);
     ++decimal.point;
@@ -77,23 +78,16 @@ Decimal DecimalByLibrary(double magnitude) {
 Decimal DecimalOf(double magnitude) {
     // Measured values lie here, and need a quarter of the library's time.
     if (!(magnitude >= 1e-8 && magnitude < 1e14)) return DecimalByLibrary(magnitude);
-    int point = -7;
-    while (point <= 0 ? magnitude * powersOfTen[static_cast<std::size_t>(-point)] >= 1
-                      : magnitude >= powersOfTen[static_cast<std::size_t>(point)]) {
-        ++point;
-    }
-    std::uint64_t whole = ExactlyScaled(magnitude, static_cast<std::size_t>(significantDigits - point));
-    constexpr std::uint64_t sixteenDigits = 1000000000000000;
-    constexpr std::uint64_t fifteenDigits = sixteenDigits / 10;
-    if (whole < fifteenDigits) return DecimalByLibrary(magnitude);  // at the very edge of a power of ten
-    if (whole >= sixteenDigits) {
-        whole = fifteenDigits;
-        ++point;
-    }
-    Decimal decimal{};
-    std::to_chars(decimal.digits.data(), decimal.digits.data() + decimal.digits.size(), whole);
-    decimal.point = point;
-    return decimal;
+    int binaryExponent = 0;
+    std::frexp(magnitude, &binaryExponent);
+    // log10(2) is 0.30103: the guess is right or one too small.
+    int point = static_cast<int>(std::floor((binaryExponent - 1) * 0.30103)) + 1;
+    const bool reachesNext = point >= 0 ? magnitude >= powersOfTen[static_cast<std::size_t>(point)]
+                                        : magnitude * powersOfTen[static_cast<std::size_t>(-point)] >= 1;
+    if (reachesNext) ++point;
+    const std::uint64_t digits = ExactlyScaled(magnitude, static_cast<std::size_t>(significantDigits - point));
+    if (digits < fifteenDigits) return DecimalByLibrary(magnitude);  // at the very edge of a power of ten
+    return digits < sixteenDigits ? Decimal{digits, point} : Decimal{fifteenDigits, point + 1};
 }
 
 bool IsPlace(char character) {
@@ -159,11 +153,11 @@ NumberPicture ReadPicture(std::string_view text) {
 class PictureWriter {
   public:
     PictureWriter(std::string& out, std::string_view text, const NumberPicture& picture, const Decimal& number)
-        : out_(out), text_(text), picture_(picture), number_(number) {
+        : out_(out), text_(text), picture_(picture), digits_(number.DigitTexts()), digitsBeforePoint_(number.point) {
         const int least = picture.HasExponent() ? picture.integerPlaces : picture.MinimalIntegerDigits();
         integerDigits_ = std::max({least, number.IsZero() ? 0 : number.point, 0});
         decimalDigits_ = picture.decimalPlaces;
-        while (decimalDigits_ > picture.decimalZeroPlaces && number.DigitOf(-decimalDigits_) == '0') --decimalDigits_;
+        while (decimalDigits_ > picture.decimalZeroPlaces && DigitOf(-decimalDigits_) == '0') --decimalDigits_;
     }
 
     void Write(int exponent) {
@@ -175,7 +169,7 @@ class PictureWriter {
                 if (i < picture_.point) {
                     WriteIntegerPlace(integerPlace++);
                 } else if (++decimalPlace <= decimalDigits_) {
-                    out_ += number_.DigitOf(-decimalPlace);
+                    out_ += DigitOf(-decimalPlace);
                 }
             } else if (i == picture_.point) {
                 if (picture_.integerPlaces == 0) WriteIntegerDigits(0);
@@ -190,6 +184,12 @@ class PictureWriter {
     }
 
   private:
+    /// The digit that counts 10 to the power.
+    char DigitOf(int power) const {
+        const int index = digitsBeforePoint_ - 1 - power;
+        return index >= 0 && index < significantDigits ? digits_[static_cast<std::size_t>(index)] : '0';
+    }
+
     bool IsGroupingComma(std::size_t position, int integerPlacesBefore) const {
         return position < picture_.point && integerPlacesBefore > 0 && integerPlacesBefore < picture_.integerPlaces;
     }
@@ -205,7 +205,7 @@ class PictureWriter {
     void WriteIntegerDigits(int lastPower) {
         for (; integerDigits_ > lastPower; --integerDigits_) {
             const int power = integerDigits_ - 1;
-            out_ += number_.DigitOf(power);
+            out_ += DigitOf(power);
             if (picture_.grouped && power > 0 && power % 3 == 0) out_ += ',';
         }
     }
@@ -229,7 +229,8 @@ class PictureWriter {
     std::string& out_;
     std::string_view text_;
     const NumberPicture& picture_;
-    const Decimal& number_;
+    Digits digits_;
+    int digitsBeforePoint_;
     int integerDigits_;  ///< still to be written
     int decimalDigits_;
 };
@@ -249,10 +250,11 @@ int RoundToPicture(Decimal& number, const NumberPicture& picture) {
 
 /// Whether a picture is "0.00E+00" with any decimals that the digits can fill.
 bool IsPlainExponentPicture(std::string_view picture) {
-    constexpr std::size_t around = 6;  // "0." and "E+00"
-    if (picture.size() <= around || picture.size() > around + significantDigits - 1) return false;
-    return StartsWith(picture, "0.") && picture.substr(picture.size() - 4) == "E+00" &&
-           picture.substr(2, picture.size() - around).find_first_not_of('0') == std::string_view::npos;
+    constexpr std::string_view mostDecimals = "0.00000000000000";
+    constexpr std::string_view exponent = "E+00";
+    if (picture.size() < 7 || picture.size() > mostDecimals.size() + exponent.size()) return false;
+    const std::size_t mantissa = picture.size() - exponent.size();
+    return picture.substr(mantissa) == exponent && StartsWith(mostDecimals, picture.substr(0, mantissa));
 }
 
 /// The pictures of the drop files, which hold 60000 numbers: in one go instead of place by place.
@@ -264,9 +266,10 @@ void AppendPlainExponent(std::string& out, double value, std::size_t decimals) {
     std::array<char, significantDigits + 8> text{};
     char* end = text.data();
     if (value < 0) *end++ = '-';
-    *end++ = number.digits[0];
+    const Digits digits = number.DigitTexts();
+    *end++ = digits[0];
     *end++ = '.';
-    end = std::copy_n(number.digits.begin() + 1, decimals, end);
+    end = std::copy_n(digits.begin() + 1, decimals, end);
     *end++ = 'E';
     *end++ = exponent < 0 ? '-' : '+';
     if (size >= 100) *end++ = static_cast<char>('0' + size / 100);
