@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <typeindex>
 #include <vector>
@@ -17,6 +18,12 @@
 
 namespace bellmark {
 
+/// What the replay of a saved drop changes for its time.
+struct SetAsideForReplay {
+    CenterConfig center;
+    int dropSequenceIndex = 0;
+};
+
 /// One running program: its records, its services and its screens behind their doors. Passed by reference; there is nothing
 /// global, so that two of them can live side by side.
 class Program {
@@ -29,6 +36,7 @@ class Program {
     CalibrationRun Run;
     CenterConfig Center;
     DropRecord Drop;
+    std::optional<SetAsideForReplay> SetAside;  ///< while a saved drop is replayed
     PageHeader Header;
     ScreenStack Screens;
 

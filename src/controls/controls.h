@@ -151,7 +151,8 @@ class Timer : public Control {
     ~Timer() override { Stop(); }
     std::string DisplayText() const override { return IsRunning() ? "running" : "stopped"; }
 
-    void Start();  ///< anew from now when it runs already
+    void SetInterval(std::chrono::milliseconds interval) { interval_ = interval; }  ///< from the next start on
+    void Start();                                                                  ///< anew from now when it runs already
     void Stop();
     bool IsRunning() const { return id_.has_value(); }
     std::function<void()> Tick;

@@ -1,0 +1,126 @@
+#include "app/ctrl_ht_drop_array.h"
+
+#include <algorithm>
+
+#include "app/mod_shared.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr int mostDropsPerHeight = 10;
+
+template <class ControlType>
+std::vector<std::unique_ptr<ControlType>> ControlArray(Screen& host, const std::string& name, std::size_t count) {
+    std::vector<std::unique_ptr<ControlType>> controls;
+    for (std::size_t i = 0; i < count; ++i) {
+        controls.push_back(std::make_unique<ControlType>(host, name + '(' + NumberText(i) + ')'));
+    }
+    return controls;
+}
+
+const char* PictureOf(int procedure, bool englishUnits) {
+    if (procedure == 4) return englishUnits ? "#0.00" : "#,##0.0";
+    if (procedure == 5) return englishUnits ? "#,##0" : "#0.00";
+    return englishUnits ? "#0.000" : "#,##0.00";
+}
+
+}  // namespace
+
+double HeightVariationLimit(int procedure, bool englishUnits, double mean) {
+    if (procedure == 4) return 0.01 * mean + (englishUnits ? 0.08 : 2);
+    return 0.02 * mean + (englishUnits ? 45 : 0.2);
+}
+
+ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run)
+    : txtData(ControlArray<TextBox>(host, "txtData", maxDrops)),
+      lblHeight(ControlArray<Label>(host, "lblHeight", maxHeights)),
+      lblDrop(ControlArray<Label>(host, "lblDrop", mostDropsPerHeight)),
+      lblMean(ControlArray<Label>(host, "lblMean", maxHeights)),
+      lblStdDev(ControlArray<Label>(host, "lblStdDev", maxHeights)),
+      lblMeanLabel(host, "lblMeanLabel", "Mean"),
+      lblStdDevLabel(host, "lblStdDevLabel", "Std.Dev."),
+      lblNoise(host, "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
+      run_(run) {
+    for (std::size_t i = 0; i < txtData.size(); ++i) {
+        txtData[i]->Locked = true;
+        txtData[i]->Click = [this, i] {
+            if (CellClick) CellClick(static_cast<int>(i));
+        };
+    }
+    for (std::size_t i = 0; i < lblHeight.size(); ++i) lblHeight[i]->Caption = "Ht. " + NumberText(i + 1);
+    for (std::size_t i = 0; i < lblDrop.size(); ++i) lblDrop[i]->Caption = "Drop " + NumberText(i + 1);
+    lblNoise.Visible = false;
+}
+
+void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {
+    drops_ = drops;
+    heights_ = heights;
+    FormatStyle();
+    for (std::size_t i = 0; i < txtData.size(); ++i) txtData[i]->Visible = IsCell(static_cast<int>(i));
+    for (std::size_t i = 0; i < maxHeights; ++i) {
+        const bool used = static_cast<int>(i) < heights;
+        lblHeight[i]->Visible = used && labels;
+        lblMean[i]->Visible = used;
+        lblStdDev[i]->Visible = used;
+    }
+    for (std::size_t i = 0; i < lblDrop.size(); ++i) lblDrop[i]->Visible = static_cast<int>(i) < drops && labels;
+}
+
+void ctrlHtDropArray::FormatStyle() { picture_ = PictureOf(run_.CurrentProcedure, run_.EnglishUnits); }
+
+void ctrlHtDropArray::Clear() {
+    for (const auto& cell : txtData) {
+        cell->Text = "";
+        cell->BackColor = colors::window;
+    }
+    for (std::size_t i = 0; i < maxHeights; ++i) {
+        lblMean[i]->Caption = "";
+        lblStdDev[i]->Caption = "";
+    }
+    lblNoise.Visible = false;
+}
+
+void ctrlHtDropArray::HighlightCell(int index, Color color) {
+    if (IsCell(index)) txtData[static_cast<std::size_t>(index)]->BackColor = color;
+}
+
+void ctrlHtDropArray::ShowResult(int index, double value) {
+    if (IsCell(index)) txtData[static_cast<std::size_t>(index)]->Text = Format(value, picture_);
+}
+
+void ctrlHtDropArray::ShowResults() {
+    const int taken = std::min(run_.DropSequenceIndex, drops_ * heights_);
+    for (int i = 0; i < taken; ++i) ShowResult(i, run_.DropResults[static_cast<std::size_t>(i)]);
+}
+
+void ctrlHtDropArray::ShowExcessNoise(int index, bool excess) {
+    HighlightCell(index, excess ? colors::mustBeUpdated : colors::window);
+    const auto& flags = run_.DropNoiseFlags;
+    lblNoise.Visible = std::find(flags.begin(), flags.end(), true) != flags.end();
+}
+
+void ctrlHtDropArray::ShowHeightStats(int height, std::span<const double> values, bool isFWD) {
+    if (height < 1 || height > static_cast<int>(maxHeights) || values.empty()) return;
+    double sum = 0;
+    double sumOfSquares = 0;
+    for (const double value : values) {
+        sum += value;
+        sumOfSquares += value * value;
+    }
+    const double mean = sum / static_cast<double>(values.size());
+    const double deviation = SampleStdDev(sumOfSquares, sum, static_cast<int>(values.size()));
+    const auto row = static_cast<std::size_t>(height - 1);
+    HeightStatistics& stats = run_.HeightStats[row];
+    (isFWD ? stats.FWDMean : stats.RefMean) = mean;
+    (isFWD ? stats.FWDStdDev : stats.RefStdDev) = deviation;
+    lblMean[row]->Caption = Format(mean, picture_);
+    lblStdDev[row]->Caption = Format(deviation, picture_);
+    if (height == run_.CurrentHeightIndex) {
+        run_.HeightVariationLimit = HeightVariationLimit(run_.CurrentProcedure, run_.EnglishUnits, mean);
+    }
+}
+
+}  // namespace bellmark

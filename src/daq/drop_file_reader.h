@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Reads the samples of a drop from text, in the two forms that the simulated board serves.
+namespace bellmark {
+
+inline constexpr int mostSamples = 15000;
+
+/// Values of a drop file's header, each where its line was there.
+struct DropFileHeader {
+    std::optional<double> shuntMultiplier;
+    std::optional<double> plus1GVoltage;   ///< volts
+    std::optional<double> minus1GVoltage;  ///< volts
+    std::optional<double> burstAverage;
+    std::optional<double> burstStdDev;
+};
+
+struct DropSamples {
+    std::vector<float> volts;
+    float lowest = 1e20F;
+    float highest = -1e20F;
+    DropFileHeader header;
+    bool complete = true;  ///< false: there were more samples than a block holds, or a line without a third field
+};
+
+/// A flat list of numbers between commas or line ends; empty items are skipped.
+DropSamples ReadTemplateFile(std::string_view text);
+
+/// The text file that is written for every drop: header lines, a line that begins with "Sample", then one line a sample with
+/// the volts in the third of its comma-separated fields. Reads up to the first line that is not so.
+DropSamples ReadSavedDropFile(std::string_view text);
+
+}  // namespace bellmark

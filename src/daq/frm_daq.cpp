@@ -1,0 +1,35 @@
+#include "daq/frm_daq.h"
+
+#include "app/program.h"
+
+namespace bellmark {
+
+frmDAQ::frmDAQ(const Program& program, Board& simulator, Board* hardware)
+    : program_(program), simulator_(simulator), hardware_(hardware), current_(&simulator) {}
+
+std::string frmDAQ::FindBoard() {
+    current_ = &simulator_;
+    if (hardware_) {
+        const std::string name = hardware_->FindBoard();
+        if (hardware_->BoardAvailable()) {
+            current_ = hardware_;
+            return name;
+        }
+        hardware_->Unload();
+    }
+    return simulator_.FindBoard();
+}
+
+void frmDAQ::ShowDAQ(bool visible) {
+    // With hardware the simulator's screen comes up only for a review; the board's own screen stays as it is.
+    if (!HasHardware() || program_.Run.ReviewMode) simulator_.ShowBoard(visible);
+}
+
+void frmDAQ::Unload() {
+    if (hardware_) hardware_->Unload();
+    simulator_.Unload();
+}
+
+Board& frmDAQ::Capturing() { return program_.Run.ReplayMode ? simulator_ : *current_; }
+
+}  // namespace bellmark

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/doors.h"
+#include "daq/board.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The one way to analog input: passes every call on to the board in use. While saved drops are replayed, captures go to the
+/// simulated board even where hardware is present.
+class frmDAQ : public AcquisitionDoor {
+  public:
+    /// hardware may be nullptr: a build or a machine without a board's back-end.
+    frmDAQ(const Program& program, Board& simulator, Board* hardware);
+
+    std::string FindBoard() override;
+    bool HasHardware() const override { return current_ == hardware_ && hardware_; }
+    bool BoardAvailable() override { return current_->BoardAvailable(); }
+    void InitializeBoard() override { current_->InitializeBoard(); }
+    void ShowDAQ(bool visible) override;
+    float OneConversion(int channel) override { return current_->OneConversion(channel); }
+    int DAQWaitforButton(int channel) override { return current_->WaitforButton(channel); }
+    void CaptureBlock(int channel) override { Capturing().CaptureBlock(channel); }
+    bool BlockCaptured() override { return Capturing().BlockCaptured(); }
+    void GetResultsVolts(std::vector<float>& volts, int& count) override { Capturing().GetResultsVolts(volts, count); }
+    void AbortAcquisition() override { Capturing().StopAcq(); }
+    int CurrentChannelType() const override { return current_->CurrentChannelType; }
+    void SetCurrentChannelType(int type) override { current_->CurrentChannelType = type; }
+    int TriggerThreshold() const override { return current_->TriggerThreshold; }
+    void SetTriggerThreshold(int threshold) override { current_->TriggerThreshold = threshold; }
+    void Unload() override;
+
+  private:
+    Board& Capturing();
+
+    const Program& program_;
+    Board& simulator_;
+    Board* hardware_;
+    Board* current_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "app/calibration_run.h"
+#include "app/center_config.h"
+#include "app/drop_record.h"
+
+/// The text file that is kept of every drop. The simulated board reads it back.
+namespace bellmark {
+
+/// "LoadCell2-H3D1.txt": trial, height and drop in hand.
+std::string LoadDropFileName(const CalibrationRun& run);
+
+/// Content of a load cell drop's file, lines end in CR LF.
+std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center, DateTime now);
+
+}  // namespace bellmark

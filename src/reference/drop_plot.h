@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/drop_record.h"
+#include "controls/picture.h"
+
+namespace bellmark {
+
+enum class LoadCurve { Voltage, Offset, Force };
+
+/// The load cell drop as it is drawn: volts after the shunt correction, total load, or load less the zero, with start and peak
+/// of the pulse marked. Zoomed in on the pulse, or the whole block. Loads in lbf or kN.
+Plot LoadDropPlot(const DropRecord& drop, LoadCurve curve, bool zoomedIn, bool englishUnits);
+
+}  // namespace bellmark

@@ -1,0 +1,195 @@
+#include "reference/frm_bellmark_accel.h"
+
+#include <algorithm>
+
+#include "app/mod_shared.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
+#include "reference/hand_button.h"
+#include "reference/replay.h"
+
+namespace bellmark {
+
+namespace {
+constexpr Color firstDropOfHeight{255, 224, 192};
+constexpr Color furtherDrop{192, 255, 255};
+constexpr Color trialComplete{255, 192, 192};
+constexpr const char* nextDropPrompt = "When ready to begin this drop, press NEXT.";
+constexpr const char* trialCompletePrompt = "When ready to get FWD drop data, press NEXT.";
+}  // namespace
+
+frmBellmark_Accel::frmBellmark_Accel(Program& program)
+    : Screen(program.Screens, "frmBellmark_Accel", "Collect Data"),
+      Header(*this, program.Header),
+      DropDataDisplay(*this, program.Run),
+      program_(program),
+      run_(program.Run) {
+    cmdNext.Click = [this] { cmdNext_Click(); };
+    cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
+    TimerAccel.Tick = [this] { TimerAccel_Tick(); };
+    DropDataDisplay.CellClick = [this](int index) { ReviewDrop(index); };
+    lblLoadNumber.PutInto(fraLoadLevel);
+    lblDropNumber.PutInto(fraDropNumber);
+    SetDefaultButton(&cmdNext);
+}
+
+bool frmBellmark_Accel::TrialIsInHand() const {
+    return run_.DropSequenceIndex > 0 && procedureInHand_ == run_.CurrentProcedure;
+}
+
+bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* review) {
+    const Answer answer = program_.ShowBox(NumberText(trials) + done + "\r\n" + review, box::okCancel);
+    if (answer != Answer::OK || !program_.Has<ResultsDoor>()) return false;
+    program_.The<ResultsDoor>().Open();
+    return true;
+}
+
+void frmBellmark_Accel::Bellmark() {
+    ComputeAccelAdjustment(program_.Center);
+    if (TrialIsInHand()) {
+        // Back from the main menu in the middle of a trial: what was accepted stands.
+        Show();
+        PollButton(true);
+        return;
+    }
+    run_.DropNoiseFlags = {};
+    if (run_.CurrentProcedure == 5) {
+        Header.PageTitle.Caption = "Collect Data Using Reference Load Cell";
+        if (run_.LoadCellRefTrials >= 2 && !run_.LoadCellCalComplete &&
+            GoesToResults(run_.LoadCellRefTrials, "  load cell calibration trials have been completed so far.",
+                          "Please review the Load Cell Calibration Results")) {
+            return;
+        }
+    } else {
+        Header.PageTitle.Caption = "Collect Data Using Accelerometer";
+        if (run_.RefTrials >= 2 && run_.RefTrials % 2 == 0 &&
+            GoesToResults(run_.RefTrials, "  reference calibration trials have been completed so far.",
+                          "Please review the Reference Calibration Results")) {
+            return;
+        }
+        if (!AccelCalCurrent(program_)) {
+            program_.The<FlipCalibrationDoor>().Start();
+            return;
+        }
+    }
+    Start();
+}
+
+void frmBellmark_Accel::Start() {
+    if (program_.Has<PrerequisitesDoor>() &&
+        !program_.The<PrerequisitesDoor>().PrerequisitesMet(run_.CurrentProcedure)) {
+        return;
+    }
+    DropDataDisplay.CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
+    run_.TotalDrops = DropsInTrial(run_);
+    ClearDropData();
+    run_.DropSequenceIndex = 0;
+    procedureInHand_ = run_.CurrentProcedure;
+    const bool loadCell = run_.CurrentProcedure == 5;
+    lblTrialNum.Caption = NumberText((loadCell ? run_.LoadCellRefTrials : run_.RefTrials) + 1);
+    if (loadCell) {
+        lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in pound-force)" : "(Drop data are in kilo-Newtons)";
+    } else {
+        lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in mils)" : "(Drop data are in microns)";
+    }
+    ShowDropInHand();
+    Show();
+    PollButton(true);
+}
+
+void frmBellmark_Accel::ClearDropData() {
+    run_.DropResults = {};
+    DropDataDisplay.Clear();
+}
+
+void frmBellmark_Accel::ShowDropInHand() {
+    const int index = run_.DropSequenceIndex;
+    const bool complete = index >= run_.TotalDrops;
+    const int drop = DropInHeight(index, run_.NumberDropsPerLoadLevel) + 1;
+    lblLoadNumber.Caption = NumberText(HeightOfDrop(index, run_.NumberDropsPerLoadLevel) + 1);
+    lblDropNumber.Caption = NumberText(drop);
+    fraLoadLevel.Visible = !complete;
+    fraDropNumber.Visible = !complete;
+    lblPrompt.Caption = complete ? trialCompletePrompt : nextDropPrompt;
+    SetBackColor(complete ? trialComplete : drop == 1 ? firstDropOfHeight : furtherDrop);
+    if (!complete) DropDataDisplay.HighlightCell(index, colors::warning);
+    SetFocus(cmdNext);
+}
+
+void frmBellmark_Accel::ShowStatistics() {
+    const int perHeight = run_.NumberDropsPerLoadLevel;
+    for (int first = 0; first < run_.DropSequenceIndex; first += perHeight) {
+        const int count = std::min(perHeight, run_.DropSequenceIndex - first);
+        DropDataDisplay.ShowHeightStats(
+            HeightOfDrop(first, perHeight) + 1,
+            std::span(run_.DropResults).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)), false);
+    }
+}
+
+void frmBellmark_Accel::GetResults() {
+    run_.TrialReview = false;
+    if (run_.ReplayMode) {
+        EndReplay(program_);
+        ShowDropInHand();
+        return;
+    }
+    const int index = run_.DropSequenceIndex;
+    const bool storable = index >= 0 && index < static_cast<int>(maxDrops);
+    if (storable) {
+        const auto slot = static_cast<std::size_t>(index);
+        DropDataDisplay.ShowExcessNoise(index, run_.DropNoiseFlags[slot]);
+        DropDataDisplay.ShowResult(index, run_.DropResults[slot]);
+    }
+    ++run_.DropSequenceIndex;
+    if (storable) ShowStatistics();
+    ShowDropInHand();
+}
+
+void frmBellmark_Accel::PollButton(bool poll) {
+    if (poll && !run_.ReviewMode) {
+        TimerAccel.Start();
+    } else {
+        TimerAccel.Stop();
+    }
+}
+
+void frmBellmark_Accel::TimerAccel_Tick() {
+    if (HandButtonWasReleased(program_)) cmdNext_Click();
+}
+
+void frmBellmark_Accel::cmdNext_Click() {
+    PollButton(false);
+    run_.ButtonDown = false;
+    if (run_.DropSequenceIndex >= run_.TotalDrops) {
+        program_.The<FWDDataDoor>().Start();
+        return;
+    }
+    if (run_.CurrentProcedure == 4 && !AccelCalCurrent(program_)) {
+        program_.Compose(216);
+        program_.ShowComposed();
+        program_.The<FlipCalibrationDoor>().Start();
+        return;
+    }
+    program_.The<DropDoor>().Start();
+}
+
+void frmBellmark_Accel::cmdMainMenu_Click() {
+    PollButton(false);
+    program_.The<MainMenuDoor>().Open();
+}
+
+void frmBellmark_Accel::ReviewDrop(int index) {
+    if (index >= run_.DropSequenceIndex || DropDataDisplay.txtData[static_cast<std::size_t>(index)]->Text.Get().empty()) {
+        return;
+    }
+    const int perHeight = run_.NumberDropsPerLoadLevel;
+    const std::string question = "Do you wish to review Drop Height " + NumberText(HeightOfDrop(index, perHeight) + 1) +
+                                 ", Drop Number " + NumberText(DropInHeight(index, perHeight) + 1) + '?';
+    if (program_.ShowBox(question, box::yesNo + box::question, "Review Collected Data") != Answer::Yes) return;
+    PollButton(false);
+    BeginReplay(program_, index);
+    program_.The<DropDoor>().StartReview();
+}
+
+}  // namespace bellmark

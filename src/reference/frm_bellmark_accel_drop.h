@@ -1,0 +1,82 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/picture.h"
+#include "controls/screen.h"
+#include "reference/load_analysis.h"
+
+namespace bellmark {
+
+class Program;
+
+/// One drop: captured, analysed, drawn, saved, and accepted or rejected.
+class frmBellmark_AccelDrop : public Screen, public DropDoor {
+  public:
+    explicit frmBellmark_AccelDrop(Program& program);
+
+    ctrlHeader Header;
+    Label lblHeightDrop{*this, "lblHeightDrop"};
+    Label lblState{*this, "lblState"};  ///< what the colour of the screen says, in words
+    Label lblFilename{*this, "lblFilename"};
+    Picture picDropResponse{*this, "picDropResponse"};
+    CheckBox chkZoom{*this, "chkZoom", "&Zoomed In"};
+    Frame Frame1{*this, "Frame1", "Show"};
+    OptionButton optAcceleration{*this, "optAcceleration", "curve"};
+    OptionButton optVelocity{*this, "optVelocity", "curve"};
+    OptionButton optDeflection{*this, "optDeflection", "curve"};
+    Label lblPeakCaption{*this, "lblPeakCaption"};
+    Label lblPeakMils{*this, "lblPeakMils"};
+    Label lblMilsUnit{*this, "lblMilsUnit"};
+    Label lblPeakMicrons{*this, "lblPeakMicrons"};
+    Label lblMicronsUnit{*this, "lblMicronsUnit"};
+    Label lblRiseTime{*this, "lblRiseTime"};
+    Label lblZeroCaption{*this, "lblZeroCaption"};
+    Label lblZeroCalc0{*this, "lblZeroCalc(0)"};
+    Label lblZeroCalc1{*this, "lblZeroCalc(1)"};
+    Label lblNoise{*this, "lblNoise", "Excess noise in the average zero"};
+    Frame fraMessage{*this, "fraMessage"};
+    Label lblMessageTitle{*this, "lblMessageTitle"};
+    Label lblMessageText{*this, "lblMessageText"};
+    Button cmdErrOK{*this, "cmdErrOK", "&OK"};
+    Button cmdAccept{*this, "cmdAccept", "&Accept"};
+    Button cmdReject{*this, "cmdReject", "&Reject"};
+    Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
+    Timer TimerDrop{*this, "TimerDrop", std::chrono::milliseconds(50)};
+
+    void Start() override;
+    void StartReview() override;
+    void CloseRequested() override;
+
+    void ClearDropResults();
+
+  private:
+    void PrepareDrop();
+    void ShowDrop();
+    bool CaptureLoad();
+    LoadDropFindings AnalyzeLoadDrop();
+    void ShowLoadResults(const LoadDropFindings& findings);
+    void ShowNoiseVerdict(const LoadDropFindings& findings);
+    void AllowAnswers();
+    bool WriteDropFile();
+    void PlotResponse();
+    void OpenPanel();
+    void RejectDrop();
+    void LeaveReplay();
+    void SetState(const char* words, Color color);
+    void PollButton(bool poll);
+
+    void cmdErrOK_Click();
+    void cmdAccept_Click();
+    void cmdReject_Click();
+    void cmdMainMenu_Click();
+    void chkZoom_Click();
+    void TimerDrop_Tick();
+
+    Program& program_;
+    bool waiting_ = false;     ///< for the board to deliver a block
+    bool acceptable_ = false;  ///< the drop in hand has a peak and its file
+};
+
+}  // namespace bellmark
