@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/files.h"
+
+namespace bellmark {
+
+/// The machine's disks, with a chosen write that fails as on a full disk. Reading always works.
+class FailingFileSystem : public DiskFileSystem {
+  public:
+    /// The n-th write from now on (1 is the next) and all behind it fail; 0 lets all pass.
+    void FailFromWrite(int n) { writesUntilFailure_ = n; }
+
+    int WritesTried() const { return writesTried_; }
+
+    void ReplaceFile(const Path& path, std::string_view bytes) override {
+        CountWrite(path);
+        DiskFileSystem::ReplaceFile(path, bytes);
+    }
+    void AppendToFile(const Path& path, std::string_view bytes) override {
+        CountWrite(path);
+        DiskFileSystem::AppendToFile(path, bytes);
+    }
+    void CreateFolder(const Path& path) override {
+        CountWrite(path);
+        DiskFileSystem::CreateFolder(path);
+    }
+
+  private:
+    void CountWrite(const Path& path) {
+        ++writesTried_;
+        if (writesUntilFailure_ == 0) return;
+        if (writesUntilFailure_ == 1) throw FileError(path, "no space left on device");
+        --writesUntilFailure_;
+    }
+
+    int writesUntilFailure_ = 0;
+    int writesTried_ = 0;
+};
+
+}  // namespace bellmark
