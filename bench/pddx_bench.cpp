@@ -1,7 +1,10 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <iostream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -41,36 +44,38 @@ void ReadSurvey(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
-BENCHMARK(ReadSurvey)->Arg(1)->Arg(100)->Arg(300)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadSurvey)->Arg(1)->Arg(100)->Arg(300)->Arg(1000)->Repetitions(9)->Unit(benchmark::kMillisecond);
 
-/// Shows the results and fits time = factor * locations ^ exponent through those of large files.
+/// Shows the results and fits time = factor * locations ^ exponent through those of large files. The least time of the
+/// repetitions counts, since whatever else the machine does only adds to it.
 class ExponentReporter : public benchmark::ConsoleReporter {
   public:
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration || run.error_occurred || run.complexity_n < 100) continue;
-            Add(std::log(static_cast<double>(run.complexity_n)), std::log(run.GetAdjustedCPUTime()));
+            const auto [least, isFirst] = leastTimes_.try_emplace(run.complexity_n, run.GetAdjustedCPUTime());
+            if (!isFirst) least->second = std::min(least->second, run.GetAdjustedCPUTime());
         }
     }
 
     /// Slope of log time on log locations; no number when fewer than two sizes were run.
-    double Exponent() const { return (count_ * sumXY_ - sumX_ * sumY_) / (count_ * sumXX_ - sumX_ * sumX_); }
-
-  private:
-    void Add(double x, double y) {
-        count_ += 1;
-        sumX_ += x;
-        sumY_ += y;
-        sumXX_ += x * x;
-        sumXY_ += x * y;
+    double Exponent() const {
+        double sumX = 0, sumY = 0, sumXX = 0, sumXY = 0;
+        for (const auto& [locations, time] : leastTimes_) {
+            const double x = std::log(static_cast<double>(locations));
+            const double y = std::log(time);
+            sumX += x;
+            sumY += y;
+            sumXX += x * x;
+            sumXY += x * y;
+        }
+        const auto count = static_cast<double>(leastTimes_.size());
+        return (count * sumXY - sumX * sumY) / (count * sumXX - sumX * sumX);
     }
 
-    double count_ = 0;
-    double sumX_ = 0;
-    double sumY_ = 0;
-    double sumXX_ = 0;
-    double sumXY_ = 0;
+  private:
+    std::map<std::int64_t, double> leastTimes_;
 };
 
 }  // namespace
@@ -79,8 +84,13 @@ class ExponentReporter : public benchmark::ConsoleReporter {
 /// Ends with 1 when the time of reading grows faster than the file, beyond what measuring noise explains.
 int main(int argc, char** argv) {
     constexpr double greatestExponent = 1.15;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    // The sizes take turns, so that a machine that is slower for a while is so for all of them.
+    std::string takeTurns = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + 1, takeTurns.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
     bellmark::ExponentReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::cout << "time grows with the number of locations to the power " << reporter.Exponent() << " (at most "
