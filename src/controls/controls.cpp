@@ -132,7 +132,7 @@ void Grid::SetEditable(int row, int column, bool editable) {
 
 void Grid::RequireUserCell(int row, int column) const {
     RequireReachable();
-    if (row < 0 || row >= Rows() || column < 0 || column >= columns_) {
+    if (!HasCell(row, column)) {
         throw UserError(FullName() + " has no cell " + NumberText(row) + ' ' + NumberText(column));
     }
 }

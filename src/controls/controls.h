@@ -107,6 +107,7 @@ class Grid : public Control {
     void SetHeadings(const std::vector<std::string>& headings);  ///< empties the grid but for its first row
     void AddRow(const std::vector<std::string>& texts);
     void Resize(int rows, int columns);
+    bool HasCell(int row, int column) const { return row >= 0 && row < Rows() && column >= 0 && column < columns_; }
     const std::string& Cell(int row, int column) const { return At(row, column).text; }
     void SetCell(int row, int column, std::string text);
     Color CellColor(int row, int column) const { return At(row, column).color; }

@@ -1,0 +1,42 @@
+#include "assembly/assembly.h"
+
+#include "app/frm_about.h"
+#include "app/frm_main_menu.h"
+#include "app/frm_master.h"
+#include "app/program.h"
+#include "daq/frm_daq.h"
+#include "daq/frm_simulator.h"
+#include "reference/frm_bellmark_accel.h"
+#include "reference/frm_bellmark_accel_drop.h"
+#include "setup/frm_setup.h"
+
+namespace bellmark {
+
+namespace {
+
+template <class Door, class ScreenType>
+void RegisterScreen(Program& program) {
+    program.Register<Door>([](Program& owner) { return std::make_shared<ScreenType>(owner); });
+}
+
+}  // namespace
+
+std::unique_ptr<Program> AssembleProgram(Machine& machine) {
+    auto program = std::make_unique<Program>(machine);
+    RegisterScreen<MainFrameDoor, frmMaster>(*program);
+    RegisterScreen<StartFormDoor, frmAbout>(*program);
+    RegisterScreen<MainMenuDoor, frmMainMenu>(*program);
+    RegisterScreen<SetupDoor, frmSetup>(*program);
+    RegisterScreen<CollectionDoor, frmBellmark_Accel>(*program);
+    RegisterScreen<DropDoor, frmBellmark_AccelDrop>(*program);
+
+    // The simulated board has a screen and is a board. No hardware back-end is part of this build.
+    RegisterScreen<SimulatorDoor, frmSimulator>(*program);
+    program->Register<AcquisitionDoor>([](Program& owner) {
+        auto& simulator = dynamic_cast<frmSimulator&>(owner.The<SimulatorDoor>());
+        return std::make_shared<frmDAQ>(owner, simulator, nullptr);
+    });
+    return program;
+}
+
+}  // namespace bellmark

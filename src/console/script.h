@@ -1,0 +1,35 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The text of a script: one command a line, "#" starts a comment, texts stand in double quotes with \", \\ and \n.
+namespace bellmark {
+
+struct ScriptWord {
+    std::string text;
+    bool quoted = false;
+};
+
+struct ScriptLine {
+    int number = 0;  ///< from 1
+    std::vector<ScriptWord> words;  ///< never empty
+};
+
+/// A line that is not one of the language or that did not hold: which, and why.
+class ScriptError : public std::runtime_error {
+  public:
+    ScriptError(int line, const std::string& why) : std::runtime_error(why), line_(line) {}
+    int Line() const { return line_; }
+
+  private:
+    int line_;
+};
+
+/// Lines with at least one word. Throws ScriptError for a quote that is never closed, an unknown escape, and text that is not
+/// UTF-8.
+std::vector<ScriptLine> ReadScript(std::string_view text);
+
+}  // namespace bellmark
