@@ -77,10 +77,11 @@ class Reading {
     bool Believable(bool isInFile) {
         if (isInFile) {
             ++missingAllowed_;
-        } else {
-            --missingAllowed_;
+            return true;
         }
-        return missingAllowed_ >= 0;
+        if (missingAllowed_ == 0) return false;
+        --missingAllowed_;
+        return true;
     }
 
     void ReadAdded(PDDXSection& section, std::string_view source) {

@@ -135,7 +135,8 @@ TEST(ReadPDDXFile, DamagedCountsCostNothing) {
     for (const std::string count : {"2000000000", "99999999999999999999", "1e300", "-1", "many", "0x7fffffff"}) {
         for (const bool keepExisting : {false, true}) {
             std::string text = "[Deflection Data]\nNumberOfTestLocations = " + count +
-                               "\n[Device Calibration]\nNumberCalibrations = " + count + "\n";
+                               "\n[Device Calibration]\nNumberCalibrations = " + count +
+                               "\n[Device Calibration_1]\nCalCenterIDCode = 7\n";
             for (int i = 1; i <= 50; ++i) {
                 text += "[Test Location " + NumberText(i) + "]\nNumberOfDrops = " + count + "\nDropData_1 = 1\n";
             }
@@ -143,8 +144,12 @@ TEST(ReadPDDXFile, DamagedCountsCostNothing) {
             Read(text, document, keepExisting);
             std::size_t elements = 0;
             for (const PDDXSection& section : document.Sections()) elements += section.Elements().Size();
-            // 100 announced entries are in the file, as many are taken on trust and 1000 besides, of ten elements each.
-            EXPECT_LE(elements, 107U + 10U * (100 + 100 + 1000)) << count;
+            // 101 announced entries are in the file, as many are taken on trust and 1000 besides, of ten elements each.
+            EXPECT_LE(elements, 107U + 10U * (101 + 101 + 1000)) << count;
+            if (PDDXCount(count) > 0) {
+                ExpectValues(document, {{{"Test Location 50", "DropData_1"}, "1"},
+                                        {{"Device Calibration_1", "CalCenterIDCode"}, "7"}});
+            }
         }
     }
 }
