@@ -95,6 +95,7 @@ const NumberCase numberCases[] = {
     {9.9995, "0.00E+00", "1.00E+01"},
     {9.9949, "0.00E+00", "9.99E+00"},
     {99999.5, "0.0000E+00", "1.0000E+05"},
+    {138876258333.5625, "0.00000000000000E+00", "1.38876258333563E+11"},
     {1e-8, "0.000E+00", "1.000E-08"},
     {1e14, "0.000E+00", "1.000E+14"},
     {1e23, "0.0E+00", "1.0E+23"},
@@ -130,7 +131,11 @@ TEST(Format, FifteenDigitsAreTheExactOnes) {
     double value = 1.0000000000000002e-9;
     for (int i = 0; i < 20000; ++i) {
         value *= 1.0027;  // to 3E+14
-        std::array<char, 32> exact{};
+        std::array<char, 64> digits{};
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::scientific, 40);
+        const bool halfWay = std::string_view(digits.data()).substr(16, 26) == "5" + std::string(25, '0');
+        if (halfWay) continue;  // the library goes to the even digit here
+        std::array<char, 64> exact{};
         std::to_chars(exact.data(), exact.data() + exact.size(), value, std::chars_format::scientific, 14);
         ASSERT_EQ(Format(value, "0.00000000000000e+00"), exact.data());
         ASSERT_EQ(LowerCase(Format(value, "0.00000000000000E+00")), exact.data());
