@@ -263,13 +263,15 @@ void AppendPlainExponent(std::string& out, double value, std::size_t decimals) {
     number.RoundTo(static_cast<int>(decimals) + 1);
     const int exponent = number.IsZero() ? 0 : number.point - 1;
     const int size = std::abs(exponent);
-    std::array<char, significantDigits + 8> text{};
+    std::array<char, significantDigits + 8> text;
+    text.fill('0');
     char* end = text.data();
     if (value < 0) *end++ = '-';
-    const Digits digits = number.DigitTexts();
-    *end++ = digits[0];
-    *end++ = '.';
-    end = std::copy_n(digits.begin() + 1, decimals, end);
+    const auto unit = static_cast<std::uint64_t>(powersOfTen[significantDigits - 1 - decimals]);
+    std::to_chars(end + 1, text.data() + text.size(), number.digits / unit);
+    end[0] = end[1];  // the first digit goes before the point
+    end[1] = '.';
+    end += decimals + 2;
     *end++ = 'E';
     *end++ = exponent < 0 ? '-' : '+';
     if (size >= 100) *end++ = static_cast<char>('0' + size / 100);
