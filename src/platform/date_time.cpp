@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 
 #include "platform/numbers.h"
 #include "platform/text.h"

@@ -30,15 +30,18 @@ struct Decimal {
 
     bool IsZero() const { return digits == 0; }
 
-    /// Half away from zero, to so many leading digits; none or fewer leave 0 or carry a 1 before them.
-    void RoundTo(int count) {
-        if (count >= significantDigits) return;
+    /// Half away from zero, to so many leading digits, which are returned as a whole number; none or fewer leave 0 or
+    /// carry a 1 before them.
+    std::uint64_t RoundTo(int count) {
+        if (count >= significantDigits) return digits;
         const auto dropped = static_cast<std::size_t>(significantDigits - std::max(count, 0));
         const auto unit = static_cast<std::uint64_t>(powersOfTen[dropped]);
-        digits = count < 0 ? 0 : (digits + unit / 2) / unit * unit;
-        if (digits < sixteenDigits) return;
+        const std::uint64_t leading = count < 0 ? 0 : (digits + unit / 2) / unit;
+        digits = leading * unit;
+        if (digits < sixteenDigits) return leading;
         digits = fifteenDigits;
         ++point;
+        return leading / 10;
     }
 
     Digits DigitTexts() const {
@@ -260,15 +263,14 @@ bool IsPlainExponentPicture(std::string_view picture) {
 /// The pictures of the drop files, which hold 60000 numbers: in one go instead of place by place.
 void AppendPlainExponent(std::string& out, double value, std::size_t decimals) {
     Decimal number = DecimalOf(std::abs(value));
-    number.RoundTo(static_cast<int>(decimals) + 1);
+    const std::uint64_t leadingDigits = number.RoundTo(static_cast<int>(decimals) + 1);
     const int exponent = number.IsZero() ? 0 : number.point - 1;
     const int size = std::abs(exponent);
     std::array<char, significantDigits + 8> text;
     text.fill('0');
     char* end = text.data();
     if (value < 0) *end++ = '-';
-    const auto unit = static_cast<std::uint64_t>(powersOfTen[significantDigits - 1 - decimals]);
-    std::to_chars(end + 1, text.data() + text.size(), number.digits / unit);
+    std::to_chars(end + 1, text.data() + text.size(), leadingDigits);
     end[0] = end[1];  // the first digit goes before the point
     end[1] = '.';
     end += decimals + 2;
