@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace bellmark {
+
+class Control;
+class Link;
+class Screen;
+
+/// What did not pair up between a screen and its form. All four are empty for a form that is right.
+struct BindingReport {
+    QStringList missing;      ///< controls without a widget
+    QStringList ambiguous;    ///< controls with several
+    QStringList unsupported;  ///< controls whose widget is of the wrong kind
+    QStringList unbound;      ///< named widgets without a control
+    bool IsClean() const {
+        return missing.isEmpty() && ambiguous.isEmpty() && unsupported.isEmpty() && unbound.isEmpty();
+    }
+    QString Text() const;
+};
+
+/// Pairs the controls of a screen with the widgets of its form by name, shows what the controls hold and passes on what
+/// the user does, for as long as it lives. It must go before both. Control "lblZeroCalc(0)" is widget "lblZeroCalc_0";
+/// widgets that are only decoration have names that begin with "decor", or none.
+class Binder {
+  public:
+    /// tellUser shows the words of an action that the screen does not allow.
+    Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser);
+    ~Binder();
+    Binder(const Binder&) = delete;
+    Binder& operator=(const Binder&) = delete;
+
+    const BindingReport& Report() const { return report_; }
+    QWidget* WidgetOf(const Control& control) const;  ///< nullptr for a control without a widget
+
+    /// Hands on what is typed but not yet left: for actions that do not take the focus away from the box.
+    void CommitTyping() const;
+
+    static QString WidgetName(const std::string& controlName);
+
+  private:
+    void Bind(Control& control);
+    void FindUnbound();
+
+    Screen& screen_;
+    QWidget& form_;
+    std::function<void(const QString&)> tellUser_;
+    BindingReport report_;
+    std::vector<std::unique_ptr<Link>> links_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+
+namespace bellmark {
+
+/// The widgets of ctrlHtDropArray under its controls' names: heights by drops, as many as are visible.
+class DropTable : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit DropTable(QWidget* parent = nullptr);
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    void Arrange();
+
+    QGridLayout* layout_;
+    std::vector<QLineEdit*> data_;
+    std::vector<QLabel*> drops_;
+    std::vector<QLabel*> heights_;
+    std::vector<QLabel*> means_;
+    std::vector<QLabel*> standardDeviations_;
+    QLabel* meanLabel_;
+    QLabel* standardDeviationLabel_;
+    QLabel* noise_;
+    int arrangedDrops_ = 0;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,52 @@
+#include "screens/fitted_label.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+namespace bellmark {
+
+namespace {
+constexpr int textFlags = Qt::TextWordWrap;
+}
+
+QFont FittedLabel::FontOf(int pointSize) const {
+    QFont sized = font();
+    sized.setPointSize(pointSize);
+    return sized;
+}
+
+QSize FittedLabel::sizeHint() const {
+    const QFontMetrics metrics(FontOf(maximumPointSize_));
+    return {metrics.horizontalAdvance(text().isEmpty() ? QStringLiteral("0") : text()) + metrics.averageCharWidth(),
+            metrics.height()};
+}
+
+QSize FittedLabel::minimumSizeHint() const {
+    const QFontMetrics metrics(FontOf(std::max(smallestPointSize, maximumPointSize_ / 2)));
+    return {metrics.averageCharWidth() * 2, metrics.height()};
+}
+
+int FittedLabel::FittingPointSize(const QRect& area) const {
+    int fits = smallestPointSize;
+    int tooLarge = maximumPointSize_ + 1;
+    while (tooLarge - fits > 1) {
+        const int tried = (fits + tooLarge) / 2;
+        const QRect needed = QFontMetrics(FontOf(tried)).boundingRect(area, textFlags, text());
+        (needed.width() <= area.width() && needed.height() <= area.height() ? fits : tooLarge) = tried;
+    }
+    return fits;
+}
+
+void FittedLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+    const QRect area = contentsRect();
+    painter.setFont(FontOf(FittingPointSize(area)));
+    painter.setPen(option.palette.color(QPalette::WindowText));
+    painter.drawText(area, textFlags | static_cast<int>(alignment()), text());
+}
+
+}  // namespace bellmark

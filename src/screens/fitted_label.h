@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLabel>
+
+namespace bellmark {
+
+/// A label that is read from afar: its text takes the largest size, up to maximumPointSize, at which it fits whole.
+class FittedLabel : public QLabel {
+    Q_OBJECT
+    Q_PROPERTY(int maximumPointSize READ maximumPointSize WRITE setMaximumPointSize)
+
+  public:
+    using QLabel::QLabel;
+
+    // Named as form files set their properties.
+    int maximumPointSize() const { return maximumPointSize_; }
+    void setMaximumPointSize(int size) { maximumPointSize_ = size; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    bool hasHeightForWidth() const override { return false; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QFont FontOf(int pointSize) const;
+    int FittingPointSize(const QRect& area) const;
+
+    static constexpr int smallestPointSize = 9;
+    int maximumPointSize_ = 48;
+};
+
+}  // namespace bellmark

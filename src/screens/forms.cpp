@@ -1,0 +1,47 @@
+#include "screens/forms.h"
+
+#include <map>
+
+#include "ui_frmAbout.h"
+#include "ui_frmBellmark_Accel.h"
+#include "ui_frmBellmark_AccelDrop.h"
+#include "ui_frmMainMenu.h"
+#include "ui_frmSimulator.h"
+#include "ui_page_header.h"
+
+namespace bellmark {
+
+namespace {
+
+template <class Layout>
+std::unique_ptr<QWidget> Make() {
+    auto form = std::make_unique<QWidget>();
+    Layout().setupUi(form.get());
+    return form;
+}
+
+using Maker = std::unique_ptr<QWidget> (*)();
+
+const std::map<std::string, Maker>& Makers() {
+    static const std::map<std::string, Maker> makers{
+        {"frmAbout", Make<Ui::frmAbout>},
+        {"frmBellmark_Accel", Make<Ui::frmBellmark_Accel>},
+        {"frmBellmark_AccelDrop", Make<Ui::frmBellmark_AccelDrop>},
+        {"frmMainMenu", Make<Ui::frmMainMenu>},
+        {"frmSimulator", Make<Ui::frmSimulator>},
+    };
+    return makers;
+}
+
+}  // namespace
+
+std::unique_ptr<QWidget> MakeForm(const std::string& screenName) {
+    const auto maker = Makers().find(screenName);
+    return maker == Makers().end() ? nullptr : maker->second();
+}
+
+std::unique_ptr<QWidget> MakePageHeader() {
+    return Make<Ui::page_header>();
+}
+
+}  // namespace bellmark

@@ -1,0 +1,115 @@
+#include "screens/grid_link.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+
+#include "controls/controls.h"
+#include "screens/state_colors.h"
+
+namespace bellmark {
+
+namespace {
+
+QTableWidgetItem& ItemAt(QTableWidget& table, int row, int column) {
+    if (!table.item(row, column)) table.setItem(row, column, new QTableWidgetItem);
+    return *table.item(row, column);
+}
+
+QString CellToolTip(const Grid& grid, int row, int column) {
+    const QString own = QString::fromStdString(grid.CellToolTip(row, column));
+    return own.isEmpty() ? StateText(grid.CellColor(row, column)) : own;
+}
+
+}  // namespace
+
+GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
+    : Link(grid, view, std::move(services)), grid_(grid), view_(view) {
+    view_.setSelectionBehavior(QAbstractItemView::SelectRows);
+    view_.setSelectionMode(QAbstractItemView::SingleSelection);
+    view_.setTabKeyNavigation(false);
+    view_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    view_.horizontalHeader()->setStretchLastSection(true);
+    view_.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    soon_.setSingleShot(true);
+    QObject::connect(&soon_, &QTimer::timeout, &Context(), [this] { ShowNow(); });
+
+    const auto gridRow = [this](int row) { return row + grid_.FixedRows(); };
+    const auto gridColumn = [this](int column) { return column + grid_.FixedColumns(); };
+    const auto click = [this, gridRow, gridColumn](int row, int column) {
+        PerformAfterTyping([=, this] { grid_.UserClickCell(gridRow(row), gridColumn(column)); });
+    };
+    QObject::connect(&view_, &QTableWidget::cellClicked, &Context(), click);
+    // Enter on a cell is the keyboard's click.
+    QObject::connect(&view_, &QTableWidget::cellActivated, &Context(), click);
+    QObject::connect(&view_, &QTableWidget::cellDoubleClicked, &Context(), [=, this](int row, int column) {
+        PerformAfterTyping([=, this] { grid_.UserDoubleClickCell(gridRow(row), gridColumn(column)); });
+    });
+    QObject::connect(&view_, &QTableWidget::cellChanged, &Context(),
+                     [this](int row, int column) { CellEdited(row, column); });
+}
+
+void GridLink::Refresh() {
+    if (!soon_.isActive()) soon_.start(0);
+}
+
+void GridLink::ShowNow() {
+    showing_ = true;
+    ShowHeaders();
+    ShowCells();
+    view_.setCurrentItem(nullptr);
+    const int selected = grid_.SelectedRow - grid_.FixedRows();
+    if (selected >= 0) {
+        view_.selectRow(selected);
+    } else {
+        view_.clearSelection();
+    }
+    ShowCommonProperties(grid_, view_);
+    showing_ = false;
+}
+
+void GridLink::ShowHeaders() {
+    const int rows = grid_.Rows() - grid_.FixedRows();
+    const int columns = grid_.Columns() - grid_.FixedColumns();
+    view_.setRowCount(std::max(rows, 0));
+    view_.setColumnCount(std::max(columns, 0));
+    view_.horizontalHeader()->setVisible(grid_.FixedRows() > 0);
+    view_.verticalHeader()->setVisible(grid_.FixedColumns() > 0);
+    QStringList across;
+    QStringList down;
+    for (int column = 0; column < columns && grid_.FixedRows() > 0 && grid_.Rows() > 0; ++column) {
+        across.push_back(QString::fromStdString(grid_.Cell(0, column + grid_.FixedColumns())).trimmed());
+    }
+    for (int row = 0; row < rows && grid_.FixedColumns() > 0; ++row) {
+        down.push_back(QString::fromStdString(grid_.Cell(row + grid_.FixedRows(), 0)));
+    }
+    view_.setHorizontalHeaderLabels(across);
+    view_.setVerticalHeaderLabels(down);
+}
+
+void GridLink::ShowCells() {
+    for (int row = 0; row < view_.rowCount(); ++row) {
+        for (int column = 0; column < view_.columnCount(); ++column) {
+            const int gridRow = row + grid_.FixedRows();
+            const int gridColumn = column + grid_.FixedColumns();
+            QTableWidgetItem& item = ItemAt(view_, row, column);
+            const Color color = grid_.CellColor(gridRow, gridColumn);
+            item.setText(QString::fromStdString(grid_.Cell(gridRow, gridColumn)));
+            item.setBackground(IsPlain(color) ? QBrush() : QBrush(ToQColor(color)));
+            item.setForeground(IsPlain(color) ? QBrush() : QBrush(QColor(0x10, 0x18, 0x20)));
+            item.setToolTip(CellToolTip(grid_, gridRow, gridColumn));
+            item.setData(Qt::AccessibleDescriptionRole, StateText(color));
+            const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+            item.setFlags(grid_.IsEditable(gridRow, gridColumn) ? flags | Qt::ItemIsEditable : flags);
+        }
+    }
+}
+
+void GridLink::CellEdited(int tableRow, int tableColumn) {
+    if (showing_) return;
+    const std::string text = view_.item(tableRow, tableColumn)->text().toStdString();
+    Perform([this, tableRow, tableColumn, text] {
+        grid_.UserEditCell(tableRow + grid_.FixedRows(), tableColumn + grid_.FixedColumns(), text);
+    });
+}
+
+}  // namespace bellmark

@@ -1,0 +1,322 @@
+#include "screens/link.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QTableWidget>
+
+#include "controls/controls.h"
+#include "controls/picture.h"
+#include "screens/grid_link.h"
+#include "screens/plot_widget.h"
+#include "screens/state_button.h"
+#include "screens/state_colors.h"
+
+namespace bellmark {
+
+namespace {
+
+QString Caption(const CaptionedControl& control) {
+    return QString::fromStdString(control.Caption);
+}
+
+class ButtonLink : public Link {
+  public:
+    ButtonLink(Button& button, StateButton& view, LinkServices services)
+        : Link(button, view, std::move(services)), button_(button), view_(view) {
+        QObject::connect(&view_, &QAbstractButton::clicked, &Context(),
+                         [this] { PerformAfterTyping([this] { button_.UserClick(); }); });
+    }
+    void Refresh() override {
+        view_.setText(Caption(button_));
+        view_.SetState(ToQColor(button_.BackColor), StateText(button_.BackColor));
+        ShowCommonProperties(button_, view_);
+    }
+
+  private:
+    Button& button_;
+    StateButton& view_;
+};
+
+class MenuItemLink : public Link {
+  public:
+    MenuItemLink(Button& button, QAction& view, LinkServices services)
+        : Link(button, view, std::move(services)), button_(button), view_(view) {
+        QObject::connect(&view_, &QAction::triggered, &Context(),
+                         [this] { PerformAfterTyping([this] { button_.UserClick(); }); });
+    }
+    void Refresh() override {
+        view_.setText(Caption(button_));
+        view_.setEnabled(button_.Enabled);
+        view_.setVisible(button_.Visible);
+        view_.setToolTip(QString::fromStdString(button_.ToolTip));
+    }
+
+  private:
+    Button& button_;
+    QAction& view_;
+};
+
+/// Check boxes and option buttons. The widget flips by itself when it is clicked; the control then says how it stands.
+template <class CheckableControl>
+class CheckLink : public Link {
+  public:
+    CheckLink(CheckableControl& control, QAbstractButton& view, LinkServices services)
+        : Link(control, view, std::move(services)), control_(control), view_(view) {
+        view_.setAutoExclusive(false);
+        QObject::connect(&view_, &QAbstractButton::clicked, &Context(),
+                         [this] { PerformAfterTyping([this] { control_.UserClick(); }); });
+    }
+    void Refresh() override {
+        view_.setText(Caption(control_));
+        if constexpr (std::is_same_v<CheckableControl, CheckBox>) {
+            view_.setChecked(control_.Value);
+        } else {
+            view_.setChecked(control_.IsChosen());
+        }
+        ShowCommonProperties(control_, view_);
+    }
+
+  private:
+    CheckableControl& control_;
+    QAbstractButton& view_;
+};
+
+class LabelLink : public Link {
+  public:
+    LabelLink(Label& label, QLabel& view, LinkServices services)
+        : Link(label, view, std::move(services)), label_(label), view_(view) {}
+    void Refresh() override {
+        view_.setTextFormat(Qt::PlainText);
+        view_.setText(Caption(label_));
+        ShowCommonProperties(label_, view_);
+    }
+
+  private:
+    Label& label_;
+    QLabel& view_;
+};
+
+class FrameLink : public Link {
+  public:
+    FrameLink(Frame& frame, QWidget& view, LinkServices services)
+        : Link(frame, view, std::move(services)), frame_(frame), view_(view) {}
+    void Refresh() override {
+        if (auto* group = qobject_cast<QGroupBox*>(&view_)) group->setTitle(Caption(frame_));
+        ShowCommonProperties(frame_, view_);
+    }
+
+  private:
+    Frame& frame_;
+    QWidget& view_;
+};
+
+class LineLink : public Link {
+  public:
+    LineLink(TextBox& box, QLineEdit& view, LinkServices services)
+        : Link(box, view, std::move(services)), box_(box), view_(view), watcher_(*this) {
+        QObject::connect(&view_, &QLineEdit::editingFinished, &Context(), [this] { Commit(); });
+        view_.installEventFilter(&watcher_);
+    }
+    void Refresh() override {
+        const QString text = QString::fromStdString(box_.Text);
+        if (view_.text() != text) {
+            view_.setText(text);
+            view_.setCursorPosition(0);
+        }
+        view_.setReadOnly(box_.Locked);
+        const bool canAct = !box_.Locked || IsClickable();
+        view_.setFocusPolicy(canAct ? Qt::StrongFocus : Qt::NoFocus);
+        view_.setCursor(IsClickable() ? Qt::PointingHandCursor : Qt::IBeamCursor);
+        ShowCommonProperties(box_, view_);
+    }
+    void Commit() override {
+        // Leaving a box in which nothing changed is no action.
+        const QString typed = view_.text();
+        if (typed == QString::fromStdString(box_.Text)) return;
+        Perform([this, typed] { box_.UserEnter(typed.toStdString()); });
+    }
+
+  private:
+    /// A filled cell that answers to a click. By keyboard Space is the click.
+    class ClickWatcher : public QObject {
+      public:
+        explicit ClickWatcher(LineLink& link) : link_(link) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            const bool clicked = event->type() == QEvent::MouseButtonRelease ||
+                                 (event->type() == QEvent::KeyPress &&
+                                  static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && link_.box_.Locked);
+            if (!clicked || !link_.IsClickable()) return false;
+            link_.PerformAfterTyping([this] { link_.box_.UserClick(); });
+            return true;
+        }
+
+      private:
+        LineLink& link_;
+    };
+
+    bool IsClickable() const { return box_.Click && !box_.Text.Get().empty(); }
+
+    TextBox& box_;
+    QLineEdit& view_;
+    ClickWatcher watcher_;
+};
+
+class TextAreaLink : public Link {
+  public:
+    TextAreaLink(TextBox& box, QPlainTextEdit& view, LinkServices services)
+        : Link(box, view, std::move(services)), box_(box), view_(view), watcher_(*this) {
+        view_.setTabChangesFocus(true);
+        view_.installEventFilter(&watcher_);
+    }
+    void Refresh() override {
+        const QString text = QString::fromStdString(box_.Text);
+        if (Shown() != text) view_.setPlainText(text);
+        view_.setReadOnly(box_.Locked);
+        view_.setFocusPolicy(box_.Locked ? Qt::NoFocus : Qt::StrongFocus);
+        ShowCommonProperties(box_, view_);
+    }
+    void Commit() override {
+        const QString typed = Shown();
+        if (box_.Locked || typed == QString::fromStdString(box_.Text)) return;
+        Perform([this, typed] { box_.UserEnter(typed.toStdString()); });
+    }
+
+  private:
+    class LeaveWatcher : public QObject {
+      public:
+        explicit LeaveWatcher(TextAreaLink& link) : link_(link) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::FocusOut) link_.Commit();
+            return false;
+        }
+
+      private:
+        TextAreaLink& link_;
+    };
+
+    /// Lines end as the program writes them.
+    QString Shown() const { return view_.toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n")); }
+
+    TextBox& box_;
+    QPlainTextEdit& view_;
+    LeaveWatcher watcher_;
+};
+
+class ComboLink : public Link {
+  public:
+    ComboLink(ComboBox& combo, QComboBox& view, LinkServices services)
+        : Link(combo, view, std::move(services)), combo_(combo), view_(view) {
+        QObject::connect(&view_, &QComboBox::activated, &Context(),
+                         [this](int index) { PerformAfterTyping([this, index] { combo_.UserChoose(index); }); });
+    }
+    void Refresh() override {
+        QStringList items;
+        for (const auto& item : combo_.Items.Get()) items.push_back(QString::fromStdString(item));
+        QStringList shown;
+        for (int index = 0; index < view_.count(); ++index) shown.push_back(view_.itemText(index));
+        if (items != shown) {
+            view_.clear();
+            view_.addItems(items);
+        }
+        view_.setCurrentIndex(combo_.ListIndex);
+        ShowCommonProperties(combo_, view_);
+    }
+
+  private:
+    ComboBox& combo_;
+    QComboBox& view_;
+};
+
+class PictureLink : public Link {
+  public:
+    PictureLink(Picture& picture, PlotWidget& view, LinkServices services)
+        : Link(picture, view, std::move(services)), picture_(picture), view_(view) {}
+    void Refresh() override {
+        view_.Show(picture_.Drawn());
+        ShowCommonProperties(picture_, view_);
+    }
+
+  private:
+    Picture& picture_;
+    PlotWidget& view_;
+};
+
+template <class LinkType, class ControlType, class ViewType>
+std::unique_ptr<Link> LinkIfKindsMatch(Control& control, QObject& view, const LinkServices& services) {
+    auto* wantedControl = dynamic_cast<ControlType*>(&control);
+    auto* wantedView = dynamic_cast<ViewType*>(&view);
+    if (!wantedControl || !wantedView) return nullptr;
+    return std::make_unique<LinkType>(*wantedControl, *wantedView, services);
+}
+
+}  // namespace
+
+Link::Link(Control& control, QObject& view, LinkServices services)
+    : control_(control), view_(view), services_(std::move(services)) {
+    control_.Changed = [this] { Refresh(); };
+}
+
+Link::~Link() {
+    control_.Changed = nullptr;
+}
+
+void Link::Perform(const std::function<void()>& action) {
+    try {
+        action();
+        Refresh();
+    } catch (const UserError& error) {
+        // Shown as it was before the box appears: the box takes the focus away, and what is typed would count once
+        // more.
+        Refresh();
+        services_.tellUser(QString::fromUtf8(error.what()));
+    }
+}
+
+void Link::PerformAfterTyping(const std::function<void()>& action) {
+    services_.commitTyping();
+    Perform(action);
+}
+
+std::unique_ptr<Link> MakeLink(Control& control, QObject& view, LinkServices services) {
+    using Maker = std::unique_ptr<Link> (*)(Control&, QObject&, const LinkServices&);
+    constexpr Maker makers[] = {
+        LinkIfKindsMatch<ButtonLink, Button, StateButton>,
+        LinkIfKindsMatch<MenuItemLink, Button, QAction>,
+        LinkIfKindsMatch<CheckLink<CheckBox>, CheckBox, QCheckBox>,
+        LinkIfKindsMatch<CheckLink<OptionButton>, OptionButton, QRadioButton>,
+        LinkIfKindsMatch<LabelLink, Label, QLabel>,
+        LinkIfKindsMatch<FrameLink, Frame, QFrame>,
+        LinkIfKindsMatch<FrameLink, Frame, QGroupBox>,
+        LinkIfKindsMatch<LineLink, TextBox, QLineEdit>,
+        LinkIfKindsMatch<TextAreaLink, TextBox, QPlainTextEdit>,
+        LinkIfKindsMatch<ComboLink, ComboBox, QComboBox>,
+        LinkIfKindsMatch<GridLink, Grid, QTableWidget>,
+        LinkIfKindsMatch<PictureLink, Picture, PlotWidget>,
+    };
+    for (const Maker maker : makers) {
+        if (auto link = maker(control, view, services)) return link;
+    }
+    return nullptr;
+}
+
+void ShowCommonProperties(const Control& control, QWidget& widget) {
+    widget.setEnabled(control.Enabled);
+    widget.setVisible(control.Visible);
+    const QString words = StateText(control.BackColor);
+    QString toolTip = QString::fromStdString(control.ToolTip);
+    if (!words.isEmpty())
+        toolTip = toolTip.isEmpty() ? words : toolTip + QLatin1String(" (") + words + QLatin1Char(')');
+    widget.setToolTip(toolTip);
+    widget.setAccessibleDescription(words);
+    // A state button shows its state itself.
+    if (!dynamic_cast<StateButton*>(&widget)) ShowBackColor(widget, control.BackColor);
+}
+
+}  // namespace bellmark

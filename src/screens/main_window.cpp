@@ -1,0 +1,92 @@
+#include "screens/main_window.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <stdexcept>
+
+#include "controls/screen.h"
+#include "controls/screen_stack.h"
+#include "screens/binder.h"
+#include "screens/forms.h"
+#include "screens/page.h"
+#include "ui_frmMaster.h"
+
+namespace bellmark {
+
+namespace {
+
+void RequireClean(const BindingReport& report, const Screen& screen) {
+    if (report.IsClean()) return;
+    throw std::logic_error("The form of " + screen.Name() + " does not fit it: " + report.Text().toStdString());
+}
+
+}  // namespace
+
+MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser)
+    : screens_(screens), mainFrame_(mainFrame), tellUser_(std::move(tellUser)) {
+    Ui::frmMaster form;
+    form.setupUi(this);
+    setObjectName(QString());
+    pages_ = form.decorPages;
+    nextStep_ = new QLabel(this);
+    nextStep_->setObjectName(QStringLiteral("decorNextStep"));
+    statusBar()->addWidget(nextStep_, 1);
+    statusBar()->setSizeGripEnabled(false);
+    setWindowTitle(QString::fromStdString(mainFrame_.Title()));
+    menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
+    screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
+    screens_.FrontChanged = [this] { ShowFront(); };
+    ShowFront();
+}
+
+MainWindow::~MainWindow() {
+    screens_.FrontChanged = nullptr;
+    menuBinder_.reset();
+}
+
+Page* MainWindow::PageOf(Screen& screen) {
+    auto& page = built_[&screen];
+    if (page) return page;
+    auto form = MakeForm(screen.Name());
+    if (!form) {
+        built_.erase(&screen);
+        return nullptr;
+    }
+    page = new Page(screen, std::move(form), tellUser_);
+    pages_->addWidget(page);
+    connect(page, &Page::Refreshed, this, &MainWindow::ShowSuggestedStep, Qt::QueuedConnection);
+    screens_.Dispatch(screen.Name() + " form", [page, &screen] { RequireClean(page->Bindings().Report(), screen); });
+    return page;
+}
+
+void MainWindow::ShowFront() {
+    Screen* front = screens_.Front();
+    if (!front || front->IsAlwaysAtHand()) return;
+    Page* page = PageOf(*front);
+    if (!page) {
+        screens_.Dispatch(front->Name() + " form",
+                          [front] { throw std::logic_error("There is no form of " + front->Name()); });
+        return;
+    }
+    pages_->setCurrentWidget(page);
+    setWindowTitle(QString::fromStdString(
+        front->Title() == mainFrame_.Title() ? front->Title() : front->Title() + " - " + mainFrame_.Title()));
+    page->TakeFocus();
+    ShowSuggestedStep();
+}
+
+void MainWindow::ShowSuggestedStep() {
+    const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
+    const QString step = page ? page->SuggestedStep() : QString();
+    nextStep_->setText(step.isEmpty() ? QString() : tr("Next step: %1  (Enter)").arg(step));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    // The program decides; it ends by itself when everything that is still under way has come to an end.
+    event->ignore();
+    screens_.Dispatch(mainFrame_.Name() + ".Close", [this] { mainFrame_.CloseRequested(); });
+}
+
+}  // namespace bellmark

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <map>
+#include <memory>
+
+class QLabel;
+class QStackedWidget;
+
+namespace bellmark {
+
+class Binder;
+class Page;
+class Screen;
+class ScreenStack;
+
+/// The one window: the menus of the main frame, the screen in front, and the suggested next step.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser);
+    ~MainWindow() override;
+
+    /// The page of a screen, built when it is first asked for. A form that does not fit its screen is reported as a
+    /// failure.
+    Page* PageOf(Screen& screen);
+    const Binder& MenuBindings() const { return *menuBinder_; }
+
+    /// Shows the screen in front.
+    void ShowFront();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void ShowSuggestedStep();
+
+    ScreenStack& screens_;
+    Screen& mainFrame_;
+    std::function<void(const QString&)> tellUser_;
+    QStackedWidget* pages_ = nullptr;
+    QLabel* nextStep_ = nullptr;
+    std::unique_ptr<Binder> menuBinder_;
+    std::map<const Screen*, Page*> built_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,100 @@
+#include "screens/page.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "controls/controls.h"
+#include "controls/screen.h"
+#include "screens/binder.h"
+#include "screens/forms.h"
+#include "screens/state_button.h"
+#include "screens/state_colors.h"
+
+namespace bellmark {
+
+namespace {
+
+bool IsSuggested(const Control& control) {
+    return dynamic_cast<const Button*>(&control) && control.BackColor.Get() == colors::suggestedNext &&
+           control.IsReachable();
+}
+
+}  // namespace
+
+Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser)
+    : screen_(screen) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
+    layout->addWidget(form.release(), 1);
+    binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser));
+    screen_.Changed = [this] { Follow(); };
+    Follow();
+}
+
+Page::~Page() {
+    screen_.Changed = nullptr;
+    // The bindings go while the widgets are still there.
+    binder_.reset();
+}
+
+void Page::Follow() {
+    MarkDefaultButton();
+    if (screen_.Focus() != lastFocus_) TakeFocus();
+    update();
+    emit Refreshed();
+}
+
+void Page::MarkDefaultButton() {
+    for (const Control* control : screen_.Controls()) {
+        if (auto* button = dynamic_cast<StateButton*>(binder_->WidgetOf(*control))) {
+            button->SetSuggested(control == screen_.DefaultButton());
+        }
+    }
+}
+
+void Page::TakeFocus() {
+    lastFocus_ = screen_.Focus();
+    for (const Control* wanted : {screen_.Focus(), screen_.DefaultButton()}) {
+        QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
+        if (!widget || !widget->isEnabled() || widget->isHidden()) continue;
+        widget->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    setFocus(Qt::OtherFocusReason);
+}
+
+QString Page::SuggestedStep() const {
+    const auto* suggested = dynamic_cast<const CaptionedControl*>(screen_.DefaultButton());
+    for (const Control* control : screen_.Controls()) {
+        if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const CaptionedControl*>(control);
+    }
+    if (!suggested || !suggested->IsReachable()) return {};
+    return QString::fromStdString(suggested->Caption).remove(QLatin1Char('&'));
+}
+
+void Page::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // A button that has the keyboard is pressed itself.
+    if (auto* focused = qobject_cast<StateButton*>(focusWidget()); isEnter && focused && focused->hasFocus()) {
+        focused->click();
+        return;
+    }
+    const Control* wanted = screen_.DefaultButton();
+    auto* button = isEnter && wanted ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
+    if (!button) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (button->isEnabled() && button->isVisible()) button->click();
+}
+
+void Page::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const Color color = screen_.BackColor();
+    painter.fillRect(rect(), IsPlain(color) ? palette().color(QPalette::Window) : ToQColor(color));
+}
+
+}  // namespace bellmark

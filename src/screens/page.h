@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "controls/color.h"
+
+namespace bellmark {
+
+class Binder;
+class Control;
+class Screen;
+
+/// One screen in the main window: the page header, where the screen has one, and the screen's form.
+class Page : public QWidget {
+    Q_OBJECT
+
+  public:
+    Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser);
+    ~Page() override;
+
+    const Binder& Bindings() const { return *binder_; }
+    Screen& Shown() const { return screen_; }
+
+    /// The step that the screen suggests, as its button says it; empty when it suggests none.
+    QString SuggestedStep() const;
+
+    /// Puts the keyboard where the screen wants it.
+    void TakeFocus();
+
+  signals:
+    void Refreshed();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void Follow();
+    void MarkDefaultButton();
+
+    Screen& screen_;
+    std::unique_ptr<Binder> binder_;
+    Control* lastFocus_ = nullptr;
+};
+
+}  // namespace bellmark

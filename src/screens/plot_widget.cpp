@@ -1,0 +1,172 @@
+#include "screens/plot_widget.h"
+
+#include <qcustomplot.h>
+
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+namespace bellmark {
+
+namespace {
+
+const QColor ink(0x1f, 0x2a, 0x37);
+const QColor gridLine(0xdd, 0xe3, 0xe9);
+const QColor markColor(0xb0, 0x3a, 0x2e);
+// Told apart in greyscale as well.
+const QColor seriesColors[] = {{0x1f, 0x5f, 0xa8}, {0xd9, 0x7b, 0x00}, {0x2e, 0x7d, 0x4f}, {0x7b, 0x3f, 0x98},
+                               {0x00, 0x8b, 0x9a}, {0xa0, 0x52, 0x2d}, {0x55, 0x60, 0x6b}, {0xc2, 0x18, 0x5b}};
+
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+QVector<double> Values(const std::vector<double>& values) {
+    return {values.begin(), values.end()};
+}
+
+void StyleAxis(QCPAxis& axis, const PlotAxis& shown) {
+    axis.setLabel(Text(shown.caption));
+    axis.setLabelColor(ink);
+    axis.setTickLabelColor(ink);
+    axis.setBasePen(QPen(ink));
+    axis.setTickPen(QPen(ink));
+    axis.setSubTickPen(QPen(ink));
+    axis.grid()->setPen(QPen(gridLine));
+    axis.grid()->setZeroLinePen(QPen(gridLine.darker(125)));
+    if (shown.tickStep) {
+        const QSharedPointer<QCPAxisTickerFixed> ticker(new QCPAxisTickerFixed);
+        ticker->setTickStep(*shown.tickStep);
+        axis.setTicker(ticker);
+    } else {
+        axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+    }
+}
+
+std::size_t NearestSample(const std::vector<double>& x, double wanted) {
+    const auto nearer = [wanted](double a, double b) { return std::abs(a - wanted) < std::abs(b - wanted); };
+    return static_cast<std::size_t>(std::min_element(x.begin(), x.end(), nearer) - x.begin());
+}
+
+}  // namespace
+
+PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent), view_(new QCustomPlot(this)) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view_);
+    view_->setObjectName(QStringLiteral("decorPlot"));
+    // A curve of 15000 samples is redrawn at each step of a drag: smooth lines are not worth that time.
+    view_->setNotAntialiasedElements(QCP::aeAll);
+    view_->setPlottingHints(QCP::phFastPolylines | QCP::phCacheLabels);
+    view_->setNoAntialiasingOnDrag(true);
+    SetUpInteraction();
+    ShowAxes();
+}
+
+void PlotWidget::SetUpInteraction() {
+    view_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    connect(view_, &QCustomPlot::mouseDoubleClick, this, [this] { ResetRanges(); });
+    connect(view_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { PointerMoved(*event); });
+}
+
+void PlotWidget::Show(const Plot& plot) {
+    plot_ = plot;
+    view_->clearItems();
+    view_->clearGraphs();
+    pointer_ = nullptr;
+    readOut_ = nullptr;
+    ShowAxes();
+    ShowSeries();
+    ShowMarks();
+    ResetRanges();
+    setAccessibleName(Text(plot_.title));
+}
+
+void PlotWidget::RedrawNow() {
+    view_->replot(QCustomPlot::rpImmediateRefresh);
+}
+
+void PlotWidget::ShowAxes() {
+    StyleAxis(*view_->xAxis, plot_.horizontal);
+    StyleAxis(*view_->yAxis, plot_.vertical);
+}
+
+void PlotWidget::ShowSeries() {
+    std::size_t number = 0;
+    for (const PlotSeries& series : plot_.series) {
+        const QColor color = seriesColors[number++ % std::size(seriesColors)];
+        QCPGraph* graph = view_->addGraph();
+        graph->setName(Text(series.name));
+        graph->setPen(QPen(color, 1));
+        if (series.asMarkers) {
+            graph->setLineStyle(QCPGraph::lsNone);
+            graph->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssDisc, color, 7));
+        }
+        graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
+    }
+    view_->legend->setVisible(plot_.series.size() > 1);
+}
+
+void PlotWidget::ShowMarks() {
+    const double middle = (plot_.horizontal.lowest + plot_.horizontal.highest) / 2;
+    for (const PlotMark& mark : plot_.marks) {
+        auto* line = new QCPItemStraightLine(view_);
+        line->point1->setCoords(mark.x, 0);
+        line->point2->setCoords(mark.x, 1);
+        line->setPen(QPen(markColor, 1, Qt::DashLine));
+
+        auto* point = new QCPItemTracer(view_);
+        point->position->setCoords(mark.x, mark.y);
+        point->setStyle(QCPItemTracer::tsCircle);
+        point->setSize(9);
+        point->setPen(QPen(markColor, 2));
+
+        auto* label = new QCPItemText(view_);
+        const bool toTheRight = mark.x < middle;
+        label->position->setParentAnchor(point->position);
+        label->position->setCoords(toTheRight ? 10 : -10, 0);
+        label->setPositionAlignment((toTheRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
+        label->setText(Text(mark.name));
+        label->setColor(markColor);
+        label->setBrush(QColor(255, 255, 255, 200));
+        label->setPadding(QMargins(3, 1, 3, 1));
+    }
+}
+
+void PlotWidget::ResetRanges() {
+    view_->xAxis->setRange(plot_.horizontal.lowest, plot_.horizontal.highest);
+    view_->yAxis->setRange(plot_.vertical.lowest, plot_.vertical.highest);
+    view_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QString PlotWidget::ReadOutAt(double x) const {
+    if (plot_.series.empty() || plot_.series.front().x.empty()) return {};
+    const PlotSeries& series = plot_.series.front();
+    const std::size_t sample = NearestSample(series.x, x);
+    const auto number = [](double value) { return QLocale::c().toString(value, 'g', 6); };
+    return number(series.x[sample]) + QLatin1String(", ") + number(series.y[sample]);
+}
+
+void PlotWidget::PointerMoved(const QMouseEvent& event) {
+    if (plot_.series.empty() || plot_.series.front().x.empty()) return;
+    if (!pointer_) {
+        pointer_ = new QCPItemTracer(view_);
+        pointer_->setStyle(QCPItemTracer::tsPlus);
+        pointer_->setPen(QPen(ink, 1));
+        readOut_ = new QCPItemText(view_);
+        readOut_->position->setType(QCPItemPosition::ptAxisRectRatio);
+        readOut_->position->setCoords(0.99, 0.02);
+        readOut_->setPositionAlignment(Qt::AlignRight | Qt::AlignTop);
+        readOut_->setColor(ink);
+        readOut_->setBrush(QColor(255, 255, 255, 220));
+        readOut_->setPadding(QMargins(4, 2, 4, 2));
+    }
+    const double x = view_->xAxis->pixelToCoord(event.position().x());
+    const PlotSeries& series = plot_.series.front();
+    const std::size_t sample = NearestSample(series.x, x);
+    pointer_->position->setCoords(series.x[sample], series.y[sample]);
+    readOut_->setText(ReadOutAt(x));
+    view_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+}  // namespace bellmark

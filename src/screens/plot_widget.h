@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+
+#include "controls/picture.h"
+
+class QCPItemTracer;
+class QCPItemText;
+class QCPLayerable;
+class QCustomPlot;
+class QMouseEvent;
+
+namespace bellmark {
+
+/// Draws a Plot. The wheel zooms, dragging moves, a double click goes back to the whole; the pointer reads out the
+/// sample nearest to it.
+class PlotWidget : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit PlotWidget(QWidget* parent = nullptr);
+
+    void Show(const Plot& plot);
+    void RedrawNow();                   ///< what a repaint costs; for measuring
+    QString ReadOutAt(double x) const;  ///< of the first series, at the sample nearest to x
+    QSize sizeHint() const override { return {600, 320}; }
+    QSize minimumSizeHint() const override { return {240, 140}; }
+
+  private:
+    void SetUpInteraction();
+    void ShowAxes();
+    void ShowSeries();
+    void ShowMarks();
+    void ResetRanges();
+    void PointerMoved(const QMouseEvent& event);
+
+    QCustomPlot* view_;
+    QCPItemTracer* pointer_ = nullptr;
+    QCPItemText* readOut_ = nullptr;
+    Plot plot_;
+};
+
+}  // namespace bellmark

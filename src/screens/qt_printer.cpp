@@ -1,0 +1,69 @@
+#include "screens/qt_printer.h"
+
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <algorithm>
+#include <stdexcept>
+
+namespace bellmark {
+
+namespace {
+
+constexpr double usualPointSize = 10;
+constexpr double margin = 15;  // mm
+
+QFont PageFont(QPaintDevice& device, const std::vector<QString>& lines, const QRectF& area) {
+    QFont font(QStringLiteral("Courier New"));
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    font.setPointSizeF(usualPointSize);
+    const QFontMetricsF metrics(font, &device);
+    double widest = 0;
+    for (const QString& line : lines) widest = std::max(widest, metrics.horizontalAdvance(line));
+    const double height = metrics.lineSpacing() * static_cast<double>(lines.size());
+    const double scale = std::min({1.0, area.width() / std::max(widest, 1.0), area.height() / std::max(height, 1.0)});
+    font.setPointSizeF(usualPointSize * scale);
+    return font;
+}
+
+}  // namespace
+
+void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages) {
+    device.setPageMargins(QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter);
+    QPainter painter;
+    if (!painter.begin(&device)) throw std::runtime_error("The printer does not take the report.");
+    bool isFirst = true;
+    for (const auto& page : pages) {
+        if (!isFirst) device.newPage();
+        isFirst = false;
+        std::vector<QString> lines;
+        for (const auto& line : page) lines.push_back(QString::fromStdString(line));
+        const QRectF area(painter.viewport());
+        painter.setFont(PageFont(device, lines, area));
+        const QFontMetricsF metrics(painter.font(), &device);
+        double top = metrics.ascent();
+        for (const QString& line : lines) {
+            painter.drawText(QPointF(0, top), line);
+            top += metrics.lineSpacing();
+        }
+    }
+}
+
+void QtPrinter::Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) {
+    const QPrinterInfo installed = QPrinterInfo::defaultPrinter();
+    if (installed.isNull()) throw std::runtime_error("No printer is installed: the report was not printed.");
+    QPrinter printer(installed, QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(title));
+    DrawPages(printer, pages);
+}
+
+void QtSound::Play(const Path&) {
+    QApplication::beep();
+}
+
+}  // namespace bellmark

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/machine.h"
+
+class QPagedPaintDevice;
+
+namespace bellmark {
+
+/// Prints on the machine's default printer, in Courier New.
+class QtPrinter : public Printer {
+  public:
+    /// Throws std::runtime_error when there is no printer or it takes no job.
+    void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) override;
+};
+
+/// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.
+void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages);
+
+/// The prompt tones. The desktop's own sound stands for them where the file cannot be played.
+class QtSound : public Sound {
+  public:
+    void Play(const Path& file) override;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include "controls/color.h"
+
+class QWidget;
+
+namespace bellmark {
+
+inline QColor ToQColor(Color color) {
+    return {color.red, color.green, color.blue};
+}
+
+/// A colour that carries no state: the widget keeps its own look.
+inline bool IsPlain(Color color) {
+    return color == colors::window || color == colors::buttonFace;
+}
+
+/// What the colour says, in words.
+QString StateText(Color color);
+
+/// Fills the widget with the colour; a plain one takes the fill away again.
+void ShowBackColor(QWidget& widget, Color color);
+
+}  // namespace bellmark

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QTimer>
+
+namespace bellmark {
+
+class Clock;
+class Timers;
+
+/// Runs the program's timers from Qt's event loop. They rest while a box waits for an answer: what they poll, the hand
+/// button first of all, must not press a button behind it.
+class TimerDriver {
+  public:
+    TimerDriver(Timers& timers, const Clock& clock);
+    ~TimerDriver();
+    TimerDriver(const TimerDriver&) = delete;
+    TimerDriver& operator=(const TimerDriver&) = delete;
+
+    /// One turn of waiting: pending events, then the timers that are due.
+    void Yield();
+
+  private:
+    void SetAlarm();
+    void RunDue();
+
+    Timers& timers_;
+    const Clock& clock_;
+    QTimer alarm_;
+};
+
+}  // namespace bellmark
