@@ -13,6 +13,7 @@ namespace {
 constexpr int cells = 41;
 constexpr int mostHeights = 5;
 constexpr int mostDrops = 10;
+constexpr int tallestCell = 4;  // in lines of text
 
 template <class Widget>
 std::vector<Widget*> MakeArray(QWidget& parent, const char* name, int count) {
@@ -47,14 +48,21 @@ DropTable::DropTable(QWidget* parent)
       noise_(MakeLabel(*this, "lblNoise")) {
     layout_->setContentsMargins(0, 0, 0, 0);
     for (QLineEdit* cell : data_) {
+        cell->setProperty("role", "drop");
         cell->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        cell->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        cell->setMaximumHeight(tallestCell * cell->fontMetrics().height());
         cell->setMinimumWidth(cell->fontMetrics().horizontalAdvance(QStringLiteral("0000,000")));
     }
     for (const auto* labels : {&drops_, &heights_, &means_, &standardDeviations_}) {
         for (QLabel* label : *labels) label->setAlignment(Qt::AlignCenter);
     }
-    for (QLabel* label : means_) label->setProperty("number", true);
-    for (QLabel* label : standardDeviations_) label->setProperty("number", true);
+    for (const auto* labels : {&means_, &standardDeviations_}) {
+        for (QLabel* label : *labels) {
+            label->setProperty("role", "drop");
+            label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00000,000")));
+        }
+    }
     Arrange();
 }
 

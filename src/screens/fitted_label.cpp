@@ -23,7 +23,7 @@ QSize FittedLabel::sizeHint() const {
 }
 
 QSize FittedLabel::minimumSizeHint() const {
-    const QFontMetrics metrics(FontOf(std::max(smallestPointSize, maximumPointSize_ / 2)));
+    const QFontMetrics metrics(FontOf(std::max(smallestPointSize, maximumPointSize_ / 3)));
     return {metrics.averageCharWidth() * 2, metrics.height()};
 }
 

@@ -87,6 +87,11 @@ void PlotWidget::RedrawNow() {
 }
 
 void PlotWidget::ShowAxes() {
+    // Without a curve the axes would only be mistaken for one.
+    for (QCPAxis* axis : {view_->xAxis, view_->yAxis}) {
+        axis->setVisible(!plot_.IsEmpty());
+        axis->grid()->setVisible(!plot_.IsEmpty());
+    }
     StyleAxis(*view_->xAxis, plot_.horizontal);
     StyleAxis(*view_->yAxis, plot_.vertical);
 }

@@ -1,0 +1,79 @@
+#include "screens/desktop.h"
+
+#include <QApplication>
+#include <chrono>
+#include <random>
+
+#include "app/app_main.h"
+#include "app/program.h"
+#include "assembly/assembly.h"
+#include "controls/screen.h"
+#include "screens/help_window.h"
+#include "screens/main_window.h"
+
+namespace bellmark {
+
+namespace {
+
+/// The armed screen of a simulated drop stays long enough to be seen.
+constexpr std::chrono::milliseconds simulatedCapture{1500};
+
+constexpr QSize firstSize{1280, 800};
+
+}  // namespace
+
+Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
+    : random_(std::random_device()()),
+      machine_{files_,
+               clock_,
+               timers_,
+               dialogs_,
+               launcher_,
+               printer_,
+               sound_,
+               random_,
+               {},
+               {},
+               {},
+               programFolder,
+               std::filesystem::current_path(),
+               isFirstInstance,
+               simulatedCapture} {
+    machine_.yield = [this] { timerDriver_.Yield(); };
+    machine_.showHelp = [this](int context) { ShowHelp(context); };
+    machine_.endProgram = [this] { End(); };
+    program_ = AssembleProgram(machine_);
+}
+
+Desktop::~Desktop() {
+    // The window shows what the program holds: it goes first.
+    window_.reset();
+}
+
+int Desktop::Run() {
+    Main(*program_);
+    if (ended_) return 0;
+    window_ = std::make_unique<MainWindow>(program_->Screens, *program_->Screens.Find("frmMaster"),
+                                           [this](const QString& why) {
+                                               dialogs_.Show({why.toStdString(), box::exclamation, "Bellmark", 0});
+                                           });
+    dialogs_.SetParent(window_.get());
+    window_->resize(firstSize);
+    window_->showMaximized();
+    return QApplication::exec();
+}
+
+void Desktop::ShowHelp(int context) {
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->ShowContext(context);
+}
+
+void Desktop::End() {
+    ended_ = true;
+    if (window_) window_->hide();
+    // What still waits for a drop gives up; everything is torn down when the last handler has returned.
+    program_->Run.DropAborted = true;
+    QCoreApplication::quit();
+}
+
+}  // namespace bellmark

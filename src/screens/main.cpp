@@ -1,0 +1,22 @@
+#include <QApplication>
+#include <QStandardPaths>
+
+#include "platform/instance_lock.h"
+#include "screens/desktop.h"
+#include "screens/look.h"
+#include "screens/program_folder.h"
+
+int main(int count, char** words) {
+    using namespace bellmark;
+    QApplication application(count, words);
+    QApplication::setApplicationName(QStringLiteral("Bellmark"));
+    // The program decides when it ends, not the last window.
+    QApplication::setQuitOnLastWindowClosed(false);
+    ApplyLook();
+
+    const auto pathOf = [](const QString& text) { return PathFromText(text.toStdString()); };
+    const Path folder = ChooseProgramFolder(pathOf(QApplication::applicationDirPath()),
+                                            pathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
+    const InstanceLock lock(folder);
+    return Desktop(folder, lock.IsFirst()).Run();
+}

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QString>
+#include <deque>
+#include <filesystem>
+#include <memory>
+
+#include "app/app_main.h"
+#include "app/program.h"
+#include "assembly/assembly.h"
+#include "platform/clock.h"
+#include "platform/portable_machine.h"
+#include "platform/timers.h"
+#include "screens/main_window.h"
+#include "screens/timer_driver.h"
+
+namespace bellmark {
+
+/// Answers from a queue and remembers what was asked.
+class QueuedDialogs : public Dialogs {
+  public:
+    std::deque<Answer> answers;
+    std::deque<Path> files;
+    std::vector<MessageBox> shown;
+
+    Answer Show(const MessageBox& message) override {
+        shown.push_back(message);
+        if (answers.empty()) return Answer::OK;
+        const Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override { return {}; }
+    std::optional<Path> OpenFile(const FileChoice&) override { return NextFile(); }
+    std::optional<Path> SaveFile(const FileChoice&) override { return NextFile(); }
+    std::optional<Path> PickFolder(const std::string&, const Path&) override { return NextFile(); }
+
+  private:
+    std::optional<Path> NextFile() {
+        if (files.empty()) return {};
+        const Path file = files.front();
+        files.pop_front();
+        return file;
+    }
+};
+
+/// The whole program in its window, on a folder of its own, with answers from a queue.
+class TestDesktop {
+  public:
+    TestDesktop() : folder_(NewFolder()), timerDriver_(timers_, clock_) {
+        machine_.yield = [this] { timerDriver_.Yield(); };
+        machine_.showHelp = [](int) {};
+        machine_.endProgram = [this] { ended = true; };
+        program = AssembleProgram(machine_);
+    }
+    ~TestDesktop() {
+        window.reset();
+        program.reset();
+        std::filesystem::remove_all(folder_);
+    }
+    TestDesktop(const TestDesktop&) = delete;
+
+    void Start() {
+        Main(*program);
+        window = std::make_unique<MainWindow>(program->Screens, *program->Screens.Find("frmMaster"),
+                                              [this](const QString& why) { refusals.push_back(why.toStdString()); });
+        window->resize(1280, 800);
+        window->show();
+    }
+
+    const Path& Folder() const { return folder_; }
+
+    QueuedDialogs dialogs;
+    std::vector<std::string> refusals;
+    bool ended = false;
+    std::unique_ptr<Program> program;
+    std::unique_ptr<MainWindow> window;
+
+  private:
+    static Path NewFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "bellmark-screens-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
+        return name;
+    }
+
+    Path folder_;
+    DiskFileSystem files_;
+    SystemClock clock_;
+    Timers timers_{clock_};
+    SystemLauncher launcher_;
+    FilePrinter printer_{files_, folder_ / "Printed.txt"};
+    SilentSound sound_;
+    Random random_{1};
+    TimerDriver timerDriver_;
+    Machine machine_{files_, clock_, timers_, dialogs, launcher_, printer_, sound_, random_, {}, {}, {}, folder_, folder_};
+};
+
+}  // namespace bellmark
