@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -18,9 +20,10 @@ float ReadVolts(std::string_view text) {
     text = Trim(text);
     float value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool isPlain = error == std::errc() && end == text.data() + text.size() &&
-                         text.find_first_of("nN") == std::string_view::npos;
-    return isPlain ? value : static_cast<float>(ReadNumber(text));
+    const bool isPlain = error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
+    if (isPlain) return value;
+    constexpr double largest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(ReadNumber(text), -largest, largest));
 }
 
 /// False when the block is full.
@@ -84,10 +87,12 @@ std::string_view TakeLine(std::string_view& text) {
 DropSamples ReadTemplateFile(std::string_view text) {
     DropSamples samples;
     samples.volts.reserve(mostSamples);
+    const auto isSeparator = [](char c) { return c == ',' || c == '\r' || c == '\n'; };
     while (!text.empty()) {
-        const auto end = text.find_first_of(",\r\n");
-        const auto item = Trim(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        const auto length =
+            static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSeparator) - text.begin());
+        const auto item = Trim(text.substr(0, length));
+        text.remove_prefix(std::min(length + 1, text.size()));
         if (item.empty()) continue;
         if (!Append(samples, ReadVolts(item))) {
             samples.complete = false;

@@ -55,7 +55,7 @@ class DiskFileSystem : public FileSystem {
   public:
     bool IsFile(const Path& path) const override;
     bool IsFolder(const Path& path) const override;
-    std::string ReadBytes(const Path& path, std::uintmax_t limit) const override;
+    std::string ReadBytes(const Path& path, std::uintmax_t limit = defaultLimit) const override;
     void ReplaceFile(const Path& path, std::string_view bytes) override;
     void AppendToFile(const Path& path, std::string_view bytes) override;
     std::vector<std::string> FileNames(const Path& folder) const override;

@@ -80,15 +80,25 @@ std::optional<unsigned char> CodePageByte(std::uint32_t character) {
                         ") cannot be stored: the files' code page, Windows-1252, lacks it");
 }
 
+/// Moves the characters that are the same in both codes, nearly all of every file, in one go.
+void MoveAscii(std::string& to, std::string_view& from) {
+    const auto end = std::find_if(from.begin(), from.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    const auto count = static_cast<std::size_t>(end - from.begin());
+    to.append(from.substr(0, count));
+    from.remove_prefix(count);
+}
+
 }  // namespace
 
 std::string FromWindows1252(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 8);
-    for (const char byte : bytes) {
-        const auto number = static_cast<unsigned char>(byte);
-        const bool special = number >= 0x80 && number < 0xA0;
-        AppendUtf8(text, special ? upperControlRange[number - 0x80U] : static_cast<char16_t>(number));
+    while (!bytes.empty()) {
+        MoveAscii(text, bytes);
+        if (bytes.empty()) break;
+        const auto number = static_cast<unsigned char>(bytes.front());
+        AppendUtf8(text, number < 0xA0 ? upperControlRange[number - 0x80U] : static_cast<char16_t>(number));
+        bytes.remove_prefix(1);
     }
     return text;
 }
@@ -97,6 +107,8 @@ std::string ToWindows1252(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
+        MoveAscii(bytes, text);
+        if (text.empty()) break;
         const auto first = DecodeFirst(text);
         if (!first) throw EncodingError("The text is not valid UTF-8");
         const auto byte = CodePageByte(first->character);
@@ -108,10 +120,10 @@ std::string ToWindows1252(std::string_view text) {
 }
 
 std::string_view Trim(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {

@@ -1,5 +1,7 @@
 #include "reference/drop_file.h"
 
+#include <vector>
+
 #include "platform/format.h"
 #include "platform/numbers.h"
 
@@ -74,17 +76,29 @@ void AddSampleHeading(std::string& text) {
     text += "Zeroed Load (lbs)\r\n";
 }
 
-void AddSample(std::string& text, const DropRecord& drop, int index) {
-    constexpr const char* fourPlaces = "0.0000E+00";
-    constexpr const char* sevenPlaces = "0.0000000E+00";
-    const auto i = static_cast<std::size_t>(index);
+constexpr const char* fourPlaces = "0.0000E+00";
+constexpr const char* sevenPlaces = "0.0000000E+00";
+
+/// Number and time of each sample, which are the same in every file: "1,      0.0000E+00,  ".
+const std::vector<std::string>& SampleBeginnings() {
+    static const std::vector<std::string> beginnings = [] {
+        std::vector<std::string> texts(sampleCapacity);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            Line line(texts[i]);
+            texts[i] += NumberText(i + 1) + ',';
+            line.TabTo(9);
+            AppendFormat(texts[i], static_cast<double>(i) * static_cast<double>(secondsPerSample), fourPlaces);
+            texts[i] += ',';
+            line.TabTo(22);
+        }
+        return texts;
+    }();
+    return beginnings;
+}
+
+void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
     Line line(text);
-    text += NumberText(index + 1);
-    text += ',';
-    line.TabTo(9);
-    AppendFormat(text, index * static_cast<double>(secondsPerSample), fourPlaces);
-    text += ',';
-    line.TabTo(22);
+    text += SampleBeginnings()[i];
     AppendFormat(text, static_cast<double>(drop.RawVolts[i]), fourPlaces);
     text += ',';
     line.TabTo(36);
@@ -112,7 +126,7 @@ std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, 
     AddReferenceLoadCell(text, center);
     AddFindings(text, drop, center);
     AddSampleHeading(text);
-    for (int i = 0; i < drop.NumSamples; ++i) AddSample(text, drop, i);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(drop.NumSamples); ++i) AddSample(text, drop, i);
     return text;
 }
 

@@ -144,7 +144,7 @@ void SetNoPulse(DropRecord& drop, LoadDropFindings& findings) {
 void MeasurePulse(DropRecord& drop, LoadDropFindings& findings, double mean, bool englishUnits) {
     constexpr int samplesBeforeStart = 10;
     const double zeroedPeak = drop.Displacement[static_cast<Index>(drop.PeakIndex)];
-    if (zeroedPeak == 0) return SetNoPulse(drop, findings);
+    if (zeroedPeak == 0 || !std::isfinite(zeroedPeak)) return SetNoPulse(drop, findings);
     const int roughStart = SearchBack(drop, mean);
     if (roughStart < 0) return SetNoPulse(drop, findings);
     drop.StartPulseIndex = RefineForward(drop, roughStart);
