@@ -28,7 +28,8 @@ void Shoot(TestDesktop& desktop, Screen& screen, const QString& name, const QDir
         desktop.window->resize(size);
         screen.Show();
         for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
-        const QString file = folder.filePath(QStringLiteral("%1-%2x%3.png").arg(name).arg(size.width()).arg(size.height()));
+        const QString file =
+            folder.filePath(QStringLiteral("%1-%2x%3.png").arg(name).arg(size.width()).arg(size.height()));
         desktop.window->grab().save(file);
         std::cout << file.toStdString() << '\n';
     }
@@ -78,7 +79,8 @@ void Shoot(const QDir& folder) {
     Screen& drop = screen("frmBellmark_AccelDrop");
     caption(drop, "lblHeightDrop", "Height: 2  Drop: 3");
     caption(drop, "lblState", "Ready: drop now");
-    caption(drop, "lblFilename", "Save Directory = /home/operator/Bellmark/InterimCal20120309\r\n        09-Mar-2012 2:05:09 PM");
+    caption(drop, "lblFilename",
+            "Save Directory = /home/operator/Bellmark/InterimCal20120309\r\n        09-Mar-2012 2:05:09 PM");
     drop.SetBackColor(colors::complete);
     for (const char* hidden : {"fraMessage", "Frame1", "chkZoom", "lblNoise"}) drop.Find(hidden)->Visible = false;
     for (const char* off : {"cmdAccept", "cmdReject"}) drop.Find(off)->Enabled = false;
@@ -89,12 +91,20 @@ void Shoot(const QDir& folder) {
     for (const char* on : {"cmdAccept", "cmdReject"}) drop.Find(on)->Enabled = true;
     drop.SetDefaultButton(drop.Find("cmdAccept"));
     drop.SetFocus(*drop.Find("cmdAccept"));
-    for (const auto& [name, text] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"lblState", "Captured: accept or reject"}, {"lblPeakCaption", "Peak Load"}, {"lblPeakMils", "16,012"},
-             {"lblMilsUnit", "(pound-force)"}, {"lblPeakMicrons", "71.23"}, {"lblMicronsUnit", "(kilo-Newtons)"},
-             {"lblRiseTime", "12.4"}, {"lblZeroCaption", "Load at Start of Pulse"}, {"lblZeroCalc(0)", "12.1"},
-             {"lblZeroCalc(1)", "0.054"}, {"optAcceleration", "&Voltage"}, {"optVelocity", "&Offset"},
-             {"optDeflection", "&Force"}}) {
+    for (const auto& [name, text] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"lblState", "Captured: accept or reject"},
+                                                                    {"lblPeakCaption", "Peak Load"},
+                                                                    {"lblPeakMils", "16,012"},
+                                                                    {"lblMilsUnit", "(pound-force)"},
+                                                                    {"lblPeakMicrons", "71.23"},
+                                                                    {"lblMicronsUnit", "(kilo-Newtons)"},
+                                                                    {"lblRiseTime", "12.4"},
+                                                                    {"lblZeroCaption", "Load at Start of Pulse"},
+                                                                    {"lblZeroCalc(0)", "12.1"},
+                                                                    {"lblZeroCalc(1)", "0.054"},
+                                                                    {"optAcceleration", "&Voltage"},
+                                                                    {"optVelocity", "&Offset"},
+                                                                    {"optDeflection", "&Force"}}) {
         caption(drop, name, text);
     }
     dynamic_cast<OptionButton&>(*drop.Find("optDeflection")).Choose();
@@ -107,7 +117,8 @@ void Shoot(const QDir& folder) {
     for (const char* off : {"cmdAccept", "cmdReject"}) drop.Find(off)->Enabled = false;
     caption(drop, "lblMessageTitle", "Excess Noise in the Load Cell Average Zero Array (103)");
     caption(drop, "lblMessageText",
-            "Noise in excess of 95 pounds has been detected in the Average Zero calculation.  Carefully review the graphical "
+            "Noise in excess of 95 pounds has been detected in the Average Zero calculation.  Carefully review the "
+            "graphical "
             "data that is coming up next ...\r\n\r\nPress <OK> to continue ...");
     drop.SetDefaultButton(drop.Find("cmdErrOK"));
     Shoot(desktop, drop, "drop-message", folder);

@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <deque>
-#include <filesystem>
 #include <memory>
 
 #include "app/app_main.h"
@@ -13,6 +12,7 @@
 #include "platform/timers.h"
 #include "screens/main_window.h"
 #include "screens/timer_driver.h"
+#include "tests/support/temporary_folder.h"
 
 namespace bellmark {
 
@@ -47,7 +47,7 @@ class QueuedDialogs : public Dialogs {
 /// The whole program in its window, on a folder of its own, with answers from a queue.
 class TestDesktop {
   public:
-    TestDesktop() : folder_(NewFolder()), timerDriver_(timers_, clock_) {
+    TestDesktop() : timerDriver_(timers_, clock_) {
         machine_.yield = [this] { timerDriver_.Yield(); };
         machine_.showHelp = [](int) {};
         machine_.endProgram = [this] { ended = true; };
@@ -56,7 +56,6 @@ class TestDesktop {
     ~TestDesktop() {
         window.reset();
         program.reset();
-        std::filesystem::remove_all(folder_);
     }
     TestDesktop(const TestDesktop&) = delete;
 
@@ -68,7 +67,7 @@ class TestDesktop {
         window->show();
     }
 
-    const Path& Folder() const { return folder_; }
+    const Path& Folder() const { return folder_.Folder(); }
 
     QueuedDialogs dialogs;
     std::vector<std::string> refusals;
@@ -77,13 +76,7 @@ class TestDesktop {
     std::unique_ptr<MainWindow> window;
 
   private:
-    static Path NewFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "bellmark-screens-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        return name;
-    }
-
-    Path folder_;
+    TemporaryFolder folder_;
     DiskFileSystem files_;
     SystemClock clock_;
     Timers timers_{clock_};
@@ -92,7 +85,8 @@ class TestDesktop {
     SilentSound sound_;
     Random random_{1};
     TimerDriver timerDriver_;
-    Machine machine_{files_, clock_, timers_, dialogs, launcher_, printer_, sound_, random_, {}, {}, {}, folder_, folder_};
+    Machine machine_{files_,  clock_, timers_, dialogs, launcher_,        printer_,        sound_,
+                     random_, {},     {},      {},      folder_.Folder(), folder_.Folder()};
 };
 
 }  // namespace bellmark

@@ -1,0 +1,172 @@
+// The parts of the desktop program that stand alone: plot, printing, dialogs, timers, program folder.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPdfWriter>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/clock.h"
+#include "platform/timers.h"
+#include "screens/plot_widget.h"
+#include "screens/program_folder.h"
+#include "screens/qt_dialogs.h"
+#include "screens/qt_printer.h"
+#include "screens/timer_driver.h"
+#include "tests/support/temporary_folder.h"
+
+namespace bellmark {
+namespace {
+
+Plot WholeBlock() {
+    constexpr int samples = 15000;
+    Plot plot;
+    plot.horizontal = {"Time (mSec)", 0, 1000, {}};
+    plot.vertical = {"volts", -1.1, 1.1, {}};
+    PlotSeries series{"Voltage", {}, {}, false};
+    for (int i = 0; i < samples; ++i) {
+        series.x.push_back(i / 15.0);
+        series.y.push_back(std::sin(i * 0.01) + 0.05 * std::sin(i * 2.7));
+    }
+    plot.series.push_back(std::move(series));
+    plot.marks = {{"Start", 100, 0}, {"Peak", 157, 1}};
+    return plot;
+}
+
+TEST(PlotWidget, RedrawsAWholeBlockWithinAFrame) {
+    PlotWidget plot;
+    plot.resize(1600, 700);
+    plot.show();
+    plot.Show(WholeBlock());
+    QApplication::processEvents();
+    std::vector<double> milliseconds;
+    for (int i = 0; i < 15; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        plot.RedrawNow();
+        milliseconds.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    }
+    // The median: the first draws fill caches, and the machine may be busy.
+    std::nth_element(milliseconds.begin(), milliseconds.begin() + 7, milliseconds.end());
+    RecordProperty("redraw_ms", std::to_string(milliseconds[7]));
+#ifdef NDEBUG
+    EXPECT_LT(milliseconds[7], 16);
+#endif
+}
+
+TEST(PlotWidget, ReadsOutTheNearestSample) {
+    PlotWidget plot;
+    Plot shown = WholeBlock();
+    shown.series[0].x = {0, 10, 20};
+    shown.series[0].y = {1.5, 2.5, 0.0001234567};
+    plot.Show(shown);
+    EXPECT_EQ(plot.ReadOutAt(-3), "0, 1.5");
+    EXPECT_EQ(plot.ReadOutAt(14), "10, 2.5");
+    EXPECT_EQ(plot.ReadOutAt(900), "20, 0.000123457");
+    plot.Show({});
+    EXPECT_EQ(plot.ReadOutAt(1), "");
+}
+
+TEST(QtPrinter, WritesEachPageAndFitsWideLines) {
+    const TemporaryFolder folder;
+    const Path file = folder.Folder() / "report.pdf";
+    {
+        QPdfWriter writer(QString::fromStdString(file.string()));
+        DrawPages(writer, {{"first", std::string(300, 'x')}, {"second"}, {}});
+    }
+    std::ifstream stream(file, std::ios::binary);
+    const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
+    EXPECT_NE(pdf.find("/Count 3"), std::string::npos);
+}
+
+TEST(FileDialogFilters, AreReadInPairsWhateverTheCase) {
+    EXPECT_EQ(FileDialogFilters("FWD Cal. Center Files|*.ini"), QStringList{"FWD Cal. Center Files (*.[iI][nN][iI])"});
+    EXPECT_EQ(FileDialogFilters("Data (old)|*.F20;*.1|All|*.*"), (QStringList{"Data [old] (*.[fF]20 *.1)", "All (*)"}));
+    EXPECT_EQ(FileDialogFilters(""), QStringList{});
+}
+
+struct BoxCase {
+    int style;
+    Qt::Key key;
+    Answer answer;
+};
+
+TEST(QtDialogs, EachStyleOffersItsAnswersAndDefaults) {
+    const BoxCase cases[] = {
+        {box::critical, Qt::Key_Return, Answer::OK},
+        {box::okCancel, Qt::Key_Return, Answer::OK},
+        {box::okCancel, Qt::Key_Escape, Answer::Cancel},
+        {box::okCancel + box::secondIsDefault, Qt::Key_Return, Answer::Cancel},
+        {box::yesNo + box::question, Qt::Key_Return, Answer::Yes},
+        {box::yesNo + box::secondIsDefault + box::helpButton, Qt::Key_Return, Answer::No},
+        {box::yesNo, Qt::Key_Escape, Answer::No},
+        {box::information, Qt::Key_Escape, Answer::OK},
+    };
+    for (const auto& [style, key, answer] : cases) {
+        QtDialogs dialogs([](int) {});
+        QString text;
+        QTimer::singleShot(0, [&text, key = key] {
+            auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            text = shown->text();
+            QTest::keyClick(shown->defaultButton(), key);
+        });
+        EXPECT_EQ(dialogs.Show({"one\r\ntwo", style, "Title (120)", 10120}), answer) << style;
+        EXPECT_EQ(text, "one\ntwo");
+    }
+}
+
+TEST(QtDialogs, HelpOpensItsPageAndLeavesTheBoxOpen) {
+    int context = 0;
+    QtDialogs dialogs([&context](int asked) { context = asked; });
+    QTimer::singleShot(0, [] {
+        auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QTest::mouseClick(shown->button(QMessageBox::Help), Qt::LeftButton);
+        EXPECT_TRUE(shown->isVisible());
+        QTest::mouseClick(shown->button(QMessageBox::No), Qt::LeftButton);
+    });
+    EXPECT_EQ(dialogs.Show({"Really?", box::yesNo + box::helpButton, "Reject Drop (120)", 10120}), Answer::No);
+    EXPECT_EQ(context, 10120);
+}
+
+TEST(TimerDriver, RunsTimersButNotBehindABox) {
+    const SystemClock clock;
+    Timers timers(clock);
+    const TimerDriver driver(timers, clock);
+    int ticks = 0;
+    timers.Start(std::chrono::milliseconds(1), [&ticks] { ++ticks; });
+    EXPECT_TRUE(QTest::qWaitFor([&ticks] { return ticks > 3; }, 2000));
+
+    QtDialogs dialogs([](int) {});
+    int before = -1;
+    int after = -1;
+    QTimer::singleShot(0, [&] { before = ticks; });
+    QTimer::singleShot(60, [&] {
+        after = ticks;
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+    });
+    dialogs.Show({"wait", 0, "", 0});
+    EXPECT_EQ(after, before);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ticks > after; }, 2000));
+}
+
+TEST(ProgramFolder, LiesBesideTheExecutableWhereTheCenterDoes) {
+    const TemporaryFolder folder;
+    const Path executable = folder.Folder() / "bin";
+    const Path user = folder.Folder() / "user" / "Bellmark";
+    std::filesystem::create_directories(executable);
+    EXPECT_EQ(ChooseProgramFolder(executable, user), user);
+    EXPECT_TRUE(std::filesystem::is_directory(user));
+    std::ofstream(executable / "BellmarkCenterConfig.ini") << "[x]\r\n";
+    EXPECT_EQ(ChooseProgramFolder(executable, user), executable);
+}
+
+}  // namespace
+}  // namespace bellmark
