@@ -44,10 +44,14 @@ void BeginFreshRun(Program& program) {
     fresh.AccelChannel = old.AccelChannel;
     fresh.LoadCellChannel = old.LoadCellChannel;
     fresh.TempChannel = old.TempChannel;
+    // Both came with the center's configuration, which has just been read.
+    fresh.EnglishUnits = old.EnglishUnits;
+    fresh.TransferFileVersion2 = old.TransferFileVersion2;
     program.Run = fresh;
     program.Drop = DropRecord();
     program.Run.NewCalibration = true;
     program.Run.ProgramStarted = true;
+    program.The<SetupDoor>().BeginRun();
     if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
 }
 
@@ -68,8 +72,14 @@ void RestoreCenterConfiguration(Program& program) {
     const Path old = ActualPath(files, program.Folder() / oldCenterConfigName);
     if (!program.Run.ReviewMode || !files.IsFile(old)) return;
     const Path current = ActualPath(files, program.Folder() / centerConfigName);
-    // Renaming replaces the file in one step, so that there is a configuration at every moment.
-    files.Rename(old, current);
+    try {
+        // Renaming replaces the file in one step, so that there is a configuration at every moment.
+        files.Rename(old, current);
+    } catch (const FileError& error) {
+        program.Log(error.what());
+        program.ShowBox(std::string("The center's own configuration could not be put back.\r\n") + error.what(),
+                        box::exclamation, "Bellmark");
+    }
 }
 
 bool OperatorWantsToQuit(Program& program) {
