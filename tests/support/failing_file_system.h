@@ -4,14 +4,20 @@
 
 namespace bellmark {
 
-/// The machine's disks, with a chosen write that fails as on a full disk. Reading always works.
+/// The machine's disks, with a chosen write that fails as on a full disk, and a file that may not be read.
 class FailingFileSystem : public DiskFileSystem {
   public:
     /// The n-th write from now on (1 is the next) and all behind it fail; 0 lets all pass.
     void FailFromWrite(int n) { writesUntilFailure_ = n; }
 
+    void RefuseToRead(const Path& path) { unreadable_ = path; }
+
     int WritesTried() const { return writesTried_; }
 
+    std::string ReadBytes(const Path& path, std::uintmax_t limit = defaultLimit) const override {
+        if (path == unreadable_) throw FileError(path, "permission denied");
+        return DiskFileSystem::ReadBytes(path, limit);
+    }
     void ReplaceFile(const Path& path, std::string_view bytes) override {
         CountWrite(path);
         DiskFileSystem::ReplaceFile(path, bytes);
@@ -35,6 +41,7 @@ class FailingFileSystem : public DiskFileSystem {
 
     int writesUntilFailure_ = 0;
     int writesTried_ = 0;
+    Path unreadable_;
 };
 
 }  // namespace bellmark

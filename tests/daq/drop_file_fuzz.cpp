@@ -1,0 +1,56 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "daq/drop_file_reader.h"
+#include "reference/drop_file.h"
+
+// Any text is read in both forms; then the same bytes are taken as volts, written as a drop's file and read back.
+
+namespace {
+
+using namespace bellmark;
+
+void Require(bool holds) {
+    if (!holds) std::abort();
+}
+
+void CheckSamples(const DropSamples& read) {
+    Require(read.volts.size() <= static_cast<std::size_t>(mostSamples));
+    for (const float volts : read.volts) Require(std::isfinite(volts));
+    if (read.volts.empty()) return;
+    const auto [least, most] = std::minmax_element(read.volts.begin(), read.volts.end());
+    Require(read.lowest == *least && read.highest == *most);
+}
+
+void CheckRoundTrip(const std::uint8_t* data, std::size_t size) {
+    constexpr std::size_t mostVolts = 200;
+    DropRecord drop;
+    for (std::size_t i = 0; i + sizeof(std::int16_t) <= size && i / 2 < mostVolts; i += sizeof(std::int16_t)) {
+        std::int16_t counts = 0;
+        std::memcpy(&counts, data + i, sizeof(counts));
+        drop.RawVolts[static_cast<std::size_t>(drop.NumSamples++)] = static_cast<float>(counts) * 20 / 65536;
+    }
+    CenterConfig center;
+    center.ShuntCalibrationMultiplier = 1 + 0.001 * static_cast<double>(size % 50);
+    const DropSamples read = ReadSavedDropFile(LoadDropFileText(drop, CalibrationRun(), center, DateTime{}));
+    Require(read.complete && read.volts.size() == static_cast<std::size_t>(drop.NumSamples));
+    Require(std::abs(read.header.shuntMultiplier.value_or(0) - center.ShuntCalibrationMultiplier) < 1e-12);
+    for (std::size_t i = 0; i < read.volts.size(); ++i) {
+        // Five digits are written.
+        Require(std::abs(read.volts[i] - drop.RawVolts[i]) <= 5.001e-5F * std::abs(drop.RawVolts[i]));
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    CheckSamples(ReadTemplateFile(text));
+    CheckSamples(ReadSavedDropFile(text));
+    CheckRoundTrip(data, size);
+    return 0;
+}

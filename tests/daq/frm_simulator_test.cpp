@@ -1,0 +1,220 @@
+#include "daq/frm_simulator.h"
+
+#include <gtest/gtest.h>
+
+#include "app/program.h"
+#include "platform/numbers.h"
+#include "tests/support/fake_setup.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+/// A simulated board whose drop files lie in the folder "Review" of the program folder.
+struct SimulatorTest : ::testing::Test {
+    TestMachine machine;
+    Program program{machine.machine};
+    std::shared_ptr<FakeSetup> setup = std::make_shared<FakeSetup>();
+    frmSimulator simulator{program};
+    std::vector<float> volts = std::vector<float>(sampleCapacity);
+    int count = 0;
+
+    SimulatorTest() {
+        program.Register<SetupDoor>([this](Program&) { return setup; });
+        setup->simDataLocation = machine.folder / "Review";
+        program.Run.InterimFolderName = "InterimCal20120309";
+        program.Run.NumberDropsPerLoadLevel = 4;
+        program.Run.CurrentProcedure = 5;
+    }
+
+    void Capture() {
+        simulator.CaptureBlock(1);
+        simulator.GetResultsVolts(volts, count);
+    }
+    static std::string SavedDrop(const std::string& value) { return "Sample\r\n1,0," + value + "\r\n"; }
+};
+
+TEST_F(SimulatorTest, NamesTheFileByWhatIsInHand) {
+    const struct {
+        const char* file;
+        int procedure, refTrials, loadCellRefTrials, height, drop;
+        bool trialReview = false, replay = false;
+    } cases[] = {
+        {"Review/LoadCell1-H1D1.txt", 5, 3, 0, 1, 1},
+        {"Review/LoadCell3-H4D2.txt", 5, 0, 2, 4, 2},
+        {"Review/LoadCell2-H4D3.txt", 5, 0, 2, 4, 3, true},
+        {"InterimCal20120309/LoadCell3-H4D4.txt", 5, 0, 2, 4, 4, false, true},
+        {"InterimCal20120309/LoadCell2-H1D4.txt", 5, 0, 2, 1, 4, true, true},
+        {"Review/Reference1-H3D2.txt", 4, 0, 3, 3, 2},
+        {"Review/Reference2-H3D2.txt", 4, 2, 3, 3, 2, true},
+        {"Review/Reference1-H2D1.txt", 8, 0, 3, 2, 7},
+        {"Review/Reference3-H1D1.txt", 9, 2, 3, 1, 0},
+        {"Review/reference3-h2d2.TXT", 4, 2, 0, 2, 2},  // names count without case
+        {"Review/Base_009.txt", 5, 0, 0, 3, 2},         // the flat form goes first: drop 2 of height 3, of 4 drops each
+        {"Review/Base_000.txt", 4, 1, 1, 1, 1},
+        {"Review/Base_006.txt", 1, 0, 0, 2, 3},
+    };
+    CalibrationRun& run = program.Run;
+    simulator.SetFile("Base");
+    double value = 1;
+    for (const auto& test : cases) {
+        run.CurrentProcedure = test.procedure;
+        run.RefTrials = test.refTrials;
+        run.LoadCellRefTrials = test.loadCellRefTrials;
+        run.CurrentHeightIndex = test.height;
+        run.CurrentDropIndex = test.drop;
+        run.TrialReview = test.trialReview;
+        run.ReplayMode = test.replay;
+        value += 1;
+        const std::string text = NumberText(value);
+        const bool flat = std::string_view(test.file).find('_') != std::string_view::npos;
+        machine.Write(test.file, flat ? text : SavedDrop(text));
+        Capture();
+        EXPECT_EQ(count, 1) << test.file;
+        EXPECT_EQ(volts[0], static_cast<float>(value)) << test.file;
+        EXPECT_EQ(simulator.lblSource.Caption.Get(), PathText(machine.folder / test.file));
+    }
+    EXPECT_TRUE(machine.dialogs.TakeBoxes().empty());
+}
+
+TEST_F(SimulatorTest, TellsWhichFileItCouldNotReadAndGivesAnEmptyBlock) {
+    const Path path = machine.folder / "Review/LoadCell1-H1D1.txt";
+    const auto huge = [&] {
+        machine.Write("Review/LoadCell1-H1D1.txt", SavedDrop("1"));
+        std::filesystem::resize_file(path, FileSystem::defaultLimit + 1);
+    };
+    const struct {
+        const char* defect;
+        std::function<void()> make;
+    } cases[] = {
+        {"missing folder", [] {}},
+        {"missing file", [&] { machine.files.CreateFolder(machine.folder / "Review"); }},
+        {"folder in its place", [&] { machine.files.CreateFolder(path); }},
+        {"larger than any drop", huge},
+        {"no permission",
+         [&] {
+             machine.Write("Review/LoadCell1-H1D1.txt", SavedDrop("1"));
+             machine.files.RefuseToRead(path);
+         }},
+    };
+    simulator.SetFile("LoadCell1");
+    for (const auto& test : cases) {
+        std::filesystem::remove_all(path);
+        test.make();
+        count = -1;
+        machine.dialogs.QueueAnswer(Answer::OK);
+        Capture();
+        EXPECT_EQ(count, 0) << test.defect;
+        const auto boxes = machine.dialogs.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1U) << test.defect;
+        EXPECT_EQ(boxes[0], "\tCouldn't find simulation input file " + PathText(path) +
+                                ".\\nGo to setup screen to set simulation file path.\t48\tOK")
+            << test.defect;
+    }
+}
+
+TEST_F(SimulatorTest, KeepsTheSamplesBeforeABrokenLine) {
+    machine.Write("Review/LoadCell1-H1D1.txt", SavedDrop("1.5") + "2,0,2.5\r\nbroken\r\n4,0,4.5\r\n");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    Capture();
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(volts[1], 2.5F);
+    EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U);
+}
+
+TEST_F(SimulatorTest, ServesAShortBlockAfterALongOne) {
+    simulator.SetFile("LoadCell1");
+    machine.Write("Review/LoadCell1_000.txt", "1,2,3,4,5");
+    Capture();
+    EXPECT_EQ(count, 5);
+    EXPECT_EQ(volts[5], 0);
+    machine.Write("Review/LoadCell1_000.txt", "7,8");
+    volts.assign(sampleCapacity, -1);
+    Capture();
+    EXPECT_EQ(count, 2);
+    // Both ends go along: what stands behind the last sample is left from the longer block. No more is touched.
+    EXPECT_EQ(std::vector<float>(volts.begin(), volts.begin() + 4), (std::vector<float>{7, 8, 3, -1}));
+}
+
+TEST_F(SimulatorTest, TakesTheHeaderIntoTheCenterAndTheDrop) {
+    program.Center.AccelRefPlus1GDC = 3;
+    program.Center.AccelRefMinus1GDC = 2;
+    program.Drop.BurstAverage = 7;
+    program.Drop.BurstStdDev = 7;
+    const std::string sample = "Sample\r\n1,0,1\r\n";
+    machine.Write(
+        "Review/LoadCell1-H1D1.txt",
+        "Daily Shunt = 1.005\r\nDaily +G = 2510 mV\r\nDaily -G = 2010 mV\r\nInitial Burst Ave = 1.25\r\n" + sample);
+    Capture();
+    EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1.005);
+    EXPECT_EQ(program.Center.AccelDailyCalibrationPlus1GVoltage, 2.51);
+    EXPECT_EQ(program.Center.AccelDailyCalibrationMinus1GVoltage, 2.01);
+    // Half-spans of 0.5 V and 0.25 V, middles of 2.5 V and 2.26 V.
+    EXPECT_NEAR(program.Center.AccelVoltageSlope, 2, 1e-12);
+    EXPECT_NEAR(program.Center.AccelVoltageOffset, 2.5 - 2 * 2.26, 1e-12);
+    EXPECT_EQ(program.Drop.BurstAverage, 1.25);
+    EXPECT_EQ(program.Drop.BurstStdDev, 0);
+    // A file without these lines leaves the center alone.
+    machine.Write("Review/LoadCell1-H1D1.txt", sample);
+    Capture();
+    EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1.005);
+    EXPECT_EQ(program.Drop.BurstAverage, 0);
+}
+
+TEST_F(SimulatorTest, DrawsRandomVoltsInTheirRanges) {
+    simulator.SetRandom(2.5F, 0.25F);
+    Capture();
+    ASSERT_EQ(count, 15000);
+    const auto [least, most] = std::minmax_element(volts.begin(), volts.end());
+    // Of 15001 uniform values the extremes miss the ends by more than 1 % of the range once in e^150 runs.
+    EXPECT_GE(*least, 2.25F);
+    EXPECT_LT(*least, 2.255F);
+    EXPECT_LE(*most, 2.75F);
+    EXPECT_GT(*most, 2.745F);
+
+    float lowest = 0;
+    float highest = 0;
+    for (int i = 0; i < 2000; ++i) {
+        const float value = simulator.OneConversion(1);
+        lowest = std::min(lowest, value);
+        highest = std::max(highest, value);
+    }
+    EXPECT_GE(lowest, -10);
+    EXPECT_LE(highest, 10);
+    EXPECT_LT(lowest, -9.9F);
+    EXPECT_GT(highest, 9.9F);
+
+    simulator.SetFile("LoadCell1");
+    machine.Write("Review/LoadCell1_000.txt", "1");
+    Capture();
+    EXPECT_EQ(count, 1) << "naming a file ends the random source";
+}
+
+TEST_F(SimulatorTest, ReplaysForAWhileAndThenIsCapturedForGood) {
+    using std::chrono::milliseconds;
+    machine.machine.simulatedCapture = milliseconds(300);  // of a whole block: 500 samples are 10 ms
+    simulator.SetFile("LoadCell1");
+    machine.Write("Review/LoadCell1_000.txt", "");
+    Capture();
+    machine.Advance(milliseconds(1000));
+    EXPECT_FALSE(simulator.BlockCaptured()) << "nothing to replay";
+
+    std::string text;
+    for (int i = 0; i < 1001; ++i) text += "1,";
+    machine.Write("Review/LoadCell1_000.txt", text);
+    Capture();
+    EXPECT_EQ(count, 1001) << "the samples are there at once";
+    machine.Advance(milliseconds(29));
+    EXPECT_FALSE(simulator.BlockCaptured());
+    machine.Advance(milliseconds(1));
+    EXPECT_TRUE(simulator.BlockCaptured());
+    EXPECT_FALSE(simulator.Timer1.IsRunning());
+    Capture();
+    EXPECT_TRUE(simulator.BlockCaptured());
+    simulator.StopAcq();
+    machine.Advance(milliseconds(10));
+    EXPECT_FALSE(simulator.Timer1.IsRunning()) << "stopped at the next tick";
+}
+
+}  // namespace
+}  // namespace bellmark

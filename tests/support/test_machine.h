@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <stdexcept>
+
+#include "console/script_dialogs.h"
+#include "platform/clock.h"
+#include "platform/machine.h"
+#include "platform/portable_machine.h"
+#include "platform/timers.h"
+#include "tests/support/failing_file_system.h"
+#include "tests/support/temporary_folder.h"
+
+namespace bellmark {
+
+/// A machine for one program in a test: an empty program folder, a clock that stands at 9 March 2012, 10:00, dialogs
+/// that answer from queues, and a printer that prints into a file.
+struct TestMachine {
+    TemporaryFolder folder;
+    FailingFileSystem files;
+    ScriptClock clock;
+    Timers timers{clock};
+    ScriptDialogs dialogs;
+    SystemLauncher launcher;
+    FilePrinter printer{files, folder / "Printed.txt"};
+    SilentSound sound;
+    Random random{1};
+    std::function<void()> WhileWaiting;  ///< called each time the program waits
+    bool ended = false;                  ///< the program has asked for its end
+
+    Machine machine{files,  clock,   timers,  dialogs, launcher,        printer,        sound,
+                    random, nullptr, nullptr, nullptr, folder.Folder(), folder.Folder()};
+
+    TestMachine() {
+        clock.Set(MakeDateTime(2012, 3, 9, 10));
+        machine.yield = [this] { Wait(); };
+        machine.showHelp = [](int) {};
+        machine.endProgram = [this] { ended = true; };
+    }
+
+    /// Lets the time pass and runs what falls due.
+    void Advance(std::chrono::milliseconds step) {
+        const auto end = clock.Elapsed() + step;
+        while (clock.Elapsed() < end) {
+            clock.Advance(std::chrono::milliseconds(1));
+            timers.RunDue();
+        }
+    }
+
+    /// A file in the program folder, its folders made as needed.
+    Path Write(const Path& name, std::string_view bytes) {
+        files.CreateFolder((folder / name).parent_path());
+        files.ReplaceFile(folder / name, bytes);
+        return folder / name;
+    }
+    bool Has(const Path& name) const { return std::filesystem::exists(folder / name); }
+
+  private:
+    void Wait() {
+        if (++waits_ > 100'000) throw std::runtime_error("the program waits for something that never comes");
+        Advance(std::chrono::milliseconds(1));
+        if (WhileWaiting) WhileWaiting();
+    }
+
+    int waits_ = 0;
+};
+
+}  // namespace bellmark
