@@ -14,6 +14,9 @@ class MainFrameDoor {  // frmMaster
   public:
     virtual ~MainFrameDoor() = default;
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
+    virtual void BeginWaiting(const std::string& text) = 0;         ///< says what is waited for, with a button to end it
+    virtual bool WaitingCancelled() const = 0;
+    virtual void EndWaiting() = 0;
 };
 
 class StartFormDoor {  // frmAbout
@@ -43,6 +46,7 @@ class SetupDoor {  // frmSetup
   public:
     virtual ~SetupDoor() = default;
     virtual void Open() = 0;
+    virtual void BeginRun() = 0;                ///< the run's record is a fresh one
     virtual void OpenCenterPage() = 0;          ///< optCalCenter
     virtual bool HasBeenThroughCenterPage() const = 0;
     virtual void ReadCalCenter() = 0;           ///< cmdReadCalCenter: the operator picks a file

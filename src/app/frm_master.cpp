@@ -7,7 +7,14 @@
 namespace bellmark {
 
 frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "Bellmark"), program_(program) {
-    for (Control* control : Controls()) static_cast<Button*>(control)->IsMenuItem = true;
+    for (Control* control : Controls()) {
+        auto* item = dynamic_cast<Button*>(control);
+        if (item && item != &cmdCancelWaiting) item->IsMenuItem = true;
+    }
+    lblWaiting.PutInto(fraWaiting);
+    cmdCancelWaiting.PutInto(fraWaiting);
+    fraWaiting.Visible = false;
+    cmdCancelWaiting.Click = [this] { waitingCancelled_ = true; };
     mnuSetup.Click = [this] {
         if (program_.Run.CurrentProcedure != 1) program_.The<MainMenuDoor>().EditSetup();
     };
@@ -58,6 +65,12 @@ void frmMaster::CloseRequested() {
     const Answer answer =
         program_.ShowBox("Are you sure you want to terminate the FWD Calibration software?", box::yesNo);
     if (answer == Answer::Yes) QuitApplication(program_);
+}
+
+void frmMaster::BeginWaiting(const std::string& text) {
+    waitingCancelled_ = false;
+    lblWaiting.Caption = text;
+    fraWaiting.Visible = true;
 }
 
 void frmMaster::AllowProcedures(bool loadCell, bool sensors) {

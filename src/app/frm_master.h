@@ -26,9 +26,16 @@ class frmMaster : public Screen, public MainFrameDoor {
     Button mnuIndex{*this, "mnuIndex", "&Index"};
     Button mnuAbout{*this, "mnuAbout", "&About Bellmark"};
 
+    Frame fraWaiting{*this, "fraWaiting"};
+    Label lblWaiting{*this, "lblWaiting"};
+    Button cmdCancelWaiting{*this, "cmdCancelWaiting", "Cancel"};
+
     bool IsAlwaysAtHand() const override { return true; }
     void CloseRequested() override;
     void AllowProcedures(bool loadCell, bool sensors) override;
+    void BeginWaiting(const std::string& text) override;
+    bool WaitingCancelled() const override { return waitingCancelled_; }
+    void EndWaiting() override { fraWaiting.Visible = false; }
 
   private:
     void mnuAccelerometerCalibration_Click();
@@ -37,6 +44,7 @@ class frmMaster : public Screen, public MainFrameDoor {
     bool OperatorWantsToSwitch(const char* question);
 
     Program& program_;
+    bool waitingCancelled_ = false;
 };
 
 }  // namespace bellmark

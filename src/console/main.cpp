@@ -4,6 +4,7 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "app/app_main.h"
@@ -110,6 +111,10 @@ int RunScript(const Options& options) {
     machine.yield = [&] {
         timers.RunDue();
         runner->TakeTurn();
+    };
+    machine.pause = [&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        timers.RunDue();
     };
     machine.showHelp = [](int context) { std::cout << "help " << context << '\n'; };
     machine.endProgram = [&] {

@@ -75,6 +75,9 @@ struct Machine {
 
     /// How long the simulated board takes to deliver a block. An operator wants to see the armed screen, a script does not.
     std::chrono::milliseconds simulatedCapture{0};
+
+    /// Lets a moment pass, with timers and events served, while another program works.
+    std::function<void()> pause = [] {};
 };
 
 }  // namespace bellmark

@@ -1,6 +1,7 @@
 #include "screens/desktop.h"
 
 #include <QApplication>
+#include <QThread>
 #include <chrono>
 #include <random>
 
@@ -40,6 +41,10 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
                isFirstInstance,
                simulatedCapture} {
     machine_.yield = [this] { timerDriver_.Yield(); };
+    machine_.pause = [this] {
+        QThread::msleep(10);
+        timerDriver_.Yield();
+    };
     machine_.showHelp = [this](int context) { ShowHelp(context); };
     machine_.endProgram = [this] { End(); };
     program_ = AssembleProgram(machine_);

@@ -1,0 +1,125 @@
+#include "fwd/convert_fwd_file.h"
+
+#include "app/doors.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr std::chrono::seconds longestWait{60};
+
+Path CopyToDataFolder(Program& program, const Path& file) {
+    const int step = program.Run.CurrentProcStep;
+    const bool analysesMonthlyTrial = step == 62 || step == 72;
+    if (analysesMonthlyTrial) return file;
+    FileSystem& files = program.Services.files;
+    const Path copy = program.InterimFolder() / file.filename();
+    files.CreateFolder(program.InterimFolder());
+    if (copy != file) files.CopyFile(file, copy);
+    return copy;
+}
+
+Path ConvertedName(const Path& file) {
+    Path name = file;
+    name.replace_extension();
+    name += "cvt.ddx";
+    return name;
+}
+
+bool MayReplace(Program& program, const Path& document) {
+    if (!program.Services.files.IsFile(document)) return true;
+    const std::string question = "The file " + PathText(document.filename()) +
+                                 " already exist.\r\nDo you want to replace the existing file?\r\n"
+                                 "If you say NO, please save existing file with a new name.";
+    return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
+}
+
+/// Says on the main frame what is waited for, as long as it lives.
+class WaitingNotice {
+  public:
+    WaitingNotice(Program& program, const std::string& text) : frame_(program.The<MainFrameDoor>()) {
+        frame_.BeginWaiting(text);
+    }
+    ~WaitingNotice() { frame_.EndWaiting(); }
+    WaitingNotice(const WaitingNotice&) = delete;
+    WaitingNotice& operator=(const WaitingNotice&) = delete;
+    bool Cancelled() const { return frame_.WaitingCancelled(); }
+
+  private:
+    MainFrameDoor& frame_;
+};
+
+/// The document that is to be replaced, out of the way until the new one is there; put back when there is none.
+class OldDocument {
+  public:
+    OldDocument(FileSystem& files, const Path& document) : files_(files), document_(document), aside_(document) {
+        aside_ += ".old";
+        if (files_.IsFile(document_)) files_.Rename(document_, aside_);
+    }
+    ~OldDocument() {
+        try {
+            if (!files_.IsFile(aside_)) return;
+            if (files_.IsFile(document_)) {
+                files_.RemoveFile(aside_);
+            } else {
+                files_.Rename(aside_, document_);
+            }
+        } catch (const FileError&) {
+            // It stays beside the other under the name that tells what it is.
+        }
+    }
+    OldDocument(const OldDocument&) = delete;
+    OldDocument& operator=(const OldDocument&) = delete;
+
+  private:
+    FileSystem& files_;
+    Path document_;
+    Path aside_;
+};
+
+/// Why the converter gave no document; empty when it did.
+std::string RunConverter(Program& program, const Path& file, int fileType, const Path& document) {
+    Machine& machine = program.Services;
+    const auto converter = machine.launcher.Start(ActualPath(machine.files, program.Folder() / converterName),
+                                                  PathText(file) + ',' + NumberText(fileType));
+    const WaitingNotice notice(program, "Converting " + PathText(file.filename()) + " ...");
+    const auto begun = machine.clock.Elapsed();
+    while (!converter->HasEnded()) {
+        if (notice.Cancelled() || machine.clock.Elapsed() - begun > longestWait) {
+            converter->Kill();
+            return notice.Cancelled() ? "The conversion was cancelled." : "The converter did not end within 60 seconds.";
+        }
+        machine.pause();
+    }
+    if (machine.files.IsFile(document)) return {};
+    return converter->ExitStatus() == 0
+               ? "The converter ended without writing a document."
+               : "The converter failed (status " + NumberText(converter->ExitStatus()) + ") and wrote no document.";
+}
+
+}  // namespace
+
+Conversion ConvertFWDFile(Program& program, const Path& file, int fileType) {
+    const Conversion unchanged{file, false, false};
+    std::string problem;
+    try {
+        const Path copy = CopyToDataFolder(program, file);
+        const Path document = ConvertedName(copy);
+        if (!MayReplace(program, document)) return unchanged;
+        const OldDocument old(program.Services.files, document);
+        problem = RunConverter(program, copy, fileType, document);
+        if (problem.empty()) return {document, true, false};
+    } catch (const FileError& error) {
+        problem = error.what();
+    }
+    program.ShowBox("The file " + PathText(file.filename()) + " could not be converted.\r\n" + problem, box::critical,
+                    "Ferrylink");
+    return {file, false, true};
+}
+
+}  // namespace bellmark
