@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace bellmark {
 namespace {
 
@@ -17,6 +19,7 @@ using Volts = std::vector<float>;
 TEST(DropFileReader, TakesWhatASavedDropFileHolds) {
     const std::string header =
         "Load Cell Calibration\r\nFWD Owner = Sample, Agency, 3\r\n\r\nSample,  Time (sec), Volts\r\n";
+    const float largest = std::numeric_limits<float>::max();
     const struct {
         const char* defect;
         std::string text;
@@ -48,6 +51,7 @@ TEST(DropFileReader, TakesWhatASavedDropFileHolds) {
         {"units behind the number", header + "1,0,2.5 V\r\n", {2.5F}},
         {"second line of headings", "Sample\r\n1,0,2\r\nSample,Time,Volts\r\n2,0,3\r\n", {2, 0, 3}},
         {"beyond single precision, small", header + "1,0,1E-60\r\n", {0}},
+        {"beyond single precision, large", header + "1,0,1E+39\r\n2,0,-1E+200\r\n", {largest, -largest}},
     };
     for (const auto& test : cases) {
         const DropSamples read = ReadSavedDropFile(test.text);
