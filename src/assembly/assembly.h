@@ -2,10 +2,9 @@
 
 #include <memory>
 
-namespace bellmark {
+#include "app/program.h"
 
-class Program;
-struct Machine;
+namespace bellmark {
 
 /// A whole program out of the subsystems: the one place that knows them all. The machine outlives it.
 std::unique_ptr<Program> AssembleProgram(Machine& machine);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/date_time.h"
+
+/// Values as the program's files hold them. Reading never fails: what is no value of its kind is 0, no or the zero
+/// date.
+namespace bellmark {
+
+double StoredNumber(std::string_view text);                   ///< finite
+int StoredWhole(std::string_view text, int least, int most);  ///< rounded half to even, brought into the range
+bool StoredBoolean(std::string_view text);                    ///< the word True, or a number other than 0
+DateTime StoredDate(std::string_view text);
+
+std::string BooleanText(bool value);  ///< "True" or "False"
+
+}  // namespace bellmark

@@ -1,0 +1,215 @@
+#include "setup/center_tab.h"
+
+#include <stdexcept>
+
+#include "app/center_keys.h"
+#include "app/doors.h"
+#include "app/mod_shared.h"
+#include "app/program.h"
+#include "controls/screen.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+constexpr const char* changeCaption = "&Change Calibration Center Config";
+constexpr const char* saveCaption = "&Save Calibration Center Config";
+constexpr std::chrono::days longestLoadCellAge{365};
+}  // namespace
+
+bool IsAccelCalibrationCurrent(Program& program) {
+    constexpr const char* day = "dd-mmm-yyyy";
+    return AccelCalCurrent(program) &&
+           Format(program.Center.AccelDailyCalibrationDate, day) == Format(program.Now(), day);
+}
+
+CenterTab::CenterTab(Screen& screen, Program& program)
+    : screen_(screen), program_(program), cells_(CenterCells(*this)) {
+    PutControlsIntoFrames();
+    LockCells(true);
+    fraCalCentersID.Visible = false;
+    cmdWriteCalCenter.Caption = changeCaption;
+    for (Button& button : cmdAccelCalButton) {
+        button.Enabled = program_.Has<FlipCalibrationDoor>();
+        button.Click = [this] { program_.The<FlipCalibrationDoor>().Start(); };
+    }
+    cmdWriteCalCenter.Click = [this] { cmdWriteCalCenter_Click(); };
+    cmdApproveBellmarkCenter.Click = [this] { cmdApproveBellmarkCenter_Click(); };
+    cmdLoadCellOnly[0].Click = [this] {
+        program_.Run.LoadCellOnly = true;
+        CalCenterOptions();
+    };
+    cmdLoadCellOnly[1].Click = [this] { CalCenterOptions(); };
+    txtRefLoadCellCalDate.Click = [this] {
+        if (!LoadCellIsLate()) return;
+        program_.Compose(112, {program_.Center.ReferenceLoadCellCalibrationDate});
+        program_.ShowComposed();
+    };
+    txtCalCenter.Leave = [this] { StoreText(txtCalCenter, program_.Center.CalibrationCenter, "CalibrationCenter"); };
+    txtCenterOperator.Leave = [this] {
+        StoreText(txtCenterOperator, program_.Center.CalibrationCenterOperator, "CalibrationCenterOperator");
+    };
+    cmdShowLC.Click = [this] {
+        fraCalCentersID.Visible = false;
+        fraLoadCell.Visible = true;
+    };
+    cmdShowAccel.Click = [this] {
+        fraCalCentersID.Visible = false;
+        fraAccelerometer.Visible = true;
+    };
+    cmdCloseLC.Click = [this] { fraLoadCell.Visible = false; };
+    cmdCloseAcc.Click = [this] { fraAccelerometer.Visible = false; };
+    cmdCloseCalCenters.Click = [this] { fraCalCentersID.Visible = false; };
+}
+
+CenterTab::~CenterTab() = default;
+
+void CenterTab::PutControlsIntoFrames() {
+    const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
+        for (Control* control : controls) control->PutInto(frame);
+    };
+    put(fraCalCenter, {&txtCenterID, &txtCalCenter, &txtCenterOperator, &txtSerialEquipment, &cmdReadCalCenter,
+                       &cmdWriteCalCenter, &cmdApproveBellmarkCenter, &cmdSelectCenter, &cmdShowLC, &cmdShowAccel,
+                       &cmdAccelCalButton[1], &cmdLoadCellOnly[0], &fraCalCentersID, &fraLoadCell, &fraAccelerometer});
+    put(fraCalCentersID, {&grdCalCenters, &cmdCloseCalCenters});
+    put(fraLoadCell, {&txtRefLoadCellID, &txtRefLoadCellExcitation, &txtRefLoadCellGain, &Label2[0], &Label2[1],
+                      &txtRefLoadCellBPlus, &txtRefLoadCellBMinus, &txtRefLoadCellUnbalancedZero,
+                      &txtRefLoadCellCalDate, &txtRefLoadCellCalUnits, &cmdLoadCellOnly[1], &cmdCloseLC});
+    for (TextBox& coefficient : txtRefLoadCellCalA) coefficient.PutInto(fraLoadCell);
+    put(fraAccelerometer,
+        {&txtAccelerometerSN, &txtAccelerometerModel, &txtAccelerometerExcitation, &txtAccelerometerGain, &txtCertDate,
+         &txtCertP1GDC, &txtCertM1GDC, &txtNISTGravity, &txtDailyDate, &txtDailyTime, &txtDailyP1GDC, &txtDailyM1GDC,
+         &txtFieldGravity, &txtDailyTemp, &txtDailyTempUnit, &txtSlopeFactor, &cmdAccelCalButton[0], &cmdCloseAcc});
+    for (TextBox& coefficient : txtCert) coefficient.PutInto(fraAccelerometer);
+}
+
+PDDXFile& CenterTab::Document() {
+    if (!document_) document_ = std::make_unique<PDDXFile>();
+    return *document_;
+}
+
+void CenterTab::CalCenterOptions() {
+    if (program_.Run.ReviewMode) {
+        cmdReadCalCenter.ToolTip =
+            "Read in the BellmarkCenterConfig.ini file to be used. The existing BellmarkCenterConfig.ini will be "
+            "restored "
+            "when Bellmark closes.";
+        cmdReadCalCenter.BackColor = colors::warning;
+    } else {
+        cmdReadCalCenter.ToolTip = "Read in the updated BellmarkCenterConfig.ini file.";
+        cmdReadCalCenter.Caption = "&Update FWD Cal Center Configuration";
+        cmdReadCalCenter.BackColor = colors::buttonFace;
+    }
+    const bool accelerometerIsCurrent = IsAccelCalibrationCurrent(program_);
+    FrameCalCenterUpdate();
+    MarkAccelerometer(accelerometerIsCurrent);
+    MarkOperator();
+    const bool complete =
+        !txtCenterOperator.Text.Get().empty() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
+    optCalCenter.BackColor = complete ? colors::complete : colors::mustBeUpdated;
+    cmdApproveBellmarkCenter.Enabled = complete && !editing_;
+    cmdApproveBellmarkCenter.ToolTip = complete ? "Click to confirm FWD Calibration Center information."
+                                                : "All orange cells must be updated before continuing.";
+    screen_.SetFocus(complete ? cmdApproveBellmarkCenter : cmdAccelCalButton[1]);
+    AllowCalibration();
+}
+
+void CenterTab::FrameCalCenterUpdate() {
+    for (const CenterCell& cell : cells_) {
+        if (!editing_ || !cell.take) cell.box->Text = cell.shown(program_.Center);
+    }
+    ShowVoltageCaptions();
+    MarkLoadCellDate();
+}
+
+void CenterTab::ShowVoltageCaptions() {
+    const std::string pair = program_.Center.UseBVoltages ? "B" : "A";
+    Label2[0].Caption = "+" + pair + " Voltage:";
+    Label2[1].Caption = "-" + pair + " Voltage:";
+}
+
+bool CenterTab::LoadCellIsLate() const {
+    return DayOf(program_.Now()) - DayOf(program_.Center.ReferenceLoadCellCalibrationDate) > longestLoadCellAge;
+}
+
+void CenterTab::MarkLoadCellDate() {
+    const bool late = LoadCellIsLate();
+    txtRefLoadCellCalDate.BackColor = late ? colors::warning : colors::window;
+    cmdLoadCellOnly[1].BackColor = late ? colors::warning : colors::window;
+    txtRefLoadCellCalDate.ToolTip =
+        late ? "Reference Load Cell Calibration Out of Date. Click cell for more information." : "";
+}
+
+void CenterTab::MarkAccelerometer(bool isCurrent) {
+    const Color color = isCurrent ? colors::window : colors::mustBeUpdated;
+    for (TextBox* cell : {&txtDailyDate, &txtDailyTime, &txtDailyP1GDC, &txtDailyM1GDC, &txtFieldGravity, &txtDailyTemp,
+                          &txtDailyTempUnit, &txtSlopeFactor}) {
+        cell->BackColor = color;
+    }
+    for (Button& button : cmdAccelCalButton) {
+        button.BackColor = color;
+        button.ToolTip = isCurrent ? "" : "Accelerometer must be calibrated before continuing.";
+    }
+}
+
+void CenterTab::MarkOperator() {
+    const bool missing = txtCenterOperator.Text.Get().empty();
+    txtCenterOperator.BackColor = missing ? colors::mustBeUpdated : colors::window;
+    txtCenterOperator.ToolTip = missing ? "An FWD Calibration Center Operator Name is required before continuing." : "";
+    if (missing) screen_.SetFocus(txtCenterOperator);
+}
+
+void CenterTab::LockCells(bool locked) {
+    for (const CenterCell& cell : cells_) cell.box->Locked = !cell.take || (locked && cell.lockedWhileShowing);
+}
+
+void CenterTab::UpdateCalCenter() {
+    CenterConfig changed = program_.Center;
+    for (const CenterCell& cell : cells_) {
+        // A cell shows fewer digits than its value has: only what the operator changed is taken from it.
+        const std::string& text = cell.box->Text.Get();
+        if (cell.take && text != cell.shown(program_.Center)) cell.take(changed, std::string(Trim(text)));
+    }
+    program_.Center = changed;
+}
+
+void CenterTab::cmdWriteCalCenter_Click() {
+    if (!editing_) {
+        // A notice rather than a question: there is no way back but to save.
+        program_.ShowBox("Do you really want to update the FWD Calibration Center Information?", box::exclamation);
+    } else {
+        UpdateCalCenter();
+        const Path path = FileToSave();
+        WriteCenterDataToPDDX(program_, path);
+        // The document is as it was read: changed cells are back in the file with the next approval.
+        SavePDDX(program_, Document(), path);
+    }
+    editing_ = !editing_;
+    LockCells(!editing_);
+    cmdWriteCalCenter.Caption = editing_ ? saveCaption : changeCaption;
+    Editing(editing_);
+    CalCenterOptions();
+}
+
+Path CenterTab::FileToSave() const {
+    const Path named = PathFromText(program_.Center.FileName);
+    // A file that came from another machine names a folder of that machine.
+    return program_.Services.files.IsFolder(named.parent_path()) ? named : RunCenterConfig(program_);
+}
+
+void CenterTab::cmdApproveBellmarkCenter_Click() {
+    WriteCenterDataToPDDX(program_, program_.Run.ReviewMode ? RunCenterConfig(program_) : MasterCenterConfig(program_));
+    Approved();
+}
+
+void CenterTab::StoreText(const TextBox& box, std::string& member, const char* key) {
+    member = box.Text;
+    Document().Sections(centerSection).Elements(key).SetValue(member);
+    WriteKey(program_, RunCenterConfig(program_), centerSection, key, member);
+    CalCenterOptions();
+}
+
+}  // namespace bellmark

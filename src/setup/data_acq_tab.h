@@ -1,0 +1,43 @@
+#pragma once
+
+#include "controls/controls.h"
+#include "platform/files.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The tab of frmSetup with the folders of the FWD's files and of simulated drops, and the channels of the board.
+class DataAcqTab {
+    Screen& screen_;
+
+  public:
+    DataAcqTab(Screen& screen, Program& program);
+
+    OptionButton optDataAcq{screen_, "optDataAcq", "tabs", "&Data Acquisition"};
+    Frame fraDataAcq{screen_, "fraDataAcq", "Data Acquisition"};
+    TextBox txtFWDDataFolder{screen_, "txtFWDDataFolder"};
+    Button cmdBrowse{screen_, "cmdBrowse", "&Browse"};
+    TextBox txtSimDataLocation{screen_, "txtSimDataLocation"};
+    Button cmdBrowseData{screen_, "cmdBrowseData", "Bro&wse"};
+    ComboBox cboLoadCellChannel{screen_, "cboLoadCellChannel"};
+    ComboBox cboAccelChannel{screen_, "cboAccelChannel"};
+    ComboBox cboTempChannel{screen_, "cboTempChannel"};
+
+    /// Both folders are this one now, as if it had been typed into both cells.
+    void SetFolders(const std::string& folder);
+    Path SimDataLocation() const;
+    void ShowChannels();
+
+  private:
+    void txtFWDDataFolder_Leave();
+    void txtSimDataLocation_Leave();
+    void PickFolder(TextBox& cell, const std::string& prompt);
+
+    Program& program_;
+};
+
+/// The text with the machine's separator behind it; an empty one stays empty.
+std::string WithFinalSeparator(std::string folder);
+
+}  // namespace bellmark

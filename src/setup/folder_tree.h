@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+
+/// The tree of owners and FWDs, in which every calibration's results end up. Folder names are the owners' and FWDs'
+/// identities.
+namespace bellmark {
+
+/// The drive that the tree stands on: of the program folder, or that folder itself where there are no drive letters.
+Path DriveRoot(const Path& programFolder);
+Path CalibrationsFolder(const Path& programFolder);
+
+enum class FolderLevel { Improper, Other, Owner, FWD };
+
+/// Where a folder stands, by the names of the folders around it. Improper: the root of the drive, or right below it.
+FolderLevel LevelOf(const Path& driveRoot, const Path& folder);
+
+/// Why a name cannot be that of a folder, in words; empty when it can. The rules are the strictest of all systems,
+/// since the tree is carried from one to another.
+std::string FolderNameProblem(const std::string& name);
+
+/// The existing subfolder of that name without regard to case, or an empty path.
+Path ExistingSubfolder(const FileSystem& files, const Path& folder, const std::string& name);
+
+}  // namespace bellmark

@@ -1,0 +1,291 @@
+#include "setup/frm_setup.h"
+
+#include "app/app_main.h"
+#include "app/center_keys.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "app/run_document.h"
+#include "app/stored_values.h"
+#include "pddx/mod_pddx_read.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
+#include "platform/profile_strings.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+
+/// The major number of the version that wrote a file: the two characters from the first blank of "Version 2.1.0".
+int VersionIn(const std::string& text) {
+    const auto blank = text.find(' ');
+    return blank == std::string::npos ? 0 : StoredWhole(std::string_view(text).substr(blank, 2), 0, 9);
+}
+
+}  // namespace
+
+frmSetup::frmSetup(Program& program)
+    : Screen(program.Screens, "frmSetup", "Setup and Configuration"),
+      Header(*this, program.Header),
+      Center(*this, program),
+      DataAcq(*this, program),
+      General(*this, program),
+      program_(program) {
+    optFWD.Enabled = false;
+    General.optGeneral.Enabled = false;
+    Center.optCalCenter.Click = [this] { OpenCenterPage(); };
+    optFWD.Click = [this] { ShowPage(optFWD, fraFWD); };
+    DataAcq.optDataAcq.Click = [this] { ShowPage(DataAcq.optDataAcq, DataAcq.fraDataAcq); };
+    General.optGeneral.Click = [this] {
+        General.ShowSequence();
+        ShowPage(General.optGeneral, General.fraGeneral);
+        General.ShowComment();
+        AllowCalibration();
+    };
+    Center.cmdReadCalCenter.Click = [this] { cmdReadCalCenter_Click(); };
+    Center.AllowCalibration = [this] { AllowCalibration(); };
+    Center.Approved = [this] { CenterApproved(); };
+    Center.Editing = [this](bool editing) {
+        for (Control* control : {static_cast<Control*>(&optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
+                                 static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdNext),
+                                 static_cast<Control*>(&cmdMainMenu)}) {
+            control->Enabled = !editing;
+        }
+    };
+    General.SequenceApproved = [this] { cmdNext.Enabled = true; };
+    cmdNext.Click = [this] { cmdNext_Click(); };
+    cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
+    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    Center.FrameCalCenterUpdate();
+}
+
+void frmSetup::Activated() {
+    General.ShowTrigger();
+}
+
+void frmSetup::ShowPage(OptionButton& tab, Frame& page) {
+    tab.Choose();
+    for (Frame* frame : {&Center.fraCalCenter, &fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
+        frame->Visible = frame == &page;
+    }
+}
+
+void frmSetup::BeginRun() {
+    centerPageApproved_ = false;
+    optFWD.Enabled = false;
+    General.optGeneral.Enabled = false;
+    for (Control* control :
+         {static_cast<Control*>(&General.cmdApproveCalSeq), static_cast<Control*>(&General.cboNumHeights),
+          static_cast<Control*>(&General.cboNumDrops), static_cast<Control*>(&cmdNext)}) {
+        control->Enabled = true;
+    }
+    RefreshFromRun();
+}
+
+void frmSetup::RefreshFromRun() {
+    General.ShowUnits();
+    General.ShowSequence();
+    General.ShowTrigger();
+    DataAcq.ShowChannels();
+    Center.FrameCalCenterUpdate();
+}
+
+void frmSetup::OpenCenterPage() {
+    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    Center.CalCenterOptions();
+}
+
+void frmSetup::SetReviewChoices(bool reviewMode) {
+    // Simulated drops are for a machine without a board.
+    DataAcq.txtSimDataLocation.Enabled = reviewMode;
+    DataAcq.cmdBrowseData.Enabled = reviewMode;
+}
+
+void frmSetup::ReadCalCenterConfig(const Path& path) {
+    if (path.empty()) return;
+    CenterConfig& center = program_.Center;
+    CalibrationRun& run = program_.Run;
+    if (!ReadPDDXFile(program_.Services.files, path, Center.Document(), false).readable) {
+        // Nothing must be written over the run's copy in its place.
+        program_.Log("The center configuration could not be read: " + PathText(path));
+        return;
+    }
+    ReadCenterKeys(Center.Document(), center);
+    const Path runCopy = RunCenterConfig(program_);
+    if (center.FileName.empty()) center.FileName = PathText(runCopy);
+    Center.ShowVoltageCaptions();
+    const std::string& units = Center.Document().Sections(centerSection).Elements("EnglishUnits").Value();
+    run.EnglishUnits = units.empty() || StoredBoolean(units);
+    General.ShowUnits();
+    General.ShowPlainTrigger();
+    if (run.ReviewFromInterim) {
+        center.AccelDailyCalibrationDate = program_.Now();
+        center.AccelDailyCalibrationTime = program_.Now();
+    }
+    ReadTransferFolder();
+    General.ShowComment();
+    ProfileStrings strings;
+    SetCenterKeys(strings, center, run.EnglishUnits, runCopy, program_.Now());
+    program_.Services.files.CreateFolder(runCopy.parent_path());
+    SaveProfileStrings(program_.Services.files, runCopy, strings);
+}
+
+void frmSetup::ReadTransferFolder() {
+    const FileSystem& files = program_.Services.files;
+    CalibrationRun& run = program_.Run;
+    const Path folder = PathFromText(program_.Center.LocationOfFWDDataTransfer);
+    run.TransferFileVersion2 = false;
+    if (folder.empty()) return;
+    DataAcq.txtFWDDataFolder.Text = WithFinalSeparator(PathText(folder));
+    const auto interim = OpenProfileStrings(files, ActualPath(files, folder / interimCopyName));
+    run.TransferFileVersion2 = VersionIn(interim.Get(centerSection, "VersionNumber")) > 1;
+    if (!run.ReviewFromInterim) return;
+    const auto final = OpenProfileStrings(files, ActualPath(files, folder / "BellmarkCalibration.ddx"));
+    ReadSequenceKeys(final, run);
+}
+
+void frmSetup::KeepConfigurationForRestore() {
+    FileSystem& files = program_.Services.files;
+    const Path runCopy = RunCenterConfig(program_);
+    if (!files.IsFile(runCopy)) return;
+    files.CopyFile(runCopy, ActualPath(files, runCopy.parent_path() / oldCenterConfigName));
+}
+
+void frmSetup::cmdReadCalCenter_Click() {
+    if (program_.Run.ReviewMode) {
+        KeepConfigurationForRestore();
+    } else {
+        // The answer makes no difference here.
+        program_.Compose(101);
+        program_.ShowComposed();
+    }
+    const auto chosen = program_.Services.dialogs.OpenFile({"", "FWD Cal. Center Files|*.ini", program_.Folder(), ""});
+    if (!chosen) return;
+    const Path path = program_.Services.startDirectory / *chosen;
+    if (program_.Run.ReviewMode) StartNewCalibration(program_);
+    ReadCalCenterFromFolderOf(path);
+    OpenCenterPage();
+    AllowCalibration();
+    const FileSystem& files = program_.Services.files;
+    const Path interim = ActualPath(files, DataAcq.SimDataLocation() / interimCopyName);
+    const bool hasStarted = program_.Run.ReviewMode && program_.Run.ProgramStarted;
+    if (hasStarted && files.IsFile(interim)) ReviewDataRestore(interim);
+}
+
+void frmSetup::ReadCalCenterFromFolderOf(const Path& configuration) {
+    const Path path = program_.Services.startDirectory / configuration;
+    DataAcq.SetFolders(PathText(path.parent_path()));
+    ReadCalCenterConfig(path);
+}
+
+void frmSetup::AllowCalibration() {
+    const CalibrationRun& run = program_.Run;
+    const bool loadCell = run.SetupComplete;
+    // Without the accelerometer's own calibration its drops cannot be measured either.
+    const bool sensors = run.SetupComplete && !run.LoadCellOnly && program_.Has<FlipCalibrationDoor>() &&
+                         IsAccelCalibrationCurrent(program_);
+    program_.The<MainMenuDoor>().AllowProcedures(loadCell, sensors);
+    program_.The<MainFrameDoor>().AllowProcedures(loadCell, sensors);
+}
+
+bool frmSetup::ReadRunForReview(const Path& path) {
+    CalibrationRun& run = program_.Run;
+    PDDXFile document;
+    if (!ReadPDDXFile(program_.Services.files, path, document, false).readable) return false;
+    ReadFWDKeys(document, run);
+    const auto strings = OpenProfileStrings(program_.Services.files, path);
+    ReadSequenceKeys(strings, run);
+    run.EnglishUnits = StoredBoolean(strings.Get(centerSection, "EnglishUnits"));
+    run.SensorStand = StoredWhole(strings.Get(centerSection, "SensorStand"), 0, 32767);
+    run.Manufacturer = static_cast<Make>(StoredWhole(strings.Get("Device Information", "Manufacturer"), 0, 3));
+    run.DeviceOwner = strings.Get("Device Information", "DeviceOwner");
+    const std::string comment = strings.Get("Device Calibration", "CalibrationComment");
+    for (std::size_t i = 0; i < program_.Center.Notes.size(); ++i) {
+        program_.Center.Notes[i] = GetListField(static_cast<int>(i) + 1, comment);
+    }
+    return true;
+}
+
+void frmSetup::ReviewDataRestore(const Path& path) {
+    CalibrationRun& run = program_.Run;
+    run.ReviewFromInterim = true;
+    const FileSystem& files = program_.Services.files;
+    ReadCalCenterConfig(ActualPath(files, path.parent_path() / centerConfigName));
+    if (ReadRunForReview(path)) run.SetupComplete = true;
+    program_.Header.SetFWDOwnerName(run.DeviceOwner);
+    program_.Header.SetFWDNameCtrl(run.DeviceName);
+    General.ShowUnits();
+    General.ShowSequence();
+    General.ShowComment();
+    run.TriggerLevelSet = false;
+    run.NumberDropsSet = false;
+    run.ProgramStarted = false;
+    OpenCenterPage();
+    AllowCalibration();
+}
+
+void frmSetup::CenterApproved() {
+    const bool isFirstApproval = !optFWD.Enabled;
+    centerPageApproved_ = true;
+    if (isFirstApproval && program_.Run.ProgramStarted) program_.Run.Manufacturer = Make::Dynatest;
+    Center.optCalCenter.BackColor = colors::complete;
+    optFWD.Enabled = true;
+    General.optGeneral.Enabled = true;
+    if (isFirstApproval) {
+        ShowPage(optFWD, fraFWD);
+    } else {
+        General.optGeneral.Click();
+    }
+}
+
+void frmSetup::AskForSequence() {
+    program_.Run.CurrentProcStep = 15;
+    General.optGeneral.Enabled = true;
+    General.optGeneral.Choose();
+    General.optGeneral.Click();
+    General.fraTestSequence.Visible = true;
+    cmdNext.Enabled = false;
+    SetFocus(General.cmdNumberDrops);
+}
+
+void frmSetup::EndSetup(int procedure, int step, const char* header) {
+    CalibrationRun& run = program_.Run;
+    run.SetupComplete = true;
+    run.ProgramStarted = false;
+    run.NewCalibration = false;
+    run.CurrentProcedure = procedure;
+    run.CurrentProcStep = step;
+    program_.Header.SetProcedureName(header);
+    General.optGeneral.Enabled = true;
+    AllowCalibration();
+    program_.The<MainMenuDoor>().Open();
+}
+
+void frmSetup::cmdNext_Click() {
+    const CalibrationRun& run = program_.Run;
+    if (run.CurrentProcedure != 1) return cmdMainMenu_Click();
+    if (!run.ProgramStarted) {
+        EndSetup(0, 0, "");
+    } else if (!run.NumberDropsSet) {
+        AskForSequence();
+        if (!run.TriggerLevelSet) SetFocus(run.LoadCellOnly ? General.cmdApproveCalSeq : General.cmdTriggerLevel);
+        AllowCalibration();
+    } else if (run.TriggerLevelSet) {
+        EndSetup(4, 41, "FWD Deflection Sensor Calibration");
+    } else {
+        EndSetup(5, 51, "FWD Load Cell Calibration");
+    }
+}
+
+void frmSetup::cmdMainMenu_Click() {
+    AllowCalibration();
+    if (program_.Run.SetupComplete) {
+        General.optGeneral.Choose();
+        General.optGeneral.Click();
+    }
+    program_.The<MainMenuDoor>().Open();
+}
+
+}  // namespace bellmark

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+#include "setup/center_tab.h"
+#include "setup/data_acq_tab.h"
+#include "setup/general_tab.h"
+
+namespace bellmark {
+
+class Program;
+
+/// Leads the operator through the set-up of a run, tab by tab; later the same screen edits it.
+class frmSetup : public Screen, public SetupDoor {
+  public:
+    explicit frmSetup(Program& program);
+
+    ctrlHeader Header;
+    CenterTab Center;
+    OptionButton optFWD{*this, "optFWD", "tabs", "&FWD"};
+    Frame fraFWD{*this, "fraFWD", "FWD"};
+    DataAcqTab DataAcq;
+    GeneralTab General;
+    Button cmdNext{*this, "cmdNext", "&NEXT"};
+    Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
+
+    void Activated() override;
+    void CloseRequested() override { cmdMainMenu_Click(); }
+
+    void Open() override { Show(); }
+    void BeginRun() override;
+    void OpenCenterPage() override;
+    bool HasBeenThroughCenterPage() const override { return centerPageApproved_; }
+    void ReadCalCenter() override { cmdReadCalCenter_Click(); }
+    void ReadCalCenterConfig(const Path& path) override;
+    void ReadCalCenterFromFolderOf(const Path& configuration) override;
+    void AllowCalibration() override;
+    void SetReviewChoices(bool reviewMode) override;
+    void RefreshFromRun() override;
+    Path SimDataLocation() const override { return DataAcq.SimDataLocation(); }
+
+    /// Restores the run of an interim file for review.
+    void ReviewDataRestore(const Path& path);
+
+  private:
+    void cmdReadCalCenter_Click();
+    void cmdNext_Click();
+    void cmdMainMenu_Click();
+    void CenterApproved();
+    void AskForSequence();
+    void EndSetup(int procedure, int step, const char* header);
+    void ShowPage(OptionButton& tab, Frame& page);
+    void KeepConfigurationForRestore();
+    void ReadTransferFolder();
+    bool ReadRunForReview(const Path& path);
+
+    Program& program_;
+    bool centerPageApproved_ = false;
+};
+
+}  // namespace bellmark

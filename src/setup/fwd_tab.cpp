@@ -1,0 +1,312 @@
+#include "setup/fwd_tab.h"
+
+#include <algorithm>
+#include <array>
+
+#include "app/center_keys.h"
+#include "app/mod_shared.h"
+#include "app/program.h"
+#include "controls/screen.h"
+#include "fwd/convert_fwd_file.h"
+#include "fwd/fwd_files.h"
+#include "pddx/mod_pddx_read.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "setup/folder_tree.h"
+#include "setup/fwd_configuration.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr const char* information = "Device Information";
+constexpr const char* calibration = "Device Calibration";
+constexpr const char* jilsFiles = "*.cfg (Load cell gain)\r\n*.DAT (sensor numbers)\r\nSETUp.PAr (sensor gains)";
+constexpr Color endsInHyphenColor{255, 224, 192};
+
+constexpr int serialColumn = 1;
+constexpr int gainColumn = 2;
+constexpr int fewestSensors = 6;
+
+Color MarkedIf(bool fault) {
+    return fault ? colors::mustBeUpdated : colors::window;
+}
+
+void Set(PDDXFile& document, const char* section, const char* key, const std::string& value) {
+    document.Sections(section).Elements(key).SetValue(value);
+}
+
+}  // namespace
+
+FWDTab::FWDTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
+    MakeLists();
+    PutControlsIntoFrames();
+    ConnectCells();
+    for (TextBox* shown : {&txtCalibrationFolder, &txtFWDOwner, &txtFWDUnitFolder, &Text2}) shown->Locked = true;
+    Text2.Text = jilsFiles;
+    for (Control* hidden : {static_cast<Control*>(&fraSetupHelp), static_cast<Control*>(&cmdShowSetupHelp),
+                            static_cast<Control*>(&lblSameName), static_cast<Control*>(&lblHyphen)}) {
+        hidden->Visible = false;
+    }
+    ShowSensorTypes();
+}
+
+void FWDTab::MakeLists() {
+    cboFWDMfg.Items = {"Dynatest", "Carl Bro", "JILS", "KUAB"};
+    std::vector<std::string> counts;
+    for (int count = fewestSensors; count <= static_cast<int>(maxSensors); ++count) counts.push_back(NumberText(count));
+    cboNumSensors.Items = counts;
+}
+
+void FWDTab::PutControlsIntoFrames() {
+    const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
+        for (Control* control : controls) control->PutInto(frame);
+    };
+    put(fraFWD, {&fraFWDDataBase, &fraFWDData, &fraFWDLoadCell, &fraFWDSensors, &lblMissing});
+    put(fraFWDDataBase,
+        {&txtCalibrationFolder, &DirFWDOwner, &cmdNewOwner, &cmdNewFWD, &txtFWDOwner, &txtFWDUnitFolder});
+    put(fraFWDData, {&cboFWDMfg, &lblSensorType, &cboSensorType, &cmdReadFWDConfig, &cmdShowSetupHelp, &fraSetupHelp,
+                     &txtFWDName, &txtFWDModel, &txtFWDSerial, &txtFWDOperator});
+    put(fraSetupHelp, {&Text2, &cmdCloseSetupHelp});
+    put(fraFWDLoadCell, {&txtFWDLCSerial, &txtFWDLCGain, &txtFWDLCCalDate});
+    put(fraFWDSensors, {&cboNumSensors, &txtFWDSensorCalDate, &grdSensor, &lblSameName, &lblHyphen});
+}
+
+void FWDTab::ConnectCells() {
+    CalibrationRun& run = program_.Run;
+    DirFWDOwner.CellClick = [this](int row, int) { DirFWDOwner_Click(row); };
+    cmdNewOwner.Click = [this] { cmdNewOwner_Click(); };
+    cmdNewFWD.Click = [this] { cmdNewFWD_Click(); };
+    cboFWDMfg.Click = [this] { cboFWDMfg_Click(); };
+    cboSensorType.Click = [this] {
+        program_.Run.SensorType = cboSensorType.ListIndex;
+        cmdReadFWDConfig.Enabled = true;
+    };
+    cmdReadFWDConfig.Click = [this] { cmdReadFWDConfig_Click(); };
+    cmdShowSetupHelp.Click = [this] { fraSetupHelp.Visible = true; };
+    cmdCloseSetupHelp.Click = [this] { fraSetupHelp.Visible = false; };
+    cboNumSensors.Click = [this] { cboNumSensors_Click(); };
+    grdSensor.CellEdit = [this](int row, int column, const std::string& text) { EditSensor(row, column, text); };
+    txtFWDName.Leave = [this, &run] {
+        StoreText(txtFWDName, run.DeviceDesignationName, information, "DeviceDesignationName");
+    };
+    txtFWDModel.Leave = [this, &run] {
+        StoreText(txtFWDModel, run.DeviceModelNumber, information, "DeviceModelNumber");
+    };
+    txtFWDSerial.Leave = [this, &run] {
+        StoreText(txtFWDSerial, run.DeviceSerialNumber, information, "DeviceSerialNumber");
+    };
+    txtFWDOperator.Leave = [this, &run] {
+        StoreText(txtFWDOperator, run.OperatorName, "Operations Information", "OperatorName");
+    };
+    txtFWDLCSerial.Leave = [this, &run] {
+        StoreText(txtFWDLCSerial, run.LoadCellSerialNumber, information, "LoadCellSerialNumber");
+        StoreProfile(information, "LoadCellSerialNumber", run.LoadCellSerialNumber);
+    };
+    txtFWDLCGain.Leave = [this] { txtFWDLCGain_Leave(); };
+    txtFWDLCCalDate.Leave = [this, &run] {
+        LeaveDate(txtFWDLCCalDate, run.LoadCellCalibrationDate, "LoadCellCalibrationCenterDate");
+    };
+    txtFWDSensorCalDate.Leave = [this, &run] {
+        LeaveDate(txtFWDSensorCalDate, run.SensorCalibrationDate, "SensorCalibrationCenterDate");
+    };
+}
+
+void FWDTab::ShowForNewRun() {
+    for (Frame* frame : {&fraFWDLoadCell, &fraFWDSensors, &fraFWDData}) frame->Visible = false;
+    cmdReadFWDConfig.Enabled = false;
+    fraFWDDataBase.Visible = true;
+    program_.Run.Manufacturer = Make::Dynatest;
+    cboFWDMfg.ListIndex = -1;
+    cboSensorType.Visible = false;
+    lblSensorType.Visible = false;
+}
+
+void FWDTab::ShowDataFrames() {
+    for (Frame* frame : {&fraFWDData, &fraFWDLoadCell, &fraFWDSensors, &fraFWDDataBase}) frame->Visible = true;
+}
+
+void FWDTab::optFWDClick() {
+    const CalibrationRun& run = program_.Run;
+    EnsureRoot();
+    ShowOwnerAndFWD();
+    txtFWDName.Text = run.DeviceDesignationName;
+    txtFWDModel.Text = run.DeviceModelNumber;
+    txtFWDSerial.Text = run.DeviceSerialNumber;
+    txtFWDOperator.Text = run.OperatorName;
+    txtFWDLCSerial.Text = run.LoadCellSerialNumber;
+    txtFWDLCGain.Text = Format(run.LoadCellInitialGain, "0.0000");
+    ShowDate(txtFWDLCCalDate, run.LoadCellCalibrationDate);
+    ShowDate(txtFWDSensorCalDate, run.SensorCalibrationDate);
+    ShowSensorTypes();
+    ShowSensors();
+    CheckFWDData();
+}
+
+// ---- make and configuration file
+
+void FWDTab::ShowSensorTypes() {
+    const bool kuab = program_.Run.Manufacturer == Make::Kuab;
+    cboSensorType.Items =
+        kuab ? std::vector<std::string>{"Geophone", "Seismometer"} : std::vector<std::string>{"Geophone"};
+    cboSensorType.ListIndex = kuab ? program_.Run.SensorType : 0;
+    cboSensorType.Visible = kuab;
+    lblSensorType.Visible = kuab;
+}
+
+void FWDTab::cboFWDMfg_Click() {
+    CalibrationRun& run = program_.Run;
+    run.Manufacturer = static_cast<Make>(cboFWDMfg.ListIndex.Get());
+    if (!run.InterimCalOpen) {
+        const bool fixedHeights = run.Manufacturer == Make::Dynatest || run.Manufacturer == Make::CarlBro;
+        if (fixedHeights) run.NumberLoadLevels = 4;
+        run.NumberDropsPerLoadLevel = fixedHeights ? 6 : 8;
+    }
+    const bool jils = run.Manufacturer == Make::Jils;
+    const bool kuab = run.Manufacturer == Make::Kuab;
+    run.SensorType = kuab ? -1 : 0;
+    ShowSensorTypes();
+    cmdShowSetupHelp.Visible = jils;
+    fraSetupHelp.Visible = jils;
+    filter_ = ConfigurationFilter(run.Manufacturer);
+    fraFWDData.Visible = true;
+    // Only a KUAB comes with different kinds of sensors, and its file does not tell which.
+    cmdReadFWDConfig.Enabled = !kuab;
+    if (kuab) program_.ShowBox("Please choose the sensor type for the FWD", box::exclamation);
+    screen_.SetFocus(kuab ? static_cast<Control&>(cboSensorType) : cmdReadFWDConfig);
+    CheckFWDData();
+}
+
+void FWDTab::cmdReadFWDConfig_Click() {
+    CalibrationRun& run = program_.Run;
+    const Path start = PathFromText(program_.Center.LocationOfFWDDataTransfer);
+    const char* filter = filter_ ? filter_ : ConfigurationFilter(run.Manufacturer);
+    const auto chosen = program_.Services.dialogs.OpenFile({"Open FWD Warm-up or config file", filter, start, ""});
+    if (!chosen) return;
+    if (DataFolderChosen) DataFolderChosen(chosen->parent_path());
+    const std::string extension = FileExtension(PathText(*chosen));
+    if (run.Manufacturer == Make::Jils) filter_ = NextJilsFilter(extension);
+    Path document = *chosen;
+    if (const int type = FWDFileType(run.Manufacturer, extension); type != 0) {
+        const Conversion conversion = ConvertFWDFile(program_, *chosen, type);
+        document = conversion.path;
+        if (PathText(document).find("cvt.ddx") == std::string::npos) {
+            if (!conversion.told) program_.ShowBox("There was a problem reading the PDDX file.", box::exclamation);
+            return;
+        }
+    }
+    ReadFWDConfig(document);
+    if (run.AutoPrint) PrintTextFile(program_.Services.files, program_.Services.printer, document);
+    ShowDataFrames();
+    optFWDClick();
+    screen_.SetFocus(cmdReadFWDConfig);
+}
+
+void FWDTab::ReadFWDConfig(const Path& path) {
+    if (path.empty()) return;
+    // The three files of a JILS are read one after the other into the same document.
+    const PDDXReadResult read = ReadPDDXFile(program_.Services.files, path, Document(), true);
+    if (!read.readable) {
+        program_.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
+        return;
+    }
+    const double sensors =
+        ReadNumber(Document().Sections("Device Configuration").Elements("NumberOfDeflectionSensors").Value());
+    if (sensors > static_cast<double>(maxSensors)) {
+        program_.ShowBox("The file tells of " + NumberText(sensors) + " deflection sensors. No more than " +
+                             NumberText(maxSensors) + " can be calibrated; nothing was taken from the file.",
+                         box::exclamation);
+        return;
+    }
+    TakeFWDConfiguration(program_.Run, Document());
+}
+
+// ---- cells
+
+void FWDTab::StoreText(const TextBox& box, std::string& member, const char* section, const char* key) {
+    member = box.Text;
+    Set(Document(), section, key, member);
+    CheckFWDData();
+}
+
+void FWDTab::StoreProfile(const char* section, const char* key, const std::string& value) {
+    WriteKey(program_, RunCenterConfig(program_), section, key, value);
+}
+
+void FWDTab::txtFWDLCGain_Leave() {
+    const auto gain = NumberIn(txtFWDLCGain.Text);
+    if (!gain || *gain == 0) {
+        program_.ShowBox(gain ? "Please type in a valid Gain value.\r\nThe Gain cannot be zero."
+                              : "Please type in a valid Gain value.",
+                         box::exclamation);
+        screen_.SetFocus(txtFWDLCGain);
+        CheckFWDData();
+        return;
+    }
+    txtFWDLCGain.Text = Format(*gain, "0.000#");
+    program_.Run.LoadCellInitialGain = *gain;
+    Set(Document(), calibration, "LoadCellCalibrationCenterGain", txtFWDLCGain.Text);
+    StoreProfile(calibration, "LoadCellCalibrationCenterGain", txtFWDLCGain.Text);
+    CheckFWDData();
+}
+
+void FWDTab::LeaveDate(TextBox& box, DateTime& date, const char* key) {
+    const auto read = box.Text.Get().empty() ? std::optional(ZeroDate()) : ReadDateTime(box.Text.Get());
+    if (!read) {
+        program_.ShowBox("Please type in a valid date.", box::exclamation);
+        screen_.SetFocus(box);
+        return;
+    }
+    date = *read;
+    const std::string text = Format(date, "dd-mmm-yyyy");
+    Set(Document(), calibration, key, text);
+    StoreProfile(calibration, key, text);
+    ShowDate(box, date);
+}
+
+void FWDTab::ShowDate(TextBox& box, DateTime date) {
+    const bool missing = DayOf(date) == ZeroDate();
+    box.Text = missing ? std::string() : Format(date, "d-mmm-yyyy");
+    box.BackColor = MarkedIf(missing);
+    box.ToolTip = missing ? "The date of the last calibration is recommended, but not required." : "";
+}
+
+void FWDTab::cboNumSensors_Click() {
+    program_.Run.NumberSensors = static_cast<int>(ReadNumber(cboNumSensors.DisplayText()));
+    Set(Document(), "Device Configuration", "NumberOfDeflectionSensors", cboNumSensors.DisplayText());
+    ShowSensors();
+    CheckFWDData();
+}
+
+void FWDTab::ShowSensors() {
+    const CalibrationRun& run = program_.Run;
+    grdSensor.SetHeadings({" No. ", "Serial Number  ", " Initial Gain"});
+    const int firstNumber = run.Manufacturer == Make::Kuab ? 0 : 1;
+    for (int s = 0; s < run.NumberSensors; ++s) {
+        const auto& sensor = run.Sensor[static_cast<std::size_t>(s)];
+        grdSensor.AddRow({NumberText(s + firstNumber), sensor.SerialNumber, Format(sensor.InitialGain, "0.0000")});
+        grdSensor.SetEditable(s + 1, serialColumn, true);
+        grdSensor.SetEditable(s + 1, gainColumn, true);
+    }
+}
+
+void FWDTab::EditSensor(int row, int column, const std::string& text) {
+    if (column == serialColumn) {
+        grdSensor.SetCell(row, column, text);
+    } else {
+        const auto gain = NumberIn(text);
+        if (!gain || *gain == 0) {
+            program_.ShowBox(gain ? "Please type in a numeric Gain value.\r\nThe Gain cannot be zero."
+                                  : "Please type in a valid Gain value.",
+                             box::exclamation);
+            return;
+        }
+        grdSensor.SetCell(row, column, Format(*gain, "0.0000"));
+    }
+    CheckFWDData();
+}
+
+}  // namespace bellmark

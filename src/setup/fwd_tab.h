@@ -1,0 +1,123 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "controls/controls.h"
+#include "platform/files.h"
+#include "setup/sensor_checks.h"
+
+namespace bellmark {
+
+class PDDXFile;
+class Program;
+
+/// The tab of frmSetup with the FWD: owner and folder, make, name and serial numbers, load cell and sensors with their
+/// gains.
+class FWDTab {
+    Screen& screen_;
+
+  public:
+    FWDTab(Screen& screen, Program& program);
+
+    OptionButton optFWD{screen_, "optFWD", "tabs", "&FWD"};
+    Frame fraFWD{screen_, "fraFWD", "FWD"};
+
+    Frame fraFWDDataBase{screen_, "fraFWDDataBase", "Calibration Folder"};
+    TextBox txtCalibrationFolder{screen_, "txtCalibrationFolder"};
+    Grid DirFWDOwner{screen_, "DirFWDOwner", 0};
+    Button cmdNewOwner{screen_, "cmdNewOwner", "New &Owner"};
+    Button cmdNewFWD{screen_, "cmdNewFWD", "New F&WD"};
+    TextBox txtFWDOwner{screen_, "txtFWDOwner"};
+    TextBox txtFWDUnitFolder{screen_, "txtFWDUnitFolder"};
+
+    Frame fraFWDData{screen_, "fraFWDData", "FWD"};
+    ComboBox cboFWDMfg{screen_, "cboFWDMfg"};
+    Label lblSensorType{screen_, "lblSensorType", "Sensor type"};
+    ComboBox cboSensorType{screen_, "cboSensorType"};
+    Button cmdReadFWDConfig{screen_, "cmdReadFWDConfig", "&Read FWD Configuration"};
+    Button cmdShowSetupHelp{screen_, "cmdShowSetupHelp", "&Which files?"};
+    Frame fraSetupHelp{screen_, "fraSetupHelp", "JILS Files to Open"};
+    TextBox Text2{screen_, "Text2"};
+    Button cmdCloseSetupHelp{screen_, "cmdCloseSetupHelp", "Close"};
+    TextBox txtFWDName{screen_, "txtFWDName"};
+    TextBox txtFWDModel{screen_, "txtFWDModel"};
+    TextBox txtFWDSerial{screen_, "txtFWDSerial"};
+    TextBox txtFWDOperator{screen_, "txtFWDOperator"};
+
+    Frame fraFWDLoadCell{screen_, "fraFWDLoadCell", "FWD Load Cell"};
+    TextBox txtFWDLCSerial{screen_, "txtFWDLCSerial"};
+    TextBox txtFWDLCGain{screen_, "txtFWDLCGain"};
+    TextBox txtFWDLCCalDate{screen_, "txtFWDLCCalDate"};
+
+    Frame fraFWDSensors{screen_, "fraFWDSensors", "Deflection Sensors"};
+    ComboBox cboNumSensors{screen_, "cboNumSensors"};
+    TextBox txtFWDSensorCalDate{screen_, "txtFWDSensorCalDate"};
+    Grid grdSensor{screen_, "grdSensor"};
+    Label lblSameName{screen_, "lblSameName", "*Sensor name is the same as another"};
+    Label lblHyphen{screen_, "lblHyphen", "**Sensor name cannot end in a hypen"};
+
+    Label lblMissing{screen_, "lblMissing"};  ///< in words, what keeps the tab from being complete
+
+    std::function<PDDXFile&()> Document;                       ///< the run's document
+    std::function<void(bool complete)> Checked;                ///< the tab was judged anew
+    std::function<void(const Path& folder)> DataFolderChosen;  ///< the FWD's files are fetched from here
+
+    void optFWDClick();  ///< fills the tab from the run
+    /// Judges the tab and copies it into the run and its document. True when nothing is missing.
+    bool CheckFWDData();
+    void ReadFWDConfig(const Path& path);
+    /// Before the first approval only the folders and the make are asked for.
+    void ShowForNewRun();
+
+  private:
+    void MakeLists();
+    void PutControlsIntoFrames();
+    void ConnectCells();
+    void ShowDataFrames();
+
+    // folders
+    void EnsureRoot();
+    void ShowFolder(const Path& folder);
+    void DirFWDOwner_Click(int row);
+    void SelectOwner(const Path& folder);
+    void SelectFWD(const Path& folder);
+    void RefuseFolder();
+    void cmdNewOwner_Click();
+    void cmdNewFWD_Click();
+    bool CreateFolder(const Path& folder);
+    void StoreFolderKeys(bool withFWD);
+    void ShowOwnerAndFWD();
+
+    // make and configuration file
+    void cboFWDMfg_Click();
+    void cmdReadFWDConfig_Click();
+    void ShowSensorTypes();
+
+    // cells
+    void StoreText(const TextBox& box, std::string& member, const char* section, const char* key);
+    void StoreProfile(const char* section, const char* key, const std::string& value);
+    void txtFWDLCGain_Leave();
+    void LeaveDate(TextBox& box, DateTime& date, const char* key);
+    void ShowDate(TextBox& box, DateTime date);
+    void cboNumSensors_Click();
+    void ShowSensors();
+    void EditSensor(int row, int column, const std::string& text);
+
+    // judging
+    bool CheckCount();
+    bool CheckSensorCells();
+    bool CheckLoadCellGain();
+    bool CheckMake();
+    bool CheckFolders();
+    void Missing(const std::string& what) { missing_.push_back(what); }
+
+    Program& program_;
+    Path shownFolder_;
+    std::vector<Path> listedFolders_;  ///< one a row of DirFWDOwner
+    const char* filter_ = nullptr;     ///< of the next configuration file
+    std::vector<std::string> missing_;
+};
+
+}  // namespace bellmark

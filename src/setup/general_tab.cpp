@@ -1,0 +1,145 @@
+#include "setup/general_tab.h"
+
+#include "app/program.h"
+#include "app/stored_values.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr const char* poundsPicture = "#,##0";
+constexpr const char* kilonewtonsPicture = "#,##0.0";
+constexpr int mostTrigger = 1'000'000;
+
+std::optional<double> TypedNumber(std::string text) {
+    std::erase(text, ',');
+    return NumberIn(text);
+}
+
+/// The number as a picture shows it.
+double ThroughPicture(double value, const char* picture) {
+    return TypedNumber(Format(value, picture)).value_or(0);
+}
+
+}  // namespace
+
+GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
+    for (Control* control : {static_cast<Control*>(&optEnglish), static_cast<Control*>(&optMetric),
+                             static_cast<Control*>(&optAutoPrint[0]), static_cast<Control*>(&optAutoPrint[1]),
+                             static_cast<Control*>(&loadCellTrigger), static_cast<Control*>(&txtTriggerUnits),
+                             static_cast<Control*>(&AccelTrigger), static_cast<Control*>(&txtComment),
+                             static_cast<Control*>(&fraTestSequence)}) {
+        control->PutInto(fraGeneral);
+    }
+    for (Control* control : {static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops),
+                             static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
+                             static_cast<Control*>(&cmdTriggerLevel)}) {
+        control->PutInto(fraTestSequence);
+    }
+    cboNumHeights.Items = {"3", "4"};
+    cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
+    cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
+    cmdNumberDrops.Enabled = false;
+    cmdTriggerLevel.Enabled = false;
+    cboNumHeights.Click = [this] { program_.Run.NumberLoadLevels = StoredWhole(cboNumHeights.DisplayText(), 3, 4); };
+    cboNumDrops.Click = [this] {
+        program_.Run.NumberDropsPerLoadLevel = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
+    };
+    optEnglish.Click = [this] { ChooseUnits(true); };
+    optMetric.Click = [this] { ChooseUnits(false); };
+    optAutoPrint[0].Click = [this] { program_.Run.AutoPrint = true; };
+    optAutoPrint[1].Click = [this] { program_.Run.AutoPrint = false; };
+    loadCellTrigger.Leave = [this] { loadCellTrigger_Leave(); };
+    AccelTrigger.Leave = [this] { AccelTrigger_Leave(); };
+    cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
+    optAutoPrint[1].Choose();
+    ShowUnits();
+    ShowSequence();
+}
+
+void GeneralTab::ShowUnits() {
+    (program_.Run.EnglishUnits ? optEnglish : optMetric).Choose();
+    txtTriggerUnits.Caption = program_.Run.EnglishUnits ? poundForce : "kN";
+}
+
+void GeneralTab::ShowSequence() {
+    cboNumHeights.ChooseText(NumberText(program_.Run.NumberLoadLevels));
+    cboNumDrops.ChooseText(NumberText(program_.Run.NumberDropsPerLoadLevel));
+}
+
+void GeneralTab::ShowComment() {
+    std::string lines;
+    for (const std::string& note : program_.Center.Notes) {
+        if (Trim(note).empty()) continue;
+        if (!lines.empty()) lines += "\r\n";
+        lines += Trim(note);
+    }
+    txtComment.Text = lines;
+}
+
+double GeneralTab::TriggerInRunUnits() const {
+    const double stored = program_.Center.ReferenceLoadCellSensitivity;
+    const bool inPounds = program_.Center.ReferenceLoadCellUnits == poundForce;
+    if (program_.Run.EnglishUnits == inPounds) return stored;
+    return inPounds ? stored * kilonewtonsPerPound : stored / kilonewtonsPerPound;
+}
+
+void GeneralTab::ShowPlainTrigger() {
+    loadCellTrigger.Text = NumberText(TriggerInRunUnits());
+    AccelTrigger.Text = NumberText(program_.Center.AccelSensitivity);
+}
+
+void GeneralTab::ShowTrigger() {
+    loadCellTrigger.Text = Format(TriggerInRunUnits(), program_.Run.EnglishUnits ? poundsPicture : kilonewtonsPicture);
+}
+
+void GeneralTab::ChooseUnits(bool english) {
+    program_.Run.EnglishUnits = english;
+    ShowUnits();
+    ShowTrigger();
+}
+
+void GeneralTab::loadCellTrigger_Leave() {
+    const auto typed = TypedNumber(loadCellTrigger.Text);
+    if (!typed || *typed < 0 || *typed > mostTrigger) {
+        program_.ShowBox("Please type in a number", box::exclamation);
+        return;
+    }
+    const bool english = program_.Run.EnglishUnits;
+    const bool inPounds = program_.Center.ReferenceLoadCellUnits == poundForce;
+    double stored = *typed;
+    if (english && !inPounds) stored *= kilonewtonsPerPound;
+    if (!english && inPounds) stored /= kilonewtonsPerPound;
+    program_.Center.ReferenceLoadCellSensitivity =
+        ThroughPicture(stored, inPounds ? poundsPicture : kilonewtonsPicture);
+    loadCellTrigger.Text = Format(*typed, english ? poundsPicture : kilonewtonsPicture);
+}
+
+void GeneralTab::AccelTrigger_Leave() {
+    const auto typed = TypedNumber(AccelTrigger.Text);
+    if (!typed || *typed < 0 || *typed > mostTrigger) {
+        program_.ShowBox("Please type in a number", box::exclamation);
+        return;
+    }
+    program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
+    AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
+}
+
+void GeneralTab::cmdApproveCalSeq_Click() {
+    program_.Compose(160);
+    if (program_.ShowComposed() != Answer::Yes) return;
+    program_.Run.NumberDropsSet = true;
+    program_.Run.TriggerLevelSet = false;
+    program_.Run.LoadCellOnly = true;
+    for (Control* control : {static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
+                             static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops)}) {
+        control->Enabled = false;
+    }
+    SequenceApproved();
+}
+
+}  // namespace bellmark
