@@ -1,6 +1,7 @@
 #include "console/script_runner.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 
 #include "app/program.h"
@@ -27,7 +28,8 @@ std::string WithoutReturns(std::string text) {
 
 int WholeNumber(const ScriptWord& word) {
     const auto number = word.quoted ? std::nullopt : NumberIn(word.text);
-    if (!number || *number != static_cast<int>(*number)) Fail("\"" + word.text + "\" is not a whole number");
+    constexpr double largest = 2147483647;
+    if (!number || std::abs(*number) > largest || *number != std::trunc(*number)) Fail("\"" + word.text + "\" is not a whole number");
     return static_cast<int>(*number);
 }
 

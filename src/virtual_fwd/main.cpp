@@ -37,7 +37,7 @@ struct CommandLineError {
 
 int Number(const std::string& text, int least, int most) {
     const auto number = NumberIn(text);
-    if (!number || *number != static_cast<int>(*number) || *number < least || *number > most) {
+    if (!number || *number < least || *number > most || *number != static_cast<int>(*number)) {
         throw CommandLineError{"\"" + text + "\" is not a number from " + NumberText(least) + " to " + NumberText(most)};
     }
     return static_cast<int>(*number);
