@@ -99,7 +99,12 @@ struct CalibrationRun {
     Make Manufacturer = Make::Dynatest;
     std::string DeviceOwner;
     std::string DeviceSerialNumber;
-    std::string DeviceName;
+    std::string DeviceName;             ///< base name of DeviceFolder
+    std::string DeviceDesignationName;  ///< the FWD's own name for itself
+    std::string DeviceModelNumber;
+    std::string DeviceLoadType;
+    std::string OperatorName;  ///< of the FWD
+    int SensorType = 0;        ///< index in the make's list
     Path OwnerFolder;
     Path DeviceFolder;  ///< the FWD's folder under the owner's
     Path OutputFolder;  ///< the dated folder under the FWD's; empty until it is set
@@ -119,6 +124,7 @@ struct CalibrationRun {
     // Load cell
     std::string LoadCellSerialNumber;
     double LoadCellInitialGain = 0;
+    DateTime LoadCellCalibrationDate = ZeroDate();
     int LoadCellRefTrials = 0;
     std::array<TrialRecord, maxTrials> LCTrial;
     bool LoadCellCalPassed = false;
@@ -141,6 +147,7 @@ struct CalibrationRun {
     bool SensorRelCalComplete = false;
     bool CertificationComplete = false;
     std::array<SensorCalRecord, maxSensors> Sensor;
+    DateTime SensorCalibrationDate = ZeroDate();
 
     // Acquisition
     int AccelChannel = 1;

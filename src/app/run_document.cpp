@@ -24,25 +24,37 @@ void TakeMakeFrom(const std::string& deviceName, Make& make) {
     }
 }
 
+/// What is no date leaves the one that is there.
+void TakeDate(DateTime& date, const std::string& text) {
+    if (const auto read = ReadDateTime(text)) date = *read;
+}
+
 }  // namespace
 
 void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
     const PDDXSection& device = document.Sections("Device Information");
     const PDDXSection& calibration = document.Sections("Device Calibration");
-    run.DeviceName = device.Elements("DeviceDesignationName").Value();
-    TakeMakeFrom(run.DeviceName, run.Manufacturer);
+    run.OperatorName = document.Sections("Operations Information").Elements("OperatorName").Value();
+    run.DeviceDesignationName = device.Elements("DeviceDesignationName").Value();
+    TakeMakeFrom(run.DeviceDesignationName, run.Manufacturer);
+    // Until a folder of the FWD is chosen it goes by the name that it has itself.
+    if (run.DeviceFolder.empty()) run.DeviceName = run.DeviceDesignationName;
+    run.DeviceModelNumber = device.Elements("DeviceModelNumber").Value();
     run.DeviceSerialNumber = device.Elements("DeviceSerialNumber").Value();
+    run.DeviceLoadType = device.Elements("DeviceLoadType").Value();
     run.LoadCellInitialGain = StoredNumber(calibration.Elements("LoadCellCalibrationCenterGain").Value());
     run.LoadCellSerialNumber = Trim(device.Elements("LoadCellSerialNumber").Value());
+    TakeDate(run.LoadCellCalibrationDate, calibration.Elements("LoadCellCalibrationCenterDate").Value());
     const int sensors =
         PDDXCount(document.Sections("Device Configuration").Elements("NumberOfDeflectionSensors").Value());
-    if (sensors > 0) run.NumberSensors = std::min(sensors, static_cast<int>(maxSensors));
+    run.NumberSensors = std::clamp(sensors, 0, static_cast<int>(maxSensors));
     for (int sensor = 1; sensor <= run.NumberSensors; ++sensor) {
         SensorCalRecord& record = run.Sensor[static_cast<std::size_t>(sensor - 1)];
         record.SerialNumber = Trim(GetListField(sensor, device.Elements("SensorSerialNumbers").Value()));
         record.InitialGain =
             StoredNumber(GetListField(sensor, calibration.Elements("SensorCalibrationCenterGain").Value()));
     }
+    TakeDate(run.SensorCalibrationDate, calibration.Elements("SensorCalibrationCenterDate").Value());
 }
 
 void ReadSequenceKeys(const ProfileStrings& strings, CalibrationRun& run) {

@@ -9,7 +9,7 @@ class PDDXFile;
 class ProfileStrings;
 
 /// Takes the FWD's identity, its sensors and their gains out of a document. Sensors beyond those of the record are left
-/// out; a document that tells no number of sensors leaves it as it was.
+/// out; a document that tells no number of sensors has none.
 void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run);
 
 /// Takes load levels and drops, brought within what a trial's lists hold; what a file does not tell stays as it was.

@@ -6,6 +6,7 @@
 #include "app/center_keys.h"
 #include "app/mod_shared.h"
 #include "app/program.h"
+#include "app/run_document.h"
 #include "controls/screen.h"
 #include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
@@ -14,9 +15,9 @@
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "platform/profile_strings.h"
 #include "platform/text.h"
 #include "setup/folder_tree.h"
-#include "setup/fwd_configuration.h"
 
 namespace bellmark {
 
@@ -25,7 +26,6 @@ namespace {
 constexpr const char* information = "Device Information";
 constexpr const char* calibration = "Device Calibration";
 constexpr const char* jilsFiles = "*.cfg (Load cell gain)\r\n*.DAT (sensor numbers)\r\nSETUp.PAr (sensor gains)";
-constexpr Color endsInHyphenColor{255, 224, 192};
 
 constexpr int serialColumn = 1;
 constexpr int gainColumn = 2;
@@ -207,21 +207,20 @@ void FWDTab::cmdReadFWDConfig_Click() {
 
 void FWDTab::ReadFWDConfig(const Path& path) {
     if (path.empty()) return;
-    // The three files of a JILS are read one after the other into the same document.
-    const PDDXReadResult read = ReadPDDXFile(program_.Services.files, path, Document(), true);
-    if (!read.readable) {
-        program_.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
-        return;
-    }
-    const double sensors =
-        ReadNumber(Document().Sections("Device Configuration").Elements("NumberOfDeflectionSensors").Value());
+    const auto strings = OpenProfileStrings(program_.Services.files, path);
+    const double sensors = ReadNumber(strings.Get("Device Configuration", "NumberOfDeflectionSensors"));
     if (sensors > static_cast<double>(maxSensors)) {
         program_.ShowBox("The file tells of " + NumberText(sensors) + " deflection sensors. No more than " +
                              NumberText(maxSensors) + " can be calibrated; nothing was taken from the file.",
                          box::exclamation);
         return;
     }
-    TakeFWDConfiguration(program_.Run, Document());
+    // The three files of a JILS are read one after the other into the same document.
+    if (!ReadPDDXFile(program_.Services.files, path, Document(), true).readable) {
+        program_.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
+        return;
+    }
+    ReadFWDKeys(Document(), program_.Run);
 }
 
 // ---- cells
@@ -237,7 +236,7 @@ void FWDTab::StoreProfile(const char* section, const char* key, const std::strin
 }
 
 void FWDTab::txtFWDLCGain_Leave() {
-    const auto gain = NumberIn(txtFWDLCGain.Text);
+    const auto gain = NumberIn(txtFWDLCGain.Text.Get());
     if (!gain || *gain == 0) {
         program_.ShowBox(gain ? "Please type in a valid Gain value.\r\nThe Gain cannot be zero."
                               : "Please type in a valid Gain value.",

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "controls/controls.h"
+#include "platform/date_time.h"
 #include "platform/files.h"
 #include "setup/sensor_checks.h"
 
@@ -109,7 +110,7 @@ class FWDTab {
     bool CheckCount();
     bool CheckSensorCells();
     bool CheckLoadCellGain();
-    bool CheckMake();
+    bool CheckMake(bool completeSoFar);
     bool CheckFolders();
     void Missing(const std::string& what) { missing_.push_back(what); }
 

@@ -74,6 +74,12 @@ std::string InterimText(const CalibrationRun& run, const CenterConfig& center, D
     SetCenterKeys(strings, center, !run.EnglishUnits);
     strings.Set("Operations Information", "EndDate", Format(now, "mm-dd-yyyy"));
     strings.Set("Device Information", "DeviceDesignationName", run.DeviceName);
+    strings.Set("Device Information", "LoadCellSerialNumber", "LC-8002");
+    strings.Set("Device Information", "SensorSerialNumbers", "D1, D2, D3, D4, D5, D6, D7, D8, D9");
+    strings.Set("Device Configuration", "NumberOfDeflectionSensors", "9");
+    strings.Set("Device Calibration", "LoadCellCalibrationCenterGain", "1.0000");
+    strings.Set("Device Calibration", "SensorCalibrationCenterGain",
+                "1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000");
     strings.Set("Device Information", "DeviceOwner", run.DeviceOwner);
     strings.Set("Device Information", "DeviceSerialNumber", run.DeviceSerialNumber);
     strings.Set("Device Information", "Manufacturer", NumberText(static_cast<int>(run.Manufacturer)));
