@@ -31,6 +31,11 @@ int RandomSign(Random& random) { return 0.5 > random.Next() ? 1 : -1; }
 
 std::string ZeroIfEmpty(std::string text) { return text.empty() ? "0" : text; }
 
+bool ExceedsLimit(double value, double limit) {
+    constexpr double sameDecimal = 1e-9;
+    return value > limit + sameDecimal;
+}
+
 double CelsiusToFahrenheit(double degrees) { return degrees * 9 / 5 + 32; }
 double FahrenheitToCelsius(double degrees) { return (degrees - 32) * 5 / 9; }
 
@@ -143,7 +148,7 @@ bool AccelCalCurrent(Program& program) {
     if (program.Center.AccelDailyCalibrationTemperatureUnit == "Fahrenheit") {
         calibratedAt = FahrenheitToCelsius(calibratedAt);
     }
-    const bool temperatureFails = std::abs(ReadTemperature(program) - calibratedAt) > largestDegrees;
+    const bool temperatureFails = ExceedsLimit(std::abs(ReadTemperature(program) - calibratedAt), largestDegrees);
     return MinutesSinceAccelCal(program) <= longestMinutes && !temperatureFails;
 }
 
@@ -158,17 +163,17 @@ void ComputeAccelAdjustment(CenterConfig& center) {
         center.AccelVoltageOffset = refMid - center.AccelVoltageSlope * dayMid;
     }
     if (dayHalf == 0) return;
-    const auto& [b, a1, a2, a3] = center.AccelRefCalibrationCoefficients;
-    const auto polynomial = [&](double v) { return b + v * (a1 + v * (a2 + v * a3)); };
+    const auto& c = center.AccelRefCalibrationCoefficients;
+    const auto polynomial = [&](double v) { return c[0] + v * (c[1] + v * (c[2] + v * c[3])); };
     const double atPlus = polynomial(center.AccelRefPlus1GDC);
     const double atMinus = polynomial(center.AccelRefMinus1GDC);
     if (atPlus == atMinus) return;
     const double scale = 2 / (atPlus - atMinus);
     const double shift = 1 - scale * atPlus;
-    center.AccelB = scale * b + shift;
-    center.AccelA1 = scale * a1;
-    center.AccelA2 = scale * a2;
-    center.AccelA3 = scale * a3;
+    center.AccelB = scale * c[0] + shift;
+    center.AccelA1 = scale * c[1];
+    center.AccelA2 = scale * c[2];
+    center.AccelA3 = scale * c[3];
 }
 
 std::string ColumnLetter(int index) {

@@ -36,6 +36,10 @@ int RandomSign(Random& random);  ///< 1 or -1 with even chance
 
 std::string ZeroIfEmpty(std::string text);  ///< "0" for an empty text
 
+/// The value lies above its limit. Limits are decimal numbers that a double cannot hold exactly: within 1e-9 of the limit the
+/// value counts as equal to it, so that 1 - 0.997 does not exceed 0.003. "At least the limit" is !ExceedsLimit(limit, value).
+bool ExceedsLimit(double value, double limit);
+
 double CelsiusToFahrenheit(double degrees);
 double FahrenheitToCelsius(double degrees);
 
