@@ -48,6 +48,7 @@ class SetupDoor {  // frmSetup
     virtual void Open() = 0;
     virtual void BeginRun() = 0;                ///< the run's record is a fresh one
     virtual void OpenCenterPage() = 0;          ///< optCalCenter
+    virtual void OpenPage(int step) = 0;        ///< 11 the center, 12 the FWD, 13 the sequence
     virtual bool HasBeenThroughCenterPage() const = 0;
     virtual void ReadCalCenter() = 0;           ///< cmdReadCalCenter: the operator picks a file
     virtual void ReadCalCenterConfig(const Path& path) = 0;
@@ -129,7 +130,28 @@ class ResultsDoor {  // frmResults
   public:
     virtual ~ResultsDoor() = default;
     virtual void Open() = 0;
+    virtual void OpenAccelerometer() = 0;
     virtual void Recompute() = 0;
+};
+
+class TriggerDoor {  // frmBellmark_AccelTrigger
+  public:
+    virtual ~TriggerDoor() = default;
+    virtual void LoadStart() = 0;              ///< measures the trigger level
+    virtual void NumDropsStart(int drop) = 0;  ///< measures the number of drops; 1 is the drop from the highest height
+};
+
+class CenterRelativeDoor {  // frmCenterRelative
+  public:
+    virtual ~CenterRelativeDoor() = default;
+    virtual void Start() = 0;
+};
+
+class RelativeResultsDoor {  // frmRelResults
+  public:
+    virtual ~RelativeResultsDoor() = default;
+    virtual void Open() = 0;
+    virtual void OpenNext() = 0;
 };
 
 class RelativeDoor {  // frmRelative

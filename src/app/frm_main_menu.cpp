@@ -4,6 +4,7 @@
 #include "app/mod_shared.h"
 #include "app/paths.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/numbers.h"
 
 namespace bellmark {
@@ -117,8 +118,12 @@ bool frmMainMenu::GoToUnacceptedTrial() {
     return true;
 }
 
+void frmMainMenu::ResetPrerequisites() {
+    if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
+}
+
 void frmMainMenu::cmdCalAccelerometer_Click() {
-    program_.Header.SetProcedureName("Flip Calibration of Accelerometer");
+    program_.Header.SetProcedureName(ProcedureTitle(3));
     program_.Run.CurrentProcedure = 3;
     if (program_.Run.CurrentProcStep != 32) program_.Run.CurrentProcStep = 31;
     program_.The<FlipCalibrationDoor>().Start();
@@ -127,11 +132,11 @@ void frmMainMenu::cmdCalAccelerometer_Click() {
 void frmMainMenu::cmdCalLoadCell_Click() {
     CalibrationRun& run = program_.Run;
     if (run.LoadCellCalComplete || GoToUnacceptedTrial()) return;
-    program_.Header.SetProcedureName("FWD Load Cell Calibration");
+    program_.Header.SetProcedureName(ProcedureTitle(5));
     run.CurrentProcedure = 5;
     if (run.CurrentProcStep != 52) {
         run.CurrentProcStep = 51;
-        if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
+        ResetPrerequisites();
     }
     program_.The<CollectionDoor>().Bellmark();
 }
@@ -139,15 +144,15 @@ void frmMainMenu::cmdCalLoadCell_Click() {
 void frmMainMenu::cmdRefCalDefAccel_Click() {
     CalibrationRun& run = program_.Run;
     if (run.SensorRelCalComplete || GoToUnacceptedTrial()) return;
-    program_.Header.SetProcedureName("FWD Deflection Sensor Calibration");
-    const bool pairIsOpen = run.RefTrials % 2 == 1 || run.RefTrials < 2;
-    if (run.CurrentProcedure != 4) {
+    program_.Header.SetProcedureName(ProcedureTitle(4));
+    if (run.CurrentProcedure == 4) {
+        run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
+    } else {
         run.CurrentProcedure = 4;
         run.CurrentProcStep = 40;
-    } else {
-        run.CurrentProcStep = pairIsOpen ? 41 : run.SensorRefCalComplete ? 44 : 42;
     }
-    program_.The<CollectionDoor>().Bellmark();
+    if (run.CurrentProcStep < 42) ResetPrerequisites();
+    ReturnToProcedure(program_, run.CurrentProcedure);
 }
 
 void frmMainMenu::cmdEditSetup_Click() {

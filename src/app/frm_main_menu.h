@@ -52,6 +52,7 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     void ShowSensorStatus();
     void ShowCertificateStatus();
     bool GoToUnacceptedTrial();
+    void ResetPrerequisites();
 
     Program& program_;
 };

@@ -2,6 +2,7 @@
 
 #include "app/app_main.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 
 namespace bellmark {
@@ -38,7 +39,7 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
 }
 
 void frmMaster::mnuAccelerometerCalibration_Click() {
-    program_.Header.SetProcedureName("Flip Calibration of Accelerometer");
+    program_.Header.SetProcedureName(ProcedureTitle(3));
     program_.Run.CurrentProcedure = 3;
     program_.The<FlipCalibrationDoor>().Start();
 }

@@ -39,15 +39,15 @@ DateTime Program::Now() const { return Services.clock.Now(); }
 
 void Program::Log(const std::string& what) {
     const std::string line = Format(Now(), "yyyy-mm-dd hh:nn:ss") + ' ' + what + "\r\n";
-    Services.files.AppendToFile(Folder() / "Bellmark.log", line);
+    try {
+        Services.files.AppendToFile(Folder() / "Bellmark.log", line);
+    } catch (const FileError&) {
+        // A full disk may be the very thing to be logged; what tells the operator of it must go on.
+    }
 }
 
 void Program::TellFailure(const std::string& what, const std::string& why) {
-    try {
-        Log(what + ": " + why);
-    } catch (const FileError&) {
-        // The disk may be the very cause; the box below still tells the operator.
-    }
+    Log(what + ": " + why);
     ShowBox(why + "\r\n\r\nWhile: " + what, box::critical, "Bellmark");
 }
 

@@ -66,7 +66,7 @@ class Program {
     const Path& Folder() const { return Services.programFolder; }
     Path InterimFolder() const { return Folder() / PathFromText(Run.InterimFolderName); }
 
-    /// Appends a line to Bellmark.log in the program folder.
+    /// Appends a line to Bellmark.log in the program folder, where that can be written.
     void Log(const std::string& what);
 
   private:

@@ -97,6 +97,13 @@ void frmSetup::OpenCenterPage() {
     Center.CalCenterOptions();
 }
 
+void frmSetup::OpenPage(int step) {
+    Show();
+    if (step == 11) OpenCenterPage();
+    if (step == 12) optFWD.Click();
+    if (step == 13) General.optGeneral.Click();
+}
+
 void frmSetup::SetReviewChoices(bool reviewMode) {
     // Simulated drops are for a machine without a board.
     DataAcq.txtSimDataLocation.Enabled = reviewMode;

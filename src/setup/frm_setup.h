@@ -32,6 +32,7 @@ class frmSetup : public Screen, public SetupDoor {
     void Open() override { Show(); }
     void BeginRun() override;
     void OpenCenterPage() override;
+    void OpenPage(int step) override;
     bool HasBeenThroughCenterPage() const override { return centerPageApproved_; }
     void ReadCalCenter() override { cmdReadCalCenter_Click(); }
     void ReadCalCenterConfig(const Path& path) override;

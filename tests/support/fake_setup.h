@@ -16,6 +16,7 @@ struct FakeSetup : SetupDoor {
     void Open() override { ++opened; }
     void BeginRun() override {}
     void OpenCenterPage() override { ++centerPageOpened; }
+    void OpenPage(int) override { ++opened; }
     bool HasBeenThroughCenterPage() const override { return centerPageOpened > 0; }
     void ReadCalCenter() override { ++centerReads; }
     void ReadCalCenterConfig(const Path& path) override { configurationRead = path; }

@@ -1,0 +1,352 @@
+#include "app/interim_keys.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "app/center_keys.h"
+#include "app/mod_shared.h"
+#include "app/run_document.h"
+#include "app/stored_values.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/profile_strings.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr const char* calibration = "Device Calibration";
+constexpr const char* information = "Device Information";
+/// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs them.
+constexpr std::size_t storedRelativeDrops = 40;
+constexpr int mostTrials = static_cast<int>(maxTrials);
+
+std::string Key(const char* name, std::size_t index, const char* rest) { return name + NumberText(index + 1) + rest; }
+
+std::size_t Trials(int count) { return static_cast<std::size_t>(std::clamp(count, 0, mostTrials)); }
+
+std::size_t Drops(const CalibrationRun& run) {
+    return static_cast<std::size_t>(std::clamp(DropsInTrial(run), 0, static_cast<int>(maxDrops)));
+}
+
+std::size_t Sensors(const CalibrationRun& run) {
+    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
+}
+
+class Writer {
+  public:
+    Writer(ProfileStrings& strings, const char* section) : strings_(strings), section_(section) {}
+
+    void Text(const std::string& key, const std::string& value) { strings_.Set(section_, key, value); }
+    void Number(const std::string& key, double value) { Text(key, NumberText(value)); }
+    void Boolean(const std::string& key, bool value) { Text(key, BooleanText(value)); }
+    void List(const std::string& key, std::span<const double> values) {
+        std::string list;
+        for (const double value : values) {
+            if (!list.empty()) list += ", ";
+            list += NumberText(value);
+        }
+        Text(key, list);
+    }
+    /// One member of each sensor.
+    template <class Member>
+    void SensorList(const std::string& key, const CalibrationRun& run, Member member) {
+        std::array<double, maxSensors> values{};
+        const std::size_t count = Sensors(run);
+        for (std::size_t s = 0; s < count; ++s) values[s] = static_cast<double>(member(run.Sensor[s]));
+        List(key, std::span(values).first(count));
+    }
+
+  private:
+    ProfileStrings& strings_;
+    const char* section_;
+};
+
+void SetLoadCell(Writer& keys, const CalibrationRun& run, DateTime today) {
+    const std::size_t trials = Trials(run.LoadCellRefTrials);
+    if (trials > 0) keys.Number("LoadCellRefTrials", run.LoadCellRefTrials);
+    for (std::size_t t = 0; t < trials; ++t) {
+        keys.Number(Key("LoadCellTrial", t, "Gain"), run.LCTrial[t].Gain);
+        keys.Number(Key("LoadCellTrial", t, "AdjFactor"), run.LCTrial[t].AdjFactor);
+    }
+    if (run.NewLoadCellCalibrationCenterGain > 0) {
+        keys.Text("NewLoadCellCalibrationCenterDate", Format(today, "dd-mmm-yyyy"));
+        keys.Text("NewLoadCellCalibrationCenterGain", Format(run.NewLoadCellCalibrationCenterGain, "0.00000000"));
+    }
+    for (std::size_t t = 0; t < trials; ++t) {
+        keys.List(Key("LCTrial", t, "RefDropData"), std::span(run.LCTrial[t].RefDropData).first(Drops(run)));
+        keys.List(Key("LCTrial", t, "DropData"), std::span(run.LCTrial[t].DropData).first(Drops(run)));
+    }
+}
+
+void SetSummaries(Writer& keys, const CalibrationRun& run) {
+    keys.Number("RefTrials", run.RefTrials);
+    for (std::size_t t = 0; t < Trials(run.RefTrials); ++t) {
+        keys.Number(Key("RefTrial", t, "Avg"), run.RefTrial[t].Avg);
+        keys.Number(Key("RefTrial", t, "StdDev"), run.RefTrial[t].StdDev);
+        keys.Number(Key("RefTrial", t, "Change"), run.RefTrial[t].Change);
+    }
+    keys.Number("RefCalAvg", run.RefCalAvg);
+    keys.Number("RefCalStdDev", run.RefCalStdDev);
+    keys.Number("RefCalChange", run.RefCalChange);
+    keys.Number("RelTrials", run.RelTrials);
+    for (std::size_t t = 0; t < Trials(run.RelTrials); ++t) {
+        keys.Number(Key("RelTrial", t, "Avg"), run.RelTrial[t].Avg);
+        keys.Number(Key("RelTrial", t, "StdDev"), run.RelTrial[t].StdDev);
+        keys.Number(Key("RelTrial", t, "ChiSq"), run.RelTrial[t].ChiSq);
+    }
+    for (std::size_t t = 0; t < Trials(run.RelTrials); ++t) {
+        for (std::size_t m = 0; m < maxSets; ++m) {
+            keys.Number(Key("RelTrial", t, "SetAvg") + NumberText(m + 1), run.RelTrial[t].SetAvg[m]);
+            keys.Number(Key("RelTrial", t, "SetStdDev") + NumberText(m + 1), run.RelTrial[t].SetStdDev[m]);
+        }
+    }
+}
+
+void SetSensorGains(Writer& keys, const CalibrationRun& run, DateTime today) {
+    // The first sensor decides: its gain of exactly 0 says that none is there yet.
+    if (run.Sensor[0].InterimGain != 0) {
+        keys.SensorList("SensorInterimGain", run, [](const auto& sensor) { return sensor.InterimGain; });
+    }
+    if (run.Sensor[0].FinalGain != 0) {
+        keys.SensorList("SensorFinalGain", run, [](const auto& sensor) { return sensor.FinalGain; });
+        keys.Text("SensorFinalDate", Format(today, "dd-mmm-yyyy"));
+    }
+}
+
+void SetSensorRefTrials(Writer& keys, const CalibrationRun& run) {
+    const std::size_t trials = Trials(run.RefTrials);
+    for (std::size_t t = 0; t < trials; ++t) {
+        keys.SensorList(Key("SensorRefTrial", t, "Gain"), run, [t](const auto& sensor) { return sensor.RefTrial[t].Gain; });
+        keys.SensorList(Key("SensorRefTrial", t, "AdjFactor"), run,
+                        [t](const auto& sensor) { return sensor.RefTrial[t].AdjFactor; });
+    }
+    for (std::size_t t = 0; t < trials; ++t) {
+        // All sensors have seen the drops of the one accelerometer.
+        keys.List(Key("SensorRefTrial", t, "RefDropData"),
+                  std::span(run.Sensor[0].RefTrial[t].RefDropData).first(Drops(run)));
+    }
+    for (std::size_t t = 0; t < trials; ++t) {
+        for (std::size_t s = 0; s < Sensors(run); ++s) {
+            keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
+                      std::span(run.Sensor[s].RefTrial[t].DropData).first(Drops(run)));
+        }
+    }
+}
+
+void SetSensorRelTrials(Writer& keys, const CalibrationRun& run) {
+    const std::size_t trials = Trials(run.RelTrials);
+    for (std::size_t t = 0; t < trials; ++t) {
+        const auto list = [&](const char* name, auto RelativeTrialRecord::*member) {
+            keys.SensorList(Key("SensorRelTrial", t, name), run,
+                            [=](const auto& sensor) { return sensor.RelTrial[t].*member; });
+        };
+        list("StdDev", &RelativeTrialRecord::StdDev);
+        list("Average", &RelativeTrialRecord::Average);
+        list("Position", &RelativeTrialRecord::Position);
+        list("Gain", &RelativeTrialRecord::Gain);
+        list("AdjFactor", &RelativeTrialRecord::AdjFactor);
+    }
+    for (std::size_t t = 0; t < trials; ++t) {
+        for (std::size_t s = 0; s < Sensors(run); ++s) {
+            keys.List(Key("SensorRelTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
+                      std::span(run.Sensor[s].RelTrial[t].DropData).first(storedRelativeDrops));
+        }
+    }
+}
+
+void SetState(ProfileStrings& strings, const CalibrationRun& run) {
+    Writer center(strings, centerSection);
+    center.Number("NumberLoadLevels", run.NumberLoadLevels);
+    center.Number("NumberDropsPerLoadLevel", run.NumberDropsPerLoadLevel);
+    center.Boolean("EnglishUnits", run.EnglishUnits);
+    center.Number("SensorStand", run.SensorStand);
+    Writer keys(strings, calibration);
+    keys.Number("CurrentProcedure", run.CurrentProcedure);
+    keys.Number("CurrentProcStep", run.CurrentProcStep);
+    keys.Boolean("FlagUnacceptedTrial", run.FlagUnacceptedTrial);
+    keys.Boolean("LoadCellCalComplete", run.LoadCellCalComplete);
+    keys.Boolean("SensorRefCalComplete", run.SensorRefCalComplete);
+    keys.Boolean("SensorRelCalComplete", run.SensorRelCalComplete);
+    Writer device(strings, information);
+    device.Number("Manufacturer", static_cast<int>(run.Manufacturer));
+    device.Text("DeviceOwner", run.DeviceOwner);
+    keys.Text("DeviceOwnerFolder", PathText(run.OwnerFolder));
+    device.Text("DeviceSerialNumber", run.DeviceSerialNumber);
+    keys.Text("DeviceOwnerSNFolder", PathText(run.DeviceFolder));
+    if (!run.OutputFolder.empty()) keys.Text("DeviceOwnerSNDateFolder", PathText(run.OutputFolder));
+}
+
+class Reader {
+  public:
+    Reader(const ProfileStrings& strings, const char* section) : strings_(strings), section_(section) {}
+
+    std::string Text(const std::string& key) const { return strings_.Get(section_, key); }
+    double Number(const std::string& key) const { return StoredNumber(ZeroIfEmpty(Text(key))); }
+    int Whole(const std::string& key, int most) const { return StoredWhole(Text(key), 0, most); }
+    bool Boolean(const std::string& key) const { return StoredBoolean(Text(key)); }
+    /// Fills the values that the list has; the others stay 0.
+    void List(const std::string& key, std::span<double> values) const {
+        const auto fields = Split(Text(key), ',');
+        for (std::size_t i = 0; i < values.size() && i < fields.size(); ++i) values[i] = StoredNumber(fields[i]);
+    }
+    /// One member of each sensor.
+    template <class Member>
+    void SensorList(const std::string& key, CalibrationRun& run, Member member) const {
+        std::array<double, maxSensors> values{};
+        List(key, values);
+        for (std::size_t s = 0; s < Sensors(run); ++s) member(run.Sensor[s]) = values[s];
+    }
+
+  private:
+    const ProfileStrings& strings_;
+    const char* section_;
+};
+
+void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
+    constexpr int lastProcedure = 10;
+    constexpr int lastStep = 104;
+    constexpr int greatest = 32767;
+    const Reader center(strings, centerSection);
+    ReadSequenceKeys(strings, run);
+    run.EnglishUnits = center.Boolean("EnglishUnits");
+    run.SensorStand = center.Whole("SensorStand", greatest);
+    const Reader device(strings, information);
+    run.Manufacturer = static_cast<Make>(device.Whole("Manufacturer", static_cast<int>(Make::Kuab)));
+    run.DeviceOwner = device.Text("DeviceOwner");
+    run.DeviceSerialNumber = device.Text("DeviceSerialNumber");
+    const Reader keys(strings, calibration);
+    run.CurrentProcedure = keys.Whole("CurrentProcedure", lastProcedure);
+    run.CurrentProcStep = keys.Whole("CurrentProcStep", lastStep);
+    run.FlagUnacceptedTrial = keys.Boolean("FlagUnacceptedTrial");
+    run.SensorRefCalComplete = keys.Boolean("SensorRefCalComplete");
+    run.LoadCellCalComplete = keys.Boolean("LoadCellCalComplete");
+    run.SensorRelCalComplete = keys.Boolean("SensorRelCalComplete");
+    run.OwnerFolder = PathFromText(keys.Text("DeviceOwnerFolder"));
+    run.DeviceFolder = PathFromText(keys.Text("DeviceOwnerSNFolder"));
+    run.OutputFolder = PathFromText(keys.Text("DeviceOwnerSNDateFolder"));
+    if (!run.DeviceFolder.empty()) run.DeviceName = PathText(run.DeviceFolder.filename());
+}
+
+/// Standard error of the slope through the origin of reference on FWD peaks; the slope itself is stored.
+double StandardErrorOfSlope(const TrialRecord& trial, std::size_t drops) {
+    double sumXX = 0, sumXY = 0;
+    for (std::size_t i = 0; i < drops; ++i) {
+        sumXX += trial.DropData[i] * trial.DropData[i];
+        sumXY += trial.DropData[i] * trial.RefDropData[i];
+    }
+    if (sumXX <= 0 || drops < 2) return 0;
+    const double slope = sumXY / sumXX;
+    double squares = 0;
+    for (std::size_t i = 0; i < drops; ++i) {
+        const double residual = trial.RefDropData[i] - slope * trial.DropData[i];
+        squares += residual * residual;
+    }
+    return std::sqrt(squares / static_cast<double>(drops - 1) / sumXX);
+}
+
+void ReadLoadCell(const Reader& keys, CalibrationRun& run) {
+    run.LoadCellRefTrials = keys.Whole("LoadCellRefTrials", mostTrials);
+    for (std::size_t t = 0; t < Trials(run.LoadCellRefTrials); ++t) {
+        TrialRecord& trial = run.LCTrial[t];
+        trial.Gain = keys.Number(Key("LoadCellTrial", t, "Gain"));
+        trial.AdjFactor = keys.Number(Key("LoadCellTrial", t, "AdjFactor"));
+        keys.List(Key("LCTrial", t, "DropData"), std::span(trial.DropData).first(Drops(run)));
+        keys.List(Key("LCTrial", t, "RefDropData"), std::span(trial.RefDropData).first(Drops(run)));
+        trial.StdErrAdjFactor = StandardErrorOfSlope(trial, Drops(run));
+    }
+    run.NewLoadCellCalibrationCenterDate = keys.Text("NewLoadCellCalibrationCenterDate");
+    run.NewLoadCellCalibrationCenterGain = keys.Number("NewLoadCellCalibrationCenterGain");
+}
+
+void ReadSummaries(const Reader& keys, CalibrationRun& run) {
+    run.RefCalAvg = keys.Number("RefCalAvg");
+    run.RefCalChange = keys.Number("RefCalChange");
+    run.RefCalStdDev = keys.Number("RefCalStdDev");
+    run.RefTrials = keys.Whole("RefTrials", mostTrials);
+    for (std::size_t t = 0; t < Trials(run.RefTrials); ++t) {
+        run.RefTrial[t].Avg = keys.Number(Key("RefTrial", t, "Avg"));
+        run.RefTrial[t].Change = keys.Number(Key("RefTrial", t, "Change"));
+        run.RefTrial[t].StdDev = keys.Number(Key("RefTrial", t, "StdDev"));
+    }
+    run.RelTrials = keys.Whole("RelTrials", mostTrials);
+    for (std::size_t t = 0; t < Trials(run.RelTrials); ++t) {
+        RelativeTrialSummary& trial = run.RelTrial[t];
+        for (std::size_t m = 0; m < maxSets; ++m) {
+            trial.SetAvg[m] = keys.Number(Key("RelTrial", t, "SetAvg") + NumberText(m + 1));
+            trial.SetStdDev[m] = keys.Number(Key("RelTrial", t, "SetStdDev") + NumberText(m + 1));
+        }
+        trial.Avg = keys.Number(Key("RelTrial", t, "Avg"));
+        trial.StdDev = keys.Number(Key("RelTrial", t, "StdDev"));
+        trial.ChiSq = keys.Number(Key("RelTrial", t, "ChiSq"));
+    }
+}
+
+void ReadSensorRefTrials(const Reader& keys, CalibrationRun& run) {
+    for (std::size_t t = 0; t < Trials(run.RefTrials); ++t) {
+        keys.SensorList(Key("SensorRefTrial", t, "AdjFactor"), run,
+                        [t](auto& sensor) -> double& { return sensor.RefTrial[t].AdjFactor; });
+        keys.SensorList(Key("SensorRefTrial", t, "Gain"), run,
+                        [t](auto& sensor) -> double& { return sensor.RefTrial[t].Gain; });
+        std::array<double, maxDrops> reference{};
+        keys.List(Key("SensorRefTrial", t, "RefDropData"), std::span(reference).first(Drops(run)));
+        for (std::size_t s = 0; s < Sensors(run); ++s) {
+            TrialRecord& trial = run.Sensor[s].RefTrial[t];
+            trial.RefDropData = reference;
+            keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
+                      std::span(trial.DropData).first(Drops(run)));
+            trial.StdErrAdjFactor = StandardErrorOfSlope(trial, Drops(run));
+        }
+    }
+}
+
+void ReadSensorRelTrials(const Reader& keys, CalibrationRun& run) {
+    for (std::size_t t = 0; t < Trials(run.RelTrials); ++t) {
+        const auto list = [&](const char* name, double RelativeTrialRecord::*member) {
+            keys.SensorList(Key("SensorRelTrial", t, name), run,
+                            [=](auto& sensor) -> double& { return sensor.RelTrial[t].*member; });
+        };
+        list("AdjFactor", &RelativeTrialRecord::AdjFactor);
+        list("Average", &RelativeTrialRecord::Average);
+        list("Gain", &RelativeTrialRecord::Gain);
+        list("StdDev", &RelativeTrialRecord::StdDev);
+        std::array<double, maxSensors> positions{};
+        keys.List(Key("SensorRelTrial", t, "Position"), positions);
+        for (std::size_t s = 0; s < Sensors(run); ++s) {
+            RelativeTrialRecord& trial = run.Sensor[s].RelTrial[t];
+            trial.Position = StoredWhole(NumberText(positions[s]), 0, static_cast<int>(maxSensors));
+            keys.List(Key("SensorRelTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
+                      std::span(trial.DropData).first(storedRelativeDrops));
+        }
+    }
+}
+
+}  // namespace
+
+void SetRunKeys(ProfileStrings& strings, const CalibrationRun& run, const std::string& comment, DateTime today) {
+    Writer keys(strings, calibration);
+    SetLoadCell(keys, run, today);
+    SetSummaries(keys, run);
+    SetSensorGains(keys, run, today);
+    SetSensorRefTrials(keys, run);
+    SetSensorRelTrials(keys, run);
+    keys.Text("CalibrationComment", comment);
+    SetState(strings, run);
+}
+
+void ReadRunKeys(const ProfileStrings& strings, CalibrationRun& run) {
+    ReadState(strings, run);
+    const Reader keys(strings, calibration);
+    ReadLoadCell(keys, run);
+    ReadSummaries(keys, run);
+    keys.SensorList("SensorInterimGain", run, [](auto& sensor) -> double& { return sensor.InterimGain; });
+    keys.SensorList("SensorFinalGain", run, [](auto& sensor) -> double& { return sensor.FinalGain; });
+    ReadSensorRefTrials(keys, run);
+    ReadSensorRelTrials(keys, run);
+}
+
+std::string ReadCommentKey(const ProfileStrings& strings) { return Reader(strings, calibration).Text("CalibrationComment"); }
+
+}  // namespace bellmark

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <span>
+
+namespace bellmark {
+
+class Program;
+
+/// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the run:
+/// CurrentProcedure and CurrentProcStep. This is the way back into each of them.
+struct WorkflowEntry {
+    int procedure;
+    int firstStep;
+    int lastStep;
+    const char* goesTo;
+    void (*enter)(Program& program);
+};
+
+/// One row an entry, the first that fits counts. A pair that no row names leads nowhere.
+std::span<const WorkflowEntry> WorkflowEntries();
+
+/// What the page header says in a procedure; empty for those without a title of their own.
+const char* ProcedureTitle(int procedure);
+
+/// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.
+void ReturnToProcedure(Program& program, int procedure);
+
+/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished and
+/// accepted pair does it go on to the relative calibration.
+int SensorStep(int referenceTrials, bool referenceAccepted);
+
+}  // namespace bellmark
