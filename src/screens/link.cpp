@@ -74,7 +74,8 @@ class CheckLink : public Link {
                          [this] { PerformAfterTyping([this] { control_.UserClick(); }); });
     }
     void Refresh() override {
-        view_.setText(Caption(control_));
+        const QString words = StateText(control_.BackColor);
+        view_.setText(words.isEmpty() ? Caption(control_) : Caption(control_) + QLatin1String(": ") + words);
         if constexpr (std::is_same_v<CheckableControl, CheckBox>) {
             view_.setChecked(control_.Value);
         } else {
@@ -130,6 +131,8 @@ class LineLink : public Link {
             view_.setText(text);
             view_.setCursorPosition(0);
         }
+        // An empty box has room for the words of its state.
+        view_.setPlaceholderText(StateText(box_.BackColor));
         view_.setReadOnly(box_.Locked);
         const bool canAct = !box_.Locked || IsClickable();
         view_.setFocusPolicy(canAct ? Qt::StrongFocus : Qt::NoFocus);

@@ -1,10 +1,7 @@
 #include "screens/main_window.h"
 
 #include <QCloseEvent>
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <stdexcept>
@@ -19,21 +16,6 @@
 namespace bellmark {
 
 namespace {
-
-/// In the status line: what the program waits for, and the way to end the wait.
-QWidget* MakeWaitingNotice() {
-    auto* notice = new QFrame;
-    notice->setObjectName(QStringLiteral("fraWaiting"));
-    auto* text = new QLabel(notice);
-    text->setObjectName(QStringLiteral("lblWaiting"));
-    auto* cancel = new QPushButton(notice);
-    cancel->setObjectName(QStringLiteral("cmdCancelWaiting"));
-    auto* row = new QHBoxLayout(notice);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(text);
-    row->addWidget(cancel);
-    return notice;
-}
 
 void RequireClean(const BindingReport& report, const Screen& screen) {
     if (report.IsClean()) return;
@@ -51,7 +33,6 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     nextStep_ = new QLabel(this);
     nextStep_->setObjectName(QStringLiteral("decorNextStep"));
     statusBar()->addWidget(nextStep_, 1);
-    statusBar()->addPermanentWidget(MakeWaitingNotice());
     statusBar()->setSizeGripEnabled(false);
     setWindowTitle(QString::fromStdString(mainFrame_.Title()));
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);

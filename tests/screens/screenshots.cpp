@@ -123,8 +123,9 @@ void Shoot(const QDir& folder) {
     drop.SetDefaultButton(drop.Find("cmdErrOK"));
     Shoot(desktop, drop, "drop-message", folder);
 
+    MakeAllScreens(program);
     for (Screen* other : program.Screens.Screens()) {
-        if (other->IsAlwaysAtHand() || desktop.window->PageOf(*other) == nullptr) continue;
+        if (other->IsAlwaysAtHand()) continue;
         const QString name = QString::fromStdString(other->Name());
         if (name != QLatin1String("frmAbout") && !name.startsWith(QLatin1String("frmBellmark_")) &&
             name != QLatin1String("frmMainMenu")) {

@@ -5,12 +5,16 @@
 #include <memory>
 
 #include "app/app_main.h"
+#include "app/doors.h"
 #include "app/program.h"
 #include "assembly/assembly.h"
+#include "controls/screen.h"
 #include "platform/clock.h"
 #include "platform/portable_machine.h"
 #include "platform/timers.h"
+#include "screens/binder.h"
 #include "screens/main_window.h"
+#include "screens/page.h"
 #include "screens/timer_driver.h"
 #include "tests/support/temporary_folder.h"
 
@@ -44,6 +48,16 @@ class QueuedDialogs : public Dialogs {
     }
 };
 
+/// Makes every screen that the program was assembled with: they come into being when their door is first asked for.
+template <class... Doors>
+void MakeScreensBehind(Program& program) {
+    (..., (program.Has<Doors>() ? static_cast<void>(program.The<Doors>()) : static_cast<void>(0)));
+}
+inline void MakeAllScreens(Program& program) {
+    MakeScreensBehind<MainFrameDoor, StartFormDoor, MainMenuDoor, SetupDoor, SimulatorDoor, CollectionDoor, DropDoor,
+                      PrerequisitesDoor, FlipCalibrationDoor, FWDDataDoor, ResultsDoor, RelativeDoor>(program);
+}
+
 /// The whole program in its window, on a folder of its own, with answers from a queue.
 class TestDesktop {
   public:
@@ -65,6 +79,14 @@ class TestDesktop {
                                               [this](const QString& why) { refusals.push_back(why.toStdString()); });
         window->resize(1280, 800);
         window->show();
+    }
+
+    /// The widget of a control, "frmMainMenu.cmdQuit".
+    QWidget& WidgetOf(const std::string& screenName, const std::string& controlName) {
+        Screen& screen = *program->Screens.Find(screenName);
+        QWidget* widget = window->PageOf(screen)->Bindings().WidgetOf(*screen.Find(controlName));
+        if (!widget) throw std::logic_error(screenName + '.' + controlName + " has no widget");
+        return *widget;
     }
 
     const Path& Folder() const { return folder_.Folder(); }

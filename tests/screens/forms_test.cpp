@@ -1,0 +1,110 @@
+// The forms of all screens of the assembled program, in the real window.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStackedWidget>
+#include <QtTest/QTest>
+
+#include "controls/controls.h"
+#include "screens/fitted_label.h"
+#include "screens/state_button.h"
+#include "tests/screens/test_desktop.h"
+
+namespace bellmark {
+namespace {
+
+class FormsTest : public testing::Test {
+  protected:
+    FormsTest() {
+        desktop_.Start();
+        MakeAllScreens(*desktop_.program);
+    }
+
+    std::vector<Screen*> Screens() const {
+        std::vector<Screen*> screens;
+        for (Screen* screen : desktop_.program->Screens.Screens()) {
+            if (!screen->IsAlwaysAtHand()) screens.push_back(screen);
+        }
+        return screens;
+    }
+
+    TestDesktop desktop_;
+};
+
+TEST_F(FormsTest, EveryControlHasItsWidgetAndEveryNamedWidgetItsControl) {
+    const auto& menu = desktop_.window->MenuBindings().Report();
+    EXPECT_TRUE(menu.IsClean()) << menu.Text().toStdString();
+    for (Screen* screen : Screens()) {
+        const Page* page = desktop_.window->PageOf(*screen);
+        ASSERT_NE(page, nullptr) << screen->Name() << " has no form";
+        EXPECT_TRUE(page->Bindings().Report().IsClean()) << screen->Name() << '\n'
+                                                         << page->Bindings().Report().Text().toStdString();
+    }
+}
+
+/// Text that does not fit into its widget.
+QStringList CutOff(const QWidget& page) {
+    QStringList cut;
+    for (const auto* button : page.findChildren<StateButton*>()) {
+        if (button->isVisible() && button->width() < button->sizeHint().width()) cut.push_back(button->objectName());
+    }
+    for (const auto* label : page.findChildren<QLabel*>()) {
+        const bool fitsItself = label->wordWrap() || qobject_cast<const FittedLabel*>(label);
+        if (label->isVisible() && !fitsItself && label->width() < label->sizeHint().width())
+            cut.push_back(label->objectName());
+    }
+    for (const auto* line : page.findChildren<QLineEdit*>()) {
+        const int text = line->fontMetrics().horizontalAdvance(line->text().trimmed());
+        if (line->isVisible() && line->isReadOnly() && line->width() < text) cut.push_back(line->objectName());
+    }
+    return cut;
+}
+
+TEST_F(FormsTest, NothingIsCutOffOnTheSmallestDisplay) {
+    for (Screen* screen : Screens()) {
+        screen->Show();
+        desktop_.window->resize(1280, 800);
+        QTest::qWait(5);
+        EXPECT_EQ(desktop_.window->size(), QSize(1280, 800)) << screen->Name() << " needs more room";
+        EXPECT_EQ(CutOff(*desktop_.window->PageOf(*screen)).join(QLatin1Char(' ')).toStdString(), "") << screen->Name();
+    }
+}
+
+TEST_F(FormsTest, TheKeyboardNeverLandsOnReject) {
+    int rejects = 0;
+    for (Screen* screen : Screens()) {
+        const Control* reject = screen->Find("cmdReject");
+        if (!reject) continue;
+        ++rejects;
+        EXPECT_EQ(desktop_.WidgetOf(screen->Name(), "cmdReject").focusPolicy(), Qt::NoFocus) << screen->Name();
+    }
+    EXPECT_GT(rejects, 0);
+}
+
+TEST_F(FormsTest, EnterPressesTheSuggestedStep) {
+    Screen& start = *desktop_.program->Screens.Find("frmAbout");
+    start.Show();
+    int pressed = 0;
+    dynamic_cast<Button&>(*start.Find("cmdStartNewCal")).Click = [&pressed] { ++pressed; };
+    QWidget& button = desktop_.WidgetOf("frmAbout", "cmdStartNewCal");
+    QTest::keyClick(&button, Qt::Key_Return);
+    QTest::keyClick(desktop_.window->PageOf(start), Qt::Key_Enter);
+    EXPECT_EQ(pressed, 2);
+    EXPECT_TRUE(dynamic_cast<StateButton&>(button).IsSuggested());
+}
+
+TEST_F(FormsTest, TheCloseBoxAsksAndDestroysNothing) {
+    desktop_.dialogs.answers = {Answer::No, Answer::Yes};
+    EXPECT_FALSE(desktop_.window->close());
+    EXPECT_FALSE(desktop_.ended);
+    EXPECT_EQ(desktop_.dialogs.shown.back().text, "Are you sure you want to terminate the FWD Calibration software?");
+    EXPECT_FALSE(desktop_.window->close());
+    EXPECT_TRUE(desktop_.ended);
+    EXPECT_TRUE(desktop_.window->isVisible());
+}
+
+}  // namespace
+}  // namespace bellmark
