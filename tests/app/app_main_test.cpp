@@ -1,0 +1,260 @@
+#include "app/app_main.h"
+
+#include <gtest/gtest.h>
+
+#include "app/frm_about.h"
+#include "app/frm_main_menu.h"
+#include "app/frm_master.h"
+#include "app/program.h"
+#include "tests/app/fake_screens.h"
+#include "tests/support/fake_setup.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+/// The core of the program with real start form, menu and frame; board and set-up are fakes.
+struct AppMainTest : ::testing::Test {
+    TestMachine machine;
+    Program program{machine.machine};
+    std::shared_ptr<FakeAcquisition> board = std::make_shared<FakeAcquisition>();
+    std::shared_ptr<FakeSetup> setup = std::make_shared<FakeSetup>();
+    CalibrationRun& run = program.Run;
+
+    AppMainTest() {
+        program.Register<AcquisitionDoor>([this](Program&) { return board; });
+        program.Register<SetupDoor>([this](Program&) { return setup; });
+        program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
+        program.Register<StartFormDoor>([](Program& owner) { return std::make_shared<frmAbout>(owner); });
+        program.Register<MainMenuDoor>([](Program& owner) { return std::make_shared<frmMainMenu>(owner); });
+        machine.Write("Ferrylink.exe", "");
+        machine.Write("BellmarkCenterConfig.ini", "machine's own");
+    }
+
+    frmAbout& StartForm() { return dynamic_cast<frmAbout&>(program.The<StartFormDoor>()); }
+    std::vector<std::string> Boxes() { return machine.dialogs.TakeBoxes(); }
+    std::string FileText(const Path& name) { return machine.files.ReadBytes(machine.folder / name); }
+};
+
+TEST_F(AppMainTest, StartsOnTheStartForm) {
+    Main(program);
+    EXPECT_EQ(program.Screens.Front(), &StartForm());
+    EXPECT_FALSE(run.ReviewMode);
+    EXPECT_FALSE(setup->reviewChoices);
+    EXPECT_EQ(run.StartDirectory, machine.folder.Folder());
+    EXPECT_FALSE(run.InterimCalOpen);
+    EXPECT_FALSE(StartForm().cmdOpenInterimCal.Enabled);
+    EXPECT_FALSE(StartForm().cmdDeleteInterim.Enabled);
+    EXPECT_TRUE(StartForm().cmdReadCalCenterA.Enabled);
+    EXPECT_EQ(setup->opened, 1);
+}
+
+TEST_F(AppMainTest, StartsInReviewModeWithoutABoard) {
+    board->hardware = false;
+    Main(program);
+    EXPECT_TRUE(run.ReviewMode) << "the simulated board does not count";
+    EXPECT_TRUE(setup->reviewChoices);
+    EXPECT_EQ(StartForm().cmdStartNewCal.Caption.Get(), "Start Cal. &Review");
+    EXPECT_TRUE(StartForm().lblReviewMode.Visible);
+    machine.dialogs.QueueAnswer(Answer::Cancel);
+    StartForm().cmdStartNewCal.UserClick();
+    EXPECT_EQ(setup->centerReads, 0);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    StartForm().cmdStartNewCal.UserClick();
+    EXPECT_EQ(setup->centerReads, 1);
+    EXPECT_EQ(Boxes().size(), 2U);
+}
+
+TEST_F(AppMainTest, ASecondInstanceEndsWithoutAScreen) {
+    machine.machine.isFirstInstance = false;
+    Main(program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_TRUE(program.Screens.Screens().empty());
+    EXPECT_FALSE(machine.Has("Bellmark.log"));
+}
+
+TEST_F(AppMainTest, ListsInterimCalibrationsAndOpensOneWithAnEndDateOnly) {
+    machine.Write("InterimCal20120308.DDX",
+                  "[Operations Information]\r\nEndDate=03-08-2012\r\n[Device Information]\r\nDeviceOwner=Agency\r\n"
+                  "DeviceSerialNumber=8002-101\r\n");
+    machine.Write("interimcal20120307.ddx", "[Device Information]\r\nDeviceOwner=Agency\r\n");
+    Main(program);
+    frmAbout& start = StartForm();
+    EXPECT_TRUE(run.InterimCalOpen);
+    EXPECT_FALSE(start.cmdReadCalCenterA.Enabled);
+    ASSERT_EQ(start.grdInterim.Rows(), 3);
+    EXPECT_EQ(start.grdInterim.Cell(2, 0), "InterimCal20120308.DDX");
+    EXPECT_EQ(start.grdInterim.Cell(2, 1), "03-08-2012");
+    EXPECT_EQ(start.grdInterim.Cell(2, 3), "8002-101");
+    start.grdInterim.UserClickCell(1, 0);
+    start.cmdOpenInterimCal.UserClick();
+    EXPECT_TRUE(Boxes().empty()) << "no end date, nothing to open";
+    start.grdInterim.UserClickCell(2, 0);
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120308.DDX");
+    EXPECT_EQ(run.InterimFolderName, "InterimCal20120308");
+    machine.dialogs.QueueAnswer(Answer::No);
+    start.cmdOpenInterimCal.UserClick();
+    EXPECT_EQ(Boxes(), std::vector<std::string>{
+                           "Continue an Interim Calibration\tAre you sure you want to use the following interim "
+                           "calibration?\\nInterimCal20120308.DDX\\nDate: 03-08-2012\\nFWD Owner: Agency\\nFWD Serial "
+                           "Number: 8002-101\t292\tNo"});
+
+    machine.Write("InterimCal20120308/LoadCell1-H1D1.txt", "");
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    start.cmdDeleteInterim.UserClick();
+    EXPECT_FALSE(machine.Has("InterimCal20120308.DDX"));
+    EXPECT_FALSE(machine.Has("InterimCal20120308"));
+    EXPECT_EQ(start.grdInterim.Rows(), 2);
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX") << "a fresh name by today's date";
+}
+
+TEST_F(AppMainTest, NamesTheStoreByDayAndFreeNumber) {
+    NameInterimStore(program);
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX");
+    EXPECT_EQ(run.InterimFolderName, "InterimCal20120309");
+    machine.Write("interimcal20120309.ddx", "");
+    NameInterimStore(program);
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309-1.DDX");
+    machine.Write("InterimCal20120309-1.DDX", "");
+    machine.Write("InterimCal20120309-3.DDX", "");
+    NameInterimStore(program);
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309-2.DDX");
+    EXPECT_EQ(run.InterimFolderName, "InterimCal20120309-2");
+}
+
+TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
+    Main(program);
+    run.LoadCellChannel = 3;
+    run.LoadCellRefTrials = 2;
+    run.LoadCellCalComplete = true;
+    run.Sensor[3].FinalGain = 1.01;
+    run.InterimCalOpen = true;
+    machine.Write("InterimCal20120309.DDX", "");
+    StartForm().cmdStartNewCal.UserClick();
+    EXPECT_EQ(run.LoadCellRefTrials, 0);
+    EXPECT_FALSE(run.LoadCellCalComplete);
+    EXPECT_EQ(run.Sensor[3].FinalGain, 0);
+    EXPECT_FALSE(run.InterimCalOpen);
+    EXPECT_EQ(run.LoadCellChannel, 3) << "the machine's own";
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309-1.DDX");
+    EXPECT_EQ(run.CurrentProcedure, 1);
+    EXPECT_EQ(run.CurrentProcStep, 11);
+    EXPECT_TRUE(run.ProgramStarted);
+    EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
+    EXPECT_EQ(setup->centerPageOpened, 1);
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(AppMainTest, EndsWithoutTheConverter) {
+    Main(program);
+    std::filesystem::remove(machine.folder / "Ferrylink.exe");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    StartNewCalibration(program);
+    const std::string folder = PathText(machine.folder.Folder());
+    EXPECT_EQ(Boxes(),
+              std::vector<std::string>{
+                  "Missing Critical File (300)\tThe following file is missing from the program directory: \\n" +
+                  folder + "\\n\\n\t\xE2\x80\xA2" + "Ferrylink.exe - FWD file conversion software \\n\\n" +
+                  "Please copy the file into this directory before continuing.\\nExecution will "
+                  "terminate.\t16400\tOK"});
+    EXPECT_TRUE(machine.ended);
+    EXPECT_TRUE(run.InterimFileName.empty()) << "no run was begun";
+}
+
+TEST_F(AppMainTest, FetchesAMissingCenterConfiguration) {
+    Main(program);
+    std::filesystem::remove(machine.folder / "BellmarkCenterConfig.ini");
+    StartNewCalibration(program);
+    EXPECT_EQ(setup->centerReads, 1);
+    EXPECT_FALSE(machine.ended);
+}
+
+TEST_F(AppMainTest, QuitAsksOnlyWhereSomethingIsLeftUncompleted) {
+    const struct {
+        const char* name;
+        bool interimOpen, monthly;
+        int lastMessage;
+        std::optional<Answer> asked;
+        bool ends;
+    } cases[] = {
+        {"nothing begun", false, false, 0, {}, true},
+        {"interim calibration, Yes", true, false, 0, Answer::Yes, true},
+        {"interim calibration, No", true, false, 0, Answer::No, false},
+        {"monthly calibration", true, true, 0, {}, true},
+        {"interim file could not be read", true, false, 304, {}, true},
+    };
+    for (const auto& test : cases) {
+        machine.ended = false;
+        board->unloaded = false;
+        run.InterimCalOpen = test.interimOpen;
+        run.MonthlyCalibration = test.monthly;
+        run.LastMessageCode = test.lastMessage;
+        if (test.asked) machine.dialogs.QueueAnswer(*test.asked);
+        QuitApplication(program);
+        EXPECT_EQ(machine.ended, test.ends) << test.name;
+        EXPECT_EQ(board->unloaded, test.ends) << test.name;
+        const auto boxes = Boxes();
+        ASSERT_EQ(boxes.size(), test.asked ? 1U : 0U) << test.name;
+        if (test.asked) {
+            EXPECT_EQ(boxes[0].substr(0, boxes[0].rfind('\t')),
+                      "\tDo you really want to quit?\\nThere is an uncompleted interim calibration.\t36");
+        }
+    }
+}
+
+TEST_F(AppMainTest, QuitRemovesWhatWasNeverSaved) {
+    run.InterimFileName = "InterimCal20120309-1.DDX";
+    run.InterimFolderName = "InterimCal20120309-1";
+    machine.Write("InterimCal20120309-1.DDX", "");
+    machine.Write("InterimCal20120309-1/LoadCell1-H1D1.txt", "");
+    machine.Write("InterimCal20120309.DDX", "kept");
+    machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "kept");
+    machine.files.CreateFolder(machine.folder / "InterimCal20120301");
+    machine.files.CreateFolder(machine.folder / "Interim");
+    QuitApplication(program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_FALSE(machine.Has("InterimCal20120309-1.DDX"));
+    EXPECT_FALSE(machine.Has("InterimCal20120309-1"));
+    EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
+    EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D1.txt"));
+    EXPECT_FALSE(machine.Has("InterimCal20120301")) << "an empty folder goes";
+    EXPECT_TRUE(machine.Has("Interim"));
+}
+
+TEST_F(AppMainTest, QuitOfARunWithoutANameHarmsNoFolder) {
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimFolderName = "";
+    QuitApplication(program);
+    EXPECT_TRUE(machine.Has("Ferrylink.exe"));
+}
+
+TEST_F(AppMainTest, QuitOfAReviewPutsTheMachinesOwnCenterBack) {
+    machine.Write("BellmarkCenterConfig.ini", "reviewed center's");
+    machine.Write("BellmarkCenterConfigOld.Ini", "machine's own");
+    QuitApplication(program);
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "reviewed center's") << "not in Review Mode";
+    run.ReviewMode = true;
+    QuitApplication(program);
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "machine's own");
+    EXPECT_FALSE(machine.Has("BellmarkCenterConfigOld.Ini"));
+    QuitApplication(program);
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "machine's own");
+}
+
+TEST_F(AppMainTest, AFailingHandlerIsLoggedShownAndSurvived) {
+    Main(program);
+    StartForm().cmdRelativeCal.Enabled = true;
+    StartForm().cmdRelativeCal.Click = [] { throw std::runtime_error("no such file"); };
+    for (const int failingWrite : {0, 1}) {  // the log may be what fails
+        machine.files.FailFromWrite(failingWrite);
+        machine.dialogs.QueueAnswer(Answer::OK);
+        StartForm().cmdRelativeCal.UserClick();
+        EXPECT_EQ(Boxes(),
+                  std::vector<std::string>{"Bellmark\tno such file\\n\\nWhile: frmAbout.cmdRelativeCal.Click\t16\tOK"});
+    }
+    EXPECT_EQ(FileText("Bellmark.log"), "2012-03-09 10:00:00 frmAbout.cmdRelativeCal.Click: no such file\r\n");
+    EXPECT_EQ(program.Screens.Front(), &StartForm());
+}
+
+}  // namespace
+}  // namespace bellmark
