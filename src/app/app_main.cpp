@@ -12,7 +12,8 @@ namespace bellmark {
 
 namespace {
 
-/// With hardware the run is live. The simulated board answers that it is available, but nothing can be measured with it.
+/// With hardware the run is live. The simulated board answers that it is available, but nothing can be measured with
+/// it.
 void LookForBoard(Program& program) {
     auto& acquisition = program.The<AcquisitionDoor>();
     program.Header.SetBoardName(acquisition.FindBoard());
@@ -31,28 +32,6 @@ void ResetForStart(CalibrationRun& run) {
     run.AcquisitionActive = false;
     run.BurstCapture = false;
     run.EnglishUnits = true;
-}
-
-/// A fresh record: what a new calibration keeps of the last one is the machine's, not the run's.
-void BeginFreshRun(Program& program) {
-    const CalibrationRun& old = program.Run;
-    CalibrationRun fresh;
-    fresh.ReviewMode = old.ReviewMode;
-    fresh.StartDirectory = old.StartDirectory;
-    fresh.InterimFileName = old.InterimFileName;
-    fresh.InterimFolderName = old.InterimFolderName;
-    fresh.AccelChannel = old.AccelChannel;
-    fresh.LoadCellChannel = old.LoadCellChannel;
-    fresh.TempChannel = old.TempChannel;
-    // Both came with the center's configuration, which has just been read.
-    fresh.EnglishUnits = old.EnglishUnits;
-    fresh.TransferFileVersion2 = old.TransferFileVersion2;
-    program.Run = fresh;
-    program.Drop = DropRecord();
-    program.Run.NewCalibration = true;
-    program.Run.ProgramStarted = true;
-    program.The<SetupDoor>().BeginRun();
-    if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
 }
 
 void RemoveUnsavedCalibration(Program& program) {
@@ -86,9 +65,8 @@ bool OperatorWantsToQuit(Program& program) {
     constexpr int cannotReadInterim = 304;
     const CalibrationRun& run = program.Run;
     if (run.LastMessageCode == cannotReadInterim || run.MonthlyCalibration || !run.InterimCalOpen) return true;
-    return program.ShowBox(
-               "Do you really want to quit?\r\nThere is an uncompleted interim calibration.", box::yesNo + box::question) ==
-           Answer::Yes;
+    return program.ShowBox("Do you really want to quit?\r\nThere is an uncompleted interim calibration.",
+                           box::yesNo + box::question) == Answer::Yes;
 }
 
 }  // namespace
@@ -145,12 +123,37 @@ bool CheckCriticalFiles(Program& program) {
 
 void NameInterimStore(Program& program) {
     const std::string name = "InterimCal" + Format(program.Now(), "yyyymmdd");
+    const FileSystem& files = program.Services.files;
+    // A data folder with a saved run in it is taken too: that copy may be all that is left of a calibration.
+    const auto isTaken = [&](const std::string& wanted) {
+        return FileExists(files, program.Folder() / (wanted + ".DDX")) ||
+               FileExists(files, program.Folder() / wanted / interimCopyName);
+    };
     std::string free = name;
-    for (int n = 1; FileExists(program.Services.files, program.Folder() / (free + ".DDX")); ++n) {
-        free = name + '-' + NumberText(n);
-    }
+    for (int n = 1; isTaken(free); ++n) free = name + '-' + NumberText(n);
     program.Run.InterimFileName = free + ".DDX";
     program.Run.InterimFolderName = free;
+}
+
+void BeginFreshRun(Program& program) {
+    const CalibrationRun& old = program.Run;
+    CalibrationRun fresh;
+    fresh.ReviewMode = old.ReviewMode;
+    fresh.StartDirectory = old.StartDirectory;
+    fresh.InterimFileName = old.InterimFileName;
+    fresh.InterimFolderName = old.InterimFolderName;
+    fresh.AccelChannel = old.AccelChannel;
+    fresh.LoadCellChannel = old.LoadCellChannel;
+    fresh.TempChannel = old.TempChannel;
+    // Both came with the center's configuration, which has just been read.
+    fresh.EnglishUnits = old.EnglishUnits;
+    fresh.TransferFileVersion2 = old.TransferFileVersion2;
+    program.Run = fresh;
+    program.Drop = DropRecord();
+    program.Run.NewCalibration = true;
+    program.Run.ProgramStarted = true;
+    program.The<SetupDoor>().BeginRun();
+    if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
 }
 
 void StartNewCalibration(Program& program) {
@@ -170,8 +173,13 @@ void StartNewCalibration(Program& program) {
     program.Header.SetProcedureName("");
 }
 
-void OpenInterimCalibration(Program& program) {
-    if (!CheckCriticalFiles(program)) return;
+bool OpenInterimCalibration(Program& program) {
+    if (!CheckCriticalFiles(program)) return false;
+    EnterLoadedRun(program);
+    return true;
+}
+
+void EnterLoadedRun(Program& program) {
     program.Header.SetFWDOwnerName(program.Run.DeviceOwner);
     program.Header.SetFWDNameCtrl(program.Run.DeviceName);
     program.The<MainMenuDoor>().MarkAccelerometer();

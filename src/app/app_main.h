@@ -9,18 +9,25 @@ class Program;
 /// The program's entry: looks for interim calibrations and for a board, and shows the start form.
 void Main(Program& program);
 
-/// Looks for what no calibration can do without. When something is missing the operator is told (message 300) and the program
-/// ends; otherwise, with a board, the center's configuration is read. False when the program is ending.
+/// Looks for what no calibration can do without. When something is missing the operator is told (message 300) and the
+/// program ends; otherwise, with a board, the center's configuration is read. False when the program is ending.
 bool CheckCriticalFiles(Program& program);
 
 /// Names the store of a new run by today's date; with a search for a name that is still free.
 void NameInterimStore(Program& program);
 
+/// Puts a fresh record in place of the run's: what is kept of the last one is the machine's, not the run's.
+void BeginFreshRun(Program& program);
+
 /// Starts from a fresh record and opens the set-up.
 void StartNewCalibration(Program& program);
 
+/// Makes sure that a stored run can be gone on with, and brings the screens up to the run in hand. False when the
+/// program is ending.
+bool OpenInterimCalibration(Program& program);
+
 /// Brings the screens up to the run in hand, after a load, and enters it.
-void OpenInterimCalibration(Program& program);
+void EnterLoadedRun(Program& program);
 
 /// The one way out. Asks where an interim calibration would be left uncompleted.
 void QuitApplication(Program& program);

@@ -10,6 +10,8 @@
 /// a test can stand another behind it.
 namespace bellmark {
 
+class PDDXFile;
+
 class MainFrameDoor {  // frmMaster
   public:
     virtual ~MainFrameDoor() = default;
@@ -53,6 +55,8 @@ class SetupDoor {  // frmSetup
     virtual void ReadCalCenter() = 0;           ///< cmdReadCalCenter: the operator picks a file
     virtual void ReadCalCenterConfig(const Path& path) = 0;
     virtual void ReadCalCenterFromFolderOf(const Path& configuration) = 0;
+    virtual void ReadFWDConfig(const Path& path) = 0;  ///< into the run and its document
+    virtual PDDXFile& RunDocument() = 0;
     virtual void AllowCalibration() = 0;
     virtual void SetReviewChoices(bool reviewMode) = 0;
     virtual void RefreshFromRun() = 0;

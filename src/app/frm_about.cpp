@@ -1,5 +1,7 @@
 #include "app/frm_about.h"
 
+#include <algorithm>
+
 #include "app/app_main.h"
 #include "app/mod_shared.h"
 #include "app/paths.h"
@@ -11,7 +13,13 @@ namespace bellmark {
 
 namespace {
 constexpr const char* continueTitle = "Continue an Interim Calibration";
-constexpr std::size_t extensionLength = 4;
+constexpr int cannotReadInterim = 304;
+
+std::string QuestionAbout(const InterimCalibration& interim) {
+    return "Are you sure you want to use the following interim calibration?\r\n" + interim.fileName +
+           "\r\nDate: " + interim.endDate + "\r\nFWD Owner: " + interim.owner +
+           "\r\nFWD Serial Number: " + interim.serialNumber;
+}
 }  // namespace
 
 frmAbout::frmAbout(Program& program)
@@ -68,8 +76,10 @@ void frmAbout::AnnounceReviewMode() {
 }
 
 void frmAbout::ListInterimCalibrations() {
-    const FileSystem& files = program_.Services.files;
-    const bool any = FileExists(files, program_.Folder() / interimPattern);
+    const auto interims = InterimCalibrations(program_.Services.files, program_.Folder());
+    const bool any = std::any_of(interims.begin(), interims.end(), [](const InterimCalibration& interim) {
+        return interim.copyOnly || MatchesPattern(interim.fileName, interimPattern);
+    });
     program_.Run.InterimCalOpen = any;
     fraInterimCals.Visible = any;
     cmdReadCalCenterA.Enabled = !any;
@@ -77,46 +87,49 @@ void frmAbout::ListInterimCalibrations() {
                                     : "Used to read in a new center calibration configuration file.";
     grdInterim.SetHeadings(
         {"Interim File Name         ", "       Date       ", "  FWD Owner  ", "  FWD Serial Number   "});
-    for (const auto& name : ListFilesWithPrefix(files, program_.Folder(), "InterimCal")) {
-        const InterimCalibration interim = ReadInterim(name);
+    for (const InterimCalibration& interim : interims) {
         grdInterim.AddRow({interim.fileName, interim.endDate, interim.owner, interim.serialNumber});
     }
-    if (grdInterim.Rows() == grdInterim.FixedRows()) fraInterimCals.Visible = false;
-}
-
-frmAbout::InterimCalibration frmAbout::ReadInterim(const std::string& fileName) const {
-    const auto strings =
-        OpenProfileStrings(program_.Services.files, program_.Folder() / PathFromText(fileName));
-    return {fileName, strings.Get("Operations Information", "EndDate"),
-            strings.Get("Device Information", "DeviceOwner"), strings.Get("Device Information", "DeviceSerialNumber")};
 }
 
 void frmAbout::grdInterim_Click(int row) {
     if (row < grdInterim.FixedRows()) return;
     const std::string& name = grdInterim.Cell(row, 0);
     program_.Run.InterimFileName = name;
-    program_.Run.InterimFolderName = name.substr(0, name.size() - std::min(name.size(), extensionLength));
+    program_.Run.InterimFolderName = InterimFolderOf(name);
     EnableInterimButtons();
     grdInterim.SelectedRow = row;
 }
 
-std::string frmAbout::QuestionAbout(const InterimCalibration& interim) const {
-    return "Are you sure you want to use the following interim calibration?\r\n" + interim.fileName + "\r\nDate: " +
-           interim.endDate + "\r\nFWD Owner: " + interim.owner + "\r\nFWD Serial Number: " + interim.serialNumber;
+bool frmAbout::OffersCopy(const InterimCalibration& interim) {
+    const std::string question = "The file " + interim.fileName +
+                                 " is missing or damaged, but the copy in its data folder is whole. It was saved on " +
+                                 interim.endDate + ".\r\nDo you want to put the copy in its place?";
+    const int style = box::yesNo + box::exclamation;
+    if (program_.ShowBox(question, style, continueTitle) != Answer::Yes) return false;
+    RestoreInterimFromCopy(program_.Services.files, program_.Folder(), interim.fileName);
+    return true;
 }
 
 void frmAbout::cmdOpenInterimCal_Click() {
-    const InterimCalibration interim = ReadInterim(program_.Run.InterimFileName);
-    if (interim.endDate.empty() || !program_.Run.InterimCalOpen) return;
+    CalibrationRun& run = program_.Run;
+    const InterimCalibration interim = ReadInterim(program_.Services.files, program_.Folder(), run.InterimFileName);
+    if (interim.endDate.empty() || !run.InterimCalOpen) return;
+    if (interim.copyOnly && !OffersCopy(interim)) return;
     const int style = box::yesNo + box::question + box::secondIsDefault;
     if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;
-    if (program_.Run.ReviewMode) program_.Run.ReviewFromInterim = true;
-    program_.Run.NewCalibration = false;
-    OpenInterimCalibration(program_);
+    if (!OpenInterimCalibration(program_)) return;
+    run.ReviewFromInterim = run.ReviewMode;
+    run.NewCalibration = false;
+    if (!LoadInterimCalibration(program_)) return ShowStart();
+    // The files were checked and the center was read above; doing so again would put the center's units and notes in
+    // place of those of the loaded run.
+    if (run.LastMessageCode != cannotReadInterim) EnterLoadedRun(program_);
 }
 
 void frmAbout::cmdDeleteInterim_Click() {
-    const InterimCalibration interim = ReadInterim(program_.Run.InterimFileName);
+    const InterimCalibration interim =
+        ReadInterim(program_.Services.files, program_.Folder(), program_.Run.InterimFileName);
     // The box asks the same question as opening does; the title and the icon are what tells the two apart.
     const int style = box::yesNo + box::exclamation + box::secondIsDefault;
     if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;

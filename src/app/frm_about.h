@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/doors.h"
+#include "app/interim_store.h"
 #include "app/page_header.h"
 #include "controls/controls.h"
 #include "controls/screen.h"
@@ -9,8 +10,8 @@ namespace bellmark {
 
 class Program;
 
-/// The start form: a new calibration, one of the interim calibrations, or a monthly one. Opened from the menu it only tells
-/// what the program is.
+/// The start form: a new calibration, one of the interim calibrations, or a monthly one. Opened from the menu it only
+/// tells what the program is.
 class frmAbout : public Screen, public StartFormDoor {
   public:
     explicit frmAbout(Program& program);
@@ -37,20 +38,12 @@ class frmAbout : public Screen, public StartFormDoor {
     void ListInterimCalibrations();
 
   private:
-    struct InterimCalibration {
-        std::string fileName;
-        std::string endDate;
-        std::string owner;
-        std::string serialNumber;
-    };
-
     void cmdStartNewCal_Click();
     void cmdReadCalCenterA_Click();
     void cmdOpenInterimCal_Click();
     void cmdDeleteInterim_Click();
     void grdInterim_Click(int row);
-    InterimCalibration ReadInterim(const std::string& fileName) const;
-    std::string QuestionAbout(const InterimCalibration& interim) const;
+    bool OffersCopy(const InterimCalibration& interim);
 
     Program& program_;
 };

@@ -19,13 +19,18 @@ namespace {
 
 constexpr const char* calibration = "Device Calibration";
 constexpr const char* information = "Device Information";
-/// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs them.
+/// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs
+/// them.
 constexpr std::size_t storedRelativeDrops = 40;
 constexpr int mostTrials = static_cast<int>(maxTrials);
 
-std::string Key(const char* name, std::size_t index, const char* rest) { return name + NumberText(index + 1) + rest; }
+std::string Key(const char* name, std::size_t index, const char* rest) {
+    return name + NumberText(index + 1) + rest;
+}
 
-std::size_t Trials(int count) { return static_cast<std::size_t>(std::clamp(count, 0, mostTrials)); }
+std::size_t Trials(int count) {
+    return static_cast<std::size_t>(std::clamp(count, 0, mostTrials));
+}
 
 std::size_t Drops(const CalibrationRun& run) {
     return static_cast<std::size_t>(std::clamp(DropsInTrial(run), 0, static_cast<int>(maxDrops)));
@@ -119,7 +124,8 @@ void SetSensorGains(Writer& keys, const CalibrationRun& run, DateTime today) {
 void SetSensorRefTrials(Writer& keys, const CalibrationRun& run) {
     const std::size_t trials = Trials(run.RefTrials);
     for (std::size_t t = 0; t < trials; ++t) {
-        keys.SensorList(Key("SensorRefTrial", t, "Gain"), run, [t](const auto& sensor) { return sensor.RefTrial[t].Gain; });
+        keys.SensorList(Key("SensorRefTrial", t, "Gain"), run,
+                        [t](const auto& sensor) { return sensor.RefTrial[t].Gain; });
         keys.SensorList(Key("SensorRefTrial", t, "AdjFactor"), run,
                         [t](const auto& sensor) { return sensor.RefTrial[t].AdjFactor; });
     }
@@ -347,6 +353,8 @@ void ReadRunKeys(const ProfileStrings& strings, CalibrationRun& run) {
     ReadSensorRelTrials(keys, run);
 }
 
-std::string ReadCommentKey(const ProfileStrings& strings) { return Reader(strings, calibration).Text("CalibrationComment"); }
+std::string ReadCommentKey(const ProfileStrings& strings) {
+    return Reader(strings, calibration).Text("CalibrationComment");
+}
 
 }  // namespace bellmark

@@ -6,6 +6,8 @@
 #include "app/mod_shared.h"
 #include "app/stored_values.h"
 #include "pddx/pddx_file.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
 
@@ -27,6 +29,55 @@ void TakeMakeFrom(const std::string& deviceName, Make& make) {
 /// What is no date leaves the one that is there.
 void TakeDate(DateTime& date, const std::string& text) {
     if (const auto read = ReadDateTime(text)) date = *read;
+}
+
+/// The number of decimals that the FWD's make reads.
+std::string GainText(const CalibrationRun& run, double gain) {
+    return Format(gain, run.Manufacturer == Make::CarlBro ? "#0.00000000" : "#0.0000");
+}
+
+std::string DateText(DateTime date) {
+    return date == ZeroDate() ? std::string() : Format(date, "dd-mmm-yyyy");
+}
+
+/// One text of each sensor, joined by ", ".
+template <class TextOf>
+std::string SensorList(const CalibrationRun& run, TextOf textOf) {
+    std::string list;
+    for (int s = 0; s < run.NumberSensors; ++s) {
+        if (s > 0) list += ", ";
+        list += textOf(run.Sensor.at(static_cast<std::size_t>(s)));
+    }
+    return list;
+}
+
+void SetDevice(PDDXFile& document, const CalibrationRun& run) {
+    PDDXSection& device = document.Sections("Device Information");
+    device.Elements("DeviceDesignationName").SetValue(run.DeviceDesignationName);
+    device.Elements("DeviceModelNumber").SetValue(run.DeviceModelNumber);
+    device.Elements("DeviceSerialNumber").SetValue(run.DeviceSerialNumber);
+    device.Elements("LoadCellSerialNumber").SetValue(run.LoadCellSerialNumber);
+    device.Elements("SensorSerialNumbers").SetValue(SensorList(run, [](const auto& sensor) {
+        return sensor.SerialNumber;
+    }));
+    document.Sections("Device Configuration")
+        .Elements("NumberOfDeflectionSensors")
+        .SetValue(NumberText(run.NumberSensors));
+}
+
+void SetGains(PDDXFile& document, const CalibrationRun& run, DateTime now, DocumentGains gains) {
+    PDDXSection& calibration = document.Sections("Device Calibration");
+    const bool newLoadCell = gains == DocumentGains::Accepted && run.LoadCellCalComplete;
+    const bool newSensors = gains == DocumentGains::Accepted && run.SensorRelCalComplete;
+    calibration.Elements("LoadCellCalibrationCenterGain")
+        .SetValue(GainText(run, newLoadCell ? run.NewLoadCellCalibrationCenterGain : run.LoadCellInitialGain));
+    calibration.Elements("SensorCalibrationCenterGain").SetValue(SensorList(run, [&](const auto& sensor) {
+        return GainText(run, newSensors ? sensor.FinalGain : sensor.InitialGain);
+    }));
+    calibration.Elements("LoadCellCalibrationCenterDate")
+        .SetValue(DateText(newLoadCell ? now : run.LoadCellCalibrationDate));
+    calibration.Elements("SensorCalibrationCenterDate")
+        .SetValue(DateText(newSensors ? now : run.SensorCalibrationDate));
 }
 
 }  // namespace
@@ -55,6 +106,27 @@ void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
             StoredNumber(GetListField(sensor, calibration.Elements("SensorCalibrationCenterGain").Value()));
     }
     TakeDate(run.SensorCalibrationDate, calibration.Elements("SensorCalibrationCenterDate").Value());
+}
+
+void CompleteRunDocument(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
+                         DateTime now, DocumentGains gains) {
+    PDDXSection& header = document.Sections("Pavement Deflection Data Exchange File");
+    header.Elements("PDDXVersionNumber").SetValue(center.PDDXVersionNumber);
+    header.Elements("DelimiterSymbol").SetValue(center.DelimiterSymbol);
+    header.Elements("DecimalSymbol").SetValue(center.DecimalSymbol);
+    PDDXSection& operations = document.Sections("Operations Information");
+    operations.Elements("FileName").SetValue(PathText(file));
+    operations.Elements("EndTime").SetValue(Format(now, "hh:nn"));
+    operations.Elements("EndDate").SetValue(Format(now, "mm-dd-yyyy"));
+    operations.Elements("OperatorName").SetValue(run.OperatorName);
+    SetDevice(document, run);
+    SetGains(document, run, now, gains);
+    PDDXSection& centerKeys = document.Sections(centerSection);
+    centerKeys.Elements("VersionNumber").SetValue(VersionText());
+    centerKeys.Elements("CalibrationCenter").SetValue(center.CalibrationCenter);
+    centerKeys.Elements("CalCenterIDCode").SetValue(NumberText(center.CalCenterIDCode));
+    centerKeys.Elements("CalibrationCenterOperator").SetValue(center.CalibrationCenterOperator);
+    centerKeys.Elements("TypeOfCalibration").SetValue("Annual");
 }
 
 void ReadSequenceKeys(const ProfileStrings& strings, CalibrationRun& run) {

@@ -2,6 +2,7 @@
 
 #include "app/app_main.h"
 #include "app/center_keys.h"
+#include "app/interim_store.h"
 #include "app/mod_shared.h"
 #include "app/paths.h"
 #include "app/program.h"
@@ -30,13 +31,24 @@ frmSetup::frmSetup(Program& program)
     : Screen(program.Screens, "frmSetup", "Setup and Configuration"),
       Header(*this, program.Header),
       Center(*this, program),
+      FWD(*this, program),
       DataAcq(*this, program),
       General(*this, program),
       program_(program) {
-    optFWD.Enabled = false;
+    FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
     Center.optCalCenter.Click = [this] { OpenCenterPage(); };
-    optFWD.Click = [this] { ShowPage(optFWD, fraFWD); };
+    FWD.optFWD.Click = [this] {
+        ShowPage(FWD.optFWD, FWD.fraFWD);
+        FWD.optFWDClick();
+    };
+    FWD.Document = [this]() -> PDDXFile& { return RunDocument(); };
+    FWD.DataFolderChosen = [this](const Path& folder) { DataAcq.SetFolders(PathText(folder)); };
+    FWD.Checked = [this](bool complete) {
+        cmdNext.Enabled = complete;
+        cmdNext.BackColor = complete ? colors::suggestedNext : colors::buttonFace;
+        AllowCalibration();
+    };
     DataAcq.optDataAcq.Click = [this] { ShowPage(DataAcq.optDataAcq, DataAcq.fraDataAcq); };
     General.optGeneral.Click = [this] {
         General.ShowSequence();
@@ -48,7 +60,7 @@ frmSetup::frmSetup(Program& program)
     Center.AllowCalibration = [this] { AllowCalibration(); };
     Center.Approved = [this] { CenterApproved(); };
     Center.Editing = [this](bool editing) {
-        for (Control* control : {static_cast<Control*>(&optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
+        for (Control* control : {static_cast<Control*>(&FWD.optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
                                  static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdNext),
                                  static_cast<Control*>(&cmdMainMenu)}) {
             control->Enabled = !editing;
@@ -61,20 +73,23 @@ frmSetup::frmSetup(Program& program)
     Center.FrameCalCenterUpdate();
 }
 
+frmSetup::~frmSetup() = default;
+
 void frmSetup::Activated() {
     General.ShowTrigger();
 }
 
 void frmSetup::ShowPage(OptionButton& tab, Frame& page) {
     tab.Choose();
-    for (Frame* frame : {&Center.fraCalCenter, &fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
+    for (Frame* frame : {&Center.fraCalCenter, &FWD.fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
         frame->Visible = frame == &page;
     }
 }
 
 void frmSetup::BeginRun() {
+    runDocument_.reset();
     centerPageApproved_ = false;
-    optFWD.Enabled = false;
+    FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
     for (Control* control :
          {static_cast<Control*>(&General.cmdApproveCalSeq), static_cast<Control*>(&General.cboNumHeights),
@@ -100,7 +115,7 @@ void frmSetup::OpenCenterPage() {
 void frmSetup::OpenPage(int step) {
     Show();
     if (step == 11) OpenCenterPage();
-    if (step == 12) optFWD.Click();
+    if (step == 12) FWD.optFWD.Click();
     if (step == 13) General.optGeneral.Click();
 }
 
@@ -153,6 +168,11 @@ void frmSetup::ReadTransferFolder() {
     ReadSequenceKeys(final, run);
 }
 
+PDDXFile& frmSetup::RunDocument() {
+    if (!runDocument_) runDocument_ = std::make_unique<PDDXFile>();
+    return *runDocument_;
+}
+
 void frmSetup::KeepConfigurationForRestore() {
     FileSystem& files = program_.Services.files;
     const Path runCopy = RunCenterConfig(program_);
@@ -199,9 +219,8 @@ void frmSetup::AllowCalibration() {
 
 bool frmSetup::ReadRunForReview(const Path& path) {
     CalibrationRun& run = program_.Run;
-    PDDXFile document;
-    if (!ReadPDDXFile(program_.Services.files, path, document, false).readable) return false;
-    ReadFWDKeys(document, run);
+    if (!program_.Services.files.IsFile(path)) return false;
+    ReadFWDConfig(path);
     const auto strings = OpenProfileStrings(program_.Services.files, path);
     ReadSequenceKeys(strings, run);
     run.EnglishUnits = StoredBoolean(strings.Get(centerSection, "EnglishUnits"));
@@ -234,14 +253,16 @@ void frmSetup::ReviewDataRestore(const Path& path) {
 }
 
 void frmSetup::CenterApproved() {
-    const bool isFirstApproval = !optFWD.Enabled;
+    const bool isFirstApproval = !FWD.optFWD.Enabled;
     centerPageApproved_ = true;
-    if (isFirstApproval && program_.Run.ProgramStarted) program_.Run.Manufacturer = Make::Dynatest;
+    if (isFirstApproval && program_.Run.ProgramStarted) FWD.ShowForNewRun();
     Center.optCalCenter.BackColor = colors::complete;
-    optFWD.Enabled = true;
+    FWD.optFWD.Enabled = true;
     General.optGeneral.Enabled = true;
     if (isFirstApproval) {
-        ShowPage(optFWD, fraFWD);
+        FWD.optFWD.Choose();
+        FWD.optFWD.Click();
+        SetFocus(FWD.cboFWDMfg);
     } else {
         General.optGeneral.Click();
     }
@@ -259,6 +280,7 @@ void frmSetup::AskForSequence() {
 
 void frmSetup::EndSetup(int procedure, int step, const char* header) {
     CalibrationRun& run = program_.Run;
+    SaveInterimCalibration(program_);
     run.SetupComplete = true;
     run.ProgramStarted = false;
     run.NewCalibration = false;

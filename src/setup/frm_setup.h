@@ -6,6 +6,7 @@
 #include "controls/screen.h"
 #include "setup/center_tab.h"
 #include "setup/data_acq_tab.h"
+#include "setup/fwd_tab.h"
 #include "setup/general_tab.h"
 
 namespace bellmark {
@@ -16,11 +17,11 @@ class Program;
 class frmSetup : public Screen, public SetupDoor {
   public:
     explicit frmSetup(Program& program);
+    ~frmSetup() override;
 
     ctrlHeader Header;
     CenterTab Center;
-    OptionButton optFWD{*this, "optFWD", "tabs", "&FWD"};
-    Frame fraFWD{*this, "fraFWD", "FWD"};
+    FWDTab FWD;
     DataAcqTab DataAcq;
     GeneralTab General;
     Button cmdNext{*this, "cmdNext", "&NEXT"};
@@ -37,6 +38,8 @@ class frmSetup : public Screen, public SetupDoor {
     void ReadCalCenter() override { cmdReadCalCenter_Click(); }
     void ReadCalCenterConfig(const Path& path) override;
     void ReadCalCenterFromFolderOf(const Path& configuration) override;
+    void ReadFWDConfig(const Path& path) override { FWD.ReadFWDConfig(path); }
+    PDDXFile& RunDocument() override;  ///< created on first use, a new one for each run
     void AllowCalibration() override;
     void SetReviewChoices(bool reviewMode) override;
     void RefreshFromRun() override;
@@ -58,6 +61,7 @@ class frmSetup : public Screen, public SetupDoor {
     bool ReadRunForReview(const Path& path);
 
     Program& program_;
+    std::unique_ptr<PDDXFile> runDocument_;
     bool centerPageApproved_ = false;
 };
 

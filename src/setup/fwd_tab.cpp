@@ -120,7 +120,7 @@ void FWDTab::ShowForNewRun() {
     cmdReadFWDConfig.Enabled = false;
     fraFWDDataBase.Visible = true;
     program_.Run.Manufacturer = Make::Dynatest;
-    cboFWDMfg.ListIndex = -1;
+    makeIsKnown_ = false;
     cboSensorType.Visible = false;
     lblSensorType.Visible = false;
 }
@@ -141,6 +141,7 @@ void FWDTab::optFWDClick() {
     txtFWDLCGain.Text = Format(run.LoadCellInitialGain, "0.0000");
     ShowDate(txtFWDLCCalDate, run.LoadCellCalibrationDate);
     ShowDate(txtFWDSensorCalDate, run.SensorCalibrationDate);
+    cboFWDMfg.ListIndex = makeIsKnown_ ? static_cast<int>(run.Manufacturer) : -1;
     ShowSensorTypes();
     ShowSensors();
     CheckFWDData();
@@ -159,6 +160,7 @@ void FWDTab::ShowSensorTypes() {
 
 void FWDTab::cboFWDMfg_Click() {
     CalibrationRun& run = program_.Run;
+    makeIsKnown_ = true;
     run.Manufacturer = static_cast<Make>(cboFWDMfg.ListIndex.Get());
     if (!run.InterimCalOpen) {
         const bool fixedHeights = run.Manufacturer == Make::Dynatest || run.Manufacturer == Make::CarlBro;

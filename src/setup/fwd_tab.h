@@ -118,6 +118,7 @@ class FWDTab {
     Path shownFolder_;
     std::vector<Path> listedFolders_;  ///< one a row of DirFWDOwner
     const char* filter_ = nullptr;     ///< of the next configuration file
+    bool makeIsKnown_ = true;          ///< false until the operator of a new run has chosen one
     std::vector<std::string> missing_;
 };
 

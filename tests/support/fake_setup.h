@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/doors.h"
+#include "pddx/pddx_file.h"
 
 namespace bellmark {
 
@@ -12,6 +13,7 @@ struct FakeSetup : SetupDoor {
     Path configurationRead;
     bool reviewChoices = false;
     Path simDataLocation;
+    PDDXFile runDocument;
 
     void Open() override { ++opened; }
     void BeginRun() override {}
@@ -21,6 +23,8 @@ struct FakeSetup : SetupDoor {
     void ReadCalCenter() override { ++centerReads; }
     void ReadCalCenterConfig(const Path& path) override { configurationRead = path; }
     void ReadCalCenterFromFolderOf(const Path& configuration) override { configurationRead = configuration; }
+    void ReadFWDConfig(const Path&) override {}
+    PDDXFile& RunDocument() override { return runDocument; }
     void AllowCalibration() override {}
     void SetReviewChoices(bool reviewMode) override { reviewChoices = reviewMode; }
     void RefreshFromRun() override {}

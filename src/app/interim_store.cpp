@@ -1,0 +1,173 @@
+#include "app/interim_store.h"
+
+#include <algorithm>
+
+#include "app/app_main.h"
+#include "app/center_keys.h"
+#include "app/doors.h"
+#include "app/interim_keys.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "app/run_document.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/profile_strings.h"
+#include "platform/text.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr std::size_t extensionLength = 4;
+constexpr const char* extension = ".DDX";
+constexpr const char* prefix = "InterimCal";
+
+/// The notes as a comma list; empty ones behind the last are left off.
+std::string CommentOf(const CenterConfig& center) {
+    std::string comment, commas;
+    for (const std::string& note : center.Notes) {
+        if (!note.empty()) {
+            comment += commas + note;
+            commas.clear();
+        }
+        commas += ',';
+    }
+    return comment;
+}
+
+void TakeComment(const std::string& comment, CenterConfig& center) {
+    for (std::size_t i = 0; i < center.Notes.size(); ++i) {
+        center.Notes[i] = GetListField(static_cast<int>(i) + 1, comment);
+    }
+}
+
+/// What the document, the center's keys and the run's keys, written one after the other, leave in the file.
+std::string InterimText(Program& program, const Path& file) {
+    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    CompleteRunDocument(document, program.Run, program.Center, file, program.Now(), DocumentGains::Initial);
+    std::string text;
+    document.PDDX_Output(text);
+    ProfileStrings strings(text);
+    SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
+    SetRunKeys(strings, program.Run, CommentOf(program.Center), program.Now());
+    return strings.Text();
+}
+
+/// False, after a box, when it cannot be written.
+bool WriteOrTell(Program& program, const Path& path, const std::string& text) {
+    FileSystem& files = program.Services.files;
+    try {
+        files.CreateFolder(path.parent_path());
+        ReplaceTextFile(files, path, text);
+        return true;
+    } catch (const std::exception& error) {
+        program.Log(error.what());
+        program.ShowBox("Unable to create PDDX file:\r\n" + PathText(path), box::exclamation);
+        return false;
+    }
+}
+
+/// The strings of a file; those of an empty file when it cannot be read.
+ProfileStrings StringsOf(const FileSystem& files, const Path& path) {
+    return OpenProfileStrings(files, ActualPath(files, path));
+}
+
+std::string EndDateOf(const ProfileStrings& strings) {
+    return strings.Get("Operations Information", "EndDate");
+}
+
+bool IsWhole(const ProfileStrings& strings) {
+    return !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
+}
+
+Path CopyOf(const Path& programFolder, const std::string& fileName) {
+    return programFolder / PathFromText(InterimFolderOf(fileName)) / interimCopyName;
+}
+
+void ReadCenterForReview(Program& program) {
+    // The machine's own configuration is not the one that the run was made with.
+    const Path runCopy = RunCenterConfig(program);
+    const bool hasCopy = program.Services.files.IsFile(runCopy);
+    program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+}
+
+}  // namespace
+
+std::string InterimFolderOf(const std::string& fileName) {
+    return fileName.substr(0, fileName.size() - std::min(fileName.size(), extensionLength));
+}
+
+bool SaveInterimCalibration(Program& program) {
+    CalibrationRun& run = program.Run;
+    if (run.InterimFileName.empty()) return true;
+    run.InterimCalOpen = true;
+    const Path file = program.Folder() / PathFromText(run.InterimFileName);
+    const std::string text = InterimText(program, file);
+    return WriteOrTell(program, file, text) && WriteOrTell(program, program.InterimFolder() / interimCopyName, text);
+}
+
+bool LoadInterimCalibration(Program& program) {
+    const Path file = ActualPath(program.Services.files, program.Folder() / PathFromText(program.Run.InterimFileName));
+    ProfileStrings strings;
+    bool readable = true;
+    try {
+        strings = ProfileStrings(ReadTextFile(program.Services.files, file));
+    } catch (const FileError& error) {
+        program.Log(error.what());
+        program.ShowBox("The interim calibration cannot be read.\r\n" + std::string(error.what()), box::exclamation);
+        readable = false;
+    }
+    const bool reviewFromInterim = program.Run.ReviewFromInterim;
+    BeginFreshRun(program);
+    CalibrationRun& run = program.Run;
+    run.NewCalibration = false;
+    run.ProgramStarted = false;
+    run.InterimCalOpen = true;
+    run.ReviewFromInterim = reviewFromInterim;
+    if (!readable) return false;
+    if (reviewFromInterim) ReadCenterForReview(program);
+    auto& setup = program.The<SetupDoor>();
+    setup.ReadFWDConfig(file);
+    ReadRunKeys(strings, run);
+    TakeComment(ReadCommentKey(strings), program.Center);
+    program.Center.LocationOfFWDDataTransfer = strings.Get(centerSection, "LocationOfFWDDataTransfer");
+    run.SetupComplete = true;
+    setup.RefreshFromRun();
+    setup.AllowCalibration();
+    return true;
+}
+
+InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName) {
+    ProfileStrings strings = StringsOf(files, programFolder / PathFromText(fileName));
+    bool copyOnly = false;
+    if (EndDateOf(strings).empty()) {
+        ProfileStrings copy = StringsOf(files, CopyOf(programFolder, fileName));
+        copyOnly = IsWhole(copy);
+        if (copyOnly) strings = std::move(copy);
+    }
+    return {fileName, EndDateOf(strings), strings.Get("Device Information", "DeviceOwner"),
+            strings.Get("Device Information", "DeviceSerialNumber"), copyOnly};
+}
+
+std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, const Path& programFolder) {
+    std::vector<std::string> names = ListFilesWithPrefix(files, programFolder, prefix);
+    for (const std::string& folder : ListSubFolders(files, programFolder, prefix)) {
+        const std::string name = folder + extension;
+        const bool isListed = std::any_of(names.begin(), names.end(),
+                                          [&](const std::string& other) { return EqualIgnoringCase(name, other); });
+        if (!isListed && IsWhole(StringsOf(files, programFolder / PathFromText(folder) / interimCopyName))) {
+            names.push_back(name);
+        }
+    }
+    std::vector<InterimCalibration> calibrations;
+    for (const std::string& name : names) calibrations.push_back(ReadInterim(files, programFolder, name));
+    return calibrations;
+}
+
+void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName) {
+    const std::string bytes = files.ReadBytes(ActualPath(files, CopyOf(programFolder, fileName)));
+    files.ReplaceFile(ActualPath(files, programFolder / PathFromText(fileName)), bytes);
+}
+
+}  // namespace bellmark

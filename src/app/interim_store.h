@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+/// The run on disk, so that it can go on after a restart: one file in the program folder, and a copy in its data
+/// folder.
+namespace bellmark {
+
+class Program;
+
+/// Writes the run in hand. Each of the two files is replaced in one step. A failure is shown in a box and leaves the
+/// old file, and the run in memory goes on; then it returns false. Without a name of the store nothing is written.
+bool SaveInterimCalibration(Program& program);
+
+/// Takes the run from its file, in place of the record in hand: the center's configuration of a review first, then the
+/// FWD, then the run itself. The screens show it after that. False, with a box that says why, when the file cannot be
+/// read; the record is then a fresh one.
+bool LoadInterimCalibration(Program& program);
+
+/// What a list tells of an interim calibration.
+struct InterimCalibration {
+    std::string fileName;
+    std::string endDate;  ///< empty: it cannot be opened
+    std::string owner;
+    std::string serialNumber;
+    bool copyOnly = false;  ///< its file is gone or damaged, and the copy in its data folder is whole
+};
+
+InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName);
+
+/// All interim calibrations of the program folder, those of which only the copy is left included.
+std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, const Path& programFolder);
+
+/// Puts the copy in the data folder in place of the file. Throws FileError.
+void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName);
+
+/// The name without its extension of four characters.
+std::string InterimFolderOf(const std::string& fileName);
+
+}  // namespace bellmark
