@@ -1,0 +1,138 @@
+// The converter is another program: here small shell scripts, each with its own way of misbehaving.
+#include "fwd/convert_fwd_file.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "app/frm_master.h"
+#include "app/program.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+constexpr const char* goodConverter =
+    "#!/bin/sh\n"
+    "echo \"$*\" > \"$(dirname \"$0\")/arguments.txt\"\n"
+    "file=${*%,*}\n"
+    "echo new > \"${file%.*}cvt.ddx\"\n";
+
+class Conversions : public testing::Test {
+  protected:
+    Conversions() {
+        machine.machine.pause = [this] {
+            machine.Advance(std::chrono::milliseconds(20));
+            if (WhilePaused) WhilePaused();
+        };
+        program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
+        program.Run.InterimFolderName = "InterimCal20120309";
+        machine.Write("transfer/Trial 1.F25", "drops");
+    }
+
+    void InstallConverter(const std::string& script) {
+        machine.Write("Ferrylink.exe", script);
+        std::filesystem::permissions(machine.folder / "Ferrylink.exe", std::filesystem::perms::owner_all);
+    }
+
+    Conversion Convert(int type = 1) { return ConvertFWDFile(program, machine.folder / "transfer/Trial 1.F25", type); }
+    std::string BoxText() {
+        const auto boxes = machine.dialogs.TakeBoxes();
+        return boxes.size() == 1 ? boxes.front() : "number of boxes: " + std::to_string(boxes.size());
+    }
+
+    TestMachine machine;
+    Program program{machine.machine};
+    std::function<void()> WhilePaused;
+    const Path document = machine.folder / "InterimCal20120309/Trial 1cvt.ddx";
+};
+
+TEST_F(Conversions, TheCopyInTheDataFolderIsConverted) {
+    InstallConverter(goodConverter);
+    const Conversion conversion = Convert(1);
+    EXPECT_TRUE(conversion.done);
+    EXPECT_EQ(conversion.path, document);
+    EXPECT_EQ(machine.files.ReadBytes(document), "new\n");
+    EXPECT_EQ(machine.files.ReadBytes(machine.folder / "InterimCal20120309/Trial 1.F25"), "drops");
+}
+
+TEST_F(Conversions, TheArgumentIsPathCommaType) {
+    InstallConverter(goodConverter);
+    machine.files.Rename(machine.folder / "transfer/Trial 1.F25", machine.folder / "transfer/T.F20");
+    ConvertFWDFile(program, machine.folder / "transfer/T.F20", 2);
+    EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
+              PathText(machine.folder / "InterimCal20120309/T.F20") + ",2\n");
+}
+
+TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {
+    InstallConverter(goodConverter);
+    program.Run.CurrentProcStep = 62;
+    EXPECT_EQ(Convert().path, machine.folder / "transfer/Trial 1cvt.ddx");
+    EXPECT_FALSE(machine.Has("InterimCal20120309"));
+}
+
+TEST_F(Conversions, AnExistingDocumentIsReplacedOnlyOnYes) {
+    InstallConverter(goodConverter);
+    machine.Write("InterimCal20120309/Trial 1cvt.ddx", "old");
+    machine.dialogs.QueueAnswer(Answer::No);
+    EXPECT_FALSE(Convert().done);
+    EXPECT_EQ(machine.files.ReadBytes(document), "old");
+    EXPECT_NE(BoxText().find("The file Trial 1cvt.ddx already exist.\\nDo you want to replace the existing file?"),
+              std::string::npos);
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    EXPECT_TRUE(Convert().done);
+    EXPECT_EQ(machine.files.ReadBytes(document), "new\n");
+}
+
+struct FailureCase {
+    const char* name;
+    const char* script;  ///< nullptr: there is no converter
+    const char* told;
+    bool cancel = false;
+};
+
+class ConversionFailures : public Conversions, public testing::WithParamInterface<FailureCase> {};
+
+TEST_P(ConversionFailures, EndInABoxAndLeaveTheOldDocument) {
+    const FailureCase& c = GetParam();
+    if (c.script) InstallConverter(c.script);
+    machine.Write("InterimCal20120309/Trial 1cvt.ddx", "old");
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    if (c.cancel) {
+        WhilePaused = [this] {
+            auto& frame = dynamic_cast<frmMaster&>(program.The<MainFrameDoor>());
+            EXPECT_EQ(frame.lblWaiting.Caption.Get(), "Converting Trial 1.F25 ...");
+            frame.cmdCancelWaiting.UserClick();
+        };
+    }
+    const Conversion conversion = Convert();
+    EXPECT_FALSE(conversion.done);
+    EXPECT_TRUE(conversion.told);
+    EXPECT_EQ(conversion.path, machine.folder / "transfer/Trial 1.F25");
+    EXPECT_EQ(machine.files.ReadBytes(document), "old");
+    const auto boxes = machine.dialogs.TakeBoxes();
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_NE(boxes[1].find(c.told), std::string::npos) << boxes[1];
+    EXPECT_FALSE(dynamic_cast<frmMaster&>(program.The<MainFrameDoor>()).fraWaiting.Visible);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ConversionFailures,
+    testing::Values(FailureCase{"Missing", nullptr, "could not be started"},
+                    FailureCase{"Failing", "#!/bin/sh\nexit 3\n", "failed (status 3)"},
+                    FailureCase{"Silent", "#!/bin/sh\nexit 0\n", "ended without writing a document"},
+                    FailureCase{"Hanging", "#!/bin/sh\nexec sleep 100\n", "did not end within 60 seconds"},
+                    FailureCase{"Cancelled", "#!/bin/sh\nexec sleep 100\n", "cancelled", true},
+                    FailureCase{"ForWindows", "MZ not for this machine", "is a Windows program, and wine is not installed"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_F(Conversions, AVanishedFileIsTold) {
+    InstallConverter(goodConverter);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    EXPECT_FALSE(ConvertFWDFile(program, machine.folder / "gone.F25", 1).done);
+    EXPECT_NE(BoxText().find("could not be converted"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace bellmark
