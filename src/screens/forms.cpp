@@ -6,6 +6,7 @@
 #include "ui_frmBellmark_Accel.h"
 #include "ui_frmBellmark_AccelDrop.h"
 #include "ui_frmMainMenu.h"
+#include "ui_frmPrerequisites.h"
 #include "ui_frmSetup.h"
 #include "ui_frmSimulator.h"
 #include "ui_page_header.h"
@@ -29,6 +30,7 @@ const std::map<std::string, Maker>& Makers() {
         {"frmBellmark_Accel", Make<Ui::frmBellmark_Accel>},
         {"frmBellmark_AccelDrop", Make<Ui::frmBellmark_AccelDrop>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},
+        {"frmPrerequisites", Make<Ui::frmPrerequisites>},
         {"frmSetup", Make<Ui::frmSetup>},
         {"frmSimulator", Make<Ui::frmSimulator>},
     };

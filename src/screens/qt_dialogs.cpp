@@ -3,6 +3,8 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPainter>
+#include <QPixmap>
 #include <QPushButton>
 
 namespace bellmark {
@@ -16,19 +18,46 @@ QString Text(const Path& path) {
     return QString::fromStdString(PathText(path));
 }
 
-QMessageBox::Icon IconOf(int style) {
+struct BoxIcon {
+    QColor color;
+    const char* sign;
+    QMessageBox::Icon standard;
+};
+
+BoxIcon IconOf(int style) {
     switch (box::Icon(style)) {
         case box::critical:
-            return QMessageBox::Critical;
+            return {QColor(0xb0, 0x2a, 0x2a), "\u00D7", QMessageBox::Critical};
         case box::question:
-            return QMessageBox::Question;
+            return {QColor(0x1f, 0x5f, 0xa8), "?", QMessageBox::Question};
         case box::exclamation:
-            return QMessageBox::Warning;
+            return {QColor(0xb2, 0x6a, 0x00), "!", QMessageBox::Warning};
         case box::information:
-            return QMessageBox::Information;
+            return {QColor(0x1f, 0x5f, 0xa8), "i", QMessageBox::Information};
         default:
-            return QMessageBox::NoIcon;
+            return {QColor(), "", QMessageBox::NoIcon};
     }
+}
+
+/// A disc with the sign: the desktop's own icons differ from one machine to the next, where there are any.
+QPixmap Disc(const BoxIcon& icon, const QWidget& box) {
+    const int side = 3 * box.fontMetrics().height();
+    const double scale = box.devicePixelRatioF();
+    QPixmap disc(QSize(side, side) * scale);
+    disc.setDevicePixelRatio(scale);
+    disc.fill(Qt::transparent);
+    QPainter painter(&disc);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(icon.color);
+    painter.drawEllipse(QRect(0, 0, side, side));
+    QFont font = box.font();
+    font.setPixelSize(side * 2 / 3);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(QRect(0, 0, side, side), Qt::AlignCenter, QString::fromUtf8(icon.sign));
+    return disc;
 }
 
 /// First and second button, by style.
@@ -92,7 +121,9 @@ Answer QtDialogs::Show(const MessageBox& message) {
     shown.setWindowTitle(message.title.empty() ? QStringLiteral("Bellmark") : Text(message.title));
     shown.setTextFormat(Qt::PlainText);
     shown.setText(Text(message.text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
-    shown.setIcon(IconOf(message.style));
+    const BoxIcon icon = IconOf(message.style);
+    shown.setIcon(icon.standard);
+    if (icon.standard != QMessageBox::NoIcon) shown.setIconPixmap(Disc(icon, shown));
     const auto [first, second] = ButtonsOf(message.style);
     shown.addButton(first);
     if (second != QMessageBox::NoButton) shown.addButton(second);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <deque>
 #include <memory>
 
@@ -61,10 +62,14 @@ inline void MakeAllScreens(Program& program) {
 /// The whole program in its window, on a folder of its own, with answers from a queue.
 class TestDesktop {
   public:
-    TestDesktop() : timerDriver_(timers_, clock_) {
+    explicit TestDesktop(std::chrono::milliseconds simulatedCapture = {}) : timerDriver_(timers_, clock_) {
         machine_.yield = [this] { timerDriver_.Yield(); };
+        machine_.simulatedCapture = simulatedCapture;
         machine_.showHelp = [](int) {};
-        machine_.endProgram = [this] { ended = true; };
+        machine_.endProgram = [this] {
+            ended = true;
+            program->Run.DropAborted = true;
+        };
         program = AssembleProgram(machine_);
     }
     ~TestDesktop() {
@@ -87,6 +92,11 @@ class TestDesktop {
         QWidget* widget = window->PageOf(screen)->Bindings().WidgetOf(*screen.Find(controlName));
         if (!widget) throw std::logic_error(screenName + '.' + controlName + " has no widget");
         return *widget;
+    }
+
+    /// Text of a control, as the logic holds it.
+    std::string TextOf(const std::string& screenName, const std::string& controlName) {
+        return program->Screens.Find(screenName)->Find(controlName)->DisplayText();
     }
 
     const Path& Folder() const { return folder_.Folder(); }
