@@ -280,7 +280,6 @@ void frmSetup::AskForSequence() {
 
 void frmSetup::EndSetup(int procedure, int step, const char* header) {
     CalibrationRun& run = program_.Run;
-    SaveInterimCalibration(program_);
     run.SetupComplete = true;
     run.ProgramStarted = false;
     run.NewCalibration = false;
@@ -288,6 +287,8 @@ void frmSetup::EndSetup(int procedure, int step, const char* header) {
     run.CurrentProcStep = step;
     program_.Header.SetProcedureName(header);
     General.optGeneral.Enabled = true;
+    // Saved with the step that it enters, so that a restart goes on there.
+    SaveInterimCalibration(program_);
     AllowCalibration();
     program_.The<MainMenuDoor>().Open();
 }

@@ -1,0 +1,215 @@
+#include "app/interim_store.h"
+
+#include <gtest/gtest.h>
+
+#include "app/center_keys.h"
+#include "app/interim_keys.h"
+#include "app/mod_shared.h"
+#include "platform/profile_strings.h"
+#include "tests/interim/full_run.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+struct InterimStoreTest : ::testing::Test {
+    TestMachine machine;
+    Program program{machine.machine};
+    std::shared_ptr<DocumentSetup> setup = std::make_shared<DocumentSetup>(program);
+    Path file = machine.folder / "InterimCal20120309.DDX";
+    Path copy = machine.folder / "InterimCal20120309" / "InterimCal.DDX";
+
+    InterimStoreTest() {
+        program.Register<SetupDoor>([this](Program&) { return setup; });
+        program.Run = FullRun(1);
+        program.Center.Notes = {"first", "", "third, with more"};
+        program.Center.LocationOfFWDDataTransfer = "/data/";
+    }
+    std::string Bytes(const Path& path) { return machine.files.ReadBytes(path); }
+};
+
+void ExpectSameTrial(const TrialRecord& saved, const TrialRecord& loaded) {
+    EXPECT_EQ(saved.RefDropData, loaded.RefDropData);
+    EXPECT_EQ(saved.DropData, loaded.DropData);
+    EXPECT_EQ(saved.AdjFactor, loaded.AdjFactor);
+    EXPECT_EQ(saved.Gain, loaded.Gain);
+}
+
+void ExpectSameSensor(const SensorCalRecord& saved, const SensorCalRecord& loaded) {
+    EXPECT_EQ(saved.SerialNumber, loaded.SerialNumber);
+    EXPECT_EQ(saved.InitialGain, loaded.InitialGain);
+    EXPECT_EQ(saved.InterimGain, loaded.InterimGain);
+    EXPECT_EQ(saved.FinalGain, loaded.FinalGain);
+    for (std::size_t t = 0; t < maxTrials; ++t) {
+        ExpectSameTrial(saved.RefTrial[t], loaded.RefTrial[t]);
+        EXPECT_EQ(saved.RelTrial[t].DropData, loaded.RelTrial[t].DropData);
+        EXPECT_EQ(saved.RelTrial[t].AdjFactor, loaded.RelTrial[t].AdjFactor);
+        EXPECT_EQ(saved.RelTrial[t].Gain, loaded.RelTrial[t].Gain);
+        EXPECT_EQ(saved.RelTrial[t].Position, loaded.RelTrial[t].Position);
+        EXPECT_EQ(saved.RelTrial[t].Average, loaded.RelTrial[t].Average);
+        EXPECT_EQ(saved.RelTrial[t].StdDev, loaded.RelTrial[t].StdDev);
+    }
+}
+
+TEST_F(InterimStoreTest, EveryDigitComesBack) {
+    const CalibrationRun saved = program.Run;
+    ASSERT_TRUE(SaveInterimCalibration(program));
+    program.Run.LoadCellInitialGain = -1;
+    program.Run.Sensor = {};
+    program.Center.Notes = {};
+    ASSERT_TRUE(LoadInterimCalibration(program));
+    const CalibrationRun& loaded = program.Run;
+    EXPECT_EQ(saved.CurrentProcedure, loaded.CurrentProcedure);
+    EXPECT_EQ(saved.CurrentProcStep, loaded.CurrentProcStep);
+    EXPECT_EQ(saved.NumberLoadLevels, loaded.NumberLoadLevels);
+    EXPECT_EQ(saved.NumberDropsPerLoadLevel, loaded.NumberDropsPerLoadLevel);
+    EXPECT_EQ(saved.NumberSensors, loaded.NumberSensors);
+    EXPECT_EQ(saved.SensorStand, loaded.SensorStand);
+    EXPECT_EQ(saved.EnglishUnits, loaded.EnglishUnits);
+    EXPECT_EQ(saved.Manufacturer, loaded.Manufacturer);
+    EXPECT_EQ(saved.DeviceOwner, loaded.DeviceOwner);
+    EXPECT_EQ(saved.DeviceSerialNumber, loaded.DeviceSerialNumber);
+    EXPECT_EQ(loaded.DeviceName, "8002-123");
+    EXPECT_EQ(saved.OwnerFolder, loaded.OwnerFolder);
+    EXPECT_EQ(saved.DeviceFolder, loaded.DeviceFolder);
+    EXPECT_EQ(saved.OutputFolder, loaded.OutputFolder);
+    EXPECT_TRUE(loaded.FlagUnacceptedTrial);
+    EXPECT_TRUE(loaded.LoadCellCalComplete);
+    EXPECT_TRUE(loaded.SensorRefCalComplete);
+    EXPECT_FALSE(loaded.SensorRelCalComplete);
+    EXPECT_TRUE(loaded.SetupComplete);
+    EXPECT_FALSE(loaded.ProgramStarted);
+    EXPECT_EQ(saved.LoadCellInitialGain, loaded.LoadCellInitialGain);
+    EXPECT_EQ(saved.LoadCellSerialNumber, loaded.LoadCellSerialNumber);
+    EXPECT_EQ(saved.NewLoadCellCalibrationCenterGain, loaded.NewLoadCellCalibrationCenterGain);
+    EXPECT_EQ(loaded.NewLoadCellCalibrationCenterDate, "09-Mar-2012");
+    EXPECT_EQ(loaded.LoadCellRefTrials, 4);
+    EXPECT_EQ(loaded.RefTrials, 4);
+    EXPECT_EQ(loaded.RelTrials, 4);
+    EXPECT_EQ(saved.RefCalAvg, loaded.RefCalAvg);
+    EXPECT_EQ(saved.RefCalStdDev, loaded.RefCalStdDev);
+    EXPECT_EQ(saved.RefCalChange, loaded.RefCalChange);
+    for (std::size_t t = 0; t < maxTrials; ++t) {
+        ExpectSameTrial(saved.LCTrial[t], loaded.LCTrial[t]);
+        EXPECT_EQ(saved.RefTrial[t].Avg, loaded.RefTrial[t].Avg);
+        EXPECT_EQ(saved.RefTrial[t].StdDev, loaded.RefTrial[t].StdDev);
+        EXPECT_EQ(saved.RefTrial[t].Change, loaded.RefTrial[t].Change);
+        EXPECT_EQ(saved.RelTrial[t].Avg, loaded.RelTrial[t].Avg);
+        EXPECT_EQ(saved.RelTrial[t].StdDev, loaded.RelTrial[t].StdDev);
+        EXPECT_EQ(saved.RelTrial[t].ChiSq, loaded.RelTrial[t].ChiSq);
+        EXPECT_EQ(saved.RelTrial[t].SetAvg, loaded.RelTrial[t].SetAvg);
+        EXPECT_EQ(saved.RelTrial[t].SetStdDev, loaded.RelTrial[t].SetStdDev);
+    }
+    for (std::size_t s = 0; s < maxSensors; ++s) ExpectSameSensor(saved.Sensor[s], loaded.Sensor[s]);
+    EXPECT_EQ(program.Center.LocationOfFWDDataTransfer, "/data/");
+    // A note with a comma comes back as two: the comma parts the notes. The blank behind it stays.
+    EXPECT_EQ(program.Center.Notes[2], "third");
+    EXPECT_EQ(program.Center.Notes[3], " with more");
+}
+
+TEST_F(InterimStoreTest, StandardErrorsAreComputedAgain) {
+    // Reference on FWD peaks (1, 2), (2, 4.1), (3, 5.9): slope 27.9 / 14, residuals 0.00714, 0.11429, -0.07857;
+    // sqrt(0.0192857 / 2 / 14), by hand.
+    program.Run.NumberLoadLevels = 3;
+    program.Run.NumberDropsPerLoadLevel = 1;
+    program.Run.LCTrial[0].DropData = {1, 2, 3};
+    program.Run.LCTrial[0].RefDropData = {2, 4.1, 5.9};
+    SaveInterimCalibration(program);
+    LoadInterimCalibration(program);
+    EXPECT_NEAR(program.Run.LCTrial[0].StdErrAdjFactor, 0.0262445, 1e-6);
+}
+
+TEST_F(InterimStoreTest, FileIsWhatDocumentCenterAndRunWriteOneAfterTheOther) {
+    ASSERT_TRUE(SaveInterimCalibration(program));
+    const std::string saved = Bytes(file);
+    EXPECT_EQ(saved, Bytes(copy));
+    SavePDDX(program, setup->RunDocument(), file);
+    WriteCenterDataToPDDX(program, file);
+    ProfileStrings strings = OpenProfileStrings(machine.files, file);
+    SetRunKeys(strings, program.Run, "first,,third, with more", program.Now());
+    SaveProfileStrings(machine.files, file, strings);
+    EXPECT_EQ(saved, Bytes(file));
+    EXPECT_NE(saved.find("DeviceOwner=Stra\xDF"
+                         "enbau S\xFC"
+                         "d\r\n"),
+              std::string::npos)
+        << "in the files' code page";
+}
+
+TEST_F(InterimStoreTest, NoKeyOfAnEarlierSaveSurvives) {
+    SaveInterimCalibration(program);
+    program.Run.LoadCellRefTrials = 1;
+    program.Run.NewLoadCellCalibrationCenterGain = 0;
+    SaveInterimCalibration(program);
+    const std::string saved = Bytes(file);
+    EXPECT_NE(saved.find("LoadCellTrial1Gain"), std::string::npos);
+    for (const char* key : {"LoadCellTrial2Gain", "LCTrial2DropData", "NewLoadCellCalibrationCenterGain"}) {
+        EXPECT_EQ(saved.find(key), std::string::npos) << key;
+    }
+}
+
+TEST_F(InterimStoreTest, FailedWriteLeavesTheOldFilesAndTheRun) {
+    SaveInterimCalibration(program);
+    const std::string old = Bytes(file);
+    program.Run.RefCalAvg = 123;
+    for (const int writes : {1, 3}) {  // writes of a save: folder, file, folder, copy
+        machine.files.FailFromWrite(writes);
+        machine.dialogs.QueueAnswer(Answer::OK);
+        EXPECT_FALSE(SaveInterimCalibration(program));
+        machine.files.FailFromWrite(0);
+        const Path failed = writes == 1 ? file : copy;
+        EXPECT_EQ(machine.dialogs.TakeBoxes(),
+                  std::vector<std::string>{"\tUnable to create PDDX file:\\n" + PathText(failed) + "\t48\tOK"});
+        EXPECT_EQ(Bytes(copy), old);
+        EXPECT_EQ(Bytes(file) == old, writes == 1);
+        EXPECT_EQ(program.Run.RefCalAvg, 123);
+        EXPECT_EQ(program.Run.LoadCellRefTrials, 4);
+    }
+}
+
+TEST_F(InterimStoreTest, CharacterThatFilesCannotHoldIsRefusedAsAWhole) {
+    SaveInterimCalibration(program);
+    const std::string old = Bytes(file);
+    program.Run.DeviceOwner = "東京";
+    machine.dialogs.QueueAnswer(Answer::OK);
+    EXPECT_FALSE(SaveInterimCalibration(program));
+    EXPECT_EQ(Bytes(file), old);
+}
+
+TEST_F(InterimStoreTest, NothingIsSavedWithoutAName) {
+    program.Run.InterimFileName.clear();
+    EXPECT_TRUE(SaveInterimCalibration(program));
+    EXPECT_FALSE(program.Run.InterimCalOpen);
+}
+
+TEST_F(InterimStoreTest, MissingFileIsTold) {
+    machine.dialogs.QueueAnswer(Answer::OK);
+    EXPECT_FALSE(LoadInterimCalibration(program));
+    EXPECT_EQ(program.Run.LoadCellRefTrials, 0) << "the record is a fresh one";
+    EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U);
+}
+
+TEST_F(InterimStoreTest, CopyIsOfferedWhereTheFileIsGoneOrDamaged) {
+    SaveInterimCalibration(program);
+    const std::string saved = Bytes(file);
+    const auto list = [&] { return InterimCalibrations(machine.files, machine.folder.Folder()); };
+    ASSERT_EQ(list().size(), 1U);
+    EXPECT_FALSE(list()[0].copyOnly);
+    const std::string zeros(saved.size(), '\0');
+    for (const auto& damage : {std::string(), zeros}) {
+        machine.files.RemoveFile(file);
+        if (!damage.empty()) machine.Write("InterimCal20120309.DDX", damage);
+        ASSERT_EQ(list().size(), 1U);
+        EXPECT_TRUE(list()[0].copyOnly);
+        EXPECT_EQ(list()[0].endDate, "03-09-2012");
+        EXPECT_EQ(list()[0].owner, "Straßenbau Süd");
+        RestoreInterimFromCopy(machine.files, machine.folder.Folder(), list()[0].fileName);
+        EXPECT_EQ(Bytes(file), saved);
+    }
+    machine.files.RemoveFile(file);
+    machine.Write("InterimCal20120309/InterimCal.DDX", "[Operations Information]\r\nEndDate=03-09-2012\r\n");
+    EXPECT_TRUE(list().empty()) << "half a copy is none";
+}
+
+}  // namespace
+}  // namespace bellmark
