@@ -95,6 +95,7 @@ class ConversionFailures : public Conversions, public testing::WithParamInterfac
 
 TEST_P(ConversionFailures, EndInABoxAndLeaveTheOldDocument) {
     const FailureCase& c = GetParam();
+    if (std::string(c.name) == "ForWindows" && std::filesystem::exists("/usr/bin/wine")) GTEST_SKIP();
     if (c.script) InstallConverter(c.script);
     machine.Write("InterimCal20120309/Trial 1cvt.ddx", "old");
     machine.dialogs.QueueAnswer(Answer::Yes);
@@ -125,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"Hanging", "#!/bin/sh\nexec sleep 100\n", "did not end within 60 seconds"},
                     FailureCase{"Cancelled", "#!/bin/sh\nexec sleep 100\n", "cancelled", true},
                     FailureCase{"ForWindows", "MZ not for this machine", "is a Windows program, and wine is not installed"}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& named) { return std::string(named.param.name); });
 
 TEST_F(Conversions, AVanishedFileIsTold) {
     InstallConverter(goodConverter);
