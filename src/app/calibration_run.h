@@ -175,6 +175,7 @@ struct CalibrationRun {
     bool PrereqSetupDone = false;
     bool PrereqZeroDone = false;
     bool PrereqShuntDone = false;
+    bool PrereqPassed = false;  ///< the list was passed once in this run: the equipment is warm
     double LastReading = 0;  ///< volts
     bool ShuntWarningShown = false;
     double MeasuredPlus = 0;   ///< volts

@@ -45,12 +45,16 @@ bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* 
     return true;
 }
 
+void frmBellmark_Accel::GoOnWithTrial() {
+    // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
+    Show();
+    PollButton(true);
+}
+
 void frmBellmark_Accel::Bellmark() {
     ComputeAccelAdjustment(program_.Center);
     if (TrialIsInHand()) {
-        // Back from the main menu in the middle of a trial: what was accepted stands.
-        Show();
-        PollButton(true);
+        GoOnWithTrial();
         return;
     }
     run_.DropNoiseFlags = {};
@@ -79,6 +83,10 @@ void frmBellmark_Accel::Bellmark() {
 void frmBellmark_Accel::Start() {
     if (program_.Has<PrerequisitesDoor>() &&
         !program_.The<PrerequisitesDoor>().PrerequisitesMet(run_.CurrentProcedure)) {
+        return;
+    }
+    if (TrialIsInHand()) {
+        GoOnWithTrial();
         return;
     }
     DropDataDisplay.CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);

@@ -41,6 +41,7 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void TimerAccel_Tick();
     void ReviewDrop(int index);
     bool TrialIsInHand() const;
+    void GoOnWithTrial();
     bool GoesToResults(int trials, const char* done, const char* review);
     void ShowDropInHand();
     void ShowStatistics();

@@ -5,7 +5,7 @@
 #include "app/program.h"
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
-#include "tests/app/fake_screens.h"
+#include "tests/support/fake_acquisition.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
