@@ -65,11 +65,11 @@ void FWDTab::PutControlsIntoFrames() {
     const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
         for (Control* control : controls) control->PutInto(frame);
     };
-    put(fraFWD, {&fraFWDDataBase, &fraFWDData, &fraFWDLoadCell, &fraFWDSensors, &lblMissing});
+    put(fraFWD, {&fraFWDDataBase, &cboFWDMfg, &lblSensorType, &cboSensorType, &cmdReadFWDConfig, &cmdShowSetupHelp,
+                 &fraSetupHelp, &fraFWDData, &fraFWDLoadCell, &fraFWDSensors, &lblMissing});
     put(fraFWDDataBase,
         {&txtCalibrationFolder, &DirFWDOwner, &cmdNewOwner, &cmdNewFWD, &txtFWDOwner, &txtFWDUnitFolder});
-    put(fraFWDData, {&cboFWDMfg, &lblSensorType, &cboSensorType, &cmdReadFWDConfig, &cmdShowSetupHelp, &fraSetupHelp,
-                     &txtFWDName, &txtFWDModel, &txtFWDSerial, &txtFWDOperator});
+    put(fraFWDData, {&txtFWDName, &txtFWDModel, &txtFWDSerial, &txtFWDOperator});
     put(fraSetupHelp, {&Text2, &cmdCloseSetupHelp});
     put(fraFWDLoadCell, {&txtFWDLCSerial, &txtFWDLCGain, &txtFWDLCCalDate});
     put(fraFWDSensors, {&cboNumSensors, &txtFWDSensorCalDate, &grdSensor, &lblSameName, &lblHyphen});
@@ -174,7 +174,6 @@ void FWDTab::cboFWDMfg_Click() {
     cmdShowSetupHelp.Visible = jils;
     fraSetupHelp.Visible = jils;
     filter_ = ConfigurationFilter(run.Manufacturer);
-    fraFWDData.Visible = true;
     // Only a KUAB comes with different kinds of sensors, and its file does not tell which.
     cmdReadFWDConfig.Enabled = !kuab;
     if (kuab) program_.ShowBox("Please choose the sensor type for the FWD", box::exclamation);

@@ -68,20 +68,26 @@ void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool met
     set("Notes", center.Notes[0]);
 }
 
-/// What of a stored run a review needs to begin.
-std::string InterimText(const CalibrationRun& run, const CenterConfig& center, DateTime now) {
-    ProfileStrings strings;
-    SetCenterKeys(strings, center, !run.EnglishUnits);
-    strings.Set("Operations Information", "EndDate", Format(now, "mm-dd-yyyy"));
+/// What the FWD tells of itself: its own configuration, as a document.
+void SetFWDKeys(ProfileStrings& strings, const CalibrationRun& run) {
     strings.Set("Device Information", "DeviceDesignationName", run.DeviceName);
+    strings.Set("Device Information", "DeviceModelNumber", "8002");
+    strings.Set("Device Information", "DeviceSerialNumber", run.DeviceSerialNumber);
     strings.Set("Device Information", "LoadCellSerialNumber", "LC-8002");
     strings.Set("Device Information", "SensorSerialNumbers", "D1, D2, D3, D4, D5, D6, D7, D8, D9");
     strings.Set("Device Configuration", "NumberOfDeflectionSensors", "9");
     strings.Set("Device Calibration", "LoadCellCalibrationCenterGain", "1.0000");
     strings.Set("Device Calibration", "SensorCalibrationCenterGain",
                 "1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000");
+}
+
+/// What of a stored run a review needs to begin.
+std::string InterimText(const CalibrationRun& run, const CenterConfig& center, DateTime now) {
+    ProfileStrings strings;
+    SetCenterKeys(strings, center, !run.EnglishUnits);
+    SetFWDKeys(strings, run);
+    strings.Set("Operations Information", "EndDate", Format(now, "mm-dd-yyyy"));
     strings.Set("Device Information", "DeviceOwner", run.DeviceOwner);
-    strings.Set("Device Information", "DeviceSerialNumber", run.DeviceSerialNumber);
     strings.Set("Device Information", "Manufacturer", NumberText(static_cast<int>(run.Manufacturer)));
     strings.Set("FWD Calibration Center", "NumberLoadLevels", NumberText(run.NumberLoadLevels));
     strings.Set("FWD Calibration Center", "NumberDropsPerLoadLevel", NumberText(run.NumberDropsPerLoadLevel));
@@ -209,6 +215,10 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
     ReplaceTextFile(files, programFolder / centerConfigName, configuration.Text());
     ReplaceTextFile(files, review / centerConfigName, configuration.Text());
     ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, now));
+    ProfileStrings fwd;
+    SetFWDKeys(fwd, run);
+    files.CreateFolder(programFolder / "FWD");
+    ReplaceTextFile(files, programFolder / "FWD" / "Configuration.ddx", fwd.Text());
 
     // The conditioner's gain is a little low today; the shunt multiplier makes up for it.
     const LoadCellModel cell{VirtualCenter(false, now).ReferenceLoadCellCalibrationCoefficients, 12.4,
