@@ -6,11 +6,13 @@
 #include "app/doors.h"
 #include "app/mod_shared.h"
 #include "app/program.h"
+#include "app/stored_values.h"
 #include "controls/screen.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/text.h"
+#include "tables/table.h"
 
 namespace bellmark {
 
@@ -52,6 +54,8 @@ CenterTab::CenterTab(Screen& screen, Program& program)
     txtCenterOperator.Leave = [this] {
         StoreText(txtCenterOperator, program_.Center.CalibrationCenterOperator, "CalibrationCenterOperator");
     };
+    cmdSelectCenter.Click = [this] { cmdSelectCenter_Click(); };
+    grdCalCenters.CellDoubleClick = [this](int row, int) { grdCalCenters_DoubleClick(row); };
     cmdShowLC.Click = [this] {
         fraCalCentersID.Visible = false;
         fraLoadCell.Visible = true;
@@ -192,6 +196,24 @@ void CenterTab::cmdWriteCalCenter_Click() {
     cmdWriteCalCenter.Caption = editing_ ? saveCaption : changeCaption;
     Editing(editing_);
     CalCenterOptions();
+}
+
+void CenterTab::cmdSelectCenter_Click() {
+    const Table centers = ReadCenterTable(program_.Services.files, program_.Folder());
+    grdCalCenters.SetHeadings({centers.columns[0], centers.columns[1]});
+    for (const auto& row : centers.rows) grdCalCenters.AddRow({row[0], row[1]});
+    fraLoadCell.Visible = false;
+    fraAccelerometer.Visible = false;
+    fraCalCentersID.Visible = true;
+}
+
+void CenterTab::grdCalCenters_DoubleClick(int row) {
+    if (row < grdCalCenters.FixedRows()) return;
+    constexpr int greatestId = 32767;
+    program_.Center.CalCenterIDCode = StoredWhole(grdCalCenters.Cell(row, 0), -greatestId, greatestId);
+    program_.Center.CalibrationCenter = grdCalCenters.Cell(row, 1);
+    txtCenterID.Text = Format(program_.Center.CalCenterIDCode, "00");
+    txtCalCenter.Text = program_.Center.CalibrationCenter;
 }
 
 Path CenterTab::FileToSave() const {

@@ -105,6 +105,8 @@ class CenterTab {
     bool LoadCellIsLate() const;
     void LockCells(bool locked);
     void cmdWriteCalCenter_Click();
+    void cmdSelectCenter_Click();
+    void grdCalCenters_DoubleClick(int row);
     Path FileToSave() const;
     void cmdApproveBellmarkCenter_Click();
     void StoreText(const TextBox& box, std::string& member, const char* key);
