@@ -8,6 +8,7 @@
 #include "daq/frm_simulator.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
+#include "reference/frm_prerequisites.h"
 #include "setup/frm_setup.h"
 
 namespace bellmark {
@@ -29,6 +30,7 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<SetupDoor, frmSetup>(*program);
     RegisterScreen<CollectionDoor, frmBellmark_Accel>(*program);
     RegisterScreen<DropDoor, frmBellmark_AccelDrop>(*program);
+    RegisterScreen<PrerequisitesDoor, frmPrerequisites>(*program);
 
     // The simulated board has a screen and is a board. No hardware back-end is part of this build.
     RegisterScreen<SimulatorDoor, frmSimulator>(*program);
