@@ -34,8 +34,9 @@ QString BindingReport::Text() const {
     return text;
 }
 
-Binder::Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser)
-    : screen_(screen), form_(form), tellUser_(std::move(tellUser)) {
+Binder::Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser,
+               std::function<void()> changed)
+    : screen_(screen), form_(form), tellUser_(std::move(tellUser)), changed_(std::move(changed)) {
     for (Control* control : screen_.Controls()) {
         if (!dynamic_cast<Timer*>(control)) Bind(*control);
     }
@@ -58,7 +59,7 @@ void Binder::Bind(Control& control) {
         (views.isEmpty() ? report_.missing : report_.ambiguous).push_back(name);
         return;
     }
-    auto link = MakeLink(control, *views.front(), {tellUser_, [this] { CommitTyping(); }});
+    auto link = MakeLink(control, *views.front(), {tellUser_, [this] { CommitTyping(); }, changed_});
     if (!link) {
         report_.unsupported.push_back(name);
         return;

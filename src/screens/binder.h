@@ -31,7 +31,9 @@ struct BindingReport {
 class Binder {
   public:
     /// tellUser shows the words of an action that the screen does not allow.
-    Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser);
+    /// changed is told after each change that the program makes to a control.
+    Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser,
+           std::function<void()> changed = {});
     ~Binder();
     Binder(const Binder&) = delete;
     Binder& operator=(const Binder&) = delete;
@@ -51,6 +53,7 @@ class Binder {
     Screen& screen_;
     QWidget& form_;
     std::function<void(const QString&)> tellUser_;
+    std::function<void()> changed_;
     BindingReport report_;
     std::vector<std::unique_ptr<Link>> links_;
 };

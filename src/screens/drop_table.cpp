@@ -58,10 +58,11 @@ DropTable::DropTable(QWidget* parent)
         for (QLabel* label : *labels) label->setAlignment(Qt::AlignCenter);
     }
     for (const auto* labels : {&means_, &standardDeviations_}) {
-        for (QLabel* label : *labels) {
-            label->setProperty("role", "drop");
-            label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00000,000")));
-        }
+        for (QLabel* label : *labels) label->setProperty("role", "drop");
+    }
+    // Room for the values that are still to come.
+    for (const int column : {mostDrops + 1, mostDrops + 2}) {
+        layout_->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance(QStringLiteral("0000000,000")));
     }
     Arrange();
 }

@@ -132,12 +132,14 @@ class LineLink : public Link {
             view_.setCursorPosition(0);
         }
         // An empty box has room for the words of its state.
-        view_.setPlaceholderText(StateText(box_.BackColor));
+        view_.setPlaceholderText(box_.Locked ? QString() : StateText(box_.BackColor));
         view_.setReadOnly(box_.Locked);
         const bool canAct = !box_.Locked || IsClickable();
         view_.setFocusPolicy(canAct ? Qt::StrongFocus : Qt::NoFocus);
         view_.setCursor(IsClickable() ? Qt::PointingHandCursor : Qt::IBeamCursor);
         ShowCommonProperties(box_, view_);
+        // What is only shown, a path for one, may be longer than its box.
+        if (box_.Locked && view_.toolTip().isEmpty()) view_.setToolTip(text);
     }
     void Commit() override {
         // Leaving a box in which nothing changed is no action.
@@ -263,7 +265,10 @@ std::unique_ptr<Link> LinkIfKindsMatch(Control& control, QObject& view, const Li
 
 Link::Link(Control& control, QObject& view, LinkServices services)
     : control_(control), view_(view), services_(std::move(services)) {
-    control_.Changed = [this] { Refresh(); };
+    control_.Changed = [this] {
+        Refresh();
+        if (services_.changed) services_.changed();
+    };
 }
 
 Link::~Link() {

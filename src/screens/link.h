@@ -15,6 +15,7 @@ class Control;
 struct LinkServices {
     std::function<void(const QString&)> tellUser;  ///< why an action was not allowed
     std::function<void()> commitTyping;            ///< hands on what is typed in another box of the form
+    std::function<void()> changed;                 ///< the program has changed the control
 };
 
 /// One control and its widget, for as long as it lives: Refresh shows what the control holds; what the user does to the

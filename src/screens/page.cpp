@@ -29,7 +29,10 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     layout->setSpacing(0);
     if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
     layout->addWidget(form.release(), 1);
-    binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser));
+    // A screen changes many controls at once: what is suggested is looked at when it has finished.
+    soon_.setSingleShot(true);
+    connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
+    binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser), [this] { soon_.start(0); });
     screen_.Changed = [this] { Follow(); };
     Follow();
 }
@@ -41,18 +44,30 @@ Page::~Page() {
 }
 
 void Page::Follow() {
-    MarkDefaultButton();
+    MarkSuggestedStep();
     if (screen_.Focus() != lastFocus_) TakeFocus();
     update();
-    emit Refreshed();
 }
 
-void Page::MarkDefaultButton() {
+/// The default button; without one the button in the colour of the suggestion, or the one that the screen gave the
+/// keyboard.
+const Button* Page::SuggestedButton() const {
+    const auto* suggested = dynamic_cast<const Button*>(screen_.DefaultButton());
+    for (const Control* control : screen_.Controls()) {
+        if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const Button*>(control);
+    }
+    if (!suggested) suggested = dynamic_cast<const Button*>(screen_.Focus());
+    return suggested && suggested->IsReachable() ? suggested : nullptr;
+}
+
+void Page::MarkSuggestedStep() {
+    const Button* suggested = SuggestedButton();
     for (const Control* control : screen_.Controls()) {
         if (auto* button = dynamic_cast<StateButton*>(binder_->WidgetOf(*control))) {
-            button->SetSuggested(control == screen_.DefaultButton());
+            button->SetSuggested(control == suggested);
         }
     }
+    emit Refreshed();
 }
 
 void Page::TakeFocus() {
@@ -67,12 +82,8 @@ void Page::TakeFocus() {
 }
 
 QString Page::SuggestedStep() const {
-    const auto* suggested = dynamic_cast<const CaptionedControl*>(screen_.DefaultButton());
-    for (const Control* control : screen_.Controls()) {
-        if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const CaptionedControl*>(control);
-    }
-    if (!suggested || !suggested->IsReachable()) return {};
-    return QString::fromStdString(suggested->Caption).remove(QLatin1Char('&'));
+    const Button* suggested = SuggestedButton();
+    return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
 void Page::keyPressEvent(QKeyEvent* event) {
@@ -82,7 +93,7 @@ void Page::keyPressEvent(QKeyEvent* event) {
         focused->click();
         return;
     }
-    const Control* wanted = screen_.DefaultButton();
+    const Control* wanted = SuggestedButton();
     auto* button = isEnter && wanted ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
     if (!button) {
         QWidget::keyPressEvent(event);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -9,6 +10,7 @@
 namespace bellmark {
 
 class Binder;
+class Button;
 class Control;
 class Screen;
 
@@ -38,11 +40,13 @@ class Page : public QWidget {
 
   private:
     void Follow();
-    void MarkDefaultButton();
+    void MarkSuggestedStep();
+    const Button* SuggestedButton() const;
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;
     Control* lastFocus_ = nullptr;
+    QTimer soon_;
 };
 
 }  // namespace bellmark

@@ -58,7 +58,7 @@ QStringList CutOff(const QWidget& page) {
     }
     for (const auto* line : page.findChildren<QLineEdit*>()) {
         const int text = line->fontMetrics().horizontalAdvance(line->text().trimmed());
-        if (line->isVisible() && line->isReadOnly() && line->width() < text) cut.push_back(line->objectName());
+        if (line->isVisible() && line->isReadOnly() && line->width() - 10 < text) cut.push_back(line->objectName());
     }
     return cut;
 }
