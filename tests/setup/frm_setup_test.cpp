@@ -1,0 +1,155 @@
+#include "setup/frm_setup.h"
+
+#include <gtest/gtest.h>
+
+#include "app/app_main.h"
+#include "app/frm_main_menu.h"
+#include "app/interim_store.h"
+#include "tests/setup/set_up_program.h"
+
+namespace bellmark {
+namespace {
+
+struct FrmSetupTest : ::testing::Test, SetUpProgram {};
+
+TEST_F(FrmSetupTest, CancelOfTheNoticeStillAsksForAFileWithABoard) {
+    run.ReviewMode = false;
+    const Path other = machine.Write("other/BellmarkCenterConfig.ini", configuration.Text());
+    machine.dialogs.QueueAnswer(Answer::Cancel);
+    machine.dialogs.QueueFile(std::nullopt);
+    tab.cmdReadCalCenter.UserClick();
+    EXPECT_EQ(run.LastMessageCode, 101);
+    EXPECT_EQ(center.ReferenceLoadCellName, "") << "a cancelled dialog changes nothing";
+    machine.dialogs.QueueAnswer(Answer::Cancel);
+    machine.dialogs.QueueFile(other);
+    tab.cmdReadCalCenter.UserClick();
+    EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+    const std::string folder = PathText(machine.folder / "other/");
+    EXPECT_EQ(setup.DataAcq.txtFWDDataFolder.Text.Get(), folder);
+    EXPECT_EQ(setup.DataAcq.txtSimDataLocation.Text.Get(), folder);
+}
+
+TEST_F(FrmSetupTest, UnreadableConfigurationLeavesTheRunsCopy) {
+    ReadCenter();
+    const std::string before = MasterText();
+    setup.ReadCalCenterConfig(machine.folder / "missing.ini");
+    EXPECT_EQ(MasterText(), before);
+    EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+}
+
+struct TriggerCase {
+    bool english;
+    const char* fileUnits;
+    const char* typed;
+    const char* shown;
+    double stored;
+    const char* inOtherUnits;
+};
+
+TEST_F(FrmSetupTest, LoadTriggerIsStoredInTheUnitsOfTheFile) {
+    // 100 / 0.0044482 = 22481.0; 800 x 0.0044482 = 3.5586, which the file keeps with one decimal.
+    const TriggerCase cases[] = {{true, "pound-force", "1234", "1,234", 1234, "5.5"},
+                                 {true, "kN", "800", "800", 3.6, "3.6"},
+                                 {false, "pound-force", "100", "100.0", 22481, "22,481"},
+                                 {false, "kN", "3.56", "3.6", 3.6, "809"}};
+    for (const auto& [english, fileUnits, typed, shown, stored, inOtherUnits] : cases) {
+        SCOPED_TRACE(std::string(fileUnits) + (english ? " English" : " metric"));
+        center.ReferenceLoadCellUnits = fileUnits;
+        setup.General.fraGeneral.Visible = true;
+        (english ? setup.General.optEnglish : setup.General.optMetric).UserClick();
+        EXPECT_EQ(setup.General.txtTriggerUnits.Caption.Get(), english ? "pound-force" : "kN");
+        setup.General.loadCellTrigger.UserEnter(typed);
+        EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), shown);
+        EXPECT_DOUBLE_EQ(center.ReferenceLoadCellSensitivity, stored);
+        (english ? setup.General.optMetric : setup.General.optEnglish).UserClick();
+        EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), inOtherUnits);
+    }
+    Set("EnglishUnits", "False");
+    ReadCenter();
+    EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), "4.4482") << "1000 pounds as read, unrounded";
+}
+
+TEST_F(FrmSetupTest, LoadCellOnlySequenceEntersTheLoadCellProcedure) {
+    ReadCenter();
+    machine.Write("Review/BellmarkCenterConfig.ini", configuration.Text());
+    machine.dialogs.QueueFile(machine.folder / "Review/BellmarkCenterConfig.ini");
+    setup.ReadCalCenter();
+    ASSERT_TRUE(run.ProgramStarted);
+    EXPECT_FALSE(setup.General.optGeneral.Enabled);
+    tab.cmdApproveBellmarkCenter.UserClick();
+    EXPECT_TRUE(setup.General.optGeneral.Enabled);
+    setup.General.optGeneral.UserClick();
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    setup.General.cmdApproveCalSeq.UserClick();
+    EXPECT_EQ(run.LastMessageCode, 160);
+    setup.cmdNext.UserClick();
+    EXPECT_EQ(run.CurrentProcedure, 5);
+    EXPECT_EQ(run.CurrentProcStep, 51);
+    EXPECT_TRUE(run.SetupComplete);
+    EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
+    EXPECT_TRUE(machine.Has("InterimCal20120309/InterimCal.DDX"));
+    auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
+    EXPECT_EQ(program->Screens.Front(), &menu);
+    EXPECT_TRUE(menu.cmdCalLoadCell.Enabled);
+    EXPECT_FALSE(menu.cmdRefCalDefAccel.Enabled);
+}
+
+TEST_F(FrmSetupTest, ReviewKeepsTheMachinesOwnConfiguration) {
+    ReadCenter();
+    const std::string own = MasterText();
+    Set("CalibrationCenterOperator", "of the review");
+    machine.Write("Review/BellmarkCenterConfig.ini", configuration.Text());
+    machine.dialogs.QueueFile(machine.folder / "Review/BellmarkCenterConfig.ini");
+    setup.ReadCalCenter();
+    EXPECT_EQ(center.CalibrationCenterOperator, "of the review");
+    EXPECT_EQ(ReadTextFile(machine.files, machine.folder / "BellmarkCenterConfigOld.Ini"), own);
+    EXPECT_TRUE(machine.Has("InterimCal20120309/BellmarkCenterConfig.ini"));
+    QuitApplication(*program);
+    EXPECT_EQ(MasterText(), own);
+    EXPECT_FALSE(machine.Has("BellmarkCenterConfigOld.Ini"));
+    EXPECT_FALSE(machine.Has("InterimCal20120309")) << "nothing was saved";
+}
+
+/// Opens the only interim calibration of the list.
+void OpenListed(Program& program) {
+    Main(program);
+    auto& about = dynamic_cast<frmAbout&>(program.The<StartFormDoor>());
+    ASSERT_EQ(about.grdInterim.Rows(), 2);
+    about.grdInterim.UserClickCell(1, 0);
+    about.cmdOpenInterimCal.UserClick();
+}
+
+TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
+    ReadCenter();
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimFolderName = "InterimCal20120309";
+    run.DeviceOwner = "Owner";
+    run.EnglishUnits = false;  // the center's file says English: the run's own units must win
+    run.LoadCellRefTrials = 1;
+    run.LCTrial[0].RefDropData = {26.8125};
+    run.CurrentProcedure = 5;
+    run.CurrentProcStep = 52;
+    ASSERT_TRUE(SaveInterimCalibration(*program));
+    for (const bool fromCopy : {false, true}) {
+        if (fromCopy) machine.files.RemoveFile(machine.folder / "InterimCal20120309.DDX");
+        const auto resumed = AssembleProgram(machine.machine);
+        if (fromCopy) machine.dialogs.QueueAnswer(Answer::Yes);
+        machine.dialogs.QueueAnswer(Answer::Yes);
+        OpenListed(*resumed);
+        EXPECT_EQ(resumed->Run.DeviceOwner, "Owner");
+        EXPECT_FALSE(resumed->Run.EnglishUnits);
+        EXPECT_EQ(resumed->Run.LoadCellRefTrials, 1);
+        EXPECT_EQ(resumed->Run.LCTrial[0].RefDropData[0], 26.8125);
+        EXPECT_EQ(resumed->Run.CurrentProcStep, 52);
+        EXPECT_TRUE(resumed->Run.SetupComplete);
+        EXPECT_EQ(resumed->Center.ReferenceLoadCellName, "RLC-07") << "the master, where the run has no copy";
+        auto& menu = dynamic_cast<frmMainMenu&>(resumed->The<MainMenuDoor>());
+        EXPECT_EQ(resumed->Screens.Front(), &menu);
+        EXPECT_TRUE(menu.cmdCalLoadCell.Enabled);
+        EXPECT_EQ(machine.dialogs.TakeBoxes().size(), fromCopy ? 2U : 1U);
+        EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
+    }
+}
+
+}  // namespace
+}  // namespace bellmark
