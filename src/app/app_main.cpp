@@ -124,10 +124,10 @@ bool CheckCriticalFiles(Program& program) {
 void NameInterimStore(Program& program) {
     const std::string name = "InterimCal" + Format(program.Now(), "yyyymmdd");
     const FileSystem& files = program.Services.files;
-    // A data folder with a saved run in it is taken too: that copy may be all that is left of a calibration.
+    // A data folder with files in it is taken too: they may be all that is left of a calibration.
     const auto isTaken = [&](const std::string& wanted) {
         return FileExists(files, program.Folder() / (wanted + ".DDX")) ||
-               FileExists(files, program.Folder() / wanted / interimCopyName);
+               !files.FileNames(program.Folder() / wanted).empty();
     };
     std::string free = name;
     for (int n = 1; isTaken(free); ++n) free = name + '-' + NumberText(n);

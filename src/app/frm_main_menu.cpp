@@ -39,6 +39,15 @@ frmMainMenu::frmMainMenu(Program& program)
     AllowProcedures(false, false);
 }
 
+void frmMainMenu::Open() {
+    // In front already it would not be told again, though the run may be another one now.
+    if (Stack().Front() == this) {
+        Activated();
+    } else {
+        Show();
+    }
+}
+
 void frmMainMenu::Activated() {
     ShowHeaderLabels();
     if (program_.Run.MonthlyCalibration) return;

@@ -34,7 +34,7 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     void Activated() override;
     void CloseRequested() override {}  // there is nothing behind it to go back to
 
-    void Open() override { Show(); }
+    void Open() override;
     void MarkAccelerometer() override;
     void AllowProcedures(bool loadCell, bool sensors) override;
     void EditSetup() override { cmdEditSetup_Click(); }

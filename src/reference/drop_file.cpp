@@ -111,9 +111,13 @@ void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
 
 }  // namespace
 
+std::string LoadTrialFilePrefix(const CalibrationRun& run) {
+    return "LoadCell" + NumberText(run.LoadCellRefTrials + 1) + "-H";
+}
+
 std::string LoadDropFileName(const CalibrationRun& run) {
-    return "LoadCell" + NumberText(run.LoadCellRefTrials + 1) + "-H" + NumberText(run.CurrentHeightIndex) + 'D' +
-           NumberText(run.CurrentDropIndex) + ".txt";
+    return LoadTrialFilePrefix(run) + NumberText(run.CurrentHeightIndex) + 'D' + NumberText(run.CurrentDropIndex) +
+           ".txt";
 }
 
 std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center, DateTime now) {

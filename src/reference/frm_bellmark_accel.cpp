@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
+#include "reference/drop_file.h"
 #include "reference/hand_button.h"
 #include "reference/replay.h"
 
@@ -34,8 +35,26 @@ frmBellmark_Accel::frmBellmark_Accel(Program& program)
     SetDefaultButton(&cmdNext);
 }
 
-bool frmBellmark_Accel::TrialIsInHand() const {
-    return run_.DropSequenceIndex > 0 && procedureInHand_ == run_.CurrentProcedure;
+frmBellmark_Accel::Trial frmBellmark_Accel::TrialOfRun() const {
+    const int done = run_.CurrentProcedure == 5 ? run_.LoadCellRefTrials : run_.RefTrials;
+    return {run_.CurrentProcedure, done + 1, run_.NumberLoadLevels, run_.NumberDropsPerLoadLevel, run_.EnglishUnits};
+}
+
+bool frmBellmark_Accel::TrialIsInHand() const { return run_.DropSequenceIndex > 0 && inGrid_ == TrialOfRun(); }
+
+void frmBellmark_Accel::TellWhatIsToBeRepeated() {
+    const Trial trial = TrialOfRun();
+    const bool changed = run_.DropSequenceIndex > 0 && inGrid_.procedure == trial.procedure &&
+                         inGrid_.number == trial.number;
+    const bool isFirstSinceStart = inGrid_.procedure == 0;
+    const bool wasInterrupted =
+        isFirstSinceStart && trial.procedure == 5 &&
+        !ListFilesWithPrefix(program_.Services.files, program_.InterimFolder(), LoadTrialFilePrefix(run_)).empty();
+    if (!changed && !wasInterrupted) return;
+    program_.ShowBox((changed ? std::string("Units, heights or drops were changed in the middle of trial ")
+                              : std::string("The program ended in the middle of trial ")) +
+                         NumberText(trial.number) + ".\r\nAll drops of this trial have to be repeated.",
+                     box::information);
 }
 
 bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* review) {
@@ -89,13 +108,14 @@ void frmBellmark_Accel::Start() {
         GoOnWithTrial();
         return;
     }
+    TellWhatIsToBeRepeated();
     DropDataDisplay.CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
     run_.TotalDrops = DropsInTrial(run_);
     ClearDropData();
     run_.DropSequenceIndex = 0;
-    procedureInHand_ = run_.CurrentProcedure;
+    inGrid_ = TrialOfRun();
     const bool loadCell = run_.CurrentProcedure == 5;
-    lblTrialNum.Caption = NumberText((loadCell ? run_.LoadCellRefTrials : run_.RefTrials) + 1);
+    lblTrialNum.Caption = NumberText(inGrid_.number);
     if (loadCell) {
         lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in pound-force)" : "(Drop data are in kilo-Newtons)";
     } else {

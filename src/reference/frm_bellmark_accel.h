@@ -48,7 +48,19 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
 
     Program& program_;
     CalibrationRun& run_;
-    int procedureInHand_ = 0;  ///< whose drops are in the grid
+
+    /// What the drops in the grid belong to. Drops of different units or heights must never meet in one trial.
+    struct Trial {
+        int procedure = 0;
+        int number = 0;
+        int heights = 0;
+        int dropsPerHeight = 0;
+        bool englishUnits = true;
+        friend bool operator==(const Trial&, const Trial&) = default;
+    };
+    Trial TrialOfRun() const;
+    void TellWhatIsToBeRepeated();
+    Trial inGrid_;
 };
 
 }  // namespace bellmark

@@ -100,6 +100,11 @@ void frmSetup::BeginRun() {
 }
 
 void frmSetup::RefreshFromRun() {
+    if (program_.Run.SetupComplete) {
+        // What was gone through once is open for edits from now on.
+        FWD.optFWD.Enabled = true;
+        General.optGeneral.Enabled = true;
+    }
     General.ShowUnits();
     General.ShowSequence();
     General.ShowTrigger();
