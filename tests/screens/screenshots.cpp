@@ -42,8 +42,11 @@ class Tour {
         }
         Click("frmSetup.cmdMainMenu");
         Shoot("menu");
-        ShootPrerequisites();
         Click("frmMainMenu.cmdCalLoadCell");
+        Shoot("prerequisites");
+        for (int item = 0; item < 9; ++item) Click("frmPrerequisites.cmdOK");
+        Shoot("prerequisites-met");
+        Click("frmPrerequisites.cmdNext");
         Shoot("collection");
         ShootArmed();
         Shoot("drop-captured");
@@ -74,15 +77,6 @@ class Tour {
             desktop_.window->grab().save(file);
             std::cout << file.toStdString() << '\n';
         }
-    }
-
-    void ShootPrerequisites() {
-        if (!desktop_.program->Has<PrerequisitesDoor>()) return;
-        desktop_.program->Run.ReviewMode = false;
-        desktop_.program->The<PrerequisitesDoor>().PrerequisitesMet(5);
-        Shoot("prerequisites");
-        desktop_.program->Run.ReviewMode = true;
-        desktop_.program->The<MainMenuDoor>().Open();
     }
 
     /// While the drop screen waits for its drop.

@@ -40,6 +40,9 @@ class WalkTest : public testing::Test {
         Press("frmSetup", "cmdMainMenu");
         ASSERT_EQ(Front(), "frmMainMenu");
         Press("frmMainMenu", "cmdCalLoadCell");
+        ASSERT_EQ(Front(), "frmPrerequisites");
+        for (int item = 0; item < 9; ++item) Press("frmPrerequisites", "cmdOK");
+        Press("frmPrerequisites", "cmdNext");
         ASSERT_EQ(Front(), "frmBellmark_Accel");
     }
 
