@@ -15,6 +15,11 @@ namespace bellmark {
 
 namespace {
 
+/// Holds the keyboard where nothing can be done but leave: that is no next step.
+bool IsWayBack(const Control* control) {
+    return control && control->Name() == "cmdMainMenu";
+}
+
 bool IsSuggested(const Control& control) {
     return dynamic_cast<const Button*>(&control) && control.BackColor.Get() == colors::suggestedNext &&
            control.IsReachable();
@@ -56,7 +61,7 @@ const Button* Page::SuggestedButton() const {
     for (const Control* control : screen_.Controls()) {
         if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const Button*>(control);
     }
-    if (!suggested) suggested = dynamic_cast<const Button*>(screen_.Focus());
+    if (!suggested && !IsWayBack(screen_.Focus())) suggested = dynamic_cast<const Button*>(screen_.Focus());
     return suggested && suggested->IsReachable() ? suggested : nullptr;
 }
 

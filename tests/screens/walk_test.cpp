@@ -29,6 +29,7 @@ class WalkTest : public testing::Test {
     void Press(const char* screen, const char* button) {
         QWidget& widget = desktop_.WidgetOf(screen, button);
         ASSERT_TRUE(widget.isVisible() && widget.isEnabled()) << screen << '.' << button;
+        EXPECT_EQ(desktop_.window->size(), QSize(1280, 800)) << screen << " needs more room";
         QTest::mouseClick(&widget, Qt::LeftButton);
     }
 
@@ -81,6 +82,7 @@ TEST_F(SlowWalkTest, TheArmedScreenSaysSoAndCanBeLeft) {
         auto& state = dynamic_cast<QLabel&>(desktop_.WidgetOf("frmBellmark_AccelDrop", "lblState"));
         EXPECT_EQ(state.text(), "Ready: drop now");
         EXPECT_TRUE(state.isVisible());
+        EXPECT_EQ(desktop_.window->PageOf(*desktop_.program->Screens.Front())->SuggestedStep(), QString());
         EXPECT_FALSE(desktop_.WidgetOf("frmBellmark_AccelDrop", "cmdAccept").isEnabled());
         Press("frmBellmark_AccelDrop", "cmdMainMenu");
     });
