@@ -169,6 +169,7 @@ struct CalibrationRun {
     bool DropRejected = false;
     bool DropAborted = false;  ///< the wait for a capture is to stop
     bool ButtonDown = false;   ///< the hand button was pressed at the last poll
+    bool ButtonHeldOver = false;  ///< it has not been seen up since its screen came
     bool ErrorPanelOpen = false;
 
     // Signal conditioner checks

@@ -176,6 +176,7 @@ void frmBellmark_Accel::GetResults() {
 
 void frmBellmark_Accel::PollButton(bool poll) {
     if (poll && !run_.ReviewMode) {
+        BeginHandButton(program_);
         TimerAccel.Start();
     } else {
         TimerAccel.Stop();
@@ -183,7 +184,8 @@ void frmBellmark_Accel::PollButton(bool poll) {
 }
 
 void frmBellmark_Accel::TimerAccel_Tick() {
-    if (HandButtonWasReleased(program_)) cmdNext_Click();
+    // The button speaks to the screen in front: after an aborted drop that may be the main menu.
+    if (HandButtonWasReleased(program_) && Stack().Front() == this) cmdNext_Click();
 }
 
 void frmBellmark_Accel::cmdNext_Click() {

@@ -234,6 +234,7 @@ void frmBellmark_AccelDrop::chkZoom_Click() {
 
 void frmBellmark_AccelDrop::PollButton(bool poll) {
     if (poll && !program_.Run.ReviewMode) {
+        BeginHandButton(program_);
         TimerDrop.Start();
     } else {
         TimerDrop.Stop();
@@ -241,7 +242,7 @@ void frmBellmark_AccelDrop::PollButton(bool poll) {
 }
 
 void frmBellmark_AccelDrop::TimerDrop_Tick() {
-    if (!HandButtonWasReleased(program_)) return;
+    if (!HandButtonWasReleased(program_) || Stack().Front() != this) return;
     if (fraMessage.Visible) {
         cmdErrOK_Click();
     } else if (cmdAccept.Enabled) {
@@ -295,8 +296,6 @@ void frmBellmark_AccelDrop::RejectDrop() {
     if (run.ReviewMode) return;
     run.AcquisitionActive = false;
     program_.The<AcquisitionDoor>().AbortAcquisition();
-    // A release counts only after the button was seen pressed again on the collection screen.
-    run.ButtonDown = true;
     program_.The<CollectionDoor>().PollButton(true);
 }
 

@@ -5,12 +5,22 @@
 
 namespace bellmark {
 
+void BeginHandButton(Program& program) {
+    program.Run.ButtonDown = false;
+    program.Run.ButtonHeldOver = true;
+}
+
 bool HandButtonWasReleased(Program& program) {
     constexpr float pressedVolts = 1.0F;
-    const bool wasDown = program.Run.ButtonDown;
-    program.Run.ButtonDown =
-        program.The<AcquisitionDoor>().OneConversion(program.Run.ButtonChannel) >= pressedVolts;
-    return wasDown && !program.Run.ButtonDown;
+    CalibrationRun& run = program.Run;
+    const bool isDown = program.The<AcquisitionDoor>().OneConversion(run.ButtonChannel) >= pressedVolts;
+    if (run.ButtonHeldOver) {
+        run.ButtonHeldOver = isDown;
+        return false;
+    }
+    const bool wasDown = run.ButtonDown;
+    run.ButtonDown = isDown;
+    return wasDown && !isDown;
 }
 
 }  // namespace bellmark

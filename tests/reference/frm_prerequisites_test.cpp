@@ -6,22 +6,12 @@
 #include "app/program.h"
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
+#include "tests/reference/fake_main_menu.h"
 #include "tests/support/fake_acquisition.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
 namespace {
-
-struct FakeMainMenu : MainMenuDoor {
-    int opened = 0;
-    void Open() override { ++opened; }
-    void MarkAccelerometer() override {}
-    void AllowProcedures(bool, bool) override {}
-    void EditSetup() override {}
-    void CalibrateAccelerometer() override {}
-    void CalibrateLoadCell() override {}
-    void CalibrateSensors() override {}
-};
 
 /// The checklist with a board whose volts the test sets, in front of the real collection screen.
 struct PrerequisitesTest : ::testing::Test {
@@ -30,7 +20,7 @@ struct PrerequisitesTest : ::testing::Test {
     CalibrationRun& run = program.Run;
     CenterConfig& center = program.Center;
     std::shared_ptr<FakeAcquisition> board = std::make_shared<FakeAcquisition>();
-    std::shared_ptr<FakeMainMenu> menu = std::make_shared<FakeMainMenu>();
+    std::shared_ptr<FakeMainMenu> menu = std::make_shared<FakeMainMenu>(program);
     std::shared_ptr<frmPrerequisites> list = std::make_shared<frmPrerequisites>(program);
     std::shared_ptr<frmBellmark_Accel> collection = std::make_shared<frmBellmark_Accel>(program);
 

@@ -1,0 +1,254 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/program.h"
+#include "platform/numbers.h"
+#include "reference/frm_bellmark_accel.h"
+#include "reference/frm_bellmark_accel_drop.h"
+#include "tests/reference/fake_main_menu.h"
+#include "tests/support/fake_acquisition.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+using std::chrono::milliseconds;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+struct FakeFWDData : FWDDataDoor {
+    int started = 0;
+    int refreshed = 0;
+    void Start() override { ++started; }
+    void Refresh() override { ++refreshed; }
+};
+
+/// What a replay asks of the simulated board.
+struct FakeSimulator : SimulatorDoor {
+    std::string file;
+    void SetFile(const std::string& baseName) override { file = baseName; }
+    void SetRandom(float, float) override {}
+};
+
+/// The two screens of a trial on a machine with a board: a cell of 1000 pounds a volt, 2 heights of 2 drops.
+struct DropScreensTest : ::testing::Test {
+    TestMachine machine;
+    Program program{machine.machine};
+    CalibrationRun& run = program.Run;
+    std::shared_ptr<FakeAcquisition> board = std::make_shared<FakeAcquisition>();
+    std::shared_ptr<FakeMainMenu> menu = std::make_shared<FakeMainMenu>(program);
+    std::shared_ptr<FakeFWDData> fwdData = std::make_shared<FakeFWDData>();
+    std::shared_ptr<FakeSimulator> simulator = std::make_shared<FakeSimulator>();
+    std::shared_ptr<frmBellmark_Accel> collection = std::make_shared<frmBellmark_Accel>(program);
+    std::shared_ptr<frmBellmark_AccelDrop> drop = std::make_shared<frmBellmark_AccelDrop>(program);
+
+    DropScreensTest() {
+        program.Register<AcquisitionDoor>([this](Program&) { return board; });
+        program.Register<MainMenuDoor>([this](Program&) { return menu; });
+        program.Register<FWDDataDoor>([this](Program&) { return fwdData; });
+        program.Register<SimulatorDoor>([this](Program&) { return simulator; });
+        program.Register<CollectionDoor>([this](Program&) { return collection; });
+        program.Register<DropDoor>([this](Program&) { return drop; });
+        program.Center.ReferenceLoadCellUnits = poundForce;
+        program.Center.ReferenceLoadCellCalibrationCoefficients = {1000, 0, 0, 0, 0};
+        run.InterimFolderName = "InterimCal20120309";
+        run.CurrentProcedure = 5;
+        run.NumberLoadLevels = 2;
+        run.NumberDropsPerLoadLevel = 2;
+        SetPulse(9);
+        collection->Bellmark();
+    }
+
+    /// A triangle of 40 samples with this many volts at its top, sample 2000.
+    void SetPulse(float volts) {
+        board->block.assign(3000, 0);
+        for (int i = -20; i <= 20; ++i) {
+            board->block[static_cast<std::size_t>(2000 + i)] = volts * static_cast<float>(20 - std::abs(i)) / 20;
+        }
+    }
+    void Take() {
+        collection->cmdNext.UserClick();
+        drop->cmdAccept.UserClick();
+    }
+    void PressAndRelease() {
+        machine.Advance(milliseconds(100));
+        board->volts = 5;
+        machine.Advance(milliseconds(100));
+        board->volts = 0;
+        machine.Advance(milliseconds(100));
+    }
+    bool IsInFront(const Screen& screen) const { return program.Screens.Front() == &screen; }
+    std::vector<std::string> Boxes() { return machine.dialogs.TakeBoxes(); }
+};
+
+TEST_F(DropScreensTest, ATrialRunsHeightByHeight) {
+    EXPECT_EQ(collection->lblTrialNum.Caption.Get(), "1");
+    const char* names[] = {"H1D1", "H1D2", "H2D1", "H2D2"};
+    for (const char* name : names) {
+        EXPECT_EQ(fwdData->started, 0);
+        const int taken = run.DropSequenceIndex;
+        SetPulse(static_cast<float>(6 + taken));
+        EXPECT_EQ('H' + collection->lblLoadNumber.Caption.Get() + 'D' + collection->lblDropNumber.Caption.Get(), name);
+        Take();
+        EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-" + std::string(name) + ".txt"));
+    }
+    EXPECT_THAT(run.DropResults, ::testing::Contains(9000).Times(1));
+    // Heights of 6000, 7000 and of 8000, 9000 pounds: means 6500 and 8500, deviations 1000 / sqrt 2.
+    EXPECT_EQ(run.HeightStats[0].RefMean, 6500);
+    EXPECT_EQ(run.HeightStats[1].RefMean, 8500);
+    EXPECT_NEAR(run.HeightStats[1].RefStdDev, 707.10678118654752, 1e-6);
+    EXPECT_EQ(collection->DropDataDisplay.lblMean[1]->Caption.Get(), "8,500");
+    collection->cmdNext.UserClick();
+    EXPECT_EQ(fwdData->started, 1);
+}
+
+TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
+    Take();
+    board->captured = false;
+    machine.WhileWaiting = [this] {
+        EXPECT_EQ(drop->lblState.Caption.Get(), "Ready: drop now");
+        EXPECT_FALSE(drop->cmdAccept.Enabled);
+        drop->cmdMainMenu.UserClick();
+    };
+    collection->cmdNext.UserClick();
+    EXPECT_EQ(menu->opened, 1);
+    EXPECT_FALSE(drop->IsShown());
+    EXPECT_TRUE(run.DropRejected);
+    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_GT(board->aborts, 0);
+    EXPECT_FALSE(machine.Has("InterimCal20120309/LoadCell1-H1D2.txt"));
+    machine.WhileWaiting = nullptr;
+    board->captured = true;
+    machine.Advance(milliseconds(200));
+    PressAndRelease();
+    EXPECT_FALSE(drop->IsShown()) << "the button means nothing in the main menu";
+    // The same drop is next, and the trial is still there.
+    collection->Bellmark();
+    Take();
+    EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D2.txt"));
+    EXPECT_EQ(run.DropSequenceIndex, 2);
+}
+
+TEST_F(DropScreensTest, ARejectedDropIsTakenAgain) {
+    collection->cmdNext.UserClick();
+    machine.dialogs.QueueAnswer(Answer::No);
+    drop->cmdReject.UserClick();
+    EXPECT_TRUE(IsInFront(*drop));
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    drop->cmdReject.UserClick();
+    EXPECT_TRUE(IsInFront(*collection));
+    EXPECT_EQ(run.DropSequenceIndex, 0);
+    EXPECT_EQ(run.DropResults[0], 0);
+    machine.Advance(milliseconds(200));
+    EXPECT_TRUE(IsInFront(*collection)) << "the operator has not asked for the next drop yet";
+    SetPulse(7);
+    Take();
+    EXPECT_EQ(run.DropResults[0], 7000);
+    EXPECT_EQ(run.DropSequenceIndex, 1);
+}
+
+TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed) {
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*drop));
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*collection));
+    EXPECT_EQ(run.DropSequenceIndex, 1);
+
+    // Held down while the screen changes, its release does nothing there.
+    board->volts = 5;
+    machine.Advance(milliseconds(100));
+    collection->cmdNext.UserClick();
+    machine.Advance(milliseconds(200));
+    board->volts = 0;
+    machine.Advance(milliseconds(200));
+    EXPECT_TRUE(IsInFront(*drop));
+    board->volts = 0.99F;
+    machine.Advance(milliseconds(100));
+    board->volts = 0;
+    machine.Advance(milliseconds(100));
+    EXPECT_TRUE(IsInFront(*drop)) << "too little to be the button";
+
+    // In a panel it means OK first.
+    drop->cmdAccept.UserClick();
+    SetPulse(9);
+    board->block[1300] = 0.081F;
+    collection->cmdNext.UserClick();
+    EXPECT_TRUE(drop->fraMessage.Visible);
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*drop));
+    EXPECT_FALSE(drop->fraMessage.Visible);
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*collection));
+    EXPECT_TRUE(run.DropNoiseFlags[2]);
+}
+
+TEST_F(DropScreensTest, TooHighAPeakIsToldOnceTheDropIsSaved) {
+    SetPulse(23.6F);
+    bool savedBefore = false;
+    machine.dialogs.Shown = [&](const std::string&) {
+        savedBefore = machine.Has("InterimCal20120309/LoadCell1-H1D1.txt");
+    };
+    machine.dialogs.QueueAnswer(Answer::OK);
+    collection->cmdNext.UserClick();
+    EXPECT_TRUE(savedBefore);
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("Peak Load Above Acceptable Limits (303)\tThe maximum load of the drop "
+                                                "was 23,600pound-force.")));
+    EXPECT_EQ(run.LastMessageCode, 0);
+    EXPECT_TRUE(drop->cmdAccept.Enabled) << "left to the operator";
+}
+
+TEST_F(DropScreensTest, ADropThatCannotBeSavedCannotBeAccepted) {
+    Take();
+    machine.files.FailFromWrite(1);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    collection->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("no space left on device")));
+    EXPECT_FALSE(drop->cmdAccept.Enabled);
+    EXPECT_TRUE(drop->cmdReject.Enabled);
+    machine.files.FailFromWrite(0);
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    drop->cmdReject.UserClick();
+    EXPECT_EQ(run.DropSequenceIndex, 1);
+    Take();
+    EXPECT_EQ(run.DropSequenceIndex, 2);
+}
+
+TEST_F(DropScreensTest, ABlockWithoutAPulseCannotBeAccepted) {
+    SetPulse(0);
+    collection->cmdNext.UserClick();
+    EXPECT_EQ(drop->lblState.Caption.Get(), "No pulse found: reject this drop");
+    EXPECT_FALSE(drop->cmdAccept.Enabled);
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*drop)) << "nor by the hand button";
+}
+
+TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
+    Take();
+    Take();
+    const Path saved = machine.folder / "InterimCal20120309/LoadCell1-H1D1.txt";
+    const std::string text = machine.files.ReadBytes(saved);
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    collection->DropDataDisplay.txtData[0]->UserClick();
+    EXPECT_THAT(Boxes(),
+                ElementsAre("Review Collected Data\tDo you wish to review Drop Height 1, Drop Number 1?\t36\tYes"));
+    ASSERT_TRUE(IsInFront(*drop));
+    EXPECT_TRUE(run.ReplayMode);
+    EXPECT_EQ(simulator->file, "LoadCell1");
+    // As the simulated board does with the lines of the drop's file.
+    program.Center.ShuntCalibrationMultiplier = 0.5;
+    EXPECT_EQ(drop->cmdAccept.Caption.Get(), "&Return");
+    drop->cmdAccept.UserClick();
+    EXPECT_TRUE(IsInFront(*collection));
+    EXPECT_FALSE(run.ReplayMode);
+    EXPECT_EQ(run.DropSequenceIndex, 2);
+    EXPECT_EQ(run.DropResults[0], 9000);
+    EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1);
+    EXPECT_EQ(machine.files.ReadBytes(saved), text);
+    // A click on a drop that is not there yet asks nothing.
+    collection->DropDataDisplay.txtData[2]->UserClick();
+    EXPECT_TRUE(Boxes().empty());
+}
+
+}  // namespace
+}  // namespace bellmark
