@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPdfWriter>
 #include <QPushButton>
@@ -11,6 +10,7 @@
 #include <QtTest/QTest>
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 
@@ -49,11 +49,10 @@ TEST(PlotWidget, RedrawsAWholeBlockWithinAFrame) {
     QApplication::processEvents();
     double least = 1e9;
     for (int i = 0; i < 20; ++i) {
-        QElapsedTimer timer;
-        timer.start();
+        // Processor time, and the least of it: what the machine does besides is not the plot's.
+        const std::clock_t start = std::clock();
         plot.RedrawNow();
-        // The least: what the machine does besides is not the plot's.
-        least = std::min(least, static_cast<double>(timer.nsecsElapsed()) / 1e6);
+        least = std::min(least, 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
     }
     RecordProperty("redraw_ms", std::to_string(least));
 #ifdef NDEBUG
