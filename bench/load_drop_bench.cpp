@@ -46,7 +46,9 @@ DropRecord AnalysedDrop() {
     return drop;
 }
 
-std::string SavedText() { return LoadDropFileText(AnalysedDrop(), {}, Center(), MakeDateTime(2012, 3, 9)); }
+std::string SavedText() {
+    return LoadDropFileText(AnalysedDrop(), {}, Center(), MakeDateTime(2012, 3, 9));
+}
 
 void AnalyseLoadDrop(benchmark::State& state) {
     DropRecord drop = CapturedDrop();
@@ -89,7 +91,9 @@ void ReadFile(benchmark::State& state, const std::string& text, DropSamples (*re
     files.RemoveFile(path);
 }
 
-void ReadSavedDrop(benchmark::State& state) { ReadFile(state, SavedText(), ReadSavedDropFile); }
+void ReadSavedDrop(benchmark::State& state) {
+    ReadFile(state, SavedText(), ReadSavedDropFile);
+}
 BENCHMARK(ReadSavedDrop)->Unit(benchmark::kMillisecond);
 
 void ReadTemplate(benchmark::State& state) {

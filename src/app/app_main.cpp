@@ -200,6 +200,8 @@ void QuitApplication(Program& program) {
     }
     PurgeEmptyInterimFolders(program);
     if (!quit) return;
+    // A capture that is waited for gives up, so that the handlers under way can come to their end.
+    program.Run.DropAborted = true;
     program.The<AcquisitionDoor>().Unload();
     program.Services.endProgram();
 }

@@ -88,7 +88,7 @@ struct CalibrationRun {
     bool EnglishUnits = true;          ///< pounds and mils; otherwise kN and microns
     bool MonthlyCalibration = false;
     bool NewCalibration = false;
-    bool InterimCalOpen = false;  ///< an interim calibration exists on disk
+    bool InterimCalOpen = false;    ///< an interim calibration exists on disk
     std::string InterimFileName;    ///< bare name, "InterimCal20120309.DDX"
     std::string InterimFolderName;  ///< the same without its extension
     Path StartDirectory;
@@ -106,8 +106,8 @@ struct CalibrationRun {
     std::string OperatorName;  ///< of the FWD
     int SensorType = 0;        ///< index in the make's list
     Path OwnerFolder;
-    Path DeviceFolder;  ///< the FWD's folder under the owner's
-    Path OutputFolder;  ///< the dated folder under the FWD's; empty until it is set
+    Path DeviceFolder;           ///< the FWD's folder under the owner's
+    Path OutputFolder;           ///< the dated folder under the FWD's; empty until it is set
     int CurrentHeightIndex = 1;  ///< from 1
     int CurrentDropIndex = 1;    ///< from 1
 
@@ -160,15 +160,15 @@ struct CalibrationRun {
     bool BurstCapture = false;  ///< capture fires at once, without waiting for a pulse
 
     // The trial in hand
-    int DropSequenceIndex = 0;  ///< from 0
-    int TotalDrops = 0;         ///< heights times drops: the sequence index once every drop is in
+    int DropSequenceIndex = 0;                   ///< from 0
+    int TotalDrops = 0;                          ///< heights times drops: the sequence index once every drop is in
     std::array<double, maxDrops> DropResults{};  ///< accepted peaks in the units at acceptance
     std::array<bool, maxDrops> DropNoiseFlags{};
     std::array<HeightStatistics, maxHeights> HeightStats;
     double HeightVariationLimit = 0;  ///< largest expected standard deviation of the height in hand; advises only
     bool DropRejected = false;
-    bool DropAborted = false;  ///< the wait for a capture is to stop
-    bool ButtonDown = false;   ///< the hand button was pressed at the last poll
+    bool DropAborted = false;     ///< the wait for a capture is to stop
+    bool ButtonDown = false;      ///< the hand button was pressed at the last poll
     bool ButtonHeldOver = false;  ///< it has not been seen up since its screen came
     bool ErrorPanelOpen = false;
 
@@ -177,7 +177,7 @@ struct CalibrationRun {
     bool PrereqZeroDone = false;
     bool PrereqShuntDone = false;
     bool PrereqPassed = false;  ///< the list was passed once in this run: the equipment is warm
-    double LastReading = 0;  ///< volts
+    double LastReading = 0;     ///< volts
     bool ShuntWarningShown = false;
     double MeasuredPlus = 0;   ///< volts
     double MeasuredMinus = 0;  ///< volts
@@ -190,6 +190,8 @@ struct CalibrationRun {
 };
 
 /// Drops of one trial that are in use.
-inline int DropsInTrial(const CalibrationRun& run) { return run.NumberLoadLevels * run.NumberDropsPerLoadLevel; }
+inline int DropsInTrial(const CalibrationRun& run) {
+    return run.NumberLoadLevels * run.NumberDropsPerLoadLevel;
+}
 
 }  // namespace bellmark

@@ -69,7 +69,9 @@ void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {
     for (std::size_t i = 0; i < lblDrop.size(); ++i) lblDrop[i]->Visible = static_cast<int>(i) < drops && labels;
 }
 
-void ctrlHtDropArray::FormatStyle() { picture_ = PictureOf(run_.CurrentProcedure, run_.EnglishUnits); }
+void ctrlHtDropArray::FormatStyle() {
+    picture_ = PictureOf(run_.CurrentProcedure, run_.EnglishUnits);
+}
 
 void ctrlHtDropArray::Clear() {
     for (const auto& cell : txtData) {

@@ -12,8 +12,12 @@
 namespace bellmark {
 
 /// Index, from 0, of the height that a drop of a trial belongs to, and of the drop within it.
-inline int HeightOfDrop(int index, int dropsPerHeight) { return index / dropsPerHeight; }
-inline int DropInHeight(int index, int dropsPerHeight) { return index % dropsPerHeight; }
+inline int HeightOfDrop(int index, int dropsPerHeight) {
+    return index / dropsPerHeight;
+}
+inline int DropInHeight(int index, int dropsPerHeight) {
+    return index % dropsPerHeight;
+}
 
 /// Largest standard deviation to be expected within a height, in the units of the mean (mils or microns in procedure 4,
 /// otherwise pounds or kN). It advises; nothing is rejected by it.
@@ -44,8 +48,8 @@ class ctrlHtDropArray {
     void ShowResults();  ///< all accepted drops of the run
     void ShowExcessNoise(int index, bool excess);
 
-    /// Shows and keeps mean and standard deviation of a height, counted from 1, over the peaks it has so far. A height above 5
-    /// is ignored.
+    /// Shows and keeps mean and standard deviation of a height, counted from 1, over the peaks it has so far. A height
+    /// above 5 is ignored.
     void ShowHeightStats(int height, std::span<const double> values, bool isFWD);
 
     int Drops() const { return drops_; }

@@ -6,8 +6,8 @@
 
 #include "platform/files.h"
 
-/// How screens reach each other: for each screen the few entry points that others call. The screen implements its door, and
-/// a test can stand another behind it.
+/// How screens reach each other: for each screen the few entry points that others call. The screen implements its door,
+/// and a test can stand another behind it.
 namespace bellmark {
 
 class PDDXFile;
@@ -16,7 +16,7 @@ class MainFrameDoor {  // frmMaster
   public:
     virtual ~MainFrameDoor() = default;
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
-    virtual void BeginWaiting(const std::string& text) = 0;         ///< says what is waited for, with a button to end it
+    virtual void BeginWaiting(const std::string& text) = 0;  ///< says what is waited for, with a button to end it
     virtual bool WaitingCancelled() const = 0;
     virtual void EndWaiting() = 0;
 };
@@ -48,11 +48,11 @@ class SetupDoor {  // frmSetup
   public:
     virtual ~SetupDoor() = default;
     virtual void Open() = 0;
-    virtual void BeginRun() = 0;                ///< the run's record is a fresh one
-    virtual void OpenCenterPage() = 0;          ///< optCalCenter
-    virtual void OpenPage(int step) = 0;        ///< 11 the center, 12 the FWD, 13 the sequence
+    virtual void BeginRun() = 0;          ///< the run's record is a fresh one
+    virtual void OpenCenterPage() = 0;    ///< optCalCenter
+    virtual void OpenPage(int step) = 0;  ///< 11 the center, 12 the FWD, 13 the sequence
     virtual bool HasBeenThroughCenterPage() const = 0;
-    virtual void ReadCalCenter() = 0;           ///< cmdReadCalCenter: the operator picks a file
+    virtual void ReadCalCenter() = 0;  ///< cmdReadCalCenter: the operator picks a file
     virtual void ReadCalCenterConfig(const Path& path) = 0;
     virtual void ReadCalCenterFromFolderOf(const Path& configuration) = 0;
     virtual void ReadFWDConfig(const Path& path) = 0;  ///< into the run and its document
@@ -67,7 +67,7 @@ class SetupDoor {  // frmSetup
 class AcquisitionDoor {
   public:
     virtual ~AcquisitionDoor() = default;
-    virtual std::string FindBoard() = 0;  ///< name of the board in use; "Simulator" when there is none
+    virtual std::string FindBoard() = 0;   ///< name of the board in use; "Simulator" when there is none
     virtual bool HasHardware() const = 0;  ///< a real board was found: the simulated one does not count
     virtual bool BoardAvailable() = 0;
     virtual void InitializeBoard() = 0;
@@ -96,9 +96,9 @@ class SimulatorDoor {
 class CollectionDoor {  // frmBellmark_Accel
   public:
     virtual ~CollectionDoor() = default;
-    virtual void Bellmark() = 0;       ///< entry for a trial
-    virtual void Start() = 0;          ///< prepares a trial
-    virtual void GetResults() = 0;     ///< takes the accepted drop into the grid and moves on
+    virtual void Bellmark() = 0;    ///< entry for a trial
+    virtual void Start() = 0;       ///< prepares a trial
+    virtual void GetResults() = 0;  ///< takes the accepted drop into the grid and moves on
     virtual void ClearDropData() = 0;
     virtual void PollButton(bool poll) = 0;
 };

@@ -10,15 +10,15 @@ namespace bellmark {
 inline constexpr std::size_t sampleCapacity = 15001;  ///< indexes 0 to 15000
 inline constexpr int samplesPerSecond = 15000;
 
-/// The drop in hand: its samples and what was found in them. Arrays are indexed by sample, at time i / 15000 s. The same
-/// arrays carry different quantities for the accelerometer and the load cell.
+/// The drop in hand: its samples and what was found in them. Arrays are indexed by sample, at time i / 15000 s. The
+/// same arrays carry different quantities for the accelerometer and the load cell.
 struct DropRecord {
     std::vector<float> RawVolts = std::vector<float>(sampleCapacity);
     int NumSamples = 0;
     std::vector<double> AbsAccel = std::vector<double>(sampleCapacity);  ///< g
     std::vector<double> RelAccelMicrons = std::vector<double>(sampleCapacity);
-    std::vector<double> RelAccelG = std::vector<double>(sampleCapacity);     ///< load cell: volts times shunt multiplier
-    std::vector<double> Velocity = std::vector<double>(sampleCapacity);      ///< load cell: total load, pounds
+    std::vector<double> RelAccelG = std::vector<double>(sampleCapacity);  ///< load cell: volts times shunt multiplier
+    std::vector<double> Velocity = std::vector<double>(sampleCapacity);   ///< load cell: total load, pounds
     std::vector<double> Displacement = std::vector<double>(sampleCapacity);  ///< load cell: zeroed load, pounds
     std::vector<double> AccelSD25 = std::vector<double>(sampleCapacity);
     std::vector<double> AccelSD100 = std::vector<double>(sampleCapacity);

@@ -16,7 +16,8 @@ class frmMaster : public Screen, public MainFrameDoor {
     Button mnuSetup{*this, "mnuSetup", "&Setup"};
     Button mnuExit{*this, "mnuExit", "E&xit"};
     Button mnuAccelerometerCalibration{*this, "mnuAccelerometerCalibration", "&Accelerometer Calibration"};
-    Button mnuReferenceLoadCellCalibration{*this, "mnuReferenceLoadCellCalibration", "Reference &Load Cell Calibration"};
+    Button mnuReferenceLoadCellCalibration{*this, "mnuReferenceLoadCellCalibration",
+                                           "Reference &Load Cell Calibration"};
     Button mnuLoadCell{*this, "mnuLoadCell", "Load Cell"};
     Button mnuDeflectionSensors{*this, "mnuDeflectionSensors", "Deflection Sensors"};
     Button mnuDocumentation{*this, "mnuDocumentation", "Documentation"};

@@ -19,7 +19,9 @@ Path BrowseForFolder(Dialogs& dialogs, const std::string& prompt) {
     return dialogs.PickFolder(prompt, {}).value_or(Path());
 }
 
-std::string FileExtension(std::string_view path) { return std::string(path.substr(path.rfind('.') + 1)); }
+std::string FileExtension(std::string_view path) {
+    return std::string(path.substr(path.rfind('.') + 1));
+}
 
 double SampleStdDev(double sumOfSquares, double sum, int count) {
     if (count < 2) return 0;
@@ -27,17 +29,25 @@ double SampleStdDev(double sumOfSquares, double sum, int count) {
     return variance > 0 ? std::sqrt(variance) : 0;
 }
 
-int RandomSign(Random& random) { return 0.5 > random.Next() ? 1 : -1; }
+int RandomSign(Random& random) {
+    return 0.5 > random.Next() ? 1 : -1;
+}
 
-std::string ZeroIfEmpty(std::string text) { return text.empty() ? "0" : text; }
+std::string ZeroIfEmpty(std::string text) {
+    return text.empty() ? "0" : text;
+}
 
 bool ExceedsLimit(double value, double limit) {
     constexpr double sameDecimal = 1e-9;
     return value > limit + sameDecimal;
 }
 
-double CelsiusToFahrenheit(double degrees) { return degrees * 9 / 5 + 32; }
-double FahrenheitToCelsius(double degrees) { return (degrees - 32) * 5 / 9; }
+double CelsiusToFahrenheit(double degrees) {
+    return degrees * 9 / 5 + 32;
+}
+double FahrenheitToCelsius(double degrees) {
+    return (degrees - 32) * 5 / 9;
+}
 
 std::vector<std::string> ListSubFolders(const FileSystem& files, const Path& folder, std::string_view prefix) {
     auto names = files.FolderNames(folder);
@@ -111,14 +121,22 @@ void PrintTextFile(const FileSystem& files, Printer& printer, const Path& file) 
 
 const char* FieldFormat(Field kind, bool englishUnits) {
     switch (kind) {
-        case Field::Load: return englishUnits ? "#,##0.0" : "#0.000";
-        case Field::Deflection: return englishUnits ? "#0.00" : "#,##0";
-        case Field::Date: return "dd-mmm-yyyy";
-        case Field::Time: return "hh:nn:ss";
-        case Field::TwoPlaces: return "#0.00";
-        case Field::ThreePlaces: return "#0.000";
-        case Field::FourPlaces: return "#0.0000";
-        case Field::Other: break;
+        case Field::Load:
+            return englishUnits ? "#,##0.0" : "#0.000";
+        case Field::Deflection:
+            return englishUnits ? "#0.00" : "#,##0";
+        case Field::Date:
+            return "dd-mmm-yyyy";
+        case Field::Time:
+            return "hh:nn:ss";
+        case Field::TwoPlaces:
+            return "#0.00";
+        case Field::ThreePlaces:
+            return "#0.000";
+        case Field::FourPlaces:
+            return "#0.0000";
+        case Field::Other:
+            break;
     }
     return englishUnits ? "#,##0.00#" : "#0.000#";
 }
@@ -135,8 +153,7 @@ double ReadTemperature(Program& program) {
 
 double MinutesSinceAccelCal(const Program& program) {
     const CenterConfig& center = program.Center;
-    const DateTime calibrated =
-        DayOf(center.AccelDailyCalibrationDate) + TimeOfDay(center.AccelDailyCalibrationTime);
+    const DateTime calibrated = DayOf(center.AccelDailyCalibrationDate) + TimeOfDay(center.AccelDailyCalibrationTime);
     const auto minutesOf = [](DateTime moment) { return std::chrono::floor<std::chrono::minutes>(moment); };
     return static_cast<double>((minutesOf(program.Now()) - minutesOf(calibrated)).count());
 }
@@ -194,6 +211,8 @@ bool SavePDDX(Program& program, const PDDXFile& document, const Path& path) {
     }
 }
 
-std::string VersionText() { return "Version " BELLMARK_VERSION "  " BELLMARK_BUILD_DATE; }
+std::string VersionText() {
+    return "Version " BELLMARK_VERSION "  " BELLMARK_BUILD_DATE;
+}
 
 }  // namespace bellmark

@@ -39,7 +39,9 @@ ctrlHeader::ctrlHeader(Screen& host, PageHeader& header)
     Show();
 }
 
-ctrlHeader::~ctrlHeader() { std::erase(header_.shownBy_, this); }
+ctrlHeader::~ctrlHeader() {
+    std::erase(header_.shownBy_, this);
+}
 
 void ctrlHeader::Show() {
     BoardName.Caption = header_.boardName_;

@@ -14,8 +14,8 @@ inline constexpr const char* helpFileName = "BellmarkHelp.hlp";
 inline constexpr const char* interimPattern = "InterimCal*.DDX";
 inline constexpr const char* interimCopyName = "InterimCal.DDX";
 
-/// The path as it is on disk: file names count without case, as operators' files come from systems where they do. A file that
-/// is not there keeps the name it was asked by.
+/// The path as it is on disk: file names count without case, as operators' files come from systems where they do. A
+/// file that is not there keeps the name it was asked by.
 Path ActualPath(const FileSystem& files, const Path& path);
 
 }  // namespace bellmark

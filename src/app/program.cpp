@@ -27,15 +27,21 @@ void Program::Compose(int code, const std::vector<MessageValue>& values) {
     ErrorMessages(Run, code, values, {Folder(), Now(), Center.ReferenceLoadCellUnits});
 }
 
-Answer Program::ShowComposed() { return Services.dialogs.Show(ComposedBox(Run)); }
+Answer Program::ShowComposed() {
+    return Services.dialogs.Show(ComposedBox(Run));
+}
 
-Answer Program::ShowComposed(int style) { return Services.dialogs.Show(ComposedBox(Run, style)); }
+Answer Program::ShowComposed(int style) {
+    return Services.dialogs.Show(ComposedBox(Run, style));
+}
 
 Answer Program::ShowBox(const std::string& text, int style, const std::string& title) {
     return Services.dialogs.Show({text, style, title, 0});
 }
 
-DateTime Program::Now() const { return Services.clock.Now(); }
+DateTime Program::Now() const {
+    return Services.clock.Now();
+}
 
 void Program::Log(const std::string& what) {
     const std::string line = Format(Now(), "yyyy-mm-dd hh:nn:ss") + ' ' + what + "\r\n";

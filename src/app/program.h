@@ -24,8 +24,8 @@ struct SetAsideForReplay {
     int dropSequenceIndex = 0;
 };
 
-/// One running program: its records, its services and its screens behind their doors. Passed by reference; there is nothing
-/// global, so that two of them can live side by side.
+/// One running program: its records, its services and its screens behind their doors. Passed by reference; there is
+/// nothing global, so that two of them can live side by side.
 class Program {
   public:
     explicit Program(Machine& machine);

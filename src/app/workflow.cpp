@@ -13,15 +13,23 @@ namespace {
 
 constexpr int anyStep = 999;
 
-void OpenSetupPage(Program& program) { program.The<SetupDoor>().OpenPage(program.Run.CurrentProcStep); }
+void OpenSetupPage(Program& program) {
+    program.The<SetupDoor>().OpenPage(program.Run.CurrentProcStep);
+}
 
-void OpenFlip(Program& program) { program.The<FlipCalibrationDoor>().Start(); }
+void OpenFlip(Program& program) {
+    program.The<FlipCalibrationDoor>().Start();
+}
 
-void OpenMainMenu(Program& program) { program.The<MainMenuDoor>().Open(); }
+void OpenMainMenu(Program& program) {
+    program.The<MainMenuDoor>().Open();
+}
 
 void StayHere(Program&) {}
 
-void CollectDrops(Program& program) { program.The<CollectionDoor>().Bellmark(); }
+void CollectDrops(Program& program) {
+    program.The<CollectionDoor>().Bellmark();
+}
 
 void ShowFlipResult(Program& program) {
     ComputeAccelAdjustment(program.Center);
@@ -45,15 +53,29 @@ void CollectWhileAccelerometerHolds(Program& program) {
     }
 }
 
-void CompareSensors(Program& program) { program.The<CenterRelativeDoor>().Start(); }
+void CompareSensors(Program& program) {
+    program.The<CenterRelativeDoor>().Start();
+}
 
-void OpenMonthly(Program& program) { program.The<RelativeDoor>().Start(false); }
-void OpenReplacement(Program& program) { program.The<RelativeDoor>().Start(true); }
-void ShowRelativeResults(Program& program) { program.The<RelativeResultsDoor>().Open(); }
-void ShowNextRelativeResults(Program& program) { program.The<RelativeResultsDoor>().OpenNext(); }
+void OpenMonthly(Program& program) {
+    program.The<RelativeDoor>().Start(false);
+}
+void OpenReplacement(Program& program) {
+    program.The<RelativeDoor>().Start(true);
+}
+void ShowRelativeResults(Program& program) {
+    program.The<RelativeResultsDoor>().Open();
+}
+void ShowNextRelativeResults(Program& program) {
+    program.The<RelativeResultsDoor>().OpenNext();
+}
 
-void MeasureTrigger(Program& program) { program.The<TriggerDoor>().LoadStart(); }
-void MeasureNumberOfDrops(Program& program) { program.The<TriggerDoor>().NumDropsStart(1); }
+void MeasureTrigger(Program& program) {
+    program.The<TriggerDoor>().LoadStart();
+}
+void MeasureNumberOfDrops(Program& program) {
+    program.The<TriggerDoor>().NumDropsStart(1);
+}
 
 void MeasureTriggerAfterCheck(Program& program) {
     if (!program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure)) return;
@@ -96,14 +118,20 @@ constexpr std::array entries{
 
 }  // namespace
 
-std::span<const WorkflowEntry> WorkflowEntries() { return entries; }
+std::span<const WorkflowEntry> WorkflowEntries() {
+    return entries;
+}
 
 const char* ProcedureTitle(int procedure) {
     switch (procedure) {
-        case 3: return "Flip Calibration of Accelerometer";
-        case 4: return "FWD Deflection Sensor Calibration";
-        case 5: return "FWD Load Cell Calibration";
-        default: return "";
+        case 3:
+            return "Flip Calibration of Accelerometer";
+        case 4:
+            return "FWD Deflection Sensor Calibration";
+        case 5:
+            return "FWD Load Cell Calibration";
+        default:
+            return "";
     }
 }
 

@@ -6,8 +6,8 @@ namespace bellmark {
 
 class Program;
 
-/// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the run:
-/// CurrentProcedure and CurrentProcStep. This is the way back into each of them.
+/// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the
+/// run: CurrentProcedure and CurrentProcStep. This is the way back into each of them.
 struct WorkflowEntry {
     int procedure;
     int firstStep;
@@ -25,8 +25,8 @@ const char* ProcedureTitle(int procedure);
 /// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.
 void ReturnToProcedure(Program& program, int procedure);
 
-/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished and
-/// accepted pair does it go on to the relative calibration.
+/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished
+/// and accepted pair does it go on to the relative calibration.
 int SensorStep(int referenceTrials, bool referenceAccepted);
 
 }  // namespace bellmark

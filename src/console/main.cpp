@@ -106,8 +106,20 @@ int RunScript(const Options& options) {
     const InstanceLock lock(folder);
     ScriptRunner* runner = nullptr;
     bool ended = false;
-    Machine machine{files, clock, timers, dialogs, launcher, printer, sound, random, {}, {}, {}, folder,
-                    std::filesystem::current_path(), lock.IsFirst()};
+    Machine machine{files,
+                    clock,
+                    timers,
+                    dialogs,
+                    launcher,
+                    printer,
+                    sound,
+                    random,
+                    {},
+                    {},
+                    {},
+                    folder,
+                    std::filesystem::current_path(),
+                    lock.IsFirst()};
     machine.yield = [&] {
         timers.RunDue();
         runner->TakeTurn();

@@ -14,7 +14,7 @@ struct ScriptWord {
 };
 
 struct ScriptLine {
-    int number = 0;  ///< from 1
+    int number = 0;                 ///< from 1
     std::vector<ScriptWord> words;  ///< never empty
 };
 
@@ -28,8 +28,8 @@ class ScriptError : public std::runtime_error {
     int line_;
 };
 
-/// Lines with at least one word. Throws ScriptError for a quote that is never closed, an unknown escape, and text that is not
-/// UTF-8.
+/// Lines with at least one word. Throws ScriptError for a quote that is never closed, an unknown escape, and text that
+/// is not UTF-8.
 std::vector<ScriptLine> ReadScript(std::string_view text);
 
 }  // namespace bellmark

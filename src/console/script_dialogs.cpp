@@ -37,10 +37,14 @@ std::string OnOneLine(const std::string& text) {
 
 std::string AnswerText(Answer answer) {
     switch (answer) {
-        case Answer::OK: return "OK";
-        case Answer::Cancel: return "Cancel";
-        case Answer::Yes: return "Yes";
-        case Answer::No: return "No";
+        case Answer::OK:
+            return "OK";
+        case Answer::Cancel:
+            return "Cancel";
+        case Answer::Yes:
+            return "Yes";
+        case Answer::No:
+            return "No";
     }
     return {};
 }
@@ -57,7 +61,8 @@ Answer ScriptDialogs::Show(const MessageBox& message) {
     return answer;
 }
 
-std::optional<std::string> ScriptDialogs::Input(const std::string& prompt, const std::string& title, const std::string&) {
+std::optional<std::string> ScriptDialogs::Input(const std::string& prompt, const std::string& title,
+                                                const std::string&) {
     return TakeFirst(inputs_, "an input box came up and no input is queued: " + title + ' ' + OnOneLine(prompt));
 }
 

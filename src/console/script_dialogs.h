@@ -11,7 +11,8 @@
 
 namespace bellmark {
 
-/// Ends a script from deep inside the program. Not a std::exception: the program must not take it for a failure of its own.
+/// Ends a script from deep inside the program. Not a std::exception: the program must not take it for a failure of its
+/// own.
 struct ScriptStop {
     std::string why;
 };

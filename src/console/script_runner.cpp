@@ -19,7 +19,9 @@ namespace bellmark {
 namespace {
 
 /// A line did not hold; the runner adds the line's number.
-[[noreturn]] void Fail(const std::string& why) { throw ScriptStop{why}; }
+[[noreturn]] void Fail(const std::string& why) {
+    throw ScriptStop{why};
+}
 
 std::string WithoutReturns(std::string text) {
     std::erase(text, '\r');
@@ -29,11 +31,14 @@ std::string WithoutReturns(std::string text) {
 int WholeNumber(const ScriptWord& word) {
     const auto number = word.quoted ? std::nullopt : NumberIn(word.text);
     constexpr double largest = 2147483647;
-    if (!number || std::abs(*number) > largest || *number != std::trunc(*number)) Fail("\"" + word.text + "\" is not a whole number");
+    if (!number || std::abs(*number) > largest || *number != std::trunc(*number))
+        Fail("\"" + word.text + "\" is not a whole number");
     return static_cast<int>(*number);
 }
 
-std::string Truth(bool value) { return value ? "True" : "False"; }
+std::string Truth(bool value) {
+    return value ? "True" : "False";
+}
 
 }  // namespace
 
@@ -196,7 +201,9 @@ void ScriptRunner::QueueFolder(const Words& words) {
     dialogs_.QueueFolder(cancel ? std::nullopt : std::optional(PathFromText(words[1].text)));
 }
 
-void ScriptRunner::QueueInput(const Words& words) { dialogs_.QueueInput(words[1].text); }
+void ScriptRunner::QueueInput(const Words& words) {
+    dialogs_.QueueInput(words[1].text);
+}
 
 std::string ScriptRunner::TextOf(const Target& target) const {
     if (!target.control) return ColorText(target.screen->BackColor());
@@ -234,7 +241,9 @@ void ScriptRunner::Show(const Words& words) {
     output_ << ColorText(grid->CellColor(row, column)) << '\n';
 }
 
-void ScriptRunner::Expect(const Words& words) { RequireEqual(TextOf(Find(words[1].text)), words[2].text); }
+void ScriptRunner::Expect(const Words& words) {
+    RequireEqual(TextOf(Find(words[1].text)), words[2].text);
+}
 
 void ScriptRunner::ShowCell(const Words& words) {
     const Grid& grid = FindGrid(words[1].text);
@@ -257,9 +266,13 @@ std::string ScriptRunner::FrontName() const {
     return front ? front->Name() : std::string("none");
 }
 
-void ScriptRunner::ShowFront(const Words&) { output_ << FrontName() << '\n'; }
+void ScriptRunner::ShowFront(const Words&) {
+    output_ << FrontName() << '\n';
+}
 
-void ScriptRunner::ExpectFront(const Words& words) { RequireEqual(FrontName(), words[1].text); }
+void ScriptRunner::ExpectFront(const Words& words) {
+    RequireEqual(FrontName(), words[1].text);
+}
 
 void ScriptRunner::ShowBoxes(const Words&) {
     for (const auto& shown : dialogs_.TakeBoxes()) output_ << shown << '\n';

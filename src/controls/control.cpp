@@ -6,11 +6,17 @@
 
 namespace bellmark {
 
-Control::Control(Screen& screen, std::string name) : screen_(screen), name_(std::move(name)) { screen.Register(*this); }
+Control::Control(Screen& screen, std::string name) : screen_(screen), name_(std::move(name)) {
+    screen.Register(*this);
+}
 
-std::string Control::FullName() const { return screen_.Name() + '.' + name_; }
+std::string Control::FullName() const {
+    return screen_.Name() + '.' + name_;
+}
 
-bool Control::IsReachable() const { return Enabled && Visible && (!frame_ || frame_->IsReachable()); }
+bool Control::IsReachable() const {
+    return Enabled && Visible && (!frame_ || frame_->IsReachable());
+}
 
 void Control::RequireReachable() const {
     if (IsReachable()) return;

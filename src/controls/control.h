@@ -8,8 +8,8 @@
 #include "controls/color.h"
 
 /// Controls without a toolkit. The control holds the truth; a front end shows it and passes on what the user does. Two
-/// verbs keep the two apart: assigning a property is the program speaking and tells the view alone, the User... functions
-/// are the user acting and tell the logic.
+/// verbs keep the two apart: assigning a property is the program speaking and tells the view alone, the User...
+/// functions are the user acting and tell the logic.
 namespace bellmark {
 
 class Control;

@@ -37,12 +37,15 @@ void OptionButton::Choose() {
     chosen_ = true;
 }
 
-void OptionButton::Drop() { chosen_ = false; }
+void OptionButton::Drop() {
+    chosen_ = false;
+}
 
 std::string ComboBox::DisplayText() const {
     const auto& items = Items.Get();
     const int index = ListIndex;
-    return index >= 0 && index < static_cast<int>(items.size()) ? items[static_cast<std::size_t>(index)] : std::string();
+    return index >= 0 && index < static_cast<int>(items.size()) ? items[static_cast<std::size_t>(index)]
+                                                                : std::string();
 }
 
 bool ComboBox::ChooseText(const std::string& item) {
@@ -168,7 +171,9 @@ void Picture::Draw(Plot plot) {
     TellChanged();
 }
 
-void Picture::Clear() { Draw({}); }
+void Picture::Clear() {
+    Draw({});
+}
 
 std::string Picture::DisplayText() const {
     if (plot_.IsEmpty()) return {};

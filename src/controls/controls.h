@@ -47,8 +47,8 @@ class TextBox : public Control {
 
     std::function<void()> Leave;  ///< the user has changed the text and left the box
 
-    /// Types the text and leaves the box. Throws UserError when it is locked or not reachable, and for a character that the
-    /// files of the program cannot hold.
+    /// Types the text and leaves the box. Throws UserError when it is locked or not reachable, and for a character that
+    /// the files of the program cannot hold.
     void UserEnter(const std::string& text);
 };
 
@@ -61,7 +61,8 @@ class CheckBox : public CaptionedControl {
     void BeforeClick() override { Value = !Value.Get(); }
 };
 
-/// One of several choices: choosing it, by the user or by the program, drops the others of its group on the same screen.
+/// One of several choices: choosing it, by the user or by the program, drops the others of its group on the same
+/// screen.
 class OptionButton : public CaptionedControl {
   public:
     OptionButton(Screen& screen, std::string name, std::string group, std::string caption = {})
@@ -153,7 +154,7 @@ class Timer : public Control {
     std::string DisplayText() const override { return IsRunning() ? "running" : "stopped"; }
 
     void SetInterval(std::chrono::milliseconds interval) { interval_ = interval; }  ///< from the next start on
-    void Start();                                                                  ///< anew from now when it runs already
+    void Start();  ///< anew from now when it runs already
     void Stop();
     bool IsRunning() const { return id_.has_value(); }
     std::function<void()> Tick;

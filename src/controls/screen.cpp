@@ -13,7 +13,9 @@ Screen::Screen(ScreenStack& stack, std::string name, std::string title)
     stack_.Add(*this);
 }
 
-Screen::~Screen() { stack_.Remove(*this); }
+Screen::~Screen() {
+    stack_.Remove(*this);
+}
 
 void Screen::Register(Control& control) {
     if (Find(control.Name())) throw std::logic_error(control.FullName() + " exists twice");
@@ -27,9 +29,15 @@ Control* Screen::Find(std::string_view name) const {
     return nullptr;
 }
 
-void Screen::Show() { stack_.Show(*this); }
-void Screen::Hide() { stack_.Hide(*this); }
-bool Screen::IsShown() const { return stack_.IsShown(*this); }
+void Screen::Show() {
+    stack_.Show(*this);
+}
+void Screen::Hide() {
+    stack_.Hide(*this);
+}
+bool Screen::IsShown() const {
+    return stack_.IsShown(*this);
+}
 
 void Screen::SetBackColor(Color color) {
     if (backColor_ == color) return;

@@ -47,7 +47,9 @@ void ScreenStack::Dispatch(const std::string& what, const std::function<void()>&
     }
 }
 
-void ScreenStack::Add(Screen& screen) { screens_.push_back(&screen); }
+void ScreenStack::Add(Screen& screen) {
+    screens_.push_back(&screen);
+}
 
 void ScreenStack::Remove(Screen& screen) {
     std::erase(screens_, &screen);

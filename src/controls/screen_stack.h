@@ -10,8 +10,8 @@ namespace bellmark {
 class Screen;
 class Timers;
 
-/// All screens of one program and which of them are shown, the last shown in front. The one place where what the user and
-/// the timers cause enters the logic.
+/// All screens of one program and which of them are shown, the last shown in front. The one place where what the user
+/// and the timers cause enters the logic.
 class ScreenStack {
   public:
     explicit ScreenStack(Timers& timers) : timers_(timers) {}
@@ -25,11 +25,13 @@ class ScreenStack {
     void Show(Screen& screen);
     void Hide(Screen& screen);
 
-    /// Runs a handler. An exception that leaves it goes to HandleFailure with what the operator was doing, and no further.
+    /// Runs a handler. An exception that leaves it goes to HandleFailure with what the operator was doing, and no
+    /// further.
     void Dispatch(const std::string& what, const std::function<void()>& handler) const;
 
     std::function<void(const std::string& what, const std::string& why)> HandleFailure;
-    std::function<void()> FrontChanged;  ///< the front end's: it builds a screen's view when that first comes to the front
+    std::function<void()>
+        FrontChanged;  ///< the front end's: it builds a screen's view when that first comes to the front
 
   private:
     friend class Screen;

@@ -5,8 +5,8 @@
 
 namespace bellmark {
 
-/// A data acquisition board: one channel at a time, 15000 samples a second. The simulated board and every hardware back-end
-/// offer this; frmDAQ chooses between them.
+/// A data acquisition board: one channel at a time, 15000 samples a second. The simulated board and every hardware
+/// back-end offer this; frmDAQ chooses between them.
 class Board {
   public:
     virtual ~Board() = default;

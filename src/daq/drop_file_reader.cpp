@@ -40,7 +40,9 @@ double ValueOf(std::string_view line) {
     return equal == std::string_view::npos ? 0 : ReadNumber(line.substr(equal + 1));
 }
 
-bool Holds(std::string_view line, std::string_view part) { return line.find(part) != std::string_view::npos; }
+bool Holds(std::string_view line, std::string_view part) {
+    return line.find(part) != std::string_view::npos;
+}
 
 /// Older files give the daily readings in millivolts. The two lines tell them apart by different rules.
 double PlusVolts(std::string_view line) {
@@ -53,7 +55,9 @@ double MinusVolts(std::string_view line) {
     return Holds(line, "mV") || (Holds(line, "mv") && value < -10) ? value / 1000 : value;
 }
 
-double SixPlaces(double value) { return ReadNumber(Format(value, "0.000000")); }
+double SixPlaces(double value) {
+    return ReadNumber(Format(value, "0.000000"));
+}
 
 void ReadHeaderLine(DropFileHeader& header, std::string_view line) {
     // Thousands of sample lines come this way: none begins with a letter.
@@ -74,7 +78,8 @@ std::optional<std::string_view> ThirdField(std::string_view line) {
     return line.substr(second + 1, line.find(',', second + 1) - second - 1);
 }
 
-/// Takes one line off the front of the text. Two searches for one character each are several times faster than one for both.
+/// Takes one line off the front of the text. Two searches for one character each are several times faster than one for
+/// both.
 std::string_view TakeLine(std::string_view& text) {
     auto line = text.substr(0, text.find('\n'));
     line = line.substr(0, line.find('\r'));

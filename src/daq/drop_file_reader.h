@@ -30,8 +30,8 @@ struct DropSamples {
 /// A flat list of numbers between commas or line ends; empty items are skipped.
 DropSamples ReadTemplateFile(std::string_view text);
 
-/// The text file that is written for every drop: header lines, a line that begins with "Sample", then one line a sample with
-/// the volts in the third of its comma-separated fields. Reads up to the first line that is not so.
+/// The text file that is written for every drop: header lines, a line that begins with "Sample", then one line a sample
+/// with the volts in the third of its comma-separated fields. Reads up to the first line that is not so.
 DropSamples ReadSavedDropFile(std::string_view text);
 
 }  // namespace bellmark

@@ -30,6 +30,8 @@ void frmDAQ::Unload() {
     simulator_.Unload();
 }
 
-Board& frmDAQ::Capturing() { return program_.Run.ReplayMode ? simulator_ : *current_; }
+Board& frmDAQ::Capturing() {
+    return program_.Run.ReplayMode ? simulator_ : *current_;
+}
 
 }  // namespace bellmark

@@ -7,8 +7,8 @@ namespace bellmark {
 
 class Program;
 
-/// The one way to analog input: passes every call on to the board in use. While saved drops are replayed, captures go to the
-/// simulated board even where hardware is present.
+/// The one way to analog input: passes every call on to the board in use. While saved drops are replayed, captures go
+/// to the simulated board even where hardware is present.
 class frmDAQ : public AcquisitionDoor {
   public:
     /// hardware may be nullptr: a build or a machine without a board's back-end.

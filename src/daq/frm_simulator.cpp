@@ -34,7 +34,9 @@ void frmSimulator::SetRandom(float mean, float amplitude) {
     source_ = Source::RandomVolts;
 }
 
-void frmSimulator::Unload() { Timer1.Stop(); }
+void frmSimulator::Unload() {
+    Timer1.Stop();
+}
 
 float frmSimulator::OneConversion(int) {
     Random& random = program_.Services.random;
@@ -105,11 +107,15 @@ Path frmSimulator::SavedDropPath(const Path& folder) const {
                             NumberText(drop) + ".txt");
     };
     switch (run.CurrentProcedure) {
-        case 4: return folder / name("Reference", run.RefTrials, run.CurrentDropIndex);
-        case 5: return folder / name("LoadCell", run.LoadCellRefTrials, run.CurrentDropIndex);
+        case 4:
+            return folder / name("Reference", run.RefTrials, run.CurrentDropIndex);
+        case 5:
+            return folder / name("LoadCell", run.LoadCellRefTrials, run.CurrentDropIndex);
         case 8:
-        case 9: return folder / name("Reference", run.RefTrials, 1);
-        default: return TemplatePath(folder);
+        case 9:
+            return folder / name("Reference", run.RefTrials, 1);
+        default:
+            return TemplatePath(folder);
     }
 }
 

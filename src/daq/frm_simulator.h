@@ -13,7 +13,8 @@ namespace bellmark {
 
 class Program;
 
-/// The simulated board: serves the drops of text files, or random volts, so that the whole calibration runs without hardware.
+/// The simulated board: serves the drops of text files, or random volts, so that the whole calibration runs without
+/// hardware.
 class frmSimulator : public Screen, public SimulatorDoor, public Board {
   public:
     explicit frmSimulator(Program& program);

@@ -92,7 +92,8 @@ std::string RunConverter(Program& program, const Path& file, int fileType, const
     while (!converter->HasEnded()) {
         if (notice.Cancelled() || machine.clock.Elapsed() - begun > longestWait) {
             converter->Kill();
-            return notice.Cancelled() ? "The conversion was cancelled." : "The converter did not end within 60 seconds.";
+            return notice.Cancelled() ? "The conversion was cancelled."
+                                      : "The converter did not end within 60 seconds.";
         }
         machine.pause();
     }

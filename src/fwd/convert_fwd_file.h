@@ -7,15 +7,15 @@ namespace bellmark {
 class Program;
 
 struct Conversion {
-    Path path;           ///< of the document, or the path that was given when nothing was converted
-    bool done = false;   ///< a new document is there
-    bool told = false;   ///< it failed, and the operator has been told why
+    Path path;          ///< of the document, or the path that was given when nothing was converted
+    bool done = false;  ///< a new document is there
+    bool told = false;  ///< it failed, and the operator has been told why
 };
 
-/// Has the external converter turn an FWD's file into a PDDX document: "<name>cvt.ddx" beside it. The file is first copied into
-/// the run's data folder, except while a monthly trial is analysed. An existing document is replaced only when the operator says
-/// so. The converter's document is waited for, 60 seconds at most, since an old one must never be read in its place; the
-/// operator can end the wait.
+/// Has the external converter turn an FWD's file into a PDDX document: "<name>cvt.ddx" beside it. The file is first
+/// copied into the run's data folder, except while a monthly trial is analysed. An existing document is replaced only
+/// when the operator says so. The converter's document is waited for, 60 seconds at most, since an old one must never
+/// be read in its place; the operator can end the wait.
 Conversion ConvertFWDFile(Program& program, const Path& file, int fileType);
 
 }  // namespace bellmark

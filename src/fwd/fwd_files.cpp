@@ -25,10 +25,13 @@ constexpr std::array fileTypes{
 
 const char* DropDataFilter(Make make) {
     switch (make) {
-        case Make::Dynatest: return "F20 or F25 Files|*.F**|PDDX Files|*.ddx|*.*|All Files";
-        case Make::Jils: return "DAT Files|*.DAT|PDDX Files|*.ddx|*.*|All Files";
+        case Make::Dynatest:
+            return "F20 or F25 Files|*.F**|PDDX Files|*.ddx|*.*|All Files";
+        case Make::Jils:
+            return "DAT Files|*.DAT|PDDX Files|*.ddx|*.*|All Files";
         case Make::CarlBro:
-        case Make::Kuab: break;
+        case Make::Kuab:
+            break;
     }
     return "FWD File|*.FWD|PDDX Files|*.ddx|*.*|All Files";
 }
@@ -45,10 +48,14 @@ int FWDFileType(Make make, std::string_view extension) {
 
 const char* ConfigurationFilter(Make make) {
     switch (make) {
-        case Make::Dynatest: return "F20 or F25 Files|*.F**|PDDX Files|*.ddx|All files|*.*";
-        case Make::CarlBro: return "HW_INI.TXT File|*.TXT|*.TST File|*.TST|PDDX Files|*.ddx|All files|*.*";
-        case Make::Jils: return "CFG files|*.cfg|SetUp.Par Files|*.Par|DAT files|*.dat|PDDX Files|*.ddx|All files|*.*";
-        case Make::Kuab: break;
+        case Make::Dynatest:
+            return "F20 or F25 Files|*.F**|PDDX Files|*.ddx|All files|*.*";
+        case Make::CarlBro:
+            return "HW_INI.TXT File|*.TXT|*.TST File|*.TST|PDDX Files|*.ddx|All files|*.*";
+        case Make::Jils:
+            return "CFG files|*.cfg|SetUp.Par Files|*.Par|DAT files|*.dat|PDDX Files|*.ddx|All files|*.*";
+        case Make::Kuab:
+            break;
     }
     return "FVO.INI File|*.INI|PDDX Files|*.ddx|All files|*.*";
 }

@@ -17,7 +17,8 @@ DateTime SystemClock::Now() const {
     localtime_r(&seconds, &parts);
 #endif
     const auto fraction = duration_cast<milliseconds>(now - std::chrono::floor<std::chrono::seconds>(now));
-    return MakeDateTime(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec) +
+    return MakeDateTime(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min,
+                        parts.tm_sec) +
            fraction;
 }
 
@@ -25,9 +26,13 @@ milliseconds SystemClock::Elapsed() const {
     return duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-DateTime ScriptClock::Now() const { return stopped_ ? now_ : system_.Now(); }
+DateTime ScriptClock::Now() const {
+    return stopped_ ? now_ : system_.Now();
+}
 
-milliseconds ScriptClock::Elapsed() const { return stopped_ ? elapsed_ : system_.Elapsed(); }
+milliseconds ScriptClock::Elapsed() const {
+    return stopped_ ? elapsed_ : system_.Elapsed();
+}
 
 void ScriptClock::Set(DateTime now) {
     Stop();

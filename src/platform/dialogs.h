@@ -21,9 +21,15 @@ inline constexpr int information = 64;
 inline constexpr int secondIsDefault = 256;
 inline constexpr int helpButton = 16384;
 
-constexpr bool HasYesNo(int style) { return (style & 7) == yesNo; }
-constexpr bool HasCancel(int style) { return (style & 7) == okCancel; }
-constexpr int Icon(int style) { return style & 112; }
+constexpr bool HasYesNo(int style) {
+    return (style & 7) == yesNo;
+}
+constexpr bool HasCancel(int style) {
+    return (style & 7) == okCancel;
+}
+constexpr int Icon(int style) {
+    return style & 112;
+}
 }  // namespace box
 
 struct MessageBox {

@@ -74,11 +74,10 @@ bool MatchesPattern(std::string_view name, std::string_view pattern);
 std::vector<std::string> FilesMatching(const FileSystem& files, const Path& folder, std::string_view pattern);
 
 /// A text file, Windows-1252 on disk, as UTF-8.
-std::string ReadTextFile(const FileSystem& files, const Path& path,
-                         std::uintmax_t limit = FileSystem::defaultLimit);
+std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit = FileSystem::defaultLimit);
 void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text);
 
-std::string PathText(const Path& path);        ///< UTF-8, in the machine's own notation
-Path PathFromText(std::string_view text);      ///< from UTF-8
+std::string PathText(const Path& path);    ///< UTF-8, in the machine's own notation
+Path PathFromText(std::string_view text);  ///< from UTF-8
 
 }  // namespace bellmark

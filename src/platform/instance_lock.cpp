@@ -20,7 +20,8 @@ constexpr const char* lockName = "Bellmark.lock";
 
 InstanceLock::InstanceLock(const Path& programFolder) {
     const auto file = (programFolder / lockName).wstring();
-    HANDLE handle = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    HANDLE handle =
+        CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     first_ = handle != INVALID_HANDLE_VALUE;
     handle_ = first_ ? handle : nullptr;
 }

@@ -73,7 +73,8 @@ struct Machine {
     Path startDirectory;
     bool isFirstInstance = true;  ///< no other program works on the program folder
 
-    /// How long the simulated board takes to deliver a block. An operator wants to see the armed screen, a script does not.
+    /// How long the simulated board takes to deliver a block. An operator wants to see the armed screen, a script does
+    /// not.
     std::chrono::milliseconds simulatedCapture{0};
 
     /// Lets a moment pass, with timers and events served, while another program works.

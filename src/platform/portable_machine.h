@@ -11,8 +11,8 @@ class SystemLauncher : public Launcher {
     std::unique_ptr<RunningProgram> Start(const Path& program, const std::string& arguments) override;
 };
 
-/// "Prints" into a text file beside the others of the program folder, pages parted by form feeds; for machines without a
-/// printer and for scripts.
+/// "Prints" into a text file beside the others of the program folder, pages parted by form feeds; for machines without
+/// a printer and for scripts.
 class FilePrinter : public Printer {
   public:
     FilePrinter(FileSystem& files, Path file) : files_(files), file_(std::move(file)) {}

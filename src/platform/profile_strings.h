@@ -10,8 +10,8 @@ namespace bellmark {
 
 class FileSystem;
 
-/// The profile-string service as an image of one file: parsed once, asked and changed many times, written once. What Text
-/// gives is byte for byte what the same changes, made key by key on the file, would have left.
+/// The profile-string service as an image of one file: parsed once, asked and changed many times, written once. What
+/// Text gives is byte for byte what the same changes, made key by key on the file, would have left.
 class ProfileStrings {
   public:
     ProfileStrings();

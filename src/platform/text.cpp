@@ -82,7 +82,8 @@ std::optional<unsigned char> CodePageByte(std::uint32_t character) {
 
 /// Moves the characters that are the same in both codes, nearly all of every file, in one go.
 void MoveAscii(std::string& to, std::string_view& from) {
-    const auto end = std::find_if(from.begin(), from.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    const auto end =
+        std::find_if(from.begin(), from.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
     const auto count = static_cast<std::size_t>(end - from.begin());
     to.append(from.substr(0, count));
     from.remove_prefix(count);

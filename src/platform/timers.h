@@ -21,8 +21,8 @@ class Timers {
     Id Start(std::chrono::milliseconds interval, std::function<void()> action);
     void Stop(Id id);
 
-    /// Runs every timer that is due, once, the longest due first. An action may start and stop timers, and may lead back
-    /// into RunDue: a timer whose action is still running is not run again.
+    /// Runs every timer that is due, once, the longest due first. An action may start and stop timers, and may lead
+    /// back into RunDue: a timer whose action is still running is not run again.
     void RunDue();
 
     /// Moment, on the clock's Elapsed count, of the next timer; nothing while none runs.

@@ -26,7 +26,9 @@ class Line {
     std::size_t start_;
 };
 
-void AddLine(std::string& text, const std::string& line) { (text += line) += "\r\n"; }
+void AddLine(std::string& text, const std::string& line) {
+    (text += line) += "\r\n";
+}
 
 void AddHeading(std::string& text, const CalibrationRun& run, const CenterConfig& center, DateTime now) {
     AddLine(text, "FWD Owner = " + run.DeviceOwner);
@@ -40,7 +42,8 @@ void AddHeading(std::string& text, const CalibrationRun& run, const CenterConfig
 
 void AddReferenceLoadCell(std::string& text, const CenterConfig& center) {
     AddLine(text, "Reference Load Cell = " + center.ReferenceLoadCellName);
-    AddLine(text, "Reference Load Cell Calibration Date = " + Format(center.ReferenceLoadCellCalibrationDate, "m/d/yyyy"));
+    AddLine(text,
+            "Reference Load Cell Calibration Date = " + Format(center.ReferenceLoadCellCalibrationDate, "m/d/yyyy"));
     AddLine(text, "Reference Load Cell Calibration Units = " + center.ReferenceLoadCellUnits);
     AddLine(text, "Reference Load Cell Gain = " + center.ReferenceLoadCellGain);
     std::string coefficients;
@@ -120,7 +123,8 @@ std::string LoadDropFileName(const CalibrationRun& run) {
            ".txt";
 }
 
-std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center, DateTime now) {
+std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center,
+                             DateTime now) {
     constexpr std::size_t lineLength = 70;
     std::string text;
     text.reserve(1000 + lineLength * static_cast<std::size_t>(drop.NumSamples));

@@ -16,6 +16,7 @@ std::string LoadDropFileName(const CalibrationRun& run);
 std::string LoadTrialFilePrefix(const CalibrationRun& run);
 
 /// Content of a load cell drop's file, lines end in CR LF.
-std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center, DateTime now);
+std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center,
+                             DateTime now);
 
 }  // namespace bellmark

@@ -12,7 +12,9 @@ constexpr int samplesBeforeFulcrum = 600;
 constexpr int zoomedSamples = 3000;
 constexpr double millisecondsPerSecond = 1000;
 
-double Milliseconds(int sample) { return millisecondsPerSecond * sample / samplesPerSecond; }
+double Milliseconds(int sample) {
+    return millisecondsPerSecond * sample / samplesPerSecond;
+}
 
 struct Curve {
     const char* name;
@@ -25,9 +27,12 @@ Curve CurveOf(const DropRecord& drop, LoadCurve curve, bool englishUnits) {
     const char* loadUnit = englishUnits ? "lbf" : "kN";
     const double loadScale = englishUnits ? 1 : kilonewtonsPerPound;
     switch (curve) {
-        case LoadCurve::Voltage: return {"Voltage", drop.RelAccelG, "volts", 1};
-        case LoadCurve::Offset: return {"Offset", drop.Velocity, loadUnit, loadScale};
-        case LoadCurve::Force: break;
+        case LoadCurve::Voltage:
+            return {"Voltage", drop.RelAccelG, "volts", 1};
+        case LoadCurve::Offset:
+            return {"Offset", drop.Velocity, loadUnit, loadScale};
+        case LoadCurve::Force:
+            break;
     }
     return {"Force", drop.Displacement, loadUnit, loadScale};
 }
@@ -58,7 +63,8 @@ Plot LoadDropPlot(const DropRecord& drop, LoadCurve curve, bool zoomedIn, bool e
     plot.vertical = {drawn.unit, lowest - margin, highest + margin, {}};
     plot.series.push_back(std::move(series));
     const bool startIsKnown = drop.StartPulseIndex >= first && drop.StartPulseIndex < drop.PeakIndex;
-    if (startIsKnown) plot.marks.push_back({"Start", Milliseconds(drop.StartPulseIndex), valueAt(drop.StartPulseIndex)});
+    if (startIsKnown)
+        plot.marks.push_back({"Start", Milliseconds(drop.StartPulseIndex), valueAt(drop.StartPulseIndex)});
     if (drop.PeakIndex >= first && drop.PeakIndex < last) {
         plot.marks.push_back({"Peak", Milliseconds(drop.PeakIndex), valueAt(drop.PeakIndex)});
     }

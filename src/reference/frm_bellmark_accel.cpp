@@ -40,12 +40,14 @@ frmBellmark_Accel::Trial frmBellmark_Accel::TrialOfRun() const {
     return {run_.CurrentProcedure, done + 1, run_.NumberLoadLevels, run_.NumberDropsPerLoadLevel, run_.EnglishUnits};
 }
 
-bool frmBellmark_Accel::TrialIsInHand() const { return run_.DropSequenceIndex > 0 && inGrid_ == TrialOfRun(); }
+bool frmBellmark_Accel::TrialIsInHand() const {
+    return run_.DropSequenceIndex > 0 && inGrid_ == TrialOfRun();
+}
 
 void frmBellmark_Accel::TellWhatIsToBeRepeated() {
     const Trial trial = TrialOfRun();
-    const bool changed = run_.DropSequenceIndex > 0 && inGrid_.procedure == trial.procedure &&
-                         inGrid_.number == trial.number;
+    const bool changed =
+        run_.DropSequenceIndex > 0 && inGrid_.procedure == trial.procedure && inGrid_.number == trial.number;
     const bool isFirstSinceStart = inGrid_.procedure == 0;
     const bool wasInterrupted =
         isFirstSinceStart && trial.procedure == 5 &&
@@ -151,7 +153,8 @@ void frmBellmark_Accel::ShowStatistics() {
         const int count = std::min(perHeight, run_.DropSequenceIndex - first);
         DropDataDisplay.ShowHeightStats(
             HeightOfDrop(first, perHeight) + 1,
-            std::span(run_.DropResults).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)), false);
+            std::span(run_.DropResults).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)),
+            false);
     }
 }
 
@@ -210,7 +213,8 @@ void frmBellmark_Accel::cmdMainMenu_Click() {
 }
 
 void frmBellmark_Accel::ReviewDrop(int index) {
-    if (index >= run_.DropSequenceIndex || DropDataDisplay.txtData[static_cast<std::size_t>(index)]->Text.Get().empty()) {
+    if (index >= run_.DropSequenceIndex ||
+        DropDataDisplay.txtData[static_cast<std::size_t>(index)]->Text.Get().empty()) {
         return;
     }
     const int perHeight = run_.NumberDropsPerLoadLevel;

@@ -40,7 +40,8 @@ frmBellmark_AccelDrop::frmBellmark_AccelDrop(Program& program)
 }
 
 void frmBellmark_AccelDrop::ClearDropResults() {
-    for (Label* label : {&lblPeakMicrons, &lblPeakMils, &lblRiseTime, &lblZeroCalc0, &lblZeroCalc1}) label->Caption = "";
+    for (Label* label : {&lblPeakMicrons, &lblPeakMils, &lblRiseTime, &lblZeroCalc0, &lblZeroCalc1})
+        label->Caption = "";
     DropRecord& drop = program_.Drop;
     const auto count = static_cast<std::ptrdiff_t>(drop.NumSamples) + 1;
     for (auto* values : {&drop.AbsAccel, &drop.Velocity, &drop.Displacement, &drop.AccelSD25, &drop.AccelSD100}) {
@@ -85,7 +86,9 @@ void frmBellmark_AccelDrop::PrepareDrop() {
     picDropResponse.Clear();
     lblNoise.Visible = false;
     Show();
-    SetFocus(cmdMainMenu);
+    // A stray Enter must not leave the wait for the drop.
+    SetDefaultButton(nullptr);
+    SetFocus(picDropResponse);
 }
 
 void frmBellmark_AccelDrop::ShowDrop() {
@@ -144,8 +147,7 @@ bool frmBellmark_AccelDrop::CaptureLoad() {
 LoadDropFindings frmBellmark_AccelDrop::AnalyzeLoadDrop() {
     program_.Run.DropAborted = false;
     if (!CaptureLoad()) return {};
-    const LoadDropFindings findings =
-        AnalyzeLoadSamples(program_.Drop, program_.Center, program_.Run.EnglishUnits);
+    const LoadDropFindings findings = AnalyzeLoadSamples(program_.Drop, program_.Center, program_.Run.EnglishUnits);
     ShowNoiseVerdict(findings);
     return findings;
 }
@@ -184,7 +186,11 @@ void frmBellmark_AccelDrop::ShowLoadResults(const LoadDropFindings& findings) {
     lblRiseTime.Caption = Format(drop.RiseTime, "#0.0");
     lblZeroCalc0.Caption = Format(findings.loadAtStart, "#0.0");
     lblZeroCalc1.Caption = Format(findings.loadAtStart * kilonewtonsPerPound, "#0.000");
-    if (findings.noPulse) lblState.Caption = "No pulse found: reject this drop";
+    if (findings.noPulse) {
+        lblState.Caption = "No pulse found: reject this drop";
+    } else if (findings.belowTrigger) {
+        lblState.Caption = "Below the trigger level: check this drop";
+    }
 }
 
 void frmBellmark_AccelDrop::AllowAnswers() {
@@ -193,8 +199,8 @@ void frmBellmark_AccelDrop::AllowAnswers() {
         SetFocus(cmdErrOK);
         return;
     }
-    // A drop without a pulse, or without its file, has no peak that could be accepted; one that is only looked at can always
-    // be left.
+    // A drop without a pulse, or without its file, has no peak that could be accepted; one that is only looked at can
+    // always be left.
     cmdAccept.Enabled = acceptable_ || program_.Run.ReplayMode;
     cmdReject.Enabled = !program_.Run.ReplayMode;
     chkZoom.Visible = true;

@@ -19,7 +19,9 @@ constexpr int triggerRun = 11;
 
 using Index = std::size_t;
 
-constexpr int SamplesIn(double seconds) { return static_cast<int>(seconds * samplesPerSecond + 0.5); }
+constexpr int SamplesIn(double seconds) {
+    return static_cast<int>(seconds * samplesPerSecond + 0.5);
+}
 
 double LoadOf(const std::array<double, 5>& c, double volts) {
     return volts * (c[0] + volts * (c[1] + volts * (c[2] + volts * (c[3] + volts * c[4]))));
@@ -41,8 +43,8 @@ void ComputeLoad(DropRecord& drop, const CenterConfig& center) {
     for (Index i = 0; i < count; ++i) load[i] /= kilonewtonsPerPound;
 }
 
-/// The first of the largest loads. When no later sample is above sample 0, the index stays that of the last drop; no real
-/// pulse peaks there.
+/// The first of the largest loads. When no later sample is above sample 0, the index stays that of the last drop; no
+/// real pulse peaks there.
 void FindPeak(DropRecord& drop) {
     // Four independent maxima let the processor compare four samples at a time; the first equal one is looked up after.
     constexpr Index lanes = 4;
@@ -154,7 +156,8 @@ void MeasurePulse(DropRecord& drop, LoadDropFindings& findings, double mean, boo
     drop.PeakEnglish = Round(zeroedPeak, 1);
     drop.PeakMetric = Round(drop.PeakEnglish * kilonewtonsPerPound, 3);
     double sum = 0;
-    for (int k = 1; k <= samplesBeforeStart; ++k) sum += drop.Displacement[static_cast<Index>(drop.StartPulseIndex - k)];
+    for (int k = 1; k <= samplesBeforeStart; ++k)
+        sum += drop.Displacement[static_cast<Index>(drop.StartPulseIndex - k)];
     findings.loadAtStart = Round(sum / samplesBeforeStart, englishUnits ? 1 : 3);
 }
 
@@ -175,6 +178,9 @@ LoadDropFindings AnalyzeLoadSamples(DropRecord& drop, const CenterConfig& center
     drop.ExcessNoise = zero.range > drop.ZeroNoiseLimit;
     SubtractZero(drop, zero.mean);
     MeasurePulse(drop, findings, zero.mean, englishUnits);
+    const double triggerPounds =
+        center.ReferenceLoadCellUnits == poundForce ? drop.TriggerLevel : drop.TriggerLevel / kilonewtonsPerPound;
+    findings.belowTrigger = drop.PeakEnglish < triggerPounds;
     drop.FulcrumIndex = drop.ZeroStartIndex;
     drop.DeflectionFulcrumIndex = drop.ZeroEndIndex;
     drop.LoadStartIndex = drop.StartPulseIndex;

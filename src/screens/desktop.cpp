@@ -76,8 +76,6 @@ void Desktop::ShowHelp(int context) {
 void Desktop::End() {
     ended_ = true;
     if (window_) window_->hide();
-    // What still waits for a drop gives up; everything is torn down when the last handler has returned.
-    program_->Run.DropAborted = true;
     QCoreApplication::quit();
 }
 

@@ -68,12 +68,14 @@ bool FWDTab::CheckSensorCells() {
     for (std::size_t s = 0; s < faults.size(); ++s) {
         const int row = static_cast<int>(s) + grdSensor.FixedRows();
         const SensorFault& fault = faults[s];
-        grdSensor.SetCellColor(row, serialColumn, fault.sameName       ? colors::mustBeUpdated
-                                                  : fault.endsInHyphen ? endsInHyphenColor
-                                                                       : colors::window);
-        grdSensor.SetCellToolTip(row, serialColumn, fault.sameName       ? lblSameName.Caption
-                                                    : fault.endsInHyphen ? lblHyphen.Caption
-                                                                         : std::string());
+        grdSensor.SetCellColor(row, serialColumn,
+                               fault.sameName       ? colors::mustBeUpdated
+                               : fault.endsInHyphen ? endsInHyphenColor
+                                                    : colors::window);
+        grdSensor.SetCellToolTip(row, serialColumn,
+                                 fault.sameName       ? lblSameName.Caption
+                                 : fault.endsInHyphen ? lblHyphen.Caption
+                                                      : std::string());
         grdSensor.SetCellColor(row, gainColumn, fault.zeroGain ? colors::mustBeUpdated : colors::window);
         grdSensor.SetCellToolTip(row, gainColumn, fault.zeroGain ? "The gain of this sensor cannot be 0." : "");
         run.Sensor[s].SerialNumber = serialNumbers[s];
@@ -93,9 +95,15 @@ bool FWDTab::CheckLoadCellGain() {
     const GainFault fault = CheckGain(txtFWDLCGain.Text.Get());
     txtFWDLCGain.BackColor = fault == GainFault::None ? colors::window : colors::mustBeUpdated;
     switch (fault) {
-        case GainFault::None: txtFWDLCGain.ToolTip = ""; return true;
-        case GainFault::Zero: txtFWDLCGain.ToolTip = "The FWD Load Cell Gain cannot be 0."; break;
-        case GainFault::NotANumber: txtFWDLCGain.ToolTip = "The FWD Load Cell Gain must be a number."; break;
+        case GainFault::None:
+            txtFWDLCGain.ToolTip = "";
+            return true;
+        case GainFault::Zero:
+            txtFWDLCGain.ToolTip = "The FWD Load Cell Gain cannot be 0.";
+            break;
+        case GainFault::NotANumber:
+            txtFWDLCGain.ToolTip = "The FWD Load Cell Gain must be a number.";
+            break;
     }
     Missing("the gain of the load cell");
     return false;

@@ -15,7 +15,9 @@ constexpr const char* createFolderText = "(Create using directory structure)";
 constexpr const char* notFWDLevel =
     "You have not selected an FWD level directory. Please select an FWD or add a new one";
 
-std::string NameOf(const Path& folder) { return PathText(folder.filename()); }
+std::string NameOf(const Path& folder) {
+    return PathText(folder.filename());
+}
 
 }  // namespace
 
@@ -45,7 +47,8 @@ void FWDTab::ShowFolder(const Path& folder) {
     if (folder != DriveRoot(program_.Folder())) add("..", folder.parent_path());
     add(NameOf(folder), folder);
     DirFWDOwner.SelectedRow = DirFWDOwner.Rows() - 1;
-    for (const auto& name : program_.Services.files.FolderNames(folder)) add("    " + name, folder / PathFromText(name));
+    for (const auto& name : program_.Services.files.FolderNames(folder))
+        add("    " + name, folder / PathFromText(name));
     txtCalibrationFolder.Text = PathText(folder);
 }
 
@@ -69,17 +72,25 @@ void FWDTab::DirFWDOwner_Click(int row) {
     }
     ShowFolder(folder);
     switch (LevelOf(DriveRoot(program_.Folder()), folder)) {
-        case FolderLevel::Improper: RefuseFolder(); break;
-        case FolderLevel::Owner: SelectOwner(folder); break;
-        case FolderLevel::FWD: SelectFWD(folder); break;
-        case FolderLevel::Other: break;
+        case FolderLevel::Improper:
+            RefuseFolder();
+            break;
+        case FolderLevel::Owner:
+            SelectOwner(folder);
+            break;
+        case FolderLevel::FWD:
+            SelectFWD(folder);
+            break;
+        case FolderLevel::Other:
+            break;
     }
 }
 
 void FWDTab::RefuseFolder() {
-    program_.ShowBox("You have selected an improper directory!\r\nPlease select or add an Owner and then\r\n"
-                     " select or add an FWD.",
-                     box::critical);
+    program_.ShowBox(
+        "You have selected an improper directory!\r\nPlease select or add an Owner and then\r\n"
+        " select or add an FWD.",
+        box::critical);
     EnsureRoot();
     ShowOwnerAndFWD();
 }
@@ -129,7 +140,8 @@ void FWDTab::cmdNewOwner_Click() {
     }
     const Path root = CalibrationsFolder(program_.Folder());
     if (!ExistingSubfolder(program_.Services.files, root, *name).empty()) {
-        program_.ShowBox("Owner already exists.  Select exisitng owner or type in a new name.", box::exclamation, title);
+        program_.ShowBox("Owner already exists.  Select exisitng owner or type in a new name.", box::exclamation,
+                         title);
         return;
     }
     const Path folder = root / PathFromText(*name);
@@ -141,7 +153,8 @@ void FWDTab::cmdNewOwner_Click() {
 void FWDTab::cmdNewFWD_Click() {
     CalibrationRun& run = program_.Run;
     if (run.DeviceOwner.empty()) {
-        program_.ShowBox("Please select or create an owner before creating an FWD folder.", box::exclamation, "New FWD");
+        program_.ShowBox("Please select or create an owner before creating an FWD folder.", box::exclamation,
+                         "New FWD");
         return;
     }
     const std::string proposal = txtFWDModel.Text.Get() + '-' + txtFWDSerial.Text.Get();
@@ -167,8 +180,8 @@ void FWDTab::cmdNewFWD_Click() {
         CheckFWDData();
         return;
     }
-    const std::string question = "You have selected the following:\r\nOwner: " + NameOf(folder.parent_path()) +
-                                 "\r\nFWD: " + NameOf(folder);
+    const std::string question =
+        "You have selected the following:\r\nOwner: " + NameOf(folder.parent_path()) + "\r\nFWD: " + NameOf(folder);
     if (program_.ShowBox(question, box::okCancel) == Answer::OK) SelectFWD(folder);
     CheckFWDData();
 }

@@ -39,11 +39,16 @@ double Hum(const PulseModel& pulse, double seconds) {
 
 double PeakPounds(const PulseModel& pulse) {
     switch (pulse.spoil) {
-        case Spoil::TooHigh: return 26000;  // above what the reference load cell may carry
-        case Spoil::Clipped: return 60000;  // above what the board can convert
-        case Spoil::NoPulse: return 0;
-        case Spoil::Reversed: return -pulse.peakPounds;
-        default: return pulse.peakPounds;
+        case Spoil::TooHigh:
+            return 26000;  // above what the reference load cell may carry
+        case Spoil::Clipped:
+            return 60000;  // above what the board can convert
+        case Spoil::NoPulse:
+            return 0;
+        case Spoil::Reversed:
+            return -pulse.peakPounds;
+        default:
+            return pulse.peakPounds;
     }
 }
 
@@ -51,13 +56,13 @@ double PeakPounds(const PulseModel& pulse) {
 
 std::optional<Spoil> SpoilNamed(std::string_view name) {
     constexpr std::array<std::pair<std::string_view, Spoil>, 8> names{{{"noise", Spoil::NoiseInZero},
-                                                                      {"second", Spoil::SecondPulse},
-                                                                      {"clipped", Spoil::Clipped},
-                                                                      {"high", Spoil::TooHigh},
-                                                                      {"none", Spoil::NoPulse},
-                                                                      {"reversed", Spoil::Reversed},
-                                                                      {"hum50", Spoil::Hum50},
-                                                                      {"hum60", Spoil::Hum60}}};
+                                                                       {"second", Spoil::SecondPulse},
+                                                                       {"clipped", Spoil::Clipped},
+                                                                       {"high", Spoil::TooHigh},
+                                                                       {"none", Spoil::NoPulse},
+                                                                       {"reversed", Spoil::Reversed},
+                                                                       {"hum50", Spoil::Hum50},
+                                                                       {"hum60", Spoil::Hum60}}};
     for (const auto& [known, spoil] : names) {
         if (known == name) return spoil;
     }
@@ -82,8 +87,7 @@ double VoltsFor(const std::array<double, 5>& c, double pounds) {
     double volts = pounds / c[0];
     for (int step = 0; step < 50; ++step) {
         const double load = volts * (c[0] + volts * (c[1] + volts * (c[2] + volts * (c[3] + volts * c[4]))));
-        const double slope =
-            c[0] + volts * (2 * c[1] + volts * (3 * c[2] + volts * (4 * c[3] + volts * 5 * c[4])));
+        const double slope = c[0] + volts * (2 * c[1] + volts * (3 * c[2] + volts * (4 * c[3] + volts * 5 * c[4])));
         const double next = volts - (load - pounds) / slope;
         if (next == volts) break;
         volts = next;

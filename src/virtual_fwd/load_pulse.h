@@ -12,12 +12,13 @@ namespace bellmark::virtual_fwd {
 
 /// What may be wrong with a drop.
 enum class Spoil { None, NoiseInZero, SecondPulse, Clipped, TooHigh, NoPulse, Reversed, Hum50, Hum60 };
-std::optional<Spoil> SpoilNamed(std::string_view name);  ///< "noise", "second", "clipped", "high", "none", "reversed", "hum50", "hum60"
+std::optional<Spoil> SpoilNamed(
+    std::string_view name);  ///< "noise", "second", "clipped", "high", "none", "reversed", "hum50", "hum60"
 
 struct LoadCellModel {
     /// Load = c0 V + c1 V² + c2 V³ + c3 V⁴ + c4 V⁵, pounds.
     std::array<double, 5> coefficients{};
-    double zeroPounds = 0;        ///< what the cell shows unloaded: the balanced bridge is never quite at zero
+    double zeroPounds = 0;       ///< what the cell shows unloaded: the balanced bridge is never quite at zero
     double conditionerGain = 1;  ///< share of the nominal gain that the signal conditioner has today
 };
 
@@ -25,16 +26,18 @@ struct PulseModel {
     double peakPounds = 0;       ///< of the force above the zero
     double startSeconds = 0.25;  ///< when the mass meets the plate
     double widthSeconds = 0.027;
-    double noisePounds = 0;            ///< standard deviation of the sensor's noise
-    double driftPoundsPerSecond = 0;   ///< slow drift of the zero
-    double humPounds = 5;              ///< amplitude of mains hum, only where it is asked for
+    double noisePounds = 0;           ///< standard deviation of the sensor's noise
+    double driftPoundsPerSecond = 0;  ///< slow drift of the zero
+    double humPounds = 5;             ///< amplitude of mains hum, only where it is asked for
     Spoil spoil = Spoil::None;
 };
 
-/// Force above the zero at a moment, pounds: a squared half sine, and the rebounds of the mass, each lower than the last.
+/// Force above the zero at a moment, pounds: a squared half sine, and the rebounds of the mass, each lower than the
+/// last.
 double ForceAt(const PulseModel& pulse, double seconds);
 
-/// Volts at which the load cell's polynomial gives a load, by Newton's method to the last digit; the polynomial must rise.
+/// Volts at which the load cell's polynomial gives a load, by Newton's method to the last digit; the polynomial must
+/// rise.
 double VoltsFor(const std::array<double, 5>& coefficients, double pounds);
 
 /// One second at 15000 samples a second, quantised to 16 bits over ±10 V.

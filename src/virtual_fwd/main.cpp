@@ -38,7 +38,8 @@ struct CommandLineError {
 int Number(const std::string& text, int least, int most) {
     const auto number = NumberIn(text);
     if (!number || *number < least || *number > most || *number != static_cast<int>(*number)) {
-        throw CommandLineError{"\"" + text + "\" is not a number from " + NumberText(least) + " to " + NumberText(most)};
+        throw CommandLineError{"\"" + text + "\" is not a number from " + NumberText(least) + " to " +
+                               NumberText(most)};
     }
     return static_cast<int>(*number);
 }
@@ -81,18 +82,30 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
             if (i + 1 >= words.size()) throw CommandLineError{word + " needs a value"};
             return words[++i];
         };
-        if (word == "--help" || word == "-h") line.help = true;
-        else if (word == "--folder") line.folder = PathFromText(value());
-        else if (word == "--seed") options.seed = static_cast<std::uint64_t>(Number(value(), 0, 2'000'000'000));
-        else if (word == "--noise") options.noisePounds = Amount(value());
-        else if (word == "--hum") options.humPounds = Amount(value());
-        else if (word == "--heights") options.heights = Number(value(), 3, 4);
-        else if (word == "--drops") options.drops = Number(value(), 5, 10);
-        else if (word == "--trials") options.trials = Number(value(), 1, 4);
-        else if (word == "--units") options.metric = ReadUnits(value());
-        else if (word == "--template") options.templateForm = true;
-        else if (word == "--spoil") AddSpoiled(options, value());
-        else throw CommandLineError{"\"" + word + "\" is not understood"};
+        if (word == "--help" || word == "-h")
+            line.help = true;
+        else if (word == "--folder")
+            line.folder = PathFromText(value());
+        else if (word == "--seed")
+            options.seed = static_cast<std::uint64_t>(Number(value(), 0, 2'000'000'000));
+        else if (word == "--noise")
+            options.noisePounds = Amount(value());
+        else if (word == "--hum")
+            options.humPounds = Amount(value());
+        else if (word == "--heights")
+            options.heights = Number(value(), 3, 4);
+        else if (word == "--drops")
+            options.drops = Number(value(), 5, 10);
+        else if (word == "--trials")
+            options.trials = Number(value(), 1, 4);
+        else if (word == "--units")
+            options.metric = ReadUnits(value());
+        else if (word == "--template")
+            options.templateForm = true;
+        else if (word == "--spoil")
+            AddSpoiled(options, value());
+        else
+            throw CommandLineError{"\"" + word + "\" is not understood"};
     }
     if (!line.help && !line.folder) throw CommandLineError{"--folder is missing"};
     return line;
@@ -110,7 +123,8 @@ int main(int count, char** words) {
         DiskFileSystem files;
         WriteCenter(files, *line.folder, line.options, SystemClock().Now());
         const int drops = line.options.trials * line.options.heights * line.options.drops;
-        std::cout << "Wrote an imaginary center with " << drops << " load cell drops to " << PathText(*line.folder) << '\n';
+        std::cout << "Wrote an imaginary center with " << drops << " load cell drops to " << PathText(*line.folder)
+                  << '\n';
         return 0;
     } catch (const CommandLineError& error) {
         std::cerr << "bellmark-virtual-fwd: " << error.why << ". See bellmark-virtual-fwd --help.\n";

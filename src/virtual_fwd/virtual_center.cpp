@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/center_keys.h"
 #include "app/paths.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -15,58 +16,6 @@ namespace {
 
 constexpr std::array<double, 4> targetPounds{6000, 9000, 12000, 16000};
 constexpr double dropToDropShare = 0.006;  ///< standard deviation of the mass's drops about their target
-
-std::string JoinNumbers(const auto& numbers) {
-    std::string text;
-    for (const double number : numbers) {
-        if (!text.empty()) text += ',';
-        text += NumberText(number);
-    }
-    return text;
-}
-
-/// The keys of the configuration file that a center fills in by hand or by its instruments.
-void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool metric) {
-    const auto set = [&](const char* key, const std::string& value) { strings.Set("FWD Calibration Center", key, value); };
-    strings.Set("Pavement Deflection Data Exchange File", "PDDXVersionNumber", "1.0");
-    strings.Set("Pavement Deflection Data Exchange File", "DelimiterSymbol", ",");
-    strings.Set("Pavement Deflection Data Exchange File", "DecimalSymbol", ".");
-    set("CalibrationCenter", center.CalibrationCenter);
-    set("CalCenterIDCode", NumberText(center.CalCenterIDCode));
-    set("CalibrationCenterOperator", center.CalibrationCenterOperator);
-    set("SignalConditionerSerialNumber", center.SignalConditionerSerialNumber);
-    set("AtoDBoardSerialNumber", center.AtoDBoardSerialNumber);
-    set("ReferenceLoadCellName", center.ReferenceLoadCellName);
-    set("ReferenceLoadCellCalibrationDate", Format(center.ReferenceLoadCellCalibrationDate, "mm-dd-yyyy"));
-    set("ReferenceLoadCellExcitationVolts", NumberText(center.ReferenceLoadCellExcitationVolts));
-    set("ReferenceLoadCellGain", center.ReferenceLoadCellGain);
-    set("ReferenceLoadCell+BVoltage", NumberText(center.ReferenceLoadCellPlusVoltage));
-    set("ReferenceLoadCell-BVoltage", NumberText(center.ReferenceLoadCellMinusVoltage));
-    set("ReferenceLoadCellUnbalancedZero", NumberText(center.ReferenceLoadCellUnbalancedZero));
-    set("ReferenceLoadCellUnits", center.ReferenceLoadCellUnits);
-    set("ReferenceLoadCellCalibrationCoefficients", JoinNumbers(center.ReferenceLoadCellCalibrationCoefficients));
-    set("ReferenceLoadCellSensitivity", NumberText(center.ReferenceLoadCellSensitivity));
-    set("ShuntCalibrationMultiplier", NumberText(center.ShuntCalibrationMultiplier));
-    set("AccelerometerSerialNumber", center.AccelerometerSerialNumber);
-    set("AccelerometerModelNumber", center.AccelerometerModelNumber);
-    set("AccelReferenceCalibrationDate", Format(center.AccelReferenceCalibrationDate, "mm-dd-yyyy"));
-    set("AccelRef+1GDC", NumberText(center.AccelRefPlus1GDC));
-    set("AccelRef-1GDC", NumberText(center.AccelRefMinus1GDC));
-    set("AccelRefCalibrationCoefficients", JoinNumbers(center.AccelRefCalibrationCoefficients));
-    set("AccelDailyCalibrationDate", Format(center.AccelDailyCalibrationDate, "dd-mmm-yyyy"));
-    set("AccelDailyCalibrationTime", Format(center.AccelDailyCalibrationTime, "hh:nn"));
-    set("AccelDailyCalibrationTemperatureUnit", center.AccelDailyCalibrationTemperatureUnit);
-    set("AccelDailyCalibrationTemp", NumberText(center.AccelDailyCalibrationTemp));
-    set("AccelExcitationVolts", NumberText(center.AccelExcitationVolts));
-    set("AccelGain", center.AccelGain);
-    set("AccelNewSlopeFactor", NumberText(center.AccelNewSlopeFactor));
-    set("AccelDailyCalibration+1GVoltage", NumberText(center.AccelDailyCalibrationPlus1GVoltage));
-    set("AccelDailyCalibration-1GVoltage", NumberText(center.AccelDailyCalibrationMinus1GVoltage));
-    set("AccelDailyCalibration+1GFlipVoltage", NumberText(center.AccelDailyCalibrationPlus1GFlipVoltage));
-    set("AccelSensitivity", NumberText(center.AccelSensitivity));
-    set("EnglishUnits", metric ? "False" : "True");
-    set("Notes", center.Notes[0]);
-}
 
 /// What the FWD tells of itself: its own configuration, as a document.
 void SetFWDKeys(ProfileStrings& strings, const CalibrationRun& run) {
@@ -82,11 +31,10 @@ void SetFWDKeys(ProfileStrings& strings, const CalibrationRun& run) {
 }
 
 /// What of a stored run a review needs to begin.
-std::string InterimText(const CalibrationRun& run, const CenterConfig& center, DateTime now) {
+std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const Path& file, DateTime now) {
     ProfileStrings strings;
-    SetCenterKeys(strings, center, !run.EnglishUnits);
+    SetCenterKeys(strings, center, run.EnglishUnits, file, now);
     SetFWDKeys(strings, run);
-    strings.Set("Operations Information", "EndDate", Format(now, "mm-dd-yyyy"));
     strings.Set("Device Information", "DeviceOwner", run.DeviceOwner);
     strings.Set("Device Information", "Manufacturer", NumberText(static_cast<int>(run.Manufacturer)));
     strings.Set("FWD Calibration Center", "NumberLoadLevels", NumberText(run.NumberLoadLevels));
@@ -103,7 +51,8 @@ PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Ran
     pulse.noisePounds = options.noisePounds;
     pulse.driftPoundsPerSecond = 8 * (random.Next() - 0.5);
     pulse.humPounds = options.humPounds;
-    if (const auto spoiled = options.spoiled.find(number); spoiled != options.spoiled.end()) pulse.spoil = spoiled->second;
+    if (const auto spoiled = options.spoiled.find(number); spoiled != options.spoiled.end())
+        pulse.spoil = spoiled->second;
     return pulse;
 }
 
@@ -115,9 +64,14 @@ std::string TemplateText(const std::vector<float>& volts) {
 
 class DropWriter {
   public:
-    DropWriter(FileSystem& files, Path folder, const CenterOptions& options, CalibrationRun run, const CenterConfig& center,
-               DateTime now)
-        : files_(files), folder_(std::move(folder)), options_(options), run_(std::move(run)), center_(center), now_(now) {}
+    DropWriter(FileSystem& files, Path folder, const CenterOptions& options, CalibrationRun run,
+               const CenterConfig& center, DateTime now)
+        : files_(files),
+          folder_(std::move(folder)),
+          options_(options),
+          run_(std::move(run)),
+          center_(center),
+          now_(now) {}
 
     void Write(const DropNumber& number, const std::vector<float>& volts) {
         run_.LoadCellRefTrials = number.trial - 1;
@@ -155,6 +109,9 @@ std::string TruePeakLine(const DropNumber& number, const PulseModel& pulse) {
 
 CenterConfig VirtualCenter(bool metric, DateTime today) {
     CenterConfig center;
+    center.PDDXVersionNumber = "1.0";
+    center.DelimiterSymbol = ",";
+    center.DecimalSymbol = ".";
     center.CalibrationCenter = "Sample Calibration Center";
     center.CalCenterIDCode = 7;
     center.CalibrationCenterOperator = "A. Operator";
@@ -210,11 +167,12 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
     run.NumberLoadLevels = options.heights;
     run.NumberDropsPerLoadLevel = options.drops;
 
-    ProfileStrings configuration;
-    SetCenterKeys(configuration, center, options.metric);
-    ReplaceTextFile(files, programFolder / centerConfigName, configuration.Text());
-    ReplaceTextFile(files, review / centerConfigName, configuration.Text());
-    ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, now));
+    for (const Path& folder : {programFolder, review}) {
+        ProfileStrings configuration;
+        SetCenterKeys(configuration, center, run.EnglishUnits, folder / centerConfigName, now);
+        ReplaceTextFile(files, folder / centerConfigName, configuration.Text());
+    }
+    ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, review / interimCopyName, now));
     ProfileStrings fwd;
     SetFWDKeys(fwd, run);
     files.CreateFolder(programFolder / "FWD");

@@ -33,9 +33,9 @@ struct CenterOptions {
 /// The imaginary center's equipment.
 CenterConfig VirtualCenter(bool metric, DateTime today);
 
-/// Writes the program folder of the imaginary center: its configuration, and the folder "Review" of a calibration of which
-/// configuration, run and drops are there to be gone through again. TruePeaks.txt in that folder lists what each drop really
-/// was. Deterministic for a seed but for the dates.
+/// Writes the program folder of the imaginary center: its configuration, and the folder "Review" of a calibration of
+/// which configuration, run and drops are there to be gone through again. TruePeaks.txt in that folder lists what each
+/// drop really was. Deterministic for a seed but for the dates.
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now);
 
 }  // namespace bellmark::virtual_fwd

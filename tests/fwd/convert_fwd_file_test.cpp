@@ -125,7 +125,8 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"Silent", "#!/bin/sh\nexit 0\n", "ended without writing a document"},
                     FailureCase{"Hanging", "#!/bin/sh\nexec sleep 100\n", "did not end within 60 seconds"},
                     FailureCase{"Cancelled", "#!/bin/sh\nexec sleep 100\n", "cancelled", true},
-                    FailureCase{"ForWindows", "MZ not for this machine", "is a Windows program, and wine is not installed"}),
+                    FailureCase{"ForWindows", "MZ not for this machine",
+                                "is a Windows program, and wine is not installed"}),
     [](const auto& named) { return std::string(named.param.name); });
 
 TEST_F(Conversions, AVanishedFileIsTold) {

@@ -34,13 +34,16 @@ TEST(FolderTree, LevelsAreToldByTheNamesAround) {
 }
 
 TEST(FolderTree, NamesThatNoFolderCanHave) {
-    for (const auto& bad : {std::string(), std::string(".."), std::string(" Agency"), std::string("Agency "),
-                            std::string("a/b"), std::string("a\\b"), std::string("what?"), std::string("C:"),
-                            std::string("con"), std::string("LPT1.txt"), std::string("end."), std::string("tab\there"),
-                            std::string(300, 'x')}) {
+    for (const auto& bad :
+         {std::string(), std::string(".."), std::string(" Agency"), std::string("Agency "), std::string("a/b"),
+          std::string("a\\b"), std::string("what?"), std::string("C:"), std::string("con"), std::string("LPT1.txt"),
+          std::string("end."), std::string("tab\there"), std::string(300, 'x')}) {
         EXPECT_NE(FolderNameProblem(bad), "") << bad;
     }
-    for (const auto& good : {"Agency", "8002-101", "St. Gallen & Co", "Stra\xC3\x9F" "e", "console", "LPT", "a.b"}) {
+    for (const auto& good : {"Agency", "8002-101", "St. Gallen & Co",
+                             "Stra\xC3\x9F"
+                             "e",
+                             "console", "LPT", "a.b"}) {
         EXPECT_EQ(FolderNameProblem(good), "") << good;
     }
 }
@@ -131,7 +134,8 @@ TEST_F(FWDTabs, OwnerAndFWDAreCreatedInTheTree) {
     EXPECT_EQ(program.Run.DeviceFolder, tree / "Agency/8002-101");
     const std::string copy = machine.files.ReadBytes(machine.folder / "InterimCal20120309/BellmarkCenterConfig.ini");
     EXPECT_NE(copy.find("DeviceOwner=Agency\r\n"), std::string::npos) << copy;
-    EXPECT_NE(copy.find("DeviceOwnerSNFolder=" + PathText(tree / "Agency/8002-101") + "\r\n"), std::string::npos) << copy;
+    EXPECT_NE(copy.find("DeviceOwnerSNFolder=" + PathText(tree / "Agency/8002-101") + "\r\n"), std::string::npos)
+        << copy;
     EXPECT_TRUE(program.Run.InterimCalOpen);
 }
 

@@ -1,0 +1,76 @@
+// A thousand trials one after the other: the program must neither grow nor slow down. Long; run by ./test --long.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iostream>
+
+#include "app/doors.h"
+#include "app/program.h"
+#include "assembly/assembly.h"
+#include "reference/frm_bellmark_accel.h"
+#include "reference/frm_bellmark_accel_drop.h"
+#include "tests/support/test_machine.h"
+#include "virtual_fwd/virtual_center.h"
+
+namespace bellmark {
+namespace {
+
+/// Resident size in megabytes; 0 where the system does not tell.
+double ResidentMegabytes() {
+    std::ifstream status("/proc/self/statm");
+    double pages = 0, resident = 0;
+    status >> pages >> resident;
+    return resident * 4096 / 1e6;
+}
+
+struct AllChecked : PrerequisitesDoor {
+    bool PrerequisitesMet(int) override { return true; }
+    void ResetPreReq() override {}
+};
+
+TEST(ManyTrials, NeitherGrowNorSlowDown) {
+    constexpr int trials = 1000;
+    TestMachine machine;
+    virtual_fwd::CenterOptions options;
+    options.trials = 1;
+    virtual_fwd::WriteCenter(machine.files, machine.folder.Folder(), options, machine.clock.Now());
+    machine.files.Rename(machine.folder / "Review", machine.folder / "InterimCal20120309");
+    const auto program = AssembleProgram(machine.machine);
+    CalibrationRun& run = program->Run;
+    run.ReviewMode = true;
+    run.CurrentProcedure = 5;
+    run.InterimFolderName = "InterimCal20120309";
+    run.NumberLoadLevels = 4;
+    run.NumberDropsPerLoadLevel = 6;
+    program->Center = virtual_fwd::VirtualCenter(false, machine.clock.Now());
+    program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<AllChecked>(); });
+    auto& collection = dynamic_cast<frmBellmark_Accel&>(program->The<CollectionDoor>());
+    auto& drop = dynamic_cast<frmBellmark_AccelDrop&>(program->The<DropDoor>());
+    // The simulated board reads the very files that the trial writes again.
+    program->The<SetupDoor>().ReadCalCenterFromFolderOf(machine.folder / "InterimCal20120309/BellmarkCenterConfig.ini");
+
+    double megabytesAfterTen = 0;
+    const auto begun = std::chrono::steady_clock::now();
+    for (int trial = 0; trial < trials; ++trial) {
+        run.DropSequenceIndex = 0;
+        collection.Start();
+        while (run.DropSequenceIndex < run.TotalDrops) {
+            collection.cmdNext.UserClick();
+            drop.cmdAccept.UserClick();
+        }
+        if (trial == 9) megabytesAfterTen = ResidentMegabytes();
+    }
+    const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begun;
+    const double millisecondsPerDrop = took.count() / (trials * run.TotalDrops);
+    const double megabytes = ResidentMegabytes();
+    std::cout << "resident after 10 trials " << megabytesAfterTen << " MB, after " << trials << ' ' << megabytes
+              << " MB; " << millisecondsPerDrop << " ms a drop\n";
+    EXPECT_LT(megabytes, megabytesAfterTen + 5);
+#ifdef NDEBUG
+    EXPECT_LT(millisecondsPerDrop, 25);
+#endif
+}
+
+}  // namespace
+}  // namespace bellmark
