@@ -47,6 +47,10 @@ function(bellmark_test name)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()
 
+if(BELLMARK_FUZZ)
+  add_custom_target(fuzz_targets)
+endif()
+
 # bellmark_fuzz(NAME SOURCES a_fuzz.cpp DEPENDS bellmark_x): a libFuzzer program, built by the fuzz preset alone.
 function(bellmark_fuzz name)
   if(NOT BELLMARK_FUZZ)
@@ -56,4 +60,5 @@ function(bellmark_fuzz name)
   add_executable(${name} ${FUZZ_SOURCES})
   target_link_libraries(${name} PRIVATE ${FUZZ_DEPENDS} bellmark_options)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  add_dependencies(fuzz_targets ${name})
 endfunction()

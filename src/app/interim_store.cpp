@@ -45,7 +45,7 @@ void TakeComment(const std::string& comment, CenterConfig& center) {
 /// What the document, the center's keys and the run's keys, written one after the other, leave in the file.
 std::string InterimText(Program& program, const Path& file) {
     PDDXFile& document = program.The<SetupDoor>().RunDocument();
-    CompleteRunDocument(document, program.Run, program.Center, file, program.Now(), DocumentGains::Initial);
+    SaveBellmarkDDX(document, program.Run, program.Center, file, program.Now(), DocumentGains::Initial);
     std::string text;
     document.PDDX_Output(text);
     ProfileStrings strings(text);

@@ -108,8 +108,8 @@ void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
     TakeDate(run.SensorCalibrationDate, calibration.Elements("SensorCalibrationCenterDate").Value());
 }
 
-void CompleteRunDocument(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
-                         DateTime now, DocumentGains gains) {
+void SaveBellmarkDDX(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
+                     DateTime now, DocumentGains gains) {
     PDDXSection& header = document.Sections("Pavement Deflection Data Exchange File");
     header.Elements("PDDXVersionNumber").SetValue(center.PDDXVersionNumber);
     header.Elements("DelimiterSymbol").SetValue(center.DelimiterSymbol);
@@ -127,6 +127,40 @@ void CompleteRunDocument(PDDXFile& document, const CalibrationRun& run, const Ce
     centerKeys.Elements("CalCenterIDCode").SetValue(NumberText(center.CalCenterIDCode));
     centerKeys.Elements("CalibrationCenterOperator").SetValue(center.CalibrationCenterOperator);
     centerKeys.Elements("TypeOfCalibration").SetValue("Annual");
+}
+
+void UpdateWarmUp(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, DateTime now) {
+    constexpr const char* voltage = "#0.00000";
+    PDDXSection& operations = document.Sections("Operations Information");
+    operations.Elements("EndTime").SetValue(Format(now, "hh:nn:ss"));
+    operations.Elements("EndDate").SetValue(Format(now, "dd-mmm-yyyy"));
+    PDDXSection& keys = document.Sections(centerSection);
+    keys.Elements("AccelDailyCalibrationDate").SetValue(Format(center.AccelDailyCalibrationDate, "dd-mmm-yyyy"));
+    keys.Elements("AccelDailyCalibrationTime").SetValue(Format(center.AccelDailyCalibrationTime, "hh:mm:ss"));
+    keys.Elements("AccelDailyCalibration+1GVoltage")
+        .SetValue(Format(center.AccelDailyCalibrationPlus1GVoltage, voltage));
+    keys.Elements("AccelDailyCalibration-1GVoltage")
+        .SetValue(Format(center.AccelDailyCalibrationMinus1GVoltage, voltage));
+    keys.Elements("AccelDailyCalibration+1GFlipVoltage")
+        .SetValue(Format(center.AccelDailyCalibrationPlus1GFlipVoltage, voltage));
+    keys.Elements("AccelDailyCalibrationTemp").SetValue(Format(center.AccelDailyCalibrationTemp, "#0.00"));
+    keys.Elements("AccelDailyCalibrationTemperatureUnit").SetValue(center.AccelDailyCalibrationTemperatureUnit);
+    keys.Elements("AccelOldSlopeFactor").SetValue(keys.Elements("AccelNewSlopeFactor").Value());
+    keys.Elements("AccelNewSlopeFactor").SetValue(Format(center.AccelNewSlopeFactor, "#0.00000"));
+
+    PDDXSection& calibration = document.Sections("Device Calibration");
+    const std::string today = Format(now, "dd-mmm-yyyy");
+    if (run.NewLoadCellCalibrationCenterGain != 0) {
+        calibration.Elements("LoadCellCalibrationCenterGain")
+            .SetValue(Format(run.NewLoadCellCalibrationCenterGain, "#0.00000000"));
+        calibration.Elements("LoadCellCalibrationCenterDate").SetValue(today);
+    }
+    if (run.Sensor[0].FinalGain != 0) {
+        calibration.Elements("SensorCalibrationCenterGain").SetValue(SensorList(run, [](const auto& sensor) {
+            return NumberText(sensor.FinalGain);
+        }));
+        calibration.Elements("SensorCalibrationCenterDate").SetValue(today);
+    }
 }
 
 void ReadSequenceKeys(const ProfileStrings& strings, CalibrationRun& run) {

@@ -18,8 +18,12 @@ enum class DocumentGains { Initial, Accepted };
 void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run);
 
 /// Completes the document with what the run and the center know. file: the one it is written to, which names itself.
-void CompleteRunDocument(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
-                         DateTime now, DocumentGains gains);
+void SaveBellmarkDDX(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
+                     DateTime now, DocumentGains gains);
+
+/// Brings the document up to the day's calibration of the accelerometer and to the gains that were accepted so far. The
+/// slope factor that stood there becomes the old one, so that it must be called once for each new calibration.
+void UpdateWarmUp(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, DateTime now);
 
 /// Takes load levels and drops, brought within what a trial's lists hold; what a file does not tell stays as it was.
 void ReadSequenceKeys(const ProfileStrings& strings, CalibrationRun& run);

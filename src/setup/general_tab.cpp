@@ -1,7 +1,9 @@
 #include "setup/general_tab.h"
 
+#include "app/doors.h"
 #include "app/program.h"
 #include "app/stored_values.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -43,8 +45,8 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     cboNumHeights.Items = {"3", "4"};
     cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
-    cmdNumberDrops.Enabled = false;
-    cmdTriggerLevel.Enabled = false;
+    cmdNumberDrops.Enabled = program_.Has<TriggerDoor>();
+    cmdTriggerLevel.Enabled = program_.Has<TriggerDoor>();
     cboNumHeights.Click = [this] { program_.Run.NumberLoadLevels = StoredWhole(cboNumHeights.DisplayText(), 3, 4); };
     cboNumDrops.Click = [this] {
         program_.Run.NumberDropsPerLoadLevel = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
@@ -55,7 +57,10 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     optAutoPrint[1].Click = [this] { program_.Run.AutoPrint = false; };
     loadCellTrigger.Leave = [this] { loadCellTrigger_Leave(); };
     AccelTrigger.Leave = [this] { AccelTrigger_Leave(); };
+    txtComment.Leave = [this] { txtComment_Leave(); };
     cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
+    cmdNumberDrops.Click = [this] { EnterProcedure(9, 91, "Determine Minimum Number of Drops Per Load Level"); };
+    cmdTriggerLevel.Click = [this] { EnterProcedure(8, 81, "Determine Accelerometer Trigger Level"); };
     optAutoPrint[1].Choose();
     ShowUnits();
     ShowSequence();
@@ -127,6 +132,25 @@ void GeneralTab::AccelTrigger_Leave() {
     }
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
     AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
+}
+
+/// Each line is a note; lines beyond the last note are dropped from the box too, so that the operator sees it.
+void GeneralTab::txtComment_Leave() {
+    auto& notes = program_.Center.Notes;
+    notes.fill({});
+    std::size_t taken = 0;
+    for (const auto line : SplitLines(txtComment.Text.Get())) {
+        if (taken < notes.size() && !Trim(line).empty()) notes[taken++] = Trim(line);
+    }
+    ShowComment();
+}
+
+void GeneralTab::EnterProcedure(int procedure, int step, const char* header) {
+    program_.Run.CurrentProcedure = procedure;
+    program_.Run.CurrentProcStep = step;
+    if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
+    program_.Header.SetProcedureName(header);
+    ReturnToProcedure(program_, procedure);
 }
 
 void GeneralTab::cmdApproveCalSeq_Click() {

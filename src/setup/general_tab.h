@@ -47,7 +47,9 @@ class GeneralTab {
     void ChooseUnits(bool english);
     void loadCellTrigger_Leave();
     void AccelTrigger_Leave();
+    void txtComment_Leave();
     void cmdApproveCalSeq_Click();
+    void EnterProcedure(int procedure, int step, const char* header);
 
     Program& program_;
 };
