@@ -33,7 +33,7 @@ int RandomSign(Random& random) {
     return 0.5 > random.Next() ? 1 : -1;
 }
 
-std::string ZeroIfEmpty(std::string text) {
+std::string ZeroIfEmpty(const std::string& text) {
     return text.empty() ? "0" : text;
 }
 

@@ -34,7 +34,7 @@ double SampleStdDev(double sumOfSquares, double sum, int count);
 
 int RandomSign(Random& random);  ///< 1 or -1 with even chance
 
-std::string ZeroIfEmpty(std::string text);  ///< "0" for an empty text
+std::string ZeroIfEmpty(const std::string& text);  ///< "0" for an empty text
 
 /// The value lies above its limit. Limits are decimal numbers that a double cannot hold exactly: within 1e-9 of the
 /// limit the value counts as equal to it, so that 1 - 0.997 does not exceed 0.003. "At least the limit" is

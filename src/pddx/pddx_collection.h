@@ -32,9 +32,9 @@ class PDDXCollection {
     Item& Add(Arguments&&... arguments) {
         Item& item = items_.emplace_back(std::forward<Arguments>(arguments)...);
         if (!index_.emplace(item.Handle(), std::prev(items_.end())).second) {
-            const PDDXError error = AlreadyHeld(item.Handle());
+            const std::string handle(item.Handle());
             items_.pop_back();
-            throw error;
+            throw AlreadyHeld(handle);
         }
         return item;
     }

@@ -165,7 +165,7 @@ disk::perms PermissionsForReplacing(const Path& path) {
 }
 
 std::string LimitText(std::uintmax_t limit) {
-    constexpr std::uintmax_t megabyte = 1024 * 1024;
+    constexpr std::uintmax_t megabyte = std::uintmax_t{1024} * 1024;
     const bool inMegabytes = limit >= megabyte;
     return NumberText(static_cast<long long>(inMegabytes ? limit / megabyte : limit)) +
            (inMegabytes ? " MB" : " bytes");

@@ -47,7 +47,7 @@ class FileSystem {
     virtual void RemoveFile(const Path& path) = 0;    ///< nothing when it is not there
     virtual void RemoveFolder(const Path& path) = 0;  ///< with all it holds; nothing when it is not there
 
-    static constexpr std::uintmax_t defaultLimit = 64U * 1024 * 1024;
+    static constexpr std::uintmax_t defaultLimit = std::uintmax_t{64} * 1024 * 1024;
 };
 
 /// The machine's own disks.

@@ -1,6 +1,7 @@
 #include "reference/frm_bellmark_accel_drop.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "app/ctrl_ht_drop_array.h"
 #include "app/program.h"
@@ -94,7 +95,8 @@ void frmBellmark_AccelDrop::PrepareDrop() {
 void frmBellmark_AccelDrop::ShowDrop() {
     CalibrationRun& run = program_.Run;
     PrepareDrop();
-    // The deflection sensors' drops take their place here once the accelerometer's analysis is there.
+    // The accelerometer's drops take their way from here once their analysis is part of the program.
+    if (run.CurrentProcedure != 5) throw std::logic_error("Deflection sensor drops cannot be measured yet.");
     const LoadDropFindings findings = AnalyzeLoadDrop();
     if (run.DropAborted) {
         LeaveReplay();

@@ -19,8 +19,8 @@ constexpr int triggerRun = 11;
 
 using Index = std::size_t;
 
-constexpr int SamplesIn(double seconds) {
-    return static_cast<int>(seconds * samplesPerSecond + 0.5);
+int SamplesIn(double seconds) {
+    return static_cast<int>(std::lround(seconds * samplesPerSecond));
 }
 
 double LoadOf(const std::array<double, 5>& c, double volts) {

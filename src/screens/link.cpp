@@ -292,7 +292,7 @@ void Link::PerformAfterTyping(const std::function<void()>& action) {
     Perform(action);
 }
 
-std::unique_ptr<Link> MakeLink(Control& control, QObject& view, LinkServices services) {
+std::unique_ptr<Link> MakeLink(Control& control, QObject& view, const LinkServices& services) {
     using Maker = std::unique_ptr<Link> (*)(Control&, QObject&, const LinkServices&);
     constexpr Maker makers[] = {
         LinkIfKindsMatch<ButtonLink, Button, StateButton>,

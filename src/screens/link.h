@@ -48,7 +48,7 @@ class Link {
 };
 
 /// nullptr when a control of this kind cannot be shown by a widget of this kind.
-std::unique_ptr<Link> MakeLink(Control& control, QObject& view, LinkServices services);
+std::unique_ptr<Link> MakeLink(Control& control, QObject& view, const LinkServices& services);
 
 /// Enabled, visible, tool tip, and the state that the background colour stands for, also in words.
 void ShowCommonProperties(const Control& control, QWidget& widget);

@@ -305,7 +305,9 @@ void frmSetup::cmdNext_Click() {
         EndSetup(0, 0, "");
     } else if (!run.NumberDropsSet) {
         AskForSequence();
-        if (!run.TriggerLevelSet) SetFocus(run.LoadCellOnly ? General.cmdApproveCalSeq : General.cmdTriggerLevel);
+        if (!run.TriggerLevelSet)
+            SetFocus(run.LoadCellOnly || !General.cmdTriggerLevel.Enabled ? General.cmdApproveCalSeq
+                                                                          : General.cmdTriggerLevel);
         AllowCalibration();
     } else if (run.TriggerLevelSet) {
         EndSetup(4, 41, "FWD Deflection Sensor Calibration");
