@@ -168,7 +168,8 @@ void frmMainMenu::cmdEditSetup_Click() {
     auto& setup = program_.The<SetupDoor>();
     setup.RefreshFromRun();
     program_.Run.CurrentProcedure = 1;
-    program_.Run.CurrentProcStep = 10;
+    // A set-up under way keeps its step: it is not an edit yet.
+    if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = 10;
     setup.Open();
 }
 

@@ -132,7 +132,10 @@ bool LoadInterimCalibration(Program& program) {
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     program.Center.LocationOfFWDDataTransfer = strings.Get(centerSection, "LocationOfFWDDataTransfer");
-    run.SetupComplete = true;
+    // A run that was left in the middle of its set-up goes on there, and nothing of it counts as approved.
+    const bool setupIsUnderWay = run.CurrentProcedure == 1 && run.CurrentProcStep >= 11;
+    run.SetupComplete = !setupIsUnderWay;
+    run.ProgramStarted = setupIsUnderWay;
     setup.RefreshFromRun();
     setup.AllowCalibration();
     return true;

@@ -7,8 +7,16 @@
 namespace bellmark {
 
 namespace {
+
 constexpr int textFlags = Qt::TextWordWrap;
+
+/// "-B" must never be parted at the end of a line: what is left would read as the other position.
+QString WithoutBreakAfterSign(QString text) {
+    constexpr QChar wordJoiner(0x2060);
+    return text.replace(QStringLiteral(" -"), QStringLiteral(" -") + wordJoiner);
 }
+
+}  // namespace
 
 QFont FittedLabel::FontOf(int pointSize) const {
     QFont sized = font();
@@ -28,11 +36,12 @@ QSize FittedLabel::minimumSizeHint() const {
 }
 
 int FittedLabel::FittingPointSize(const QRect& area) const {
+    const QString shown = WithoutBreakAfterSign(text());
     int fits = smallestPointSize;
     int tooLarge = maximumPointSize_ + 1;
     while (tooLarge - fits > 1) {
         const int tried = (fits + tooLarge) / 2;
-        const QRect needed = QFontMetrics(FontOf(tried)).boundingRect(area, textFlags, text());
+        const QRect needed = QFontMetrics(FontOf(tried)).boundingRect(area, textFlags, shown);
         (needed.width() <= area.width() && needed.height() <= area.height() ? fits : tooLarge) = tried;
     }
     return fits;
@@ -46,7 +55,7 @@ void FittedLabel::paintEvent(QPaintEvent*) {
     const QRect area = contentsRect();
     painter.setFont(FontOf(FittingPointSize(area)));
     painter.setPen(option.palette.color(QPalette::WindowText));
-    painter.drawText(area, textFlags | static_cast<int>(alignment()), text());
+    painter.drawText(area, textFlags | static_cast<int>(alignment()), WithoutBreakAfterSign(text()));
 }
 
 }  // namespace bellmark

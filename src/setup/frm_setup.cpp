@@ -260,7 +260,8 @@ void frmSetup::ReviewDataRestore(const Path& path) {
 void frmSetup::CenterApproved() {
     const bool isFirstApproval = !FWD.optFWD.Enabled;
     centerPageApproved_ = true;
-    if (isFirstApproval && program_.Run.ProgramStarted) FWD.ShowForNewRun();
+    const bool fwdIsKnown = !program_.Run.DeviceFolder.empty();
+    if (isFirstApproval && program_.Run.ProgramStarted && !fwdIsKnown) FWD.ShowForNewRun();
     Center.optCalCenter.BackColor = colors::complete;
     FWD.optFWD.Enabled = true;
     General.optGeneral.Enabled = true;
@@ -275,6 +276,7 @@ void frmSetup::CenterApproved() {
 
 void frmSetup::AskForSequence() {
     program_.Run.CurrentProcStep = 15;
+    SaveInterimCalibration(program_);
     General.optGeneral.Enabled = true;
     General.optGeneral.Choose();
     General.optGeneral.Click();
@@ -318,6 +320,8 @@ void frmSetup::cmdNext_Click() {
 
 void frmSetup::cmdMainMenu_Click() {
     AllowCalibration();
+    // Once the FWD is known there is a run to come back to, though its set-up is not complete.
+    if (program_.Run.ProgramStarted && !program_.Run.DeviceFolder.empty()) SaveInterimCalibration(program_);
     if (program_.Run.SetupComplete) {
         General.optGeneral.Choose();
         General.optGeneral.Click();

@@ -1,5 +1,6 @@
 // Owner and FWD are chosen or created in the tree of their folders.
 #include "app/center_keys.h"
+#include "app/interim_store.h"
 #include "app/program.h"
 #include "controls/screen.h"
 #include "platform/dialogs.h"
@@ -113,6 +114,7 @@ void FWDTab::SelectFWD(const Path& folder) {
     ShowOwnerAndFWD();
     StoreFolderKeys(true);
     CheckFWDData();
+    if (run.ProgramStarted) SaveInterimCalibration(program_);
 }
 
 void FWDTab::StoreFolderKeys(bool withFWD) {
