@@ -27,8 +27,6 @@ constexpr const char* information = "Device Information";
 constexpr const char* calibration = "Device Calibration";
 constexpr const char* jilsFiles = "*.cfg (Load cell gain)\r\n*.DAT (sensor numbers)\r\nSETUp.PAr (sensor gains)";
 
-constexpr int serialColumn = 1;
-constexpr int gainColumn = 2;
 constexpr int fewestSensors = 6;
 
 Color MarkedIf(bool fault) {

@@ -73,6 +73,10 @@ class FWDTab {
     void ShowForNewRun();
 
   private:
+    static constexpr int serialColumn = 1;
+    static constexpr int gainColumn = 2;
+    static constexpr const char* createFolderText = "(Create using directory structure)";
+
     void MakeLists();
     void PutControlsIntoFrames();
     void ConnectCells();

@@ -13,10 +13,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr int serialColumn = 1;
-constexpr int gainColumn = 2;
 constexpr Color endsInHyphenColor{255, 224, 192};
-constexpr const char* createFolderText = "(Create using directory structure)";
 
 std::string Joined(const std::vector<std::string>& texts) {
     std::string joined;

@@ -12,7 +12,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr const char* createFolderText = "(Create using directory structure)";
 constexpr const char* notFWDLevel =
     "You have not selected an FWD level directory. Please select an FWD or add a new one";
 
