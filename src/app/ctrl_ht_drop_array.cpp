@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "analysis/analysis.h"
 #include "app/mod_shared.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -113,7 +114,7 @@ void ctrlHtDropArray::ShowHeightStats(int height, std::span<const double> values
         sumOfSquares += value * value;
     }
     const double mean = sum / static_cast<double>(values.size());
-    const double deviation = SampleStdDev(sumOfSquares, sum, static_cast<int>(values.size()));
+    const double deviation = StdDev(sum, sumOfSquares, static_cast<int>(values.size()));
     const auto row = static_cast<std::size_t>(height - 1);
     HeightStatistics& stats = run_.HeightStats[row];
     (isFWD ? stats.FWDMean : stats.RefMean) = mean;

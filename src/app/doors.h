@@ -126,16 +126,42 @@ class FlipCalibrationDoor {  // frmFlipCalibration
 class FWDDataDoor {  // frmGetFWDData
   public:
     virtual ~FWDDataDoor() = default;
+    virtual void Start() = 0;           ///< takes the trial in hand, or the unaccepted one again
+    virtual void Refresh() = 0;         ///< back from the review of one of the trial's drops
+    virtual void ReturnFromPlot() = 0;  ///< shows the trial as it was left
+    virtual void AcceptTrial() = 0;     ///< report, store, and on to the next trial or the results
+    virtual void RejectTrial() = 0;     ///< asks, twice
+    virtual void PrintReport() = 0;     ///< text reports of the trial in hand
+};
+
+class RegressionPlotDoor {  // frmRegressionPlot
+  public:
+    virtual ~RegressionPlotDoor() = default;
+    /// sensor: from 1, as the operator counts; 0 is the first one of a KUAB. The load cell has no number.
+    virtual void PlotGraph(const Path& file, int sensor, double stdErrSlope) = 0;
+};
+
+class ReferenceReviewDoor {  // frmRefReview
+  public:
+    virtual ~ReferenceReviewDoor() = default;
     virtual void Start() = 0;
-    virtual void Refresh() = 0;
 };
 
 class ResultsDoor {  // frmResults
   public:
     virtual ~ResultsDoor() = default;
     virtual void Open() = 0;
+    virtual void OpenLoadCell() = 0;
     virtual void OpenAccelerometer() = 0;
     virtual void Recompute() = 0;
+    virtual bool IsLoadCellComplete() const = 0;  ///< its tab is green
+    virtual bool AreSensorsComplete() const = 0;
+};
+
+class ReportDoor {  // frmReport
+  public:
+    virtual ~ReportDoor() = default;
+    virtual void PrintReferenceCalReport() = 0;  ///< fills the certificate's template and keeps it with the run
 };
 
 class TriggerDoor {  // frmBellmark_AccelTrigger

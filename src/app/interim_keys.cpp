@@ -1,9 +1,9 @@
 #include "app/interim_keys.h"
 
 #include <algorithm>
-#include <cmath>
 #include <span>
 
+#include "analysis/analysis.h"
 #include "app/center_keys.h"
 #include "app/mod_shared.h"
 #include "app/run_document.h"
@@ -236,21 +236,9 @@ void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
     if (!run.DeviceFolder.empty()) run.DeviceName = PathText(run.DeviceFolder.filename());
 }
 
-/// Standard error of the slope through the origin of reference on FWD peaks; the slope itself is stored.
+/// The slope itself is stored; its standard error is not.
 double StandardErrorOfSlope(const TrialRecord& trial, std::size_t drops) {
-    double sumXX = 0, sumXY = 0;
-    for (std::size_t i = 0; i < drops; ++i) {
-        sumXX += trial.DropData[i] * trial.DropData[i];
-        sumXY += trial.DropData[i] * trial.RefDropData[i];
-    }
-    if (sumXX <= 0 || drops < 2) return 0;
-    const double slope = sumXY / sumXX;
-    double squares = 0;
-    for (std::size_t i = 0; i < drops; ++i) {
-        const double residual = trial.RefDropData[i] - slope * trial.DropData[i];
-        squares += residual * residual;
-    }
-    return std::sqrt(squares / static_cast<double>(drops - 1) / sumXX);
+    return RegressThroughOrigin(trial.DropData, trial.RefDropData, static_cast<int>(drops)).stdErrSlope;
 }
 
 void ReadLoadCell(const Reader& keys, CalibrationRun& run) {

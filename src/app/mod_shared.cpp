@@ -23,12 +23,6 @@ std::string FileExtension(std::string_view path) {
     return std::string(path.substr(path.rfind('.') + 1));
 }
 
-double SampleStdDev(double sumOfSquares, double sum, int count) {
-    if (count < 2) return 0;
-    const double variance = (sumOfSquares - sum * sum / count) / (count - 1);
-    return variance > 0 ? std::sqrt(variance) : 0;
-}
-
 int RandomSign(Random& random) {
     return 0.5 > random.Next() ? 1 : -1;
 }

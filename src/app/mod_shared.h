@@ -28,10 +28,6 @@ Path BrowseForFolder(Dialogs& dialogs, const std::string& prompt);
 /// The text behind the last point; the whole text when it has none.
 std::string FileExtension(std::string_view path);
 
-/// Standard deviation of a sample by the shortcut formula sqrt((Σx² - (Σx)² / n) / (n - 1)); 0 where rounding would
-/// leave a negative variance, and for fewer than two values.
-double SampleStdDev(double sumOfSquares, double sum, int count);
-
 int RandomSign(Random& random);  ///< 1 or -1 with even chance
 
 std::string ZeroIfEmpty(const std::string& text);  ///< "0" for an empty text

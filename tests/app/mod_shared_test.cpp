@@ -65,14 +65,6 @@ TEST(Shared, ValuesHaveOnePictureByKind) {
     EXPECT_EQ(Format(moment, FieldFormat(Field::Time, false)), "14:05:09");
 }
 
-// Eight values 2, 4, 4, 4, 5, 5, 7, 9 have the sum 40 and the sum of squares 232: the variance is 32 / 7.
-TEST(Shared, StandardDeviationOfASample) {
-    EXPECT_NEAR(SampleStdDev(232, 40, 8), 2.138089935299395, 1e-15);
-    EXPECT_EQ(SampleStdDev(1, 2, 2), 0) << "what rounding leaves below zero";
-    EXPECT_EQ(SampleStdDev(25, 5, 1), 0);
-    EXPECT_EQ(SampleStdDev(0, 0, 0), 0);
-}
-
 TEST(Shared, LimitsAreDecimal) {
     EXPECT_FALSE(ExceedsLimit(1 - 0.997, 0.003));
     EXPECT_FALSE(ExceedsLimit(0.1 + 0.2, 0.3));

@@ -65,8 +65,11 @@ struct RecordingFlip : FlipCalibrationDoor {
 struct RecordingResults : ResultsDoor {
     explicit RecordingResults(Fakes& owner) : fakes(owner) {}
     void Open() override {}
+    void OpenLoadCell() override {}
     void OpenAccelerometer() override { fakes.went.push_back("accelerometer results"); }
     void Recompute() override {}
+    bool IsLoadCellComplete() const override { return false; }
+    bool AreSensorsComplete() const override { return false; }
     Fakes& fakes;
 };
 

@@ -22,6 +22,10 @@ struct FakeFWDData : FWDDataDoor {
     int refreshed = 0;
     void Start() override { ++started; }
     void Refresh() override { ++refreshed; }
+    void ReturnFromPlot() override {}
+    void AcceptTrial() override {}
+    void RejectTrial() override {}
+    void PrintReport() override {}
 };
 
 /// What a replay asks of the simulated board.

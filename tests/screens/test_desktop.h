@@ -56,7 +56,8 @@ void MakeScreensBehind(Program& program) {
 }
 inline void MakeAllScreens(Program& program) {
     MakeScreensBehind<MainFrameDoor, StartFormDoor, MainMenuDoor, SetupDoor, SimulatorDoor, CollectionDoor, DropDoor,
-                      PrerequisitesDoor, FlipCalibrationDoor, FWDDataDoor, ResultsDoor, RelativeDoor>(program);
+                      PrerequisitesDoor, FlipCalibrationDoor, FWDDataDoor, RegressionPlotDoor, ResultsDoor, ReportDoor,
+                      RelativeDoor>(program);
 }
 
 /// The whole program in its window, on a folder of its own, with answers from a queue.
