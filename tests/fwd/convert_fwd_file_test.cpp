@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "app/frm_master.h"
 #include "app/program.h"
@@ -22,6 +24,8 @@ class Conversions : public testing::Test {
   protected:
     Conversions() {
         machine.machine.pause = [this] {
+            // The shell needs its real time, however fast the program's clock runs.
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
             machine.Advance(std::chrono::milliseconds(20));
             if (WhilePaused) WhilePaused();
         };
