@@ -165,7 +165,10 @@ struct CalibrationRun {
     std::array<double, maxDrops> DropResults{};  ///< accepted peaks in the units at acceptance
     std::array<bool, maxDrops> DropNoiseFlags{};
     std::array<HeightStatistics, maxHeights> HeightStats;
-    double HeightVariationLimit = 0;  ///< largest expected standard deviation of the height in hand; advises only
+    double HeightVariationLimit = 0;   ///< largest expected standard deviation of the height in hand; advises only
+    bool PlotReviewPending = false;    ///< the FWD's peaks of the trial have not been looked at on the plot yet
+    bool StdDevWarningDone = false;    ///< message 214 was shown for the file that was loaded last
+    std::array<bool, 26> GraphSeen{};  ///< of each sensor, since the file was loaded
     bool DropRejected = false;
     bool DropAborted = false;     ///< the wait for a capture is to stop
     bool ButtonDown = false;      ///< the hand button was pressed at the last poll
@@ -176,8 +179,9 @@ struct CalibrationRun {
     bool PrereqSetupDone = false;
     bool PrereqZeroDone = false;
     bool PrereqShuntDone = false;
-    bool PrereqPassed = false;  ///< the list was passed once in this run: the equipment is warm
-    double LastReading = 0;     ///< volts
+    bool PrereqPassed = false;          ///< the list was passed once in this run: the equipment is warm
+    double LastReading = 0;             ///< volts
+    double MeasuredUnbalancedZero = 0;  ///< volts, as the conditioner was found
     bool ShuntWarningShown = false;
     double MeasuredPlus = 0;   ///< volts
     double MeasuredMinus = 0;  ///< volts

@@ -35,15 +35,15 @@ double HeightVariationLimit(int procedure, bool englishUnits, double mean) {
     return 0.02 * mean + (englishUnits ? 45 : 0.2);
 }
 
-ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run)
-    : txtData(ControlArray<TextBox>(host, "txtData", maxDrops)),
-      lblHeight(ControlArray<Label>(host, "lblHeight", maxHeights)),
-      lblDrop(ControlArray<Label>(host, "lblDrop", mostDropsPerHeight)),
-      lblMean(ControlArray<Label>(host, "lblMean", maxHeights)),
-      lblStdDev(ControlArray<Label>(host, "lblStdDev", maxHeights)),
-      lblMeanLabel(host, "lblMeanLabel", "Mean"),
-      lblStdDevLabel(host, "lblStdDevLabel", "Std.Dev."),
-      lblNoise(host, "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
+ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::string& prefix)
+    : txtData(ControlArray<TextBox>(host, prefix + "txtData", maxDrops)),
+      lblHeight(ControlArray<Label>(host, prefix + "lblHeight", maxHeights)),
+      lblDrop(ControlArray<Label>(host, prefix + "lblDrop", mostDropsPerHeight)),
+      lblMean(ControlArray<Label>(host, prefix + "lblMean", maxHeights)),
+      lblStdDev(ControlArray<Label>(host, prefix + "lblStdDev", maxHeights)),
+      lblMeanLabel(host, prefix + "lblMeanLabel", "Mean"),
+      lblStdDevLabel(host, prefix + "lblStdDevLabel", "Std.Dev."),
+      lblNoise(host, prefix + "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
       run_(run) {
     for (std::size_t i = 0; i < txtData.size(); ++i) {
         txtData[i]->Locked = true;

@@ -24,10 +24,10 @@ inline int DropInHeight(int index, int dropsPerHeight) {
 double HeightVariationLimit(int procedure, bool englishUnits, double mean);
 
 /// The peaks of a trial, heights by drops, with mean and standard deviation of each height. Its controls are the host
-/// screen's own.
+/// screen's own; a screen with two of them tells them apart by a prefix to the controls' names.
 class ctrlHtDropArray {
   public:
-    ctrlHtDropArray(Screen& host, CalibrationRun& run);
+    ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::string& prefix = {});
 
     std::vector<std::unique_ptr<TextBox>> txtData;  ///< one a drop, in the order of the trial
     std::vector<std::unique_ptr<Label>> lblHeight;

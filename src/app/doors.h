@@ -137,7 +137,7 @@ class FWDDataDoor {  // frmGetFWDData
 class RegressionPlotDoor {  // frmRegressionPlot
   public:
     virtual ~RegressionPlotDoor() = default;
-    /// sensor: from 1, as the operator counts; 0 is the first one of a KUAB. The load cell has no number.
+    /// sensor: from 1, with a KUAB too; the load cell is 1.
     virtual void PlotGraph(const Path& file, int sensor, double stdErrSlope) = 0;
 };
 

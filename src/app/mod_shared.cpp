@@ -205,8 +205,13 @@ bool SavePDDX(Program& program, const PDDXFile& document, const Path& path) {
     }
 }
 
+ProgramVersion VersionOfProgram() {
+    return {BELLMARK_VERSION, BELLMARK_BUILD_DATE};
+}
+
 std::string VersionText() {
-    return "Version " BELLMARK_VERSION "  " BELLMARK_BUILD_DATE;
+    const ProgramVersion version = VersionOfProgram();
+    return "Version " + version.number + "  " + version.buildDate;
 }
 
 }  // namespace bellmark

@@ -91,6 +91,12 @@ std::string ColumnLetter(int index);
 /// nothing.
 bool SavePDDX(Program& program, const PDDXFile& document, const Path& path);
 
+struct ProgramVersion {
+    std::string number;  ///< major.minor.revision
+    std::string buildDate;
+};
+ProgramVersion VersionOfProgram();
+
 /// Version and build date, as the start form shows them and files carry them.
 std::string VersionText();
 

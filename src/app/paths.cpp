@@ -13,4 +13,13 @@ Path ActualPath(const FileSystem& files, const Path& path) {
     return path;
 }
 
+std::string FileNameOf(const std::string& text) {
+    std::string name = text;
+    for (char& character : name) {
+        const bool isControl = static_cast<unsigned char>(character) < ' ';
+        if (isControl || std::string_view("\\/:*?\"<>|").find(character) != std::string_view::npos) character = '-';
+    }
+    return name;
+}
+
 }  // namespace bellmark

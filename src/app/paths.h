@@ -18,4 +18,7 @@ inline constexpr const char* interimCopyName = "InterimCal.DDX";
 /// file that is not there keeps the name it was asked by.
 Path ActualPath(const FileSystem& files, const Path& path);
 
+/// The text as a file's name: characters that no system or not every system allows there become "-".
+std::string FileNameOf(const std::string& text);
+
 }  // namespace bellmark

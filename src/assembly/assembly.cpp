@@ -6,6 +6,8 @@
 #include "app/program.h"
 #include "daq/frm_daq.h"
 #include "daq/frm_simulator.h"
+#include "fwd/frm_get_fwd_data.h"
+#include "fwd/frm_regression_plot.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
 #include "reference/frm_prerequisites.h"
@@ -31,6 +33,8 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<CollectionDoor, frmBellmark_Accel>(*program);
     RegisterScreen<DropDoor, frmBellmark_AccelDrop>(*program);
     RegisterScreen<PrerequisitesDoor, frmPrerequisites>(*program);
+    RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);
+    RegisterScreen<RegressionPlotDoor, frmRegressionPlot>(*program);
 
     // The simulated board has a screen and is a board. No hardware back-end is part of this build.
     RegisterScreen<SimulatorDoor, frmSimulator>(*program);

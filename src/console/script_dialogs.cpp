@@ -17,8 +17,8 @@ Value TakeFirst(std::deque<Value>& queue, const std::string& asked) {
 }
 
 bool CanAnswer(int style, Answer answer) {
-    if (box::HasYesNo(style)) return answer == Answer::Yes || answer == Answer::No;
-    return answer == Answer::OK || (answer == Answer::Cancel && box::HasCancel(style));
+    if (answer == Answer::Cancel) return box::HasCancel(style);
+    return box::HasYesNo(style) == (answer == Answer::Yes || answer == Answer::No);
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ struct PlotSeries {
     std::vector<double> x;
     std::vector<double> y;
     bool asMarkers = false;
+    std::vector<std::string> notes;  ///< what a marker tells when it is pointed at; one for each point, or none
 };
 
 /// A named point on a curve, or a line across the plot.

@@ -173,7 +173,7 @@ void frmSimulator::DrawChart() {
         return;
     }
     const double margin = 0.1 * (static_cast<double>(highest_) - static_cast<double>(lowest_));
-    PlotSeries volts{"Volts", {}, {}, false};
+    PlotSeries volts{"Volts", {}, {}, false, {}};
     for (int i = 0; i < sampleCount_; ++i) {
         volts.x.push_back(static_cast<double>(i) / samplesPerSecond);
         volts.y.push_back(static_cast<double>(samples_[static_cast<std::size_t>(i)]));

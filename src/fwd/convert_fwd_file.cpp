@@ -31,14 +31,6 @@ Path ConvertedName(const Path& file) {
     return name;
 }
 
-bool MayReplace(Program& program, const Path& document) {
-    if (!program.Services.files.IsFile(document)) return true;
-    const std::string question = "The file " + PathText(document.filename()) +
-                                 " already exist.\r\nDo you want to replace the existing file?\r\n"
-                                 "If you say NO, please save existing file with a new name.";
-    return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
-}
-
 /// Says on the main frame what is waited for, as long as it lives.
 class WaitingNotice {
   public:
@@ -105,13 +97,21 @@ std::string RunConverter(Program& program, const Path& file, int fileType, const
 
 }  // namespace
 
+bool CheckReportOverwrite(Program& program, const Path& path) {
+    if (!program.Services.files.IsFile(path)) return true;
+    const std::string question = "The file " + PathText(path.filename()) +
+                                 " already exist.\r\nDo you want to replace the existing file?\r\n"
+                                 "If you say NO, please save existing file with a new name.";
+    return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
+}
+
 Conversion ConvertFWDFile(Program& program, const Path& file, int fileType) {
     const Conversion unchanged{file, false, false};
     std::string problem;
     try {
         const Path copy = CopyToDataFolder(program, file);
         const Path document = ConvertedName(copy);
-        if (!MayReplace(program, document)) return unchanged;
+        if (!CheckReportOverwrite(program, document)) return unchanged;
         const OldDocument old(program.Services.files, document);
         problem = RunConverter(program, copy, fileType, document);
         if (problem.empty()) return {document, true, false};

@@ -6,6 +6,9 @@ namespace bellmark {
 
 class Program;
 
+/// True when nothing of that name is there, or the operator agrees that it is replaced.
+bool CheckReportOverwrite(Program& program, const Path& path);
+
 struct Conversion {
     Path path;          ///< of the document, or the path that was given when nothing was converted
     bool done = false;  ///< a new document is there

@@ -13,6 +13,7 @@ enum class Answer { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 /// Sums of these make the style of a message box.
 namespace box {
 inline constexpr int okCancel = 1;
+inline constexpr int yesNoCancel = 3;
 inline constexpr int yesNo = 4;
 inline constexpr int critical = 16;
 inline constexpr int question = 32;
@@ -22,10 +23,10 @@ inline constexpr int secondIsDefault = 256;
 inline constexpr int helpButton = 16384;
 
 constexpr bool HasYesNo(int style) {
-    return (style & 7) == yesNo;
+    return (style & 7) == yesNo || (style & 7) == yesNoCancel;
 }
 constexpr bool HasCancel(int style) {
-    return (style & 7) == okCancel;
+    return (style & 7) == okCancel || (style & 7) == yesNoCancel;
 }
 constexpr int Icon(int style) {
     return style & 112;

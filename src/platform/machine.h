@@ -77,6 +77,9 @@ struct Machine {
     /// not.
     std::chrono::milliseconds simulatedCapture{0};
 
+    /// Puts a screen on paper as it is shown, by its name.
+    std::function<void(const std::string& screen)> printScreen = [](const std::string&) {};
+
     /// Lets a moment pass, with timers and events served, while another program works.
     std::function<void()> pause = [] {};
 };

@@ -47,7 +47,7 @@ Plot LoadDropPlot(const DropRecord& drop, LoadCurve curve, bool zoomedIn, bool e
     const Curve drawn = CurveOf(drop, curve, englishUnits);
     const auto valueAt = [&](int sample) { return drawn.values[static_cast<std::size_t>(sample)] * drawn.scale; };
 
-    PlotSeries series{drawn.name, {}, {}, false};
+    PlotSeries series{drawn.name, {}, {}, false, {}};
     double lowest = valueAt(first);
     double highest = lowest;
     for (int i = first; i < last; ++i) {

@@ -8,7 +8,7 @@
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
 #include "reference/hand_button.h"
-#include "reference/replay.h"
+#include "app/replay.h"
 
 namespace bellmark {
 

@@ -11,7 +11,7 @@
 #include "reference/drop_file.h"
 #include "reference/drop_plot.h"
 #include "reference/hand_button.h"
-#include "reference/replay.h"
+#include "app/replay.h"
 
 namespace bellmark {
 

@@ -191,6 +191,7 @@ bool frmPrerequisites::UnbalancedZeroPasses() {
     const double stored = program_.Center.ReferenceLoadCellUnbalancedZero;
     ReadSignalConditioner(stored);
     const double reading = program_.Run.LastReading;
+    program_.Run.MeasuredUnbalancedZero = reading;
     const double difference = std::abs(stored - reading);
     // Both limits must be reached, though the message says "or".
     const bool farInShare = !ExceedsLimit(0.05, difference / std::abs(stored));

@@ -67,6 +67,13 @@ DropTable::DropTable(QWidget* parent)
     Arrange();
 }
 
+void DropTable::SetNamePrefix(const QString& prefix) {
+    for (QWidget* widget : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        widget->setObjectName(prefix + widget->objectName().mid(namePrefix_.size()));
+    }
+    namePrefix_ = prefix;
+}
+
 bool DropTable::event(QEvent* event) {
     // Showing or hiding a column is what asks for a new layout here.
     if (event->type() == QEvent::LayoutRequest) Arrange();

@@ -12,9 +12,14 @@ namespace bellmark {
 /// The widgets of ctrlHtDropArray under its controls' names: heights by drops, as many as are visible.
 class DropTable : public QWidget {
     Q_OBJECT
+    /// What the names of its widgets begin with, on a form with two tables.
+    Q_PROPERTY(QString namePrefix READ NamePrefix WRITE SetNamePrefix)
 
   public:
     explicit DropTable(QWidget* parent = nullptr);
+
+    QString NamePrefix() const { return namePrefix_; }
+    void SetNamePrefix(const QString& prefix);
 
   protected:
     bool event(QEvent* event) override;
@@ -22,6 +27,7 @@ class DropTable : public QWidget {
   private:
     void Arrange();
 
+    QString namePrefix_;
     QGridLayout* layout_;
     std::vector<QLineEdit*> data_;
     std::vector<QLabel*> drops_;

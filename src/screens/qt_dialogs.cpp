@@ -60,11 +60,11 @@ QPixmap Disc(const BoxIcon& icon, const QWidget& box) {
     return disc;
 }
 
-/// First and second button, by style.
-std::pair<QMessageBox::StandardButton, QMessageBox::StandardButton> ButtonsOf(int style) {
-    if (box::HasYesNo(style)) return {QMessageBox::Yes, QMessageBox::No};
-    if (box::HasCancel(style)) return {QMessageBox::Ok, QMessageBox::Cancel};
-    return {QMessageBox::Ok, QMessageBox::NoButton};
+std::vector<QMessageBox::StandardButton> ButtonsOf(int style) {
+    std::vector<QMessageBox::StandardButton> buttons{QMessageBox::Ok};
+    if (box::HasYesNo(style)) buttons = {QMessageBox::Yes, QMessageBox::No};
+    if (box::HasCancel(style)) buttons.push_back(QMessageBox::Cancel);
+    return buttons;
 }
 
 Answer AnswerOf(int button) {
@@ -124,13 +124,12 @@ Answer QtDialogs::Show(const MessageBox& message) {
     const BoxIcon icon = IconOf(message.style);
     shown.setIcon(icon.standard);
     if (icon.standard != QMessageBox::NoIcon) shown.setIconPixmap(Disc(icon, shown));
-    const auto [first, second] = ButtonsOf(message.style);
-    shown.addButton(first);
-    if (second != QMessageBox::NoButton) shown.addButton(second);
-    const bool secondIsDefault = (message.style & box::secondIsDefault) && second != QMessageBox::NoButton;
-    shown.setDefaultButton(secondIsDefault ? second : first);
+    const auto buttons = ButtonsOf(message.style);
+    for (const auto button : buttons) shown.addButton(button);
+    const bool secondIsDefault = (message.style & box::secondIsDefault) && buttons.size() > 1;
+    shown.setDefaultButton(buttons[secondIsDefault ? 1 : 0]);
     // Escape and the close box are the answer that changes nothing.
-    shown.setEscapeButton(second != QMessageBox::NoButton ? second : first);
+    shown.setEscapeButton(buttons.back());
     if (message.style & box::helpButton) {
         QPushButton* help = shown.addButton(QMessageBox::Help);
         // Help stays beside the box, it does not answer it.

@@ -31,7 +31,7 @@ Plot WholeBlock() {
     Plot plot;
     plot.horizontal = {"Time (mSec)", 0, 1000, {}};
     plot.vertical = {"volts", -1.1, 1.1, {}};
-    PlotSeries series{"Voltage", {}, {}, false};
+    PlotSeries series{"Voltage", {}, {}, false, {}};
     for (int i = 0; i < samples; ++i) {
         series.x.push_back(i / 15.0);
         series.y.push_back(std::sin(i * 0.01) + 0.05 * std::sin(i * 2.7));

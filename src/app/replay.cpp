@@ -1,4 +1,4 @@
-#include "reference/replay.h"
+#include "app/replay.h"
 
 #include "app/program.h"
 

@@ -1,0 +1,409 @@
+#include "fwd/frm_get_fwd_data.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/interim_store.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "app/replay.h"
+#include "app/workflow.h"
+#include "fwd/convert_fwd_file.h"
+#include "fwd/fwd_files.h"
+#include "fwd/fwd_peaks.h"
+#include "fwd/trial.h"
+#include "fwd/trial_report.h"
+#include "pddx/mod_pddx_read.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr Color slopeIsGood{128, 255, 128};
+constexpr const char* browsePrompt = "Choose the file that the FWD wrote during this trial: BROWSE.";
+constexpr const char* graphPrompt = "Look at the plot of the trial: GRAPH.";
+constexpr const char* acceptPrompt = "Accept the trial with NEXT, or reject it.";
+constexpr const char* rejectPrompt = "This file cannot be used. Browse for another one, or reject the trial.";
+
+/// The path with the final separator that folders in the files carry.
+std::string FolderText(const Path& folder) {
+    return PathText(folder / "");
+}
+
+}  // namespace
+
+frmGetFWDData::frmGetFWDData(Program& program)
+    : Screen(program.Screens, "frmGetFWDData", "FWD Data"),
+      Header(*this, program.Header),
+      DataDisplay(*this, program.Run, "DataDisplay_"),
+      FWDData(*this, program.Run, "FWDData_"),
+      program_(program),
+      run_(program.Run) {
+    for (TextBox* box : {&txtTrial, &txtFilename, &txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain,
+                         &txtAdjFactor, &txtStdError, &txtR2, &txtGain}) {
+        box->Locked = true;
+    }
+    cmdBrowse.Click = [this] { cmdBrowse_Click(); };
+    cmdFerrylink.Click = [this] { cmdFerrylink_Click(); };
+    cmdUp.Click = [this] { cmdUp_Click(); };
+    cmdDown.Click = [this] { cmdDown_Click(); };
+    cmdGraph.Click = [this] { cmdGraph_Click(); };
+    cmdAccept.Click = [this] { cmdAccept_Click(); };
+    cmdReject.Click = [this] { RejectTrial(); };
+    cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
+    DataDisplay.CellClick = [this](int index) { ReviewDrop(index); };
+}
+
+void frmGetFWDData::Start() {
+    const bool isRedone = run_.FlagUnacceptedTrial && TrialCount(run_) > 0;
+    if (isRedone) {
+        run_.DropResults = TrialOf(run_, 0).RefDropData;
+        --TrialCount(run_);
+    }
+    run_.TotalDrops = DropsInTrial(run_);
+    PrepareScreen();
+    txtTrial.Text = NumberText(TrialCount(run_) + 1);
+    CountTrial();
+    ShowReferencePeaks();
+    run_.CurrentProcStep = CalibratesSensors(run_) ? 43 : 53;
+    run_.FlagUnacceptedTrial = true;
+    SaveInterimCalibration(program_);
+    Show();
+    SetDefaultButton(&cmdBrowse);
+    SetFocus(cmdBrowse);
+}
+
+void frmGetFWDData::PrepareScreen() {
+    const bool sensors = CalibratesSensors(run_);
+    program_.Header.SetProcedureName(ProcedureTitle(run_.CurrentProcedure));
+    Header.PageTitle.Caption = sensors ? "Get FWD Deflection Sensor Drop Data" : "Get FWD Load Cell Drop Data";
+    run_.PlotReviewPending = true;
+    run_.StdDevWarningDone = true;
+    for (TextBox* box : {&txtFilename, &txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain, &txtAdjFactor,
+                         &txtStdError, &txtR2, &txtGain}) {
+        box->Text = "";
+    }
+    txtStdError.BackColor = colors::window;
+    device_ = 0;
+    document_.clear();
+    cmdGraph.Enabled = false;
+    cmdGraph.BackColor = colors::buttonFace;
+    cmdAccept.Enabled = false;
+    cmdAccept.BackColor = colors::buttonFace;
+    cmdReject.Enabled = false;
+    cmdBrowse.BackColor = colors::suggestedNext;
+    lblNextStep.Caption = browsePrompt;
+    fraDataDisplay.Caption =
+        sensors ? "Integrated Accelerometer Deflection Peak Data" : "Reference Load Cell Peak Data";
+    fraFWDData.Caption = sensors ? "FWD Deflection Sensor Peak Data" : "FWD Load Cell Peak Data";
+    for (ctrlHtDropArray* grid : {&DataDisplay, &FWDData}) {
+        grid->CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
+        grid->Clear();
+    }
+    ShowSensorNavigation(sensors);
+}
+
+void frmGetFWDData::CountTrial() {
+    ++TrialCount(run_);
+    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
+        TrialRecord& trial = TrialOf(run_, device);
+        trial = {};
+        trial.RefDropData = run_.DropResults;
+    }
+}
+
+void frmGetFWDData::ShowReferencePeaks() {
+    for (int drop = 0; drop < run_.TotalDrops; ++drop) {
+        const auto index = static_cast<std::size_t>(drop);
+        DataDisplay.ShowExcessNoise(drop, run_.DropNoiseFlags[index]);
+        DataDisplay.ShowResult(drop, run_.DropResults[index]);
+    }
+    ShowStatistics(DataDisplay, run_.DropResults, false);
+}
+
+void frmGetFWDData::ShowStatistics(ctrlHtDropArray& grid, const std::array<double, maxDrops>& peaks, bool isFWD) {
+    const auto perHeight = static_cast<std::size_t>(run_.NumberDropsPerLoadLevel);
+    for (int height = 1; height <= run_.NumberLoadLevels; ++height) {
+        grid.ShowHeightStats(
+            height, std::span(peaks).subspan(static_cast<std::size_t>(height - 1) * perHeight, perHeight), isFWD);
+    }
+}
+
+void frmGetFWDData::ShowSensorNavigation(bool visible) {
+    for (Control* control : {static_cast<Control*>(&lblSensorNum), static_cast<Control*>(&txtSensorNum),
+                             static_cast<Control*>(&lblNumSensors), static_cast<Control*>(&txtNumSensors),
+                             static_cast<Control*>(&cmdUp), static_cast<Control*>(&cmdDown)}) {
+        control->Visible = visible;
+    }
+}
+
+void frmGetFWDData::ReviewDrop(int index) {
+    if (index >= run_.TotalDrops) return;
+    const int perHeight = run_.NumberDropsPerLoadLevel;
+    const std::string question = "Do you wish to review Drop Height " + NumberText(HeightOfDrop(index, perHeight) + 1) +
+                                 ", Drop Number " + NumberText(DropInHeight(index, perHeight) + 1) + '?';
+    if (program_.ShowBox(question, box::yesNo + box::question, "Review Collected Data") != Answer::Yes) return;
+    run_.TrialReview = true;
+    BeginReplay(program_, index);
+    program_.The<DropDoor>().StartReview();
+}
+
+void frmGetFWDData::cmdBrowse_Click() {
+    run_.StdDevWarningDone = false;
+    const Path start = PathFromText(program_.Center.LocationOfFWDDataTransfer);
+    const auto chosen =
+        program_.Services.dialogs.OpenFile({"FWD Drop Data", DropDataFilter(run_.Manufacturer), start, ""});
+    if (!chosen) return;
+    program_.Center.LocationOfFWDDataTransfer = FolderText(chosen->parent_path());
+    const std::string extension = FileExtension(PathText(*chosen));
+    const Conversion conversion = ConvertFWDFile(program_, *chosen, FWDFileType(run_.Manufacturer, extension));
+    if (conversion.told) return;
+    Path path = conversion.path;
+    path.replace_extension(".ddx");
+    PDDXFile document;
+    const bool readable = ReadPDDXFile(program_.Services.files, path, document, false).readable;
+    if (!MayUse(document)) return;
+    txtFilename.Text = PathText(chosen->filename());
+    document_ = path;
+    if (!ReadFWDPeakData(document, readable)) {
+        run_.PlotReviewPending = true;
+        cmdReject.Enabled = true;
+        cmdGraph.Enabled = false;
+        cmdGraph.BackColor = colors::buttonFace;
+        cmdAccept.Enabled = false;
+        cmdBrowse.BackColor = colors::suggestedNext;
+        lblNextStep.Caption = rejectPrompt;
+        return;
+    }
+    run_.PlotReviewPending = true;
+    run_.GraphSeen = {};
+    CompareDevices();
+    CheckLoadCell();
+    cmdGraph.Enabled = true;
+    cmdAccept.Enabled = true;
+    cmdReject.Enabled = true;
+    cmdGraph.BackColor = colors::suggestedNext;
+    cmdAccept.BackColor = colors::buttonFace;
+    cmdBrowse.BackColor = colors::buttonFace;
+    lblNextStep.Caption = graphPrompt;
+    SetDefaultButton(&cmdGraph);
+    SetFocus(cmdGraph);
+}
+
+bool frmGetFWDData::MayUse(const PDDXFile& document) {
+    const auto differences = DifferencesFromRun(document, run_);
+    if (differences.empty()) return true;
+    std::string question = "This file is of another device:\r\n";
+    for (const std::string& difference : differences) question += "     " + difference + "\r\n";
+    question += "Do you want to use it all the same?";
+    return program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
+}
+
+bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
+    const FWDPeaks peaks = ReadFWDPeaks(document, run_);
+    if (!readable || !peaks.hasLocations) ShowMessage(106);
+    if (peaks.dropsInFile != run_.TotalDrops) {
+        program_.ShowBox("The number of drops (" + NumberText(run_.TotalDrops) +
+                             ") does not match the number of data points (" + NumberText(peaks.dropsInFile) +
+                             ") in input file.",
+                         box::exclamation);
+        return false;
+    }
+    return CanBeUsed(peaks);
+}
+
+bool frmGetFWDData::CanBeUsed(const FWDPeaks& peaks) {
+    if (!peaks.unreadable.empty()) {
+        constexpr std::size_t mostListed = 10;
+        std::string text = "These drops of the file have no peak that can be used:\r\n";
+        for (std::size_t i = 0; i < std::min(mostListed, peaks.unreadable.size()); ++i) {
+            text += "     " + peaks.unreadable[i] + "\r\n";
+        }
+        if (peaks.unreadable.size() > mostListed) {
+            text += "     and " + NumberText(peaks.unreadable.size() - mostListed) + " more\r\n";
+        }
+        program_.ShowBox(text + "Please check the data file and its units, and try Browse again.", box::exclamation);
+        return false;
+    }
+    if (!peaks.unitsAreKnown) {
+        const std::string quantity = CalibratesSensors(run_) ? "deflections" : "loads";
+        program_.ShowBox((peaks.unknownUnits.empty() ? "The file does not tell the unit of its " + quantity
+                                                     : "The unit of the file's " + quantity + ", \"" +
+                                                           peaks.unknownUnits + "\", is not known") +
+                             ".\r\nIts values are taken as they stand. Check them carefully.",
+                         box::exclamation);
+    }
+    return true;
+}
+
+void frmGetFWDData::CompareDevices() {
+    const std::size_t devices = DevicesInTrial(run_);
+    if (CalibratesSensors(run_)) {
+        ShowSensorNavigation(true);
+        txtNumSensors.Text = NumberText(run_.NumberSensors);
+    }
+    // From the last to the first, so that the first one stays on the screen.
+    for (std::size_t device = devices; device-- > 0;) {
+        ShowDevice(device, CalibrateDevice(run_, device));
+        CheckScatter();
+    }
+}
+
+void frmGetFWDData::ShowDevice(std::size_t device, const OriginRegression& fit) {
+    const TrialRecord& trial = TrialOf(run_, device);
+    const bool sensors = CalibratesSensors(run_);
+    device_ = device;
+    if (sensors) txtSensorNum.Text = NumberText(ShownSensorNumber(run_, device));
+    txtSerial.Text = SerialNumberOf(run_, device);
+    txtInitialGain.Text = Format(InitialGainOf(run_, device), "0.000");
+    txtAdjFactor.Text = Format(trial.AdjFactor, "0.0000");
+    txtStdError.Text = Format(trial.StdErrAdjFactor, "0.0000");
+    const bool scatters = ExceedsLimit(trial.StdErrAdjFactor, shownStdErrorLimit);
+    txtStdError.BackColor = scatters ? colors::mustBeUpdated : slopeIsGood;
+    txtR2.Text = Format(fit.r2, sensors ? "0.0000" : "0.000");
+    txtGain.Text = Format(trial.Gain, "0.000");
+    ShowFWDPeaks(device);
+}
+
+void frmGetFWDData::ShowFWDPeaks(std::size_t device) {
+    const auto& peaks = TrialOf(run_, device).DropData;
+    for (int drop = 0; drop < run_.TotalDrops; ++drop) {
+        FWDData.ShowResult(drop, peaks[static_cast<std::size_t>(drop)]);
+    }
+    ShowStatistics(FWDData, peaks, true);
+}
+
+void frmGetFWDData::CheckScatter() {
+    const bool sensors = CalibratesSensors(run_);
+    for (int height = 0; height < run_.NumberLoadLevels; ++height) {
+        if (run_.StdDevWarningDone) return;
+        if (!ScatterDiffers(run_.HeightStats[static_cast<std::size_t>(height)], sensors, run_.EnglishUnits)) continue;
+        run_.StdDevWarningDone = true;
+        ShowMessage(214);
+    }
+}
+
+void frmGetFWDData::CheckLoadCell() {
+    if (CalibratesSensors(run_)) return;
+    const TrialRecord& trial = TrialOf(run_, 0);
+    if (ExceedsLimit(0.98, trial.Gain) || ExceedsLimit(trial.Gain, 1.02)) ShowMessage(206);
+    if (ExceedsLimit(std::abs(trial.StdErrAdjFactor), 0.002)) ShowMessage(212);
+}
+
+void frmGetFWDData::ShowMessage(int code) {
+    program_.Compose(code);
+    program_.ShowComposed();
+}
+
+void frmGetFWDData::StepSensor(int step) {
+    const int sensors = run_.NumberSensors;
+    if (sensors < 1) return;
+    const auto next = static_cast<std::size_t>((static_cast<int>(device_) + step + sensors) % sensors);
+    ShowDevice(next, RegressionOf(run_, next));
+}
+
+void frmGetFWDData::cmdGraph_Click() {
+    program_.The<RegressionPlotDoor>().PlotGraph(document_, static_cast<int>(device_) + 1,
+                                                 TrialOf(run_, device_).StdErrAdjFactor);
+}
+
+void frmGetFWDData::ReturnFromPlot() {
+    const bool seen = !run_.PlotReviewPending;
+    cmdGraph.BackColor = seen ? colors::buttonFace : colors::suggestedNext;
+    cmdAccept.BackColor = seen ? colors::suggestedNext : colors::buttonFace;
+    lblNextStep.Caption = seen ? acceptPrompt : graphPrompt;
+    Show();
+    SetDefaultButton(seen ? &cmdAccept : &cmdGraph);
+    SetFocus(seen ? cmdAccept : cmdGraph);
+}
+
+void frmGetFWDData::cmdAccept_Click() {
+    if (run_.PlotReviewPending) {
+        cmdGraph_Click();
+    } else {
+        AcceptTrial();
+    }
+}
+
+void frmGetFWDData::AcceptTrial() {
+    if (CalibratesSensors(run_)) {
+        run_.StdDevWarningDone = true;
+        program_.The<ReferenceReviewDoor>().Start();
+        SaveInterimCalibration(program_);
+        return;
+    }
+    run_.StdDevWarningDone = true;
+    PrintReport();
+    LeaveTrial(42, 52);
+    if (run_.LoadCellRefTrials == 1) {
+        program_.The<MainMenuDoor>().CalibrateLoadCell();
+    } else {
+        program_.The<ResultsDoor>().OpenLoadCell();
+    }
+}
+
+void frmGetFWDData::LeaveTrial(int sensorStep, int loadCellStep) {
+    run_.FlagUnacceptedTrial = false;
+    run_.CurrentProcStep = CalibratesSensors(run_) ? sensorStep : loadCellStep;
+    // Its drops are no longer those of a trial in hand.
+    run_.DropSequenceIndex = 0;
+    SaveInterimCalibration(program_);
+}
+
+void frmGetFWDData::RejectTrial() {
+    constexpr const char* title = "Rejected Reference Calibration";
+    const Answer repeat = program_.ShowBox(
+        "Do you want to repeat the reference calibration trial?\r\n"
+        "Clicking on YES or NO will cause the trial data to be lost!\r\n"
+        "Only this trial's data will be lost.\r\n"
+        "Clicking YES will start a new Reference Calibration.\r\n"
+        "Clicking NO will take you to the Main Menu.",
+        box::yesNoCancel + box::question, title);
+    if (repeat == Answer::Cancel) return;
+    const Answer sure = program_.ShowBox(
+        "Are you sure you want to reject this trial?\r\nClicking on YES will cause the trial data to be lost!",
+        box::yesNo + box::question, title);
+    if (sure != Answer::Yes) return;
+    if (TrialCount(run_) > 0) --TrialCount(run_);
+    LeaveTrial(42, 52);
+    if (repeat == Answer::Yes) {
+        ReturnToProcedure(program_, run_.CurrentProcedure);
+    } else {
+        program_.The<MainMenuDoor>().Open();
+    }
+}
+
+void frmGetFWDData::cmdMainMenu_Click() {
+    program_.The<MainMenuDoor>().Open();
+}
+
+void frmGetFWDData::cmdFerrylink_Click() {
+    program_.Services.launcher.Start(ActualPath(program_.Services.files, program_.Folder() / converterName), "");
+}
+
+void frmGetFWDData::PrintReport() {
+    const DateTime now = program_.Now();
+    const double airTemperature = ReadTemperature(program_);
+    const std::size_t shown = device_;
+    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
+        ShowFWDPeaks(device);
+        WriteReport(device, now, airTemperature);
+    }
+    ShowFWDPeaks(shown);
+}
+
+void frmGetFWDData::WriteReport(std::size_t device, const DateTime& now, double airTemperature) {
+    const std::string name = TrialReportName(run_, device, now);
+    const Path path = program_.InterimFolder() / PathFromText(name);
+    if (!CheckReportOverwrite(program_, path)) return;
+    const std::string text =
+        TrialReportText(run_, program_.Center, device, {name, txtFilename.Text, now, airTemperature});
+    program_.Services.files.CreateFolder(program_.InterimFolder());
+    ReplaceTextFile(program_.Services.files, path, text);
+}
+
+}  // namespace bellmark

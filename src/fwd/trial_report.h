@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "app/calibration_run.h"
+#include "app/center_config.h"
+
+/// The text report that is kept of every trial, one for each device.
+namespace bellmark {
+
+/// What a report tells beside run and center.
+struct TrialReportFacts {
+    std::string fileName;     ///< of the report itself
+    std::string rawFileName;  ///< the FWD's file as the operator chose it
+    DateTime now{};
+    double airTemperature = 0;  ///< degrees Celsius
+};
+
+/// "<FWD serial> <dd-mmm-yyyy> <device serial>.LC<trial>", or ".RF<trial>" for a sensor. What a file name cannot hold
+/// becomes "-".
+std::string TrialReportName(const CalibrationRun& run, std::size_t device, DateTime today);
+
+/// The report of a device, to the column, lines ending in CR LF. The statistics of the heights are those of the run.
+std::string TrialReportText(const CalibrationRun& run, const CenterConfig& center, std::size_t device,
+                            const TrialReportFacts& facts);
+
+}  // namespace bellmark
