@@ -88,9 +88,7 @@ std::string TruePeakLine(const DropNumber& number, double pounds) {
 /// The drops of the reference load cell in the folder, and how hard each of them really was.
 std::map<DropNumber, double> WriteDrops(FileSystem& files, const Path& folder, const CenterOptions& options,
                                         const CalibrationRun& run, const CenterConfig& center, DateTime now) {
-    // The conditioner's gain is a little low today; the shunt multiplier makes up for it.
-    const LoadCellModel cell{VirtualCenter(false, now).ReferenceLoadCellCalibrationCoefficients, 12.4,
-                             1 / center.ShuntCalibrationMultiplier};
+    const LoadCellModel cell = VirtualLoadCell();
     DropWriter writer(files, folder, options, run, center, now);
     Random random(options.seed);
     std::map<DropNumber, double> truePeaks;
@@ -126,6 +124,11 @@ void WriteFWD(FileSystem& files, const Path& folder, const VirtualFWD& fwd,
 }
 
 }  // namespace
+
+LoadCellModel VirtualLoadCell() {
+    const CenterConfig center = VirtualCenter(false, ZeroDate());
+    return {center.ReferenceLoadCellCalibrationCoefficients, 12.4, 1 / center.ShuntCalibrationMultiplier};
+}
 
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random) {
     const FWDOptions& asked = options.fwd;

@@ -40,6 +40,10 @@ struct CenterOptions {
 /// The imaginary center's equipment.
 CenterConfig VirtualCenter(bool metric, DateTime today);
 
+/// Its reference load cell, with the coefficients that the center knows of it in pounds, and the conditioner as it is
+/// today: its gain is a little low, the shunt multiplier makes up for it.
+LoadCellModel VirtualLoadCell();
+
 /// The FWD that is calibrated there. Takes one random number, whether the true gain is drawn or given.
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random);
 
