@@ -100,13 +100,16 @@ double Gaussian(Random& random) {
     return radius * std::cos(2 * std::numbers::pi * random.Next());
 }
 
-std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random) {
+std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random, int samples) {
     std::vector<float> volts;
-    volts.reserve(samplesPerSecond);
-    for (int i = 0; i < samplesPerSecond; ++i) {
+    volts.reserve(static_cast<std::size_t>(samples));
+    for (int i = 0; i < samples; ++i) {
         const double seconds = static_cast<double>(i) / samplesPerSecond;
-        const double pounds = ForceAt(pulse, seconds) + pulse.driftPoundsPerSecond * seconds + Hum(pulse, seconds) +
-                              pulse.noisePounds * Gaussian(random) + NoiseInZero(pulse, seconds, random);
+        // One after the other: what is drawn first must not be left to the compiler.
+        const double noise = pulse.noisePounds * Gaussian(random);
+        const double noiseInZero = NoiseInZero(pulse, seconds, random);
+        const double pounds =
+            ForceAt(pulse, seconds) + pulse.driftPoundsPerSecond * seconds + Hum(pulse, seconds) + noise + noiseInZero;
         volts.push_back(Quantise(VoltsFor(cell.coefficients, pounds + cell.zeroPounds) * cell.conditionerGain));
     }
     return volts;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/drop_record.h"
 #include "platform/machine.h"
 
 /// A physical model of one FWD drop on the reference load cell, as the data acquisition board would see it.
@@ -40,8 +41,9 @@ double ForceAt(const PulseModel& pulse, double seconds);
 /// rise.
 double VoltsFor(const std::array<double, 5>& coefficients, double pounds);
 
-/// One second at 15000 samples a second, quantised to 16 bits over ±10 V.
-std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random);
+/// One second at 15000 samples a second, or its first samples, quantised to 16 bits over ±10 V.
+std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random,
+                                int samples = samplesPerSecond);
 
 /// Standard normal deviate (Box and Muller 1958).
 double Gaussian(Random& random);

@@ -1,6 +1,9 @@
+#include <functional>
 #include <iostream>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/clock.h"
@@ -15,20 +18,42 @@ using namespace bellmark::virtual_fwd;
 
 constexpr const char* helpText = R"(bellmark-virtual-fwd --folder PROGRAM_FOLDER [options]
 
-Writes an imaginary calibration center: its configuration, and in the folder Review a calibration to be gone through with
-the simulated board. Review/TruePeaks.txt tells what each drop really was.
+Writes an imaginary calibration center and what was measured there of one FWD:
+
+  BellmarkCenterConfig.ini   the center's configuration
+  Review/                    a load cell calibration to be gone through with the simulated board; TruePeaks.txt tells
+                             what each drop really was
+  FWD/Configuration.ddx      the FWD's configuration
+  FWD/Trial1.ddx ...         the FWD's peaks of the same drops, one file a trial
+  FWD/TrueGains.txt          "name=value" a line: the gain that the calibration should find, and what was done to the
+                             readings
 
   --seed N            of the random numbers (2012)
-  --noise POUNDS      standard deviation of the sensor's noise (6)
-  --hum POUNDS        amplitude of the mains hum of drops spoiled by it (30)
   --heights N         3 or 4 (4)
   --drops N           5 to 10 drops a height (6)
   --trials N          1 to 4 (2)
   --units english     or metric: unit of the reference load cell and of the run
+
+The reference load cell:
+  --noise POUNDS      standard deviation of the sensor's noise (6)
+  --hum POUNDS        amplitude of the mains hum of drops spoiled by it (30)
   --template          drops as flat lists of volts, in place of saved-drop files
   --spoil T-HnDn=HOW  spoils a drop of trial T, as 1-H2D3=noise; may be given many times. HOW is noise (in the zero
                       window), second (a second pulse), clipped (beyond the board's range), high (above what the load
                       cell may carry), none (no pulse), reversed (polarity), hum50 or hum60 (mains hum)
+
+The FWD:
+  --initial-gain G    gain that its load cell works with, four decimals (1)
+  --true-gain G       gain that would be right (drawn between 0.985 and 1.015): a reading is the true load x initial
+                      gain / true gain
+  --fwd-scatter S     standard deviation of a reading, as a share of it (0.001)
+  --fwd-offset POUNDS that every reading is too large by (0)
+  --bad-reading T-HnDn  the load of this drop is read 5 % too large; may be given many times
+  --fwd-load-units U  lbf, kip, psi, kPa, kPa-milimeters, kPa-meter (the same pressure, the plate's radius in other words
+                      or units) or kN. The first three fit --units english, the others metric (lbf, kN)
+  --fwd-deflection-units U  mils or microns (as --units)
+  --fwd-resolution R  smallest step of a load, in the file's unit, 0.0001 to 1000 (lbf 1, kip 0.001, psi 0.01, kPa 0.1,
+                      kN 0.01); deflections have 0.01 mils or 0.1 microns
 )";
 
 struct CommandLineError {
@@ -50,21 +75,35 @@ double Amount(const std::string& text) {
     return *number;
 }
 
+double Amount(const std::string& text, double least, double most) {
+    const double amount = Amount(text);
+    if (amount < least || amount > most) throw CommandLineError{"\"" + text + "\" is out of range"};
+    return amount;
+}
+
+DropNumber Drop(const std::string& text) {
+    const auto number = DropNumberIn(text);
+    if (!number) throw CommandLineError{"\"" + text + "\" does not tell a drop"};
+    return *number;
+}
+
 /// "1-H2D3=noise"
 void AddSpoiled(CenterOptions& options, const std::string& text) {
-    const auto dash = text.find("-H");
-    const auto d = text.find('D', dash + 1);
-    const auto equal = text.find('=', d + 1);
-    const bool wellFormed = dash != std::string::npos && d != std::string::npos && equal != std::string::npos;
-    const auto spoil = wellFormed ? SpoilNamed(text.substr(equal + 1)) : std::nullopt;
+    const auto equal = text.find('=');
+    const auto spoil = equal == std::string::npos ? std::nullopt : SpoilNamed(text.substr(equal + 1));
     if (!spoil) throw CommandLineError{"\"" + text + "\" does not tell a drop and how to spoil it"};
-    options.spoiled[{Number(text.substr(0, dash), 1, 4), Number(text.substr(dash + 2, d - dash - 2), 1, 4),
-                     Number(text.substr(d + 1, equal - d - 1), 1, 10)}] = *spoil;
+    options.spoiled[Drop(text.substr(0, equal))] = *spoil;
 }
 
 bool ReadUnits(const std::string& text) {
     if (text != "english" && text != "metric") throw CommandLineError{"units are english or metric"};
     return text == "metric";
+}
+
+template <class Form>
+Form Known(const std::optional<Form>& form, const std::string& text) {
+    if (!form) throw CommandLineError{"\"" + text + "\" is no unit of an FWD's file"};
+    return *form;
 }
 
 struct CommandLine {
@@ -73,41 +112,59 @@ struct CommandLine {
     bool help = false;
 };
 
+using OptionReaders = std::map<std::string_view, std::function<void(const std::string&)>>;
+
+/// The options that have a value.
+OptionReaders ReadersOf(CommandLine& line) {
+    CenterOptions& options = line.options;
+    FWDOptions& fwd = line.options.fwd;
+    return {{"--folder", [&](auto& text) { line.folder = PathFromText(text); }},
+            {"--seed", [&](auto& text) { options.seed = static_cast<std::uint64_t>(Number(text, 0, 2'000'000'000)); }},
+            {"--heights", [&](auto& text) { options.heights = Number(text, 3, 4); }},
+            {"--drops", [&](auto& text) { options.drops = Number(text, 5, 10); }},
+            {"--trials", [&](auto& text) { options.trials = Number(text, 1, 4); }},
+            {"--units", [&](auto& text) { options.metric = ReadUnits(text); }},
+            {"--noise", [&](auto& text) { options.noisePounds = Amount(text); }},
+            {"--hum", [&](auto& text) { options.humPounds = Amount(text); }},
+            {"--spoil", [&](auto& text) { AddSpoiled(options, text); }},
+            {"--initial-gain", [&](auto& text) { fwd.initialGain = Amount(text, 0.001, 1000); }},
+            {"--true-gain", [&](auto& text) { fwd.trueGain = Amount(text, 0.001, 1000); }},
+            {"--fwd-scatter", [&](auto& text) { fwd.scatter = Amount(text); }},
+            {"--fwd-offset", [&](auto& text) { fwd.offsetPounds = Amount(text); }},
+            {"--bad-reading", [&](auto& text) { fwd.badReadings.insert(Drop(text)); }},
+            {"--fwd-load-units", [&](auto& text) { fwd.loads = Known(LoadFormNamed(text), text); }},
+            {"--fwd-deflection-units", [&](auto& text) { fwd.deflections = Known(DeflectionFormNamed(text), text); }},
+            {"--fwd-resolution", [&](auto& text) { fwd.loadResolution = Amount(text, 0.0001, 1000); }}};
+}
+
+void RefuseMissingDrop(const CenterOptions& options, const DropNumber& number) {
+    const auto within = [](int value, int most) { return value >= 1 && value <= most; };
+    if (within(number.trial, options.trials) && within(number.height, options.heights) &&
+        within(number.drop, options.drops))
+        return;
+    throw CommandLineError{"there is no drop " + DropNumberText(number)};
+}
+
 CommandLine ReadCommandLine(const std::vector<std::string>& words) {
     CommandLine line;
-    CenterOptions& options = line.options;
+    const OptionReaders readers = ReadersOf(line);
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
-        const auto value = [&]() -> const std::string& {
-            if (i + 1 >= words.size()) throw CommandLineError{word + " needs a value"};
-            return words[++i];
-        };
-        if (word == "--help" || word == "-h")
+        if (word == "--help" || word == "-h") {
             line.help = true;
-        else if (word == "--folder")
-            line.folder = PathFromText(value());
-        else if (word == "--seed")
-            options.seed = static_cast<std::uint64_t>(Number(value(), 0, 2'000'000'000));
-        else if (word == "--noise")
-            options.noisePounds = Amount(value());
-        else if (word == "--hum")
-            options.humPounds = Amount(value());
-        else if (word == "--heights")
-            options.heights = Number(value(), 3, 4);
-        else if (word == "--drops")
-            options.drops = Number(value(), 5, 10);
-        else if (word == "--trials")
-            options.trials = Number(value(), 1, 4);
-        else if (word == "--units")
-            options.metric = ReadUnits(value());
-        else if (word == "--template")
-            options.templateForm = true;
-        else if (word == "--spoil")
-            AddSpoiled(options, value());
-        else
+        } else if (word == "--template") {
+            line.options.templateForm = true;
+        } else if (const auto reader = readers.find(word); reader == readers.end()) {
             throw CommandLineError{"\"" + word + "\" is not understood"};
+        } else if (++i == words.size()) {
+            throw CommandLineError{word + " needs a value"};
+        } else {
+            reader->second(words[i]);
+        }
     }
     if (!line.help && !line.folder) throw CommandLineError{"--folder is missing"};
+    for (const auto& [number, spoil] : line.options.spoiled) RefuseMissingDrop(line.options, number);
+    for (const DropNumber& number : line.options.fwd.badReadings) RefuseMissingDrop(line.options, number);
     return line;
 }
 

@@ -1,9 +1,12 @@
 #include "virtual_fwd/virtual_center.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "app/calibration_run.h"
 #include "app/center_keys.h"
 #include "app/paths.h"
+#include "pddx/pddx_file.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
@@ -16,44 +19,22 @@ namespace {
 
 constexpr std::array<double, 4> targetPounds{6000, 9000, 12000, 16000};
 constexpr double dropToDropShare = 0.006;  ///< standard deviation of the mass's drops about their target
-
-/// What the FWD tells of itself: its own configuration, as a document.
-void SetFWDKeys(ProfileStrings& strings, const CalibrationRun& run) {
-    strings.Set("Device Information", "DeviceDesignationName", run.DeviceName);
-    strings.Set("Device Information", "DeviceModelNumber", "8002");
-    strings.Set("Device Information", "DeviceSerialNumber", run.DeviceSerialNumber);
-    strings.Set("Device Information", "LoadCellSerialNumber", "LC-8002");
-    strings.Set("Device Information", "SensorSerialNumbers", "D1, D2, D3, D4, D5, D6, D7, D8, D9");
-    strings.Set("Device Configuration", "NumberOfDeflectionSensors", "9");
-    strings.Set("Device Calibration", "LoadCellCalibrationCenterGain", "1.0000");
-    strings.Set("Device Calibration", "SensorCalibrationCenterGain",
-                "1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000, 1.0000");
-}
+constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;  ///< far from any seed that is asked for
 
 /// What of a stored run a review needs to begin.
-std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const Path& file, DateTime now) {
-    ProfileStrings strings;
+std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const VirtualFWD& fwd, const Path& file,
+                        DateTime now) {
+    PDDXFile device;
+    SetDeviceKeys(device, fwd, now);
+    std::string text;
+    device.PDDX_Output(text);
+    ProfileStrings strings(text);
     SetCenterKeys(strings, center, run.EnglishUnits, file, now);
-    SetFWDKeys(strings, run);
     strings.Set("Device Information", "DeviceOwner", run.DeviceOwner);
     strings.Set("Device Information", "Manufacturer", NumberText(static_cast<int>(run.Manufacturer)));
     strings.Set("FWD Calibration Center", "NumberLoadLevels", NumberText(run.NumberLoadLevels));
     strings.Set("FWD Calibration Center", "NumberDropsPerLoadLevel", NumberText(run.NumberDropsPerLoadLevel));
     return strings.Text();
-}
-
-PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Random& random) {
-    PulseModel pulse;
-    pulse.peakPounds =
-        targetPounds[static_cast<std::size_t>(number.height - 1)] * (1 + dropToDropShare * Gaussian(random));
-    pulse.startSeconds = 0.24 + 0.02 * random.Next();
-    pulse.widthSeconds = 0.025 + 0.005 * random.Next();
-    pulse.noisePounds = options.noisePounds;
-    pulse.driftPoundsPerSecond = 8 * (random.Next() - 0.5);
-    pulse.humPounds = options.humPounds;
-    if (const auto spoiled = options.spoiled.find(number); spoiled != options.spoiled.end())
-        pulse.spoil = spoiled->second;
-    return pulse;
 }
 
 std::string TemplateText(const std::vector<float>& volts) {
@@ -99,13 +80,85 @@ class DropWriter {
     DateTime now_;
 };
 
-std::string TruePeakLine(const DropNumber& number, const PulseModel& pulse) {
-    const double pounds = ForceAt(pulse, pulse.startSeconds + pulse.widthSeconds / 2);
+std::string TruePeakLine(const DropNumber& number, double pounds) {
     return NumberText(number.trial) + '\t' + NumberText(number.height) + '\t' + NumberText(number.drop) + '\t' +
            Format(pounds, "0.00") + '\t' + Format(pounds * kilonewtonsPerPound, "0.0000") + "\r\n";
 }
 
+/// The drops of the reference load cell in the folder, and how hard each of them really was.
+std::map<DropNumber, double> WriteDrops(FileSystem& files, const Path& folder, const CenterOptions& options,
+                                        const CalibrationRun& run, const CenterConfig& center, DateTime now) {
+    const LoadCellModel cell = VirtualLoadCell();
+    DropWriter writer(files, folder, options, run, center, now);
+    Random random(options.seed);
+    std::map<DropNumber, double> truePeaks;
+    std::string lines = "Trial\tHeight\tDrop\tPeak (pounds)\tPeak (kN)\r\n";
+    for (int trial = 1; trial <= options.trials; ++trial) {
+        for (int height = 1; height <= options.heights; ++height) {
+            for (int drop = 1; drop <= options.drops; ++drop) {
+                const DropNumber number{trial, height, drop};
+                const PulseModel pulse = DrawPulse(options, number, random);
+                writer.Write(number, CaptureVolts(cell, pulse, random));
+                const double pounds = ForceAt(pulse, pulse.startSeconds + pulse.widthSeconds / 2);
+                lines += TruePeakLine(number, pounds);
+                truePeaks[number] = pounds;
+            }
+        }
+    }
+    ReplaceTextFile(files, folder / "TruePeaks.txt", lines);
+    return truePeaks;
+}
+
+void WriteFWD(FileSystem& files, const Path& folder, const VirtualFWD& fwd,
+              const std::map<DropNumber, double>& truePeaks, Random& random, DateTime now) {
+    files.CreateFolder(folder);
+    ReplaceTextFile(files, folder / "Configuration.ddx", ConfigurationText(fwd, now));
+    std::map<int, std::vector<DropReading>> trials;
+    for (const auto& [number, pounds] : truePeaks) {
+        // Where the reference load cell is connected the wrong way round, the FWD's own is not.
+        trials[number.trial].push_back(ReadDrop(fwd, number, std::abs(pounds), random));
+    }
+    for (const auto& [trial, drops] : trials)
+        ReplaceTextFile(files, folder / ("Trial" + NumberText(trial) + ".ddx"), TrialText(fwd, trial, drops, now));
+    ReplaceTextFile(files, folder / "TrueGains.txt", TrueGainsText(fwd));
+}
+
 }  // namespace
+
+LoadCellModel VirtualLoadCell() {
+    const CenterConfig center = VirtualCenter(false, ZeroDate());
+    return {center.ReferenceLoadCellCalibrationCoefficients, 12.4, 1 / center.ShuntCalibrationMultiplier};
+}
+
+VirtualFWD MakeFWD(const CenterOptions& options, Random& random) {
+    const FWDOptions& asked = options.fwd;
+    // Few enough digits that TrueGains.txt tells all of the gain.
+    const double drawnGain = Round(0.985 + 0.03 * random.Next(), 5);
+    VirtualFWD fwd;
+    fwd.designation = "FWD-101";
+    fwd.serialNumber = "8002-101";
+    fwd.loadCell = {Round(asked.initialGain, 4), asked.trueGain.value_or(drawnGain), asked.scatter, asked.offsetPounds};
+    fwd.loads = asked.loads ? *asked.loads : LoadFormNamed(options.metric ? "kN" : "lbf").value();
+    fwd.loads.resolution = asked.loadResolution.value_or(fwd.loads.resolution);
+    fwd.deflections =
+        asked.deflections ? *asked.deflections : DeflectionFormNamed(options.metric ? "microns" : "mils").value();
+    fwd.badReadings = asked.badReadings;
+    return fwd;
+}
+
+PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Random& random) {
+    PulseModel pulse;
+    pulse.peakPounds =
+        targetPounds[static_cast<std::size_t>(number.height - 1)] * (1 + dropToDropShare * Gaussian(random));
+    pulse.startSeconds = 0.24 + 0.02 * random.Next();
+    pulse.widthSeconds = 0.025 + 0.005 * random.Next();
+    pulse.noisePounds = options.noisePounds;
+    pulse.driftPoundsPerSecond = 8 * (random.Next() - 0.5);
+    pulse.humPounds = options.humPounds;
+    if (const auto spoiled = options.spoiled.find(number); spoiled != options.spoiled.end())
+        pulse.spoil = spoiled->second;
+    return pulse;
+}
 
 CenterConfig VirtualCenter(bool metric, DateTime today) {
     CenterConfig center;
@@ -156,13 +209,16 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
 
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now) {
     const CenterConfig center = VirtualCenter(options.metric, now);
+    // The FWD's random numbers are its own, so that other readings leave the reference's signals as they were.
+    Random fwdRandom(options.seed + firstFWDSeed);
+    const VirtualFWD fwd = MakeFWD(options, fwdRandom);
     const Path review = programFolder / "Review";
     files.CreateFolder(review);
 
     CalibrationRun run;
     run.DeviceOwner = "Sample Road Agency";
-    run.DeviceName = "FWD-101";
-    run.DeviceSerialNumber = "8002-101";
+    run.DeviceName = fwd.designation;
+    run.DeviceSerialNumber = fwd.serialNumber;
     run.EnglishUnits = !options.metric;
     run.NumberLoadLevels = options.heights;
     run.NumberDropsPerLoadLevel = options.drops;
@@ -172,29 +228,9 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
         SetCenterKeys(configuration, center, run.EnglishUnits, folder / centerConfigName, now);
         ReplaceTextFile(files, folder / centerConfigName, configuration.Text());
     }
-    ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, review / interimCopyName, now));
-    ProfileStrings fwd;
-    SetFWDKeys(fwd, run);
-    files.CreateFolder(programFolder / "FWD");
-    ReplaceTextFile(files, programFolder / "FWD" / "Configuration.ddx", fwd.Text());
-
-    // The conditioner's gain is a little low today; the shunt multiplier makes up for it.
-    const LoadCellModel cell{VirtualCenter(false, now).ReferenceLoadCellCalibrationCoefficients, 12.4,
-                             1 / center.ShuntCalibrationMultiplier};
-    DropWriter writer(files, review, options, run, center, now);
-    Random random(options.seed);
-    std::string truePeaks = "Trial\tHeight\tDrop\tPeak (pounds)\tPeak (kN)\r\n";
-    for (int trial = 1; trial <= options.trials; ++trial) {
-        for (int height = 1; height <= options.heights; ++height) {
-            for (int drop = 1; drop <= options.drops; ++drop) {
-                const DropNumber number{trial, height, drop};
-                const PulseModel pulse = DrawPulse(options, number, random);
-                writer.Write(number, CaptureVolts(cell, pulse, random));
-                truePeaks += TruePeakLine(number, pulse);
-            }
-        }
-    }
-    ReplaceTextFile(files, review / "TruePeaks.txt", truePeaks);
+    ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, fwd, review / interimCopyName, now));
+    const auto truePeaks = WriteDrops(files, review, options, run, center, now);
+    WriteFWD(files, programFolder / "FWD", fwd, truePeaks, fwdRandom, now);
 }
 
 }  // namespace bellmark::virtual_fwd

@@ -2,20 +2,26 @@
 
 #include <cstdint>
 #include <map>
-#include <string>
+#include <optional>
+#include <set>
 
-#include "app/calibration_run.h"
 #include "app/center_config.h"
+#include "virtual_fwd/drop_number.h"
+#include "virtual_fwd/fwd_documents.h"
 #include "virtual_fwd/load_pulse.h"
 
 namespace bellmark::virtual_fwd {
 
-/// Which drop of which trial, all counted from 1.
-struct DropNumber {
-    int trial = 1;
-    int height = 1;
-    int drop = 1;
-    friend auto operator<=>(const DropNumber&, const DropNumber&) = default;
+/// What of the FWD is asked for; what is not asked for follows the run's units and the seed.
+struct FWDOptions {
+    std::optional<double> trueGain;  ///< else drawn within 0.985..1.015
+    double initialGain = 1;          ///< FWDs keep four decimals of it
+    double scatter = 0.001;
+    double offsetPounds = 0;
+    std::optional<LoadForm> loads;
+    std::optional<double> loadResolution;
+    std::optional<DeflectionForm> deflections;
+    std::set<DropNumber> badReadings;
 };
 
 struct CenterOptions {
@@ -28,14 +34,26 @@ struct CenterOptions {
     bool metric = false;        ///< the reference load cell was calibrated in kN, the run is in kN and microns
     bool templateForm = false;  ///< drops as flat lists of volts, in place of saved-drop files
     std::map<DropNumber, Spoil> spoiled;
+    FWDOptions fwd;
 };
 
 /// The imaginary center's equipment.
 CenterConfig VirtualCenter(bool metric, DateTime today);
 
-/// Writes the program folder of the imaginary center: its configuration, and the folder "Review" of a calibration of
-/// which configuration, run and drops are there to be gone through again. TruePeaks.txt in that folder lists what each
-/// drop really was. Deterministic for a seed but for the dates.
+/// Its reference load cell, with the coefficients that the center knows of it in pounds, and the conditioner as it is
+/// today: its gain is a little low, the shunt multiplier makes up for it.
+LoadCellModel VirtualLoadCell();
+
+/// The FWD that is calibrated there. Takes one random number, whether the true gain is drawn or given.
+VirtualFWD MakeFWD(const CenterOptions& options, Random& random);
+
+/// One drop as the mass makes it: its peak near the height's target, in what the options ask for.
+PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Random& random);
+
+/// Writes the program folder of the imaginary center: its configuration; the folder "Review" of a calibration of which
+/// configuration, run and drops are there to be gone through again; the folder "FWD" with what the FWD wrote of the
+/// same drops. Review/TruePeaks.txt lists what each drop really was, FWD/TrueGains.txt what a calibration should find.
+/// Deterministic for a seed but for the dates.
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now);
 
 }  // namespace bellmark::virtual_fwd
