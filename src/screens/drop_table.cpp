@@ -67,11 +67,17 @@ DropTable::DropTable(QWidget* parent)
     Arrange();
 }
 
-void DropTable::SetNamePrefix(const QString& prefix) {
+void DropTable::setNamePrefix(const QString& prefix) {
     for (QWidget* widget : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         widget->setObjectName(prefix + widget->objectName().mid(namePrefix_.size()));
     }
     namePrefix_ = prefix;
+}
+
+void DropTable::setCompact(bool compact) {
+    compact_ = compact;
+    for (QLineEdit* cell : data_) cell->setProperty("role", compact ? "dropCompact" : "drop");
+    layout_->setVerticalSpacing(compact ? 2 : -1);
 }
 
 bool DropTable::event(QEvent* event) {

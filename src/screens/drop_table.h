@@ -13,13 +13,18 @@ namespace bellmark {
 class DropTable : public QWidget {
     Q_OBJECT
     /// What the names of its widgets begin with, on a form with two tables.
-    Q_PROPERTY(QString namePrefix READ NamePrefix WRITE SetNamePrefix)
+    Q_PROPERTY(QString namePrefix READ NamePrefix WRITE setNamePrefix)
+    /// Lower rows, for a form that holds more than the table.
+    Q_PROPERTY(bool compact READ isCompact WRITE setCompact)
 
   public:
     explicit DropTable(QWidget* parent = nullptr);
 
+    bool isCompact() const { return compact_; }
+    void setCompact(bool compact);
+
     QString NamePrefix() const { return namePrefix_; }
-    void SetNamePrefix(const QString& prefix);
+    void setNamePrefix(const QString& prefix);
 
   protected:
     bool event(QEvent* event) override;
@@ -28,6 +33,7 @@ class DropTable : public QWidget {
     void Arrange();
 
     QString namePrefix_;
+    bool compact_ = false;
     QGridLayout* layout_;
     std::vector<QLineEdit*> data_;
     std::vector<QLabel*> drops_;

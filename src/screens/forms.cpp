@@ -5,8 +5,10 @@
 #include "ui_frmAbout.h"
 #include "ui_frmBellmark_Accel.h"
 #include "ui_frmBellmark_AccelDrop.h"
+#include "ui_frmGetFWDData.h"
 #include "ui_frmMainMenu.h"
 #include "ui_frmPrerequisites.h"
+#include "ui_frmRegressionPlot.h"
 #include "ui_frmSetup.h"
 #include "ui_frmSimulator.h"
 #include "ui_page_header.h"
@@ -29,8 +31,10 @@ const std::map<std::string, Maker>& Makers() {
         {"frmAbout", Make<Ui::frmAbout>},
         {"frmBellmark_Accel", Make<Ui::frmBellmark_Accel>},
         {"frmBellmark_AccelDrop", Make<Ui::frmBellmark_AccelDrop>},
+        {"frmGetFWDData", Make<Ui::frmGetFWDData>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
+        {"frmRegressionPlot", Make<Ui::frmRegressionPlot>},
         {"frmSetup", Make<Ui::frmSetup>},
         {"frmSimulator", Make<Ui::frmSimulator>},
     };

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace bellmark {
 
@@ -38,8 +39,12 @@ void StyleAxis(QCPAxis& axis, const PlotAxis& shown) {
         const QSharedPointer<QCPAxisTickerFixed> ticker(new QCPAxisTickerFixed);
         ticker->setTickStep(*shown.tickStep);
         axis.setTicker(ticker);
+        axis.setNumberFormat(QStringLiteral("f"));
+        axis.setNumberPrecision(0);
     } else {
         axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+        axis.setNumberFormat(QStringLiteral("gb"));
+        axis.setNumberPrecision(6);
     }
 }
 
@@ -59,6 +64,11 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent), view_(new QCustomPlot
     view_->setNotAntialiasedElements(QCP::aeAll);
     view_->setPlottingHints(QCP::phFastPolylines | QCP::phCacheLabels);
     view_->setNoAntialiasingOnDrag(true);
+    // Room for the label of the last tick.
+    view_->axisRect()->setMinimumMargins(QMargins(15, 15, 30, 15));
+    QLocale grouped = QLocale::c();
+    grouped.setNumberOptions(QLocale::DefaultNumberOptions);
+    view_->setLocale(grouped);
     SetUpInteraction();
     ShowAxes();
 }
@@ -110,6 +120,11 @@ void PlotWidget::ShowSeries() {
         graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
     }
     view_->legend->setVisible(plot_.series.size() > 1);
+    // Markers lie along a line from the origin: above it is room.
+    const bool hasMarkers = std::any_of(plot_.series.begin(), plot_.series.end(),
+                                        [](const PlotSeries& series) { return series.asMarkers; });
+    view_->axisRect()->insetLayout()->setInsetAlignment(0,
+                                                        Qt::AlignTop | (hasMarkers ? Qt::AlignLeft : Qt::AlignRight));
 }
 
 void PlotWidget::ShowMarks() {
@@ -144,10 +159,32 @@ void PlotWidget::ResetRanges() {
     view_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+std::size_t PlotWidget::SampleAt(QPointF position) const {
+    const PlotSeries& series = plot_.series.front();
+    if (!series.asMarkers) return NearestSample(series.x, view_->xAxis->pixelToCoord(position.x()));
+    // Markers may lie above each other: the nearest one on the screen is meant.
+    std::size_t nearest = 0;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t sample = 0; sample < series.x.size(); ++sample) {
+        const double across = view_->xAxis->coordToPixel(series.x[sample]) - position.x();
+        const double along = view_->yAxis->coordToPixel(series.y[sample]) - position.y();
+        const double distance = std::hypot(across, along);
+        if (distance < least) {
+            least = distance;
+            nearest = sample;
+        }
+    }
+    return nearest;
+}
+
 QString PlotWidget::ReadOutAt(double x) const {
     if (plot_.series.empty() || plot_.series.front().x.empty()) return {};
+    return ReadOut(NearestSample(plot_.series.front().x, x));
+}
+
+QString PlotWidget::ReadOut(std::size_t sample) const {
     const PlotSeries& series = plot_.series.front();
-    const std::size_t sample = NearestSample(series.x, x);
+    if (sample < series.notes.size()) return Text(series.notes[sample]);
     const auto number = [](double value) { return QLocale::c().toString(value, 'g', 6); };
     return number(series.x[sample]) + QLatin1String(", ") + number(series.y[sample]);
 }
@@ -166,11 +203,10 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         readOut_->setBrush(QColor(255, 255, 255, 220));
         readOut_->setPadding(QMargins(4, 2, 4, 2));
     }
-    const double x = view_->xAxis->pixelToCoord(event.position().x());
     const PlotSeries& series = plot_.series.front();
-    const std::size_t sample = NearestSample(series.x, x);
+    const std::size_t sample = SampleAt(event.position());
     pointer_->position->setCoords(series.x[sample], series.y[sample]);
-    readOut_->setText(ReadOutAt(x));
+    readOut_->setText(ReadOut(sample));
     view_->replot(QCustomPlot::rpQueuedReplot);
 }
 

@@ -32,6 +32,8 @@ class PlotWidget : public QWidget {
     void ShowSeries();
     void ShowMarks();
     void ResetRanges();
+    std::size_t SampleAt(QPointF position) const;
+    QString ReadOut(std::size_t sample) const;
     void PointerMoved(const QMouseEvent& event);
 
     QCustomPlot* view_;

@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QTimer>
 #include <algorithm>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
 
 #include "app/doors.h"
@@ -26,7 +26,7 @@ class Tour {
         virtual_fwd::CenterOptions options;
         options.spoiled[{1, 1, 2}] = virtual_fwd::Spoil::NoiseInZero;
         virtual_fwd::WriteCenter(files, desktop_.Folder(), options, SystemClock().Now());
-        std::ofstream(desktop_.Folder() / "Ferrylink.exe") << "stand-in";
+        std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample", desktop_.Folder());
         desktop_.Start();
     }
 
@@ -56,6 +56,15 @@ class Tour {
         Click("frmBellmark_AccelDrop.cmdErrOK");
         Click("frmBellmark_AccelDrop.cmdAccept");
         Shoot("collection-two-drops");
+        for (int drop = 3; drop <= 24; ++drop) TakeDrop();
+        Shoot("collection-complete");
+        Click("frmBellmark_Accel.cmdNext");
+        Shoot("fwd-data");
+        desktop_.dialogs.files = {desktop_.Folder() / "FWD" / "Trial1.ddx"};
+        Click("frmGetFWDData.cmdBrowse");
+        Shoot("fwd-data-read");
+        Click("frmGetFWDData.cmdGraph");
+        Shoot("plot");
         ShootTheOthers();
     }
 
@@ -66,6 +75,11 @@ class Tour {
     }
 
     void Click(const std::string& name) { Find(name).UserClick(); }
+
+    void TakeDrop() {
+        Click("frmBellmark_Accel.cmdNext");
+        Click("frmBellmark_AccelDrop.cmdAccept");
+    }
 
     void Shoot(const QString& name) {
         seen_.push_back(desktop_.program->Screens.Front());
