@@ -18,8 +18,8 @@ namespace {
 
 constexpr const char* coefficientPicture = "##.00000e+00";
 
-/// Writes one report. Labels end where the values of their block begin; a sensor's report stands two columns further to
-/// the right than the load cell's.
+/// Writes one report. Labels end where the values of their block begin; the head of a sensor's report stands two
+/// columns further to the right than the load cell's.
 class Report {
   public:
     Report(const CalibrationRun& run, const CenterConfig& center, std::size_t device, const TrialReportFacts& facts)
@@ -47,10 +47,10 @@ class Report {
     int Shifted(int column) const { return sensors_ ? column + 2 : column; }
     void Blank() { text_.EndLine(); }
     /// label: ends in front of the column where the values begin.
-    void Labelled(std::string_view label, std::string_view value) {
-        const int column = Shifted(37) - static_cast<int>(CharacterCount(label));
-        text_.At(column, label).Then(value).EndLine();
+    void Labelled(std::string_view label, std::string_view value, int valueColumn = 37) {
+        text_.At(valueColumn - static_cast<int>(CharacterCount(label)), label).Then(value).EndLine();
     }
+    void Party(std::string_view label, std::string_view value) { Labelled(label, value, Shifted(37)); }
 
     void WriteHeading() {
         text_.At(Shifted(30), "FWD Calibration").EndLine();
@@ -74,12 +74,12 @@ class Report {
     }
 
     void WriteParties() {
-        Labelled("System Under Test: ", run_.DeviceName);
-        Labelled("FWD Operator: ", run_.OperatorName);
-        Labelled("Calibration Equipment Operator: ", center_.CalibrationCenterOperator);
-        Labelled("Calibration Center: ", center_.CalibrationCenter);
+        Party("System Under Test: ", run_.DeviceName);
+        Party("FWD Operator: ", run_.OperatorName);
+        Party("Calibration Equipment Operator: ", center_.CalibrationCenterOperator);
+        Party("Calibration Center: ", center_.CalibrationCenter);
         const ProgramVersion version = VersionOfProgram();
-        Labelled("Bellmark Version: ", version.number + " - " + version.buildDate);
+        Party("Bellmark Version: ", version.number + " - " + version.buildDate);
         Blank();
     }
 
@@ -117,9 +117,9 @@ class Report {
         Labelled("Accelerometer Reference Cal. Date: ", Format(center_.AccelReferenceCalibrationDate, "dd-mmm-yyyy"));
         const auto& coefficients = center_.AccelRefCalibrationCoefficients;
         const auto coefficient = [&](std::size_t index) { return Format(coefficients[index], coefficientPicture); };
-        text_.At(6, "Accelerometer Reference Coef A1: ").Then(coefficient(0));
+        text_.At(4, "Accelerometer Reference Coef A1: ").Then(coefficient(0));
         text_.At(50, " A2: ").Then(coefficient(1)).EndLine();
-        text_.At(35, "A3: ").Then(coefficient(2));
+        text_.At(33, "A3: ").Then(coefficient(2));
         text_.At(50, " A4: ").Then(coefficient(3)).EndLine();
         Blank();
     }

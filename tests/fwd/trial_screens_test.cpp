@@ -1,0 +1,343 @@
+// The screens of a finished trial, with the sample's stand-in for the converter, on files that an FWD might bring.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+#include "app/frm_master.h"
+#include "app/interim_store.h"
+#include "app/program.h"
+#include "fwd/frm_get_fwd_data.h"
+#include "fwd/frm_regression_plot.h"
+#include "platform/numbers.h"
+#include "tests/reference/fake_main_menu.h"
+#include "tests/support/fake_acquisition.h"
+#include "tests/support/fake_setup.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+struct RecordingMenu : FakeMainMenu {
+    using FakeMainMenu::FakeMainMenu;
+    int loadCellEntered = 0;
+    void CalibrateLoadCell() override { ++loadCellEntered; }
+};
+
+struct RecordingCollection : CollectionDoor {
+    int entered = 0;
+    void Bellmark() override { ++entered; }
+    void Start() override {}
+    void GetResults() override {}
+    void ClearDropData() override {}
+    void PollButton(bool) override {}
+};
+
+struct RecordingResults : ResultsDoor {
+    int loadCellOpened = 0;
+    void Open() override {}
+    void OpenLoadCell() override { ++loadCellOpened; }
+    void OpenAccelerometer() override {}
+    void Recompute() override {}
+    bool IsLoadCellComplete() const override { return false; }
+    bool AreSensorsComplete() const override { return false; }
+};
+
+struct RecordingReview : ReferenceReviewDoor {
+    int started = 0;
+    void Start() override { ++started; }
+};
+
+/// Two heights of two drops, captured a moment ago.
+struct TrialScreens : testing::Test {
+    TestMachine machine;
+    Program program{machine.machine};
+    CalibrationRun& run = program.Run;
+    std::shared_ptr<RecordingMenu> menu = std::make_shared<RecordingMenu>(program);
+    std::shared_ptr<RecordingCollection> collection = std::make_shared<RecordingCollection>();
+    std::shared_ptr<RecordingResults> results = std::make_shared<RecordingResults>();
+    std::shared_ptr<RecordingReview> review = std::make_shared<RecordingReview>();
+    std::shared_ptr<frmGetFWDData> data = std::make_shared<frmGetFWDData>(program);
+    std::shared_ptr<frmRegressionPlot> plot = std::make_shared<frmRegressionPlot>(program);
+
+    TrialScreens() {
+        machine.machine.pause = [this] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            machine.Advance(std::chrono::milliseconds(20));
+        };
+        program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
+        program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
+        program.Register<AcquisitionDoor>([](Program&) { return std::make_shared<FakeAcquisition>(); });
+        program.Register<MainMenuDoor>([this](Program&) { return menu; });
+        program.Register<CollectionDoor>([this](Program&) { return collection; });
+        program.Register<ResultsDoor>([this](Program&) { return results; });
+        program.Register<ReferenceReviewDoor>([this](Program&) { return review; });
+        program.Register<FWDDataDoor>([this](Program&) { return data; });
+        program.Register<RegressionPlotDoor>([this](Program&) { return plot; });
+        std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample/Ferrylink.exe", machine.folder.Folder());
+        run.ReviewMode = true;
+        run.InterimFileName = "InterimCal20120309.DDX";
+        run.InterimFolderName = "InterimCal20120309";
+        run.CurrentProcedure = 5;
+        run.CurrentProcStep = 52;
+        run.NumberLoadLevels = 2;
+        run.NumberDropsPerLoadLevel = 2;
+        run.NumberSensors = 3;
+        run.DeviceSerialNumber = "8002/101";
+        run.LoadCellSerialNumber = "LC-1";
+        run.LoadCellInitialGain = 1;
+        run.DropSequenceIndex = 4;
+        run.DropResults = {9000, 9040, 12000, 12040};
+    }
+
+    /// The FWD's file: one line of fields a drop.
+    void WriteFile(const std::vector<std::string>& drops, const std::string& units = "pound-force",
+                   const std::string& more = "") {
+        std::string text = "[Units]\r\nLoadUnits=" + units + "\r\nDeflectionUnits=mils\r\n" + more +
+                           "[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=" +
+                           NumberText(drops.size()) + "\r\n";
+        for (std::size_t i = 0; i < drops.size(); ++i) {
+            text += "DropData_" + NumberText(i + 1) + '=' + drops[i] + "\r\n";
+        }
+        machine.Write("transfer/Trial.ddx", text);
+    }
+    /// Each file is converted anew: the former document is replaced. answers: to what comes up then.
+    void Browse(const std::vector<Answer>& answers = {}) {
+        if (machine.Has("InterimCal20120309/Trialcvt.ddx")) machine.dialogs.QueueAnswer(Answer::Yes);
+        for (const Answer answer : answers) machine.dialogs.QueueAnswer(answer);
+        machine.dialogs.QueueFile(machine.folder / "transfer/Trial.ddx");
+        data->cmdBrowse.UserClick();
+    }
+    /// Titles of the boxes, or their texts where they have none, but for the question about the former document.
+    std::vector<std::string> Boxes() {
+        std::vector<std::string> told;
+        for (const std::string& box : machine.dialogs.TakeBoxes()) {
+            const std::string text = box.front() == '\t' ? box.substr(1) : box;
+            if (text.find("already exist") == std::string::npos) told.push_back(text.substr(0, text.find('\t')));
+        }
+        return told;
+    }
+    void AcceptByPlot() {
+        data->cmdGraph.UserClick();
+        plot->cmdNext.UserClick();
+    }
+};
+
+TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
+    data->Start();
+    EXPECT_EQ(run.CurrentProcStep, 53);
+    EXPECT_EQ(run.LoadCellRefTrials, 1);
+    EXPECT_TRUE(run.FlagUnacceptedTrial);
+    EXPECT_EQ(run.LCTrial[0].RefDropData[3], 12040);
+    EXPECT_FALSE(data->cmdAccept.Enabled);
+    EXPECT_FALSE(data->cmdReject.Enabled);
+    EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
+
+    WriteFile({"9001", "9038", "12001", "12038"});
+    Browse();
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(data->txtFilename.Text.Get(), "Trial.ddx");
+    EXPECT_EQ(data->txtAdjFactor.Text.Get(), "1.0000");
+    EXPECT_EQ(data->txtStdError.Text.Get(), "0.0001");
+    EXPECT_EQ(data->txtR2.Text.Get(), "1.000");
+    EXPECT_EQ(data->txtGain.Text.Get(), "1.000");
+    EXPECT_EQ(program.Center.LocationOfFWDDataTransfer, PathText(machine.folder / "transfer/"));
+
+    data->cmdAccept.UserClick();
+    EXPECT_EQ(program.Screens.Front(), plot.get()) << "not before the plot was looked at";
+    EXPECT_EQ(plot->cmdNext.Caption.Get(), "&Accept");
+    plot->cmdBack.UserClick();
+    EXPECT_EQ(data->txtFilename.Text.Get(), "Trial.ddx") << "back from the plot nothing begins anew";
+    EXPECT_EQ(run.LoadCellRefTrials, 1);
+    data->cmdAccept.UserClick();
+    EXPECT_TRUE(machine.Has("InterimCal20120309/8002-101 09-Mar-2012 LC-1.LC1"));
+    EXPECT_FALSE(run.FlagUnacceptedTrial);
+    EXPECT_EQ(run.CurrentProcStep, 52);
+    EXPECT_EQ(run.DropSequenceIndex, 0) << "the next trial begins with its first drop";
+    EXPECT_EQ(menu->loadCellEntered, 1);
+
+    data->Start();
+    Browse();
+    AcceptByPlot();
+    EXPECT_EQ(results->loadCellOpened, 1) << "from the second trial on";
+    EXPECT_EQ(run.LoadCellRefTrials, 2);
+}
+
+TEST_F(TrialScreens, AnUnacceptedTrialIsTakenUpAgain) {
+    data->Start();
+    WriteFile({"9001", "9038", "12001", "12038"});
+    Browse();
+    run.DropResults = {};
+    data->Start();
+    EXPECT_EQ(run.LoadCellRefTrials, 1);
+    EXPECT_EQ(run.DropResults[3], 12040);
+    EXPECT_EQ(run.LCTrial[0].Gain, 0) << "the file has to be read again";
+    EXPECT_EQ(data->txtFilename.Text.Get(), "");
+    EXPECT_FALSE(data->cmdGraph.Enabled);
+}
+
+TEST_F(TrialScreens, LimitsOfTheLoadCell) {
+    const std::string gain = "Load Cell Gain Outside Recommended Limits (206)";
+    const std::string scatter = "Excess Standard Error (212)";
+    const std::string ratio = "Standard Deviation Too Large (214)";
+    const struct {
+        double initialGain;
+        std::vector<std::string> drops;
+        std::vector<std::string> boxes;
+    } rows[] = {
+        {0.98, {"9000", "9040", "12000", "12040"}, {}},
+        {1.02, {"9000", "9040", "12000", "12040"}, {}},
+        {0.9799, {"9000", "9040", "12000", "12040"}, {gain}},
+        {1.0201, {"9000", "9040", "12000", "12040"}, {gain}},
+        // Residuals of 60 and 40 pounds: the standard error is sqrt(10400 / 3 / 4.5e8) = 0.0028.
+        {1, {"9060", "9100", "11960", "12000"}, {scatter}},
+        // The upper height has deviations of 28.3 and 86.3 pounds; the standard error is 0.0016.
+        {1, {"9000", "9040", "11959", "12081"}, {ratio}},
+    };
+    data->Start();
+    for (const auto& row : rows) {
+        run.LoadCellInitialGain = row.initialGain;
+        WriteFile(row.drops);
+        Browse(std::vector(row.boxes.size(), Answer::OK));
+        EXPECT_EQ(Boxes(), row.boxes) << row.initialGain << ' ' << row.drops[1];
+    }
+}
+
+TEST_F(TrialScreens, FilesThatCannotBeUsed) {
+    const std::string noData = "FWD Data File Does Not Contain Drop Data (106)";
+    const std::string mismatch = "The number of drops (4) does not match the number of data points (";
+    data->Start();
+    const auto expectRefused = [&](const std::vector<std::string>& boxes) {
+        Browse(std::vector(boxes.size(), Answer::OK));
+        EXPECT_EQ(Boxes(), boxes);
+        EXPECT_FALSE(data->cmdAccept.Enabled);
+        EXPECT_FALSE(data->cmdGraph.Enabled);
+        EXPECT_TRUE(data->cmdReject.Enabled);
+        EXPECT_TRUE(data->cmdBrowse.Enabled);
+    };
+    WriteFile({"9000", "9040", "12000"});
+    expectRefused({mismatch + "3) in input file."});
+    WriteFile(std::vector<std::string>(50, "9000"));
+    expectRefused({mismatch + "50) in input file."});
+    machine.Write("transfer/Trial.ddx", "no document at all");
+    expectRefused({noData, mismatch + "0) in input file."});
+    const std::string unusable = "These drops of the file have no peak that can be used:\\n     Drop ";
+    const std::string advice = "\\nPlease check the data file and its units, and try Browse again.";
+    WriteFile({"9000", "9040", "abc", "12040"});
+    expectRefused({unusable + "3: \"abc\"" + advice});
+    WriteFile({"9000", "0", "12000", "12040"});
+    expectRefused({unusable + "2: \"0\"" + advice});
+
+    // Then the right file.
+    WriteFile({"9000", "9040", "12000", "12040"});
+    Browse();
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_TRUE(data->cmdAccept.Enabled);
+}
+
+TEST_F(TrialScreens, UnitsAndDevicesThatAreDoubtfulAreAskedAbout) {
+    data->Start();
+    WriteFile({"9000", "9040", "12000", "12040"}, "stone");
+    Browse({Answer::OK});
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("The unit of the file's loads, \"stone\", is not known")));
+    EXPECT_TRUE(data->cmdAccept.Enabled);
+
+    WriteFile({"9500", "9540", "12500", "12540"}, "pound-force", "[Device Information]\r\nDeviceSerialNumber=77\r\n");
+    Browse({Answer::No});
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("FWD serial number 77 in place of 8002/101")));
+    EXPECT_EQ(run.LCTrial[0].DropData[0], 9000) << "No leaves the trial as it was";
+}
+
+TEST_F(TrialScreens, WithoutADialogOrAConverterNothingChanges) {
+    data->Start();
+    machine.dialogs.QueueFile(std::nullopt);
+    data->cmdBrowse.UserClick();
+    EXPECT_EQ(data->txtFilename.Text.Get(), "");
+    std::filesystem::remove(machine.folder / "Ferrylink.exe");
+    WriteFile({"9000", "9040", "12000", "12040"});
+    Browse({Answer::OK});
+    EXPECT_THAT(Boxes(), ElementsAre("Ferrylink"));
+    EXPECT_EQ(data->txtFilename.Text.Get(), "");
+    EXPECT_FALSE(data->cmdAccept.Enabled);
+}
+
+TEST_F(TrialScreens, RejectingAsksTwice) {
+    const struct {
+        Answer repeat;
+        std::optional<Answer> sure;
+        bool rejects;
+        int collected, menus;
+    } rows[] = {
+        {Answer::Cancel, std::nullopt, false, 0, 0}, {Answer::Yes, Answer::No, false, 0, 0},
+        {Answer::No, Answer::No, false, 0, 0},       {Answer::Yes, Answer::Yes, true, 1, 0},
+        {Answer::No, Answer::Yes, true, 0, 1},
+    };
+    for (const auto& row : rows) {
+        run.FlagUnacceptedTrial = false;
+        run.LoadCellRefTrials = 1;
+        run.DropSequenceIndex = 4;
+        collection->entered = 0;
+        menu->opened = 0;
+        data->Start();
+        machine.dialogs.QueueAnswer(row.repeat);
+        if (row.sure) machine.dialogs.QueueAnswer(*row.sure);
+        data->RejectTrial();
+        EXPECT_EQ(run.LoadCellRefTrials, row.rejects ? 1 : 2);
+        EXPECT_EQ(run.FlagUnacceptedTrial, !row.rejects);
+        EXPECT_EQ(run.DropSequenceIndex, row.rejects ? 0 : 4);
+        EXPECT_EQ(collection->entered, row.collected);
+        EXPECT_EQ(menu->opened, row.menus);
+    }
+}
+
+TEST_F(TrialScreens, AReportThatCannotBeWrittenKeepsTheTrial) {
+    data->Start();
+    WriteFile({"9000", "9040", "12000", "12040"});
+    Browse();
+    data->cmdGraph.UserClick();
+    machine.files.FailFromWrite(1);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    plot->cmdNext.UserClick();
+    EXPECT_TRUE(run.FlagUnacceptedTrial);
+    machine.files.FailFromWrite(0);
+    plot->cmdNext.UserClick();
+    EXPECT_FALSE(run.FlagUnacceptedTrial);
+}
+
+TEST_F(TrialScreens, SensorsAreLookedAtOneByOne) {
+    run.CurrentProcedure = 4;
+    run.Manufacturer = Make::Kuab;
+    run.EnglishUnits = true;
+    for (std::size_t s = 0; s < 3; ++s) run.Sensor[s].InitialGain = 1;
+    run.DropResults = {10, 10.1, 15, 15.1};
+    data->Start();
+    EXPECT_EQ(run.CurrentProcStep, 43);
+    WriteFile({"1, 10.0, 10.0, 9.0", "1, 10.1, 10.1, 9.1", "1, 15.0, 15.0, 13.5", "1, 15.1, 15.1, 13.6"});
+    Browse();
+    EXPECT_EQ(data->txtSensorNum.Text.Get(), "0") << "a KUAB counts its sensors from 0";
+    EXPECT_EQ(data->txtR2.Text.Get(), "1.0000");
+    data->cmdDown.UserClick();
+    EXPECT_EQ(data->txtSensorNum.Text.Get(), "2");
+    data->cmdUp.UserClick();
+    data->cmdGraph.UserClick();
+    EXPECT_TRUE(plot->lblReviewGraphs.Visible);
+    EXPECT_FALSE(plot->cmdNext.Enabled);
+    EXPECT_EQ(plot->cmdUpRP.ToolTip.Get(), "Click to view Sensor 1 graph");
+    EXPECT_EQ(plot->cmdDownRP.ToolTip.Get(), "Click to view Sensor 2 graph");
+    plot->cmdUpRP.UserClick();
+    plot->cmdUpRP.UserClick();
+    EXPECT_EQ(plot->txtNewGain.Text.Get(), "1.111");
+    EXPECT_FALSE(run.PlotReviewPending);
+    plot->cmdNext.UserClick();
+    EXPECT_EQ(review->started, 1);
+}
+
+}  // namespace
+}  // namespace bellmark
