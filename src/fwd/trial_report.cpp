@@ -47,10 +47,9 @@ class Report {
     int Shifted(int column) const { return sensors_ ? column + 2 : column; }
     void Blank() { text_.EndLine(); }
     /// label: ends in front of the column where the values begin.
-    void Labelled(std::string_view label, std::string_view value, int valueColumn = 37) {
-        text_.At(valueColumn - static_cast<int>(CharacterCount(label)), label).Then(value).EndLine();
+    void Labelled(std::string_view label, std::string_view value) {
+        text_.At(Shifted(37) - static_cast<int>(CharacterCount(label)), label).Then(value).EndLine();
     }
-    void Party(std::string_view label, std::string_view value) { Labelled(label, value, Shifted(37)); }
 
     void WriteHeading() {
         text_.At(Shifted(30), "FWD Calibration").EndLine();
@@ -74,12 +73,12 @@ class Report {
     }
 
     void WriteParties() {
-        Party("System Under Test: ", run_.DeviceName);
-        Party("FWD Operator: ", run_.OperatorName);
-        Party("Calibration Equipment Operator: ", center_.CalibrationCenterOperator);
-        Party("Calibration Center: ", center_.CalibrationCenter);
+        Labelled("System Under Test: ", run_.DeviceName);
+        Labelled("FWD Operator: ", run_.OperatorName);
+        Labelled("Calibration Equipment Operator: ", center_.CalibrationCenterOperator);
+        Labelled("Calibration Center: ", center_.CalibrationCenter);
         const ProgramVersion version = VersionOfProgram();
-        Party("Bellmark Version: ", version.number + " - " + version.buildDate);
+        Labelled("Bellmark Version: ", version.number + " - " + version.buildDate);
         Blank();
     }
 
