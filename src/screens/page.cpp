@@ -50,7 +50,7 @@ Page::~Page() {
 
 void Page::Follow() {
     MarkSuggestedStep();
-    if (screen_.Focus() != lastFocus_) TakeFocus();
+    if (screen_.FocusRequests() != focusRequestsMet_) TakeFocus();
     update();
 }
 
@@ -76,7 +76,7 @@ void Page::MarkSuggestedStep() {
 }
 
 void Page::TakeFocus() {
-    lastFocus_ = screen_.Focus();
+    focusRequestsMet_ = screen_.FocusRequests();
     for (const Control* wanted : {screen_.Focus(), screen_.DefaultButton()}) {
         QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
         if (!widget || !widget->isEnabled() || widget->isHidden()) continue;

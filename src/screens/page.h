@@ -45,7 +45,7 @@ class Page : public QWidget {
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;
-    Control* lastFocus_ = nullptr;
+    int focusRequestsMet_ = 0;
     QTimer soon_;
 };
 

@@ -228,8 +228,13 @@ TEST_F(FWDTabs, AFileWithMoreSensorsThanCanBeCalibratedIsRefused) {
 TEST_F(FWDTabs, OnlyAKuabAsksForItsKindOfSensors) {
     machine.dialogs.QueueAnswer(Answer::OK);
     tab.cboFWDMfg.UserChoose("KUAB");
+    EXPECT_EQ(OnlyBox(), "boxes: 0") << "not before the list is left";
+    tab.cboFWDMfg.UserLeave();
     EXPECT_NE(OnlyBox().find("Please choose the sensor type for the FWD"), std::string::npos);
+    EXPECT_EQ(setup.Focus(), &tab.cboSensorType);
     EXPECT_FALSE(tab.cmdReadFWDConfig.Enabled);
+    tab.cboFWDMfg.UserLeave();
+    EXPECT_EQ(OnlyBox(), "boxes: 0") << "left without a new choice";
     tab.cboSensorType.UserChoose("Seismometer");
     EXPECT_TRUE(tab.cmdReadFWDConfig.Enabled);
     tab.cboFWDMfg.UserChoose("JILS");
