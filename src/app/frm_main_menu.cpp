@@ -154,12 +154,10 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
     CalibrationRun& run = program_.Run;
     if (run.SensorRelCalComplete || GoToUnacceptedTrial()) return;
     program_.Header.SetProcedureName(ProcedureTitle(4));
-    if (run.CurrentProcedure == 4) {
-        run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
-    } else {
-        run.CurrentProcedure = 4;
-        run.CurrentProcStep = 40;
-    }
+    run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
+    // What begins with reference trials begins with the prerequisites; the relative calibration does without them.
+    if (run.CurrentProcedure != 4 && run.CurrentProcStep != 44) run.CurrentProcStep = 40;
+    run.CurrentProcedure = 4;
     if (run.CurrentProcStep < 42) ResetPrerequisites();
     ReturnToProcedure(program_, run.CurrentProcedure);
 }
@@ -171,6 +169,8 @@ void frmMainMenu::cmdEditSetup_Click() {
     // A set-up under way keeps its step: it is not an edit yet.
     if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = 10;
     setup.Open();
+    // What was approved before the program ended has to be looked at anew.
+    if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
 }
 
 }  // namespace bellmark
