@@ -117,6 +117,7 @@ void FWDTab::ConnectCells() {
 
 void FWDTab::BeginRun() {
     makeIsKnown_ = true;
+    doubt_.clear();
     jilsFilter_ = nullptr;
     fraSetupHelp.Visible = false;
     cmdReadFWDConfig.Enabled = true;
@@ -241,6 +242,13 @@ void FWDTab::ReadFWDConfig(const Path& path) {
         return;
     }
     ReadFWDKeys(Document(), program_.Run);
+    doubt_.clear();
+    const auto gains = Split(Trim(strings.Get(calibration, "SensorCalibrationCenterGain")), ',');
+    if (gains.size() > std::max<std::size_t>(1, static_cast<std::size_t>(program_.Run.NumberSensors))) {
+        // Decimal commas, for one, fall apart into fields that all look like gains.
+        doubt_ = "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(program_.Run.NumberSensors) +
+                 " sensors: please check them.";
+    }
 }
 
 // ---- cells

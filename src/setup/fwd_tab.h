@@ -127,6 +127,7 @@ class FWDTab {
     const char* jilsFilter_ = nullptr;  ///< of the next one of its files; null before the first
     bool makeIsKnown_ = true;           ///< false until the operator of a new run has chosen one
     std::vector<std::string> missing_;
+    std::string doubt_;  ///< of the file that was read last
 };
 
 }  // namespace bellmark

@@ -32,7 +32,8 @@ bool FWDTab::CheckFWDData() {
     complete = CheckMake(complete) && complete;
     complete = CheckFolders() && complete;
     optFWD.BackColor = complete ? colors::complete : colors::mustBeUpdated;
-    lblMissing.Caption = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
+    const std::string missing = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
+    lblMissing.Caption = missing + (missing.empty() || doubt_.empty() ? "" : ". ") + doubt_;
     if (Checked) Checked(complete);
     return complete;
 }
