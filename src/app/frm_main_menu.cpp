@@ -117,6 +117,12 @@ void frmMainMenu::ShowCertificateStatus() {
 void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
     cmdCalLoadCell.Enabled = loadCell;
     cmdRefCalDefAccel.Enabled = sensors;
+    const char* unfinished = "The set-up is not complete.";
+    cmdCalLoadCell.ToolTip = loadCell ? "" : unfinished;
+    cmdRefCalDefAccel.ToolTip = sensors                     ? ""
+                                : !loadCell                 ? unfinished
+                                : program_.Run.LoadCellOnly ? "The set-up was approved for the load cell only."
+                                                            : "The accelerometer must be calibrated first.";
     SetDefaultButton(loadCell ? &cmdCalLoadCell : &cmdEditSetup);
 }
 

@@ -238,6 +238,7 @@ class ComboLink : public Link {
             view_.addItems(items);
         }
         view_.setCurrentIndex(combo_.ListIndex);
+        view_.setPlaceholderText(StateText(combo_.BackColor));
         ShowCommonProperties(combo_, view_);
     }
 

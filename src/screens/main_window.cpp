@@ -1,5 +1,6 @@
 #include "screens/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QStackedWidget>
@@ -11,6 +12,7 @@
 #include "screens/binder.h"
 #include "screens/forms.h"
 #include "screens/page.h"
+#include "screens/state_button.h"
 #include "ui_frmMaster.h"
 
 namespace bellmark {
@@ -38,6 +40,7 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
     screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
     screens_.FrontChanged = [this] { ShowFront(); };
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::ShowSuggestedStep, Qt::QueuedConnection);
     ShowFront();
 }
 
@@ -80,7 +83,11 @@ void MainWindow::ShowFront() {
 void MainWindow::ShowSuggestedStep() {
     const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
     const QString step = page ? page->SuggestedStep() : QString();
-    nextStep_->setText(step.isEmpty() ? QString() : tr("Next step: %1  (Enter)").arg(step));
+    // Enter presses a button that has the keyboard itself.
+    const auto* focused = qobject_cast<const StateButton*>(QApplication::focusWidget());
+    const bool byEnter = !focused || focused->IsSuggested();
+    nextStep_->setText(step.isEmpty() ? QString()
+                                      : (byEnter ? tr("Next step: %1  (Enter)") : tr("Next step: %1")).arg(step));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -62,7 +62,11 @@ frmSetup::frmSetup(Program& program)
     Center.AllowCalibration = [this] { AllowCalibration(); };
     Center.Approved = [this] { CenterApproved(); };
     Center.Editing = [this](bool editing) { EditCenter(editing); };
-    General.SequenceApproved = [this] { cmdNext.Enabled = true; };
+    General.SequenceApproved = [this] {
+        cmdNext.Enabled = true;
+        cmdNext.BackColor = colors::suggestedNext;
+        SetFocus(cmdNext);
+    };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     ShowPage(Center.optCalCenter, Center.fraCalCenter);
@@ -296,6 +300,7 @@ void frmSetup::AskForSequence() {
     General.optGeneral.Click();
     General.fraTestSequence.Visible = true;
     cmdNext.Enabled = false;
+    cmdNext.BackColor = colors::buttonFace;
     SetFocus(General.cmdNumberDrops);
 }
 

@@ -82,6 +82,7 @@ void FWDTab::ConnectCells() {
     cboFWDMfg.Leave = [this] { cboFWDMfg_Leave(); };
     cboSensorType.Click = [this] {
         program_.Run.SensorType = cboSensorType.ListIndex;
+        cboSensorType.BackColor = colors::window;
         cmdReadFWDConfig.Enabled = true;
         cmdReadFWDConfig.ToolTip = "";
     };
@@ -167,6 +168,7 @@ void FWDTab::ShowMake() {
     cboSensorType.Items =
         kuab ? std::vector<std::string>{"Geophone", "Seismometer"} : std::vector<std::string>{"Geophone"};
     cboSensorType.ListIndex = kuab ? program_.Run.SensorType : 0;
+    cboSensorType.BackColor = MarkedIf(cboSensorType.ListIndex < 0);
     cboSensorType.Visible = kuab;
     lblSensorType.Visible = kuab;
     cmdShowSetupHelp.Visible = program_.Run.Manufacturer == Make::Jils;

@@ -120,6 +120,7 @@ class FWDTab {
     bool CheckMake(bool completeSoFar);
     bool CheckFolders();
     void Missing(const std::string& what) { missing_.push_back(what); }
+    void MissingFirst(const std::string& what) { missing_.insert(missing_.begin(), what); }
 
     Program& program_;
     Path shownFolder_;
