@@ -12,7 +12,6 @@
 #include "screens/binder.h"
 #include "screens/forms.h"
 #include "screens/page.h"
-#include "screens/state_button.h"
 #include "ui_frmMaster.h"
 
 namespace bellmark {
@@ -83,11 +82,8 @@ void MainWindow::ShowFront() {
 void MainWindow::ShowSuggestedStep() {
     const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
     const QString step = page ? page->SuggestedStep() : QString();
-    // Enter presses a button that has the keyboard itself.
-    const auto* focused = qobject_cast<const StateButton*>(QApplication::focusWidget());
-    const bool byEnter = !focused || focused->IsSuggested();
-    nextStep_->setText(step.isEmpty() ? QString()
-                                      : (byEnter ? tr("Next step: %1  (Enter)") : tr("Next step: %1")).arg(step));
+    if (step.isEmpty()) return nextStep_->clear();
+    nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

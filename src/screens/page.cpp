@@ -1,5 +1,6 @@
 #include "screens/page.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -91,6 +92,14 @@ QString Page::SuggestedStep() const {
     return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
+bool Page::EnterSuggests() const {
+    const QWidget* focused = focusWidget();
+    if (!focused || !focused->hasFocus()) return true;
+    const auto* button = qobject_cast<const StateButton*>(focused);
+    // In a list Enter chooses the row.
+    return (!button || button->IsSuggested()) && !qobject_cast<const QAbstractItemView*>(focused);
+}
+
 void Page::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     // A button that has the keyboard is pressed itself.
@@ -99,7 +108,8 @@ void Page::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const Control* wanted = SuggestedButton();
-    auto* button = isEnter && wanted ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
+    auto* button =
+        isEnter && wanted && EnterSuggests() ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
     if (!button) {
         QWidget::keyPressEvent(event);
         return;

@@ -27,6 +27,8 @@ class Page : public QWidget {
 
     /// The step that the screen suggests, as its button says it; empty when it suggests none.
     QString SuggestedStep() const;
+    /// Enter takes that step; where it has the keyboard, another button or a list keeps Enter for itself.
+    bool EnterSuggests() const;
 
     /// Puts the keyboard where the screen wants it.
     void TakeFocus();

@@ -120,6 +120,25 @@ TEST_F(FormsTest, EnterPressesTheSuggestedStep) {
     EXPECT_TRUE(dynamic_cast<StateButton&>(button).IsSuggested());
 }
 
+TEST_F(FormsTest, EnterInAListChoosesItsRowAndNothingElse) {
+    Screen& start = *desktop_.program->Screens.Find("frmAbout");
+    start.Show();
+    int pressed = 0;
+    int clicked = 0;
+    dynamic_cast<Button&>(*start.Find("cmdStartNewCal")).Click = [&pressed] { ++pressed; };
+    dynamic_cast<Frame&>(*start.Find("fraInterimCals")).Visible = true;
+    auto& list = dynamic_cast<Grid&>(*start.Find("grdInterim"));
+    list.AddRow({"InterimCal20120309.DDX", "03-09-2012"});
+    list.CellClick = [&clicked](int row, int) { clicked += row; };
+    QTest::qWait(5);
+    QWidget& view = desktop_.WidgetOf("frmAbout", "grdInterim");
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(clicked, 1);
+    EXPECT_EQ(pressed, 0);
+}
+
 TEST_F(FormsTest, TheCloseBoxAsksAndDestroysNothing) {
     desktop_.dialogs.answers = {Answer::No, Answer::Yes};
     EXPECT_FALSE(desktop_.window->close());
