@@ -1,6 +1,7 @@
 #include "app/app_main.h"
 
 #include "app/doors.h"
+#include "app/interim_store.h"
 #include "app/mod_shared.h"
 #include "app/paths.h"
 #include "app/program.h"
@@ -191,6 +192,10 @@ void EnterLoadedRun(Program& program) {
 }
 
 void QuitApplication(Program& program) {
+    // The set-up is left as by its own button.
+    if (program.Run.ProgramStarted && program.Run.InterimCalOpen && program.Run.CurrentProcedure == 1) {
+        SaveInterimCalibration(program);
+    }
     RestoreCenterConfiguration(program);
     bool quit = true;
     if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {

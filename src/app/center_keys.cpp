@@ -139,8 +139,16 @@ void SetAccelerometer(CenterKeys& keys, const CenterConfig& center) {
 }
 
 /// A file that is there but cannot be read must not be taken for an empty one, or the change would cost all it holds.
-ProfileStrings ForChange(const FileSystem& files, const Path& path) {
-    return files.IsFile(path) ? ProfileStrings(ReadTextFile(files, path)) : ProfileStrings();
+/// change: called with the file's strings and its path.
+template <class Change>
+void ChangeFile(Program& program, const Path& path, Change change) {
+    FileSystem& files = program.Services.files;
+    const Path file = ActualPath(files, path);
+    ProfileStrings strings = files.IsFile(file) ? ProfileStrings(ReadTextFile(files, file)) : ProfileStrings();
+    change(strings, file);
+    // The data folder of a run comes into being with the first that is written into it.
+    files.CreateFolder(file.parent_path());
+    SaveProfileStrings(files, file, strings);
 }
 
 }  // namespace
@@ -191,18 +199,14 @@ void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool eng
 }
 
 void WriteCenterDataToPDDX(Program& program, const Path& path) {
-    const Path file = ActualPath(program.Services.files, path);
-    ProfileStrings strings = ForChange(program.Services.files, file);
-    SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
-    SaveProfileStrings(program.Services.files, file, strings);
+    ChangeFile(program, path, [&](ProfileStrings& strings, const Path& file) {
+        SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
+    });
 }
 
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value) {
-    const Path file = ActualPath(program.Services.files, path);
-    ProfileStrings strings = ForChange(program.Services.files, file);
-    strings.Set(section, key, value);
-    SaveProfileStrings(program.Services.files, file, strings);
+    ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
 }
 
 Path MasterCenterConfig(const Program& program) {

@@ -113,6 +113,7 @@ bool frmAbout::OffersCopy(const InterimCalibration& interim) {
 
 void frmAbout::cmdOpenInterimCal_Click() {
     CalibrationRun& run = program_.Run;
+    if (grdInterim.SelectedRow < 0) return SetFocus(grdInterim);
     const InterimCalibration interim = ReadInterim(program_.Services.files, program_.Folder(), run.InterimFileName);
     if (interim.endDate.empty() || !run.InterimCalOpen) return;
     if (interim.copyOnly && !OffersCopy(interim)) return;
@@ -128,6 +129,7 @@ void frmAbout::cmdOpenInterimCal_Click() {
 }
 
 void frmAbout::cmdDeleteInterim_Click() {
+    if (grdInterim.SelectedRow < 0) return SetFocus(grdInterim);
     const InterimCalibration interim =
         ReadInterim(program_.Services.files, program_.Folder(), program_.Run.InterimFileName);
     // The box asks the same question as opening does; the title and the icon are what tells the two apart.

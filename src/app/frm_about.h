@@ -21,7 +21,7 @@ class frmAbout : public Screen, public StartFormDoor {
     Label lblReviewMode{*this, "lblReviewMode", "Review Mode"};
     Frame fraStart{*this, "fraStart"};
     Button cmdStartNewCal{*this, "cmdStartNewCal", "&Start New Calibration"};
-    Button cmdRelativeCal{*this, "cmdRelativeCal", "&Relative Calibration"};
+    Button cmdRelativeCal{*this, "cmdRelativeCal", "Relati&ve Calibration"};
     Button cmdReadCalCenterA{*this, "cmdReadCalCenterA", "Read &Center Configuration"};
     Frame fraInterimCals{*this, "fraInterimCals", "Interim calibrations"};
     Grid grdInterim{*this, "grdInterim"};

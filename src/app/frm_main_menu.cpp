@@ -117,6 +117,12 @@ void frmMainMenu::ShowCertificateStatus() {
 void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
     cmdCalLoadCell.Enabled = loadCell;
     cmdRefCalDefAccel.Enabled = sensors;
+    const char* unfinished = "The set-up is not complete.";
+    cmdCalLoadCell.ToolTip = loadCell ? "" : unfinished;
+    cmdRefCalDefAccel.ToolTip = sensors                     ? ""
+                                : !loadCell                 ? unfinished
+                                : program_.Run.LoadCellOnly ? "The set-up was approved for the load cell only."
+                                                            : "The accelerometer must be calibrated first.";
     SetDefaultButton(loadCell ? &cmdCalLoadCell : &cmdEditSetup);
 }
 
@@ -154,12 +160,10 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
     CalibrationRun& run = program_.Run;
     if (run.SensorRelCalComplete || GoToUnacceptedTrial()) return;
     program_.Header.SetProcedureName(ProcedureTitle(4));
-    if (run.CurrentProcedure == 4) {
-        run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
-    } else {
-        run.CurrentProcedure = 4;
-        run.CurrentProcStep = 40;
-    }
+    run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
+    // What begins with reference trials begins with the prerequisites; the relative calibration does without them.
+    if (run.CurrentProcedure != 4 && run.CurrentProcStep != 44) run.CurrentProcStep = 40;
+    run.CurrentProcedure = 4;
     if (run.CurrentProcStep < 42) ResetPrerequisites();
     ReturnToProcedure(program_, run.CurrentProcedure);
 }
@@ -171,6 +175,8 @@ void frmMainMenu::cmdEditSetup_Click() {
     // A set-up under way keeps its step: it is not an edit yet.
     if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = 10;
     setup.Open();
+    // What was approved before the program ended has to be looked at anew.
+    if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
 }
 
 }  // namespace bellmark

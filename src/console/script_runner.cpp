@@ -182,6 +182,7 @@ void ScriptRunner::Choose(const Words& words) {
     } else {
         list.UserChoose(WholeNumber(words[2]));
     }
+    list.UserLeave();
 }
 
 void ScriptRunner::QueueAnswer(const Words& words) {

@@ -61,6 +61,7 @@ class Control {
 
     /// The frame it lies in: hidden and disabled with it.
     void PutInto(const Frame& frame) { frame_ = &frame; }
+    const Frame* LiesIn() const { return frame_; }
     bool IsReachable() const;  ///< visible and enabled, and so is every frame around it
 
     std::function<void()> Click;

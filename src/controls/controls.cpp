@@ -1,6 +1,7 @@
 #include "controls/controls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "controls/picture.h"
 #include "controls/screen.h"
@@ -11,6 +12,19 @@
 
 namespace bellmark {
 
+namespace {
+
+/// Everything typed may end up in a file, so it is refused here, where the operator can still change it.
+void RequireStorable(const std::string& text) {
+    try {
+        ToWindows1252(text);
+    } catch (const EncodingError& error) {
+        throw UserError(error.what());
+    }
+}
+
+}  // namespace
+
 Button::Button(Screen& screen, std::string name, std::string caption)
     : CaptionedControl(screen, std::move(name), std::move(caption)) {
     BackColor = colors::buttonFace;
@@ -19,12 +33,7 @@ Button::Button(Screen& screen, std::string name, std::string caption)
 void TextBox::UserEnter(const std::string& text) {
     RequireReachable();
     if (Locked) throw UserError(FullName() + " is locked");
-    try {
-        // Everything typed may end up in a file, so it is refused here, where the operator can still change it.
-        ToWindows1252(text);
-    } catch (const EncodingError& error) {
-        throw UserError(error.what());
-    }
+    RequireStorable(text);
     Text = text;
     Raise("Leave", Leave);
 }
@@ -62,6 +71,7 @@ void ComboBox::UserChoose(int index) {
         throw UserError(FullName() + " has no entry " + NumberText(index));
     }
     ListIndex = index;
+    chosenSinceLeft_ = true;
     Raise("Click", Click);
 }
 
@@ -70,6 +80,12 @@ void ComboBox::UserChoose(const std::string& item) {
     const auto found = std::find(items.begin(), items.end(), item);
     if (found == items.end()) throw UserError(FullName() + " has no entry \"" + item + '"');
     UserChoose(static_cast<int>(found - items.begin()));
+}
+
+void ComboBox::UserLeave() {
+    // Passing through without a choice is no action.
+    if (!std::exchange(chosenSinceLeft_, false)) return;
+    Raise("Leave", Leave);
 }
 
 std::string Grid::DisplayText() const {
@@ -153,6 +169,7 @@ void Grid::UserDoubleClickCell(int row, int column) {
 void Grid::UserEditCell(int row, int column, const std::string& text) {
     RequireUserCell(row, column);
     if (!IsEditable(row, column)) throw UserError(FullName() + ": this cell cannot be edited");
+    RequireStorable(text);
     if (CellEdit) Raise("Edit", [&] { CellEdit(row, column, text); });
 }
 

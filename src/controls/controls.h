@@ -88,9 +88,15 @@ class ComboBox : public Control {
     Property<std::vector<std::string>> Items{*this, {}};
     Property<int> ListIndex{*this, -1};  ///< -1 while nothing is chosen
 
+    std::function<void()> Leave;  ///< the user has chosen an entry and left the list
+
     bool ChooseText(const std::string& item);  ///< the program chooses; false when there is no such entry
     void UserChoose(int index);                ///< raises Click; throws UserError for an index past the end
     void UserChoose(const std::string& item);
+    void UserLeave();
+
+  private:
+    bool chosenSinceLeft_ = false;
 };
 
 /// A table of texts. Row and column count from 0, fixed ones (headings) included.

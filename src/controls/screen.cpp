@@ -47,6 +47,7 @@ void Screen::SetBackColor(Color color) {
 
 void Screen::SetFocus(Control& control) {
     focus_ = &control;
+    ++focusRequests_;
     TellChanged();
 }
 

@@ -39,6 +39,7 @@ class Screen {
     /// The control that the keyboard goes to, and the button that Enter presses.
     void SetFocus(Control& control);
     Control* Focus() const { return focus_; }
+    int FocusRequests() const { return focusRequests_; }  ///< grows when a control is wanted once more, too
     void SetDefaultButton(Control* button);
     Control* DefaultButton() const { return defaultButton_; }
 
@@ -63,6 +64,7 @@ class Screen {
     std::vector<Control*> controls_;
     Color backColor_ = colors::buttonFace;
     Control* focus_ = nullptr;
+    int focusRequests_ = 0;
     Control* defaultButton_ = nullptr;
 };
 

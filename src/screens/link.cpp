@@ -118,6 +118,21 @@ class FrameLink : public Link {
     QWidget& view_;
 };
 
+/// Tells when the keyboard leaves a widget for another one. A list that drops down keeps it, and so does a box.
+class LeaveWatcher : public QObject {
+  public:
+    explicit LeaveWatcher(std::function<void()> left) : left_(std::move(left)) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::FocusOut) return false;
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) left_();
+        return false;
+    }
+
+  private:
+    std::function<void()> left_;
+};
+
 class LineLink : public Link {
   public:
     LineLink(TextBox& box, QLineEdit& view, LinkServices services)
@@ -176,7 +191,7 @@ class LineLink : public Link {
 class TextAreaLink : public Link {
   public:
     TextAreaLink(TextBox& box, QPlainTextEdit& view, LinkServices services)
-        : Link(box, view, std::move(services)), box_(box), view_(view), watcher_(*this) {
+        : Link(box, view, std::move(services)), box_(box), view_(view), watcher_([this] { Commit(); }) {
         view_.setTabChangesFocus(true);
         view_.installEventFilter(&watcher_);
     }
@@ -194,18 +209,6 @@ class TextAreaLink : public Link {
     }
 
   private:
-    class LeaveWatcher : public QObject {
-      public:
-        explicit LeaveWatcher(TextAreaLink& link) : link_(link) {}
-        bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == QEvent::FocusOut) link_.Commit();
-            return false;
-        }
-
-      private:
-        TextAreaLink& link_;
-    };
-
     /// Lines end as the program writes them.
     QString Shown() const { return view_.toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n")); }
 
@@ -217,9 +220,13 @@ class TextAreaLink : public Link {
 class ComboLink : public Link {
   public:
     ComboLink(ComboBox& combo, QComboBox& view, LinkServices services)
-        : Link(combo, view, std::move(services)), combo_(combo), view_(view) {
+        : Link(combo, view, std::move(services)),
+          combo_(combo),
+          view_(view),
+          watcher_([this] { Perform([this] { combo_.UserLeave(); }); }) {
         QObject::connect(&view_, &QComboBox::activated, &Context(),
                          [this](int index) { PerformAfterTyping([this, index] { combo_.UserChoose(index); }); });
+        view_.installEventFilter(&watcher_);
     }
     void Refresh() override {
         QStringList items;
@@ -231,12 +238,14 @@ class ComboLink : public Link {
             view_.addItems(items);
         }
         view_.setCurrentIndex(combo_.ListIndex);
+        view_.setPlaceholderText(StateText(combo_.BackColor));
         ShowCommonProperties(combo_, view_);
     }
 
   private:
     ComboBox& combo_;
     QComboBox& view_;
+    LeaveWatcher watcher_;
 };
 
 class PictureLink : public Link {

@@ -1,5 +1,6 @@
 #include "screens/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QStackedWidget>
@@ -38,6 +39,7 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
     screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
     screens_.FrontChanged = [this] { ShowFront(); };
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::ShowSuggestedStep, Qt::QueuedConnection);
     ShowFront();
 }
 
@@ -80,7 +82,8 @@ void MainWindow::ShowFront() {
 void MainWindow::ShowSuggestedStep() {
     const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
     const QString step = page ? page->SuggestedStep() : QString();
-    nextStep_->setText(step.isEmpty() ? QString() : tr("Next step: %1  (Enter)").arg(step));
+    if (step.isEmpty()) return nextStep_->clear();
+    nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

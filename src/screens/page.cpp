@@ -1,5 +1,6 @@
 #include "screens/page.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -50,7 +51,7 @@ Page::~Page() {
 
 void Page::Follow() {
     MarkSuggestedStep();
-    if (screen_.Focus() != lastFocus_) TakeFocus();
+    if (screen_.FocusRequests() != focusRequestsMet_) TakeFocus();
     update();
 }
 
@@ -76,7 +77,7 @@ void Page::MarkSuggestedStep() {
 }
 
 void Page::TakeFocus() {
-    lastFocus_ = screen_.Focus();
+    focusRequestsMet_ = screen_.FocusRequests();
     for (const Control* wanted : {screen_.Focus(), screen_.DefaultButton()}) {
         QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
         if (!widget || !widget->isEnabled() || widget->isHidden()) continue;
@@ -91,6 +92,14 @@ QString Page::SuggestedStep() const {
     return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
+bool Page::EnterSuggests() const {
+    const QWidget* focused = focusWidget();
+    if (!focused || !focused->hasFocus()) return true;
+    const auto* button = qobject_cast<const StateButton*>(focused);
+    // In a list Enter chooses the row.
+    return (!button || button->IsSuggested()) && !qobject_cast<const QAbstractItemView*>(focused);
+}
+
 void Page::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     // A button that has the keyboard is pressed itself.
@@ -99,7 +108,8 @@ void Page::keyPressEvent(QKeyEvent* event) {
         return;
     }
     const Control* wanted = SuggestedButton();
-    auto* button = isEnter && wanted ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
+    auto* button =
+        isEnter && wanted && EnterSuggests() ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
     if (!button) {
         QWidget::keyPressEvent(event);
         return;

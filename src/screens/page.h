@@ -27,6 +27,8 @@ class Page : public QWidget {
 
     /// The step that the screen suggests, as its button says it; empty when it suggests none.
     QString SuggestedStep() const;
+    /// Enter takes that step; where it has the keyboard, another button or a list keeps Enter for itself.
+    bool EnterSuggests() const;
 
     /// Puts the keyboard where the screen wants it.
     void TakeFocus();
@@ -45,7 +47,7 @@ class Page : public QWidget {
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;
-    Control* lastFocus_ = nullptr;
+    int focusRequestsMet_ = 0;
     QTimer soon_;
 };
 

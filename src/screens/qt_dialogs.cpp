@@ -141,11 +141,14 @@ Answer QtDialogs::Show(const MessageBox& message) {
 
 std::optional<std::string> QtDialogs::Input(const std::string& prompt, const std::string& title,
                                             const std::string& defaultText) {
-    bool accepted = false;
-    const QString text =
-        QInputDialog::getText(parent_, Text(title), Text(prompt), QLineEdit::Normal, Text(defaultText), &accepted);
-    if (!accepted) return std::nullopt;
-    return text.toStdString();
+    constexpr int width = 480;  // a name is to be seen whole
+    QInputDialog dialog(parent_);
+    dialog.setWindowTitle(Text(title));
+    dialog.setLabelText(Text(prompt));
+    dialog.setTextValue(Text(defaultText));
+    dialog.resize(width, dialog.sizeHint().height());
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.textValue().toStdString();
 }
 
 std::optional<Path> QtDialogs::OpenFile(const FileChoice& choice) {

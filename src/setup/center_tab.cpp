@@ -20,12 +20,23 @@ namespace {
 constexpr const char* changeCaption = "&Change Calibration Center Config";
 constexpr const char* saveCaption = "&Save Calibration Center Config";
 constexpr std::chrono::days longestLoadCellAge{365};
+constexpr double longestAccelerometerAge = 480;  // minutes
+
+bool AccelWasCalibratedToday(const Program& program) {
+    constexpr const char* day = "dd-mmm-yyyy";
+    return Format(program.Center.AccelDailyCalibrationDate, day) == Format(program.Now(), day);
+}
+
+/// Why the accelerometer's last calibration does not hold.
+const char* AccelerometerFault(const Program& program) {
+    if (!AccelWasCalibratedToday(program)) return "the last one is not of today";
+    if (MinutesSinceAccelCal(program) > longestAccelerometerAge) return "the last one is more than 8 hours old";
+    return "since the last one the temperature has changed by more than 5 °C";
+}
 }  // namespace
 
 bool IsAccelCalibrationCurrent(Program& program) {
-    constexpr const char* day = "dd-mmm-yyyy";
-    return AccelCalCurrent(program) &&
-           Format(program.Center.AccelDailyCalibrationDate, day) == Format(program.Now(), day);
+    return AccelCalCurrent(program) && AccelWasCalibratedToday(program);
 }
 
 CenterTab::CenterTab(Screen& screen, Program& program)
@@ -75,9 +86,10 @@ void CenterTab::PutControlsIntoFrames() {
     const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
         for (Control* control : controls) control->PutInto(frame);
     };
-    put(fraCalCenter, {&txtCenterID, &txtCalCenter, &txtCenterOperator, &txtSerialEquipment, &cmdReadCalCenter,
-                       &cmdWriteCalCenter, &cmdApproveBellmarkCenter, &cmdSelectCenter, &cmdShowLC, &cmdShowAccel,
-                       &cmdAccelCalButton[1], &cmdLoadCellOnly[0], &fraCalCentersID, &fraLoadCell, &fraAccelerometer});
+    put(fraCalCenter,
+        {&txtCenterID, &txtCalCenter, &txtCenterOperator, &txtSerialEquipment, &cmdReadCalCenter, &cmdWriteCalCenter,
+         &cmdApproveBellmarkCenter, &cmdSelectCenter, &cmdShowLC, &cmdShowAccel, &cmdAccelCalButton[1],
+         &cmdLoadCellOnly[0], &fraCalCentersID, &fraLoadCell, &fraAccelerometer, &lblCenterMissing});
     put(fraCalCentersID, {&grdCalCenters, &cmdCloseCalCenters});
     put(fraLoadCell, {&txtRefLoadCellID, &txtRefLoadCellExcitation, &txtRefLoadCellGain, &Label2[0], &Label2[1],
                       &txtRefLoadCellBPlus, &txtRefLoadCellBMinus, &txtRefLoadCellUnbalancedZero,
@@ -99,8 +111,7 @@ void CenterTab::CalCenterOptions() {
     if (program_.Run.ReviewMode) {
         cmdReadCalCenter.ToolTip =
             "Read in the BellmarkCenterConfig.ini file to be used. The existing BellmarkCenterConfig.ini will be "
-            "restored "
-            "when Bellmark closes.";
+            "restored when Bellmark closes.";
         cmdReadCalCenter.BackColor = colors::warning;
     } else {
         cmdReadCalCenter.ToolTip = "Read in the updated BellmarkCenterConfig.ini file.";
@@ -111,14 +122,33 @@ void CenterTab::CalCenterOptions() {
     FrameCalCenterUpdate();
     MarkAccelerometer(accelerometerIsCurrent);
     MarkOperator();
-    const bool complete =
-        !txtCenterOperator.Text.Get().empty() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
+    ShowMissing(accelerometerIsCurrent);
+    const bool complete = HasOperator() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
     optCalCenter.BackColor = complete ? colors::complete : colors::mustBeUpdated;
     cmdApproveBellmarkCenter.Enabled = complete && !editing_;
     cmdApproveBellmarkCenter.ToolTip = complete ? "Click to confirm FWD Calibration Center information."
                                                 : "All orange cells must be updated before continuing.";
-    screen_.SetFocus(complete ? cmdApproveBellmarkCenter : cmdAccelCalButton[1]);
+    // While cells are edited the keyboard goes from one to the next.
+    if (!editing_) screen_.SetFocus(complete ? cmdApproveBellmarkCenter : cmdAccelCalButton[1]);
     AllowCalibration();
+}
+
+void CenterTab::ShowMissing(bool accelerometerIsCurrent) {
+    std::string missing;
+    if (!HasOperator()) missing = "the operator's name";
+    if (!accelerometerIsCurrent && !program_.Run.LoadCellOnly) {
+        if (!missing.empty()) missing += ", ";
+        missing += std::string("a calibration of the accelerometer (") + AccelerometerFault(program_) +
+                   "; Load Cell Only goes on without)";
+    }
+    std::string text = missing.empty() ? std::string() : "Still missing: " + missing + ". ";
+    if (LoadCellIsLate()) text += "The calibration of the reference load cell is more than a year old. ";
+    if (editing_) text += "The changes are not saved yet. ";
+    lblCenterMissing.Caption = std::string(Trim(text));
+}
+
+bool CenterTab::HasOperator() const {
+    return !Trim(txtCenterOperator.Text.Get()).empty();
 }
 
 void CenterTab::FrameCalCenterUpdate() {
@@ -160,7 +190,7 @@ void CenterTab::MarkAccelerometer(bool isCurrent) {
 }
 
 void CenterTab::MarkOperator() {
-    const bool missing = txtCenterOperator.Text.Get().empty();
+    const bool missing = !HasOperator();
     txtCenterOperator.BackColor = missing ? colors::mustBeUpdated : colors::window;
     txtCenterOperator.ToolTip = missing ? "An FWD Calibration Center Operator Name is required before continuing." : "";
     if (missing) screen_.SetFocus(txtCenterOperator);

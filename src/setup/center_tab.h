@@ -37,8 +37,8 @@ class CenterTab {
     Button cmdShowAccel{screen_, "cmdShowAccel", "Show Accele&rometer"};
     std::array<Button, 2> cmdAccelCalButton{{{screen_, "cmdAccelCalButton(0)", "Calibrate Acceleromete&r"},
                                              {screen_, "cmdAccelCalButton(1)", "Calibrate Acceleromete&r"}}};
-    std::array<Button, 2> cmdLoadCellOnly{{{screen_, "cmdLoadCellOnly(0)", "Load Cell &Only"},
-                                           {screen_, "cmdLoadCellOnly(1)", "Reference Load Cell Calibration"}}};
+    std::array<Button, 2> cmdLoadCellOnly{
+        {{screen_, "cmdLoadCellOnly(0)", "Load Cell &Only"}, {screen_, "cmdLoadCellOnly(1)", "Load Cell Calibration"}}};
 
     Frame fraCalCentersID{screen_, "fraCalCentersID", "Calibration Centers"};
     Grid grdCalCenters{screen_, "grdCalCenters"};
@@ -82,6 +82,8 @@ class CenterTab {
     TextBox txtSlopeFactor{screen_, "txtSlopeFactor"};
     Button cmdCloseAcc{screen_, "cmdCloseAcc", "Close"};
 
+    Label lblCenterMissing{screen_, "lblCenterMissing"};  ///< in words, what keeps the tab from being approved
+
     std::function<void()> AllowCalibration;     ///< what unlocks the procedures is to be judged again
     std::function<void()> Approved;             ///< the operator has confirmed the tab, and it was written
     std::function<void(bool editing)> Editing;  ///< the cells were unlocked, or are shown only again
@@ -102,6 +104,8 @@ class CenterTab {
     void MarkLoadCellDate();
     void MarkAccelerometer(bool isCurrent);
     void MarkOperator();
+    void ShowMissing(bool accelerometerIsCurrent);
+    bool HasOperator() const;
     bool LoadCellIsLate() const;
     void LockCells(bool locked);
     void cmdWriteCalCenter_Click();

@@ -71,7 +71,16 @@ std::string FolderNameProblem(const std::string& name) {
         if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') return "it holds a control character";
     }
     if (IsReserved(name)) return "it is the name of a device";
-    return {};
+    return UnstorableCharacter(name);
+}
+
+std::string UnstorableCharacter(const std::string& text) {
+    try {
+        ToWindows1252(text);
+        return {};
+    } catch (const EncodingError&) {
+        return "it holds a character that the program's files cannot hold";
+    }
 }
 
 Path ExistingSubfolder(const FileSystem& files, const Path& folder, const std::string& name) {

@@ -21,6 +21,9 @@ FolderLevel LevelOf(const Path& driveRoot, const Path& folder);
 /// since the tree is carried from one to another.
 std::string FolderNameProblem(const std::string& name);
 
+/// The same for a text that only has to be stored: a folder that somebody else has made.
+std::string UnstorableCharacter(const std::string& text);
+
 /// The existing subfolder of that name without regard to case, or an empty path.
 Path ExistingSubfolder(const FileSystem& files, const Path& folder, const std::string& name);
 

@@ -49,9 +49,11 @@ frmSetup::frmSetup(Program& program)
         cmdNext.BackColor = complete ? colors::suggestedNext : colors::buttonFace;
         AllowCalibration();
     };
+    FWD.Stored = [this] { SaveWhatIsKnown(); };
     DataAcq.optDataAcq.Click = [this] { ShowPage(DataAcq.optDataAcq, DataAcq.fraDataAcq); };
     General.optGeneral.Click = [this] {
         General.ShowSequence();
+        DataAcq.ShowChannels();
         ShowPage(General.optGeneral, General.fraGeneral);
         General.ShowComment();
         AllowCalibration();
@@ -59,14 +61,12 @@ frmSetup::frmSetup(Program& program)
     Center.cmdReadCalCenter.Click = [this] { cmdReadCalCenter_Click(); };
     Center.AllowCalibration = [this] { AllowCalibration(); };
     Center.Approved = [this] { CenterApproved(); };
-    Center.Editing = [this](bool editing) {
-        for (Control* control : {static_cast<Control*>(&FWD.optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
-                                 static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdNext),
-                                 static_cast<Control*>(&cmdMainMenu)}) {
-            control->Enabled = !editing;
-        }
+    Center.Editing = [this](bool editing) { EditCenter(editing); };
+    General.SequenceApproved = [this] {
+        cmdNext.Enabled = true;
+        cmdNext.BackColor = colors::suggestedNext;
+        SetFocus(cmdNext);
     };
-    General.SequenceApproved = [this] { cmdNext.Enabled = true; };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     ShowPage(Center.optCalCenter, Center.fraCalCenter);
@@ -93,10 +93,27 @@ void frmSetup::BeginRun() {
     General.optGeneral.Enabled = false;
     for (Control* control :
          {static_cast<Control*>(&General.cmdApproveCalSeq), static_cast<Control*>(&General.cboNumHeights),
-          static_cast<Control*>(&General.cboNumDrops), static_cast<Control*>(&cmdNext)}) {
+          static_cast<Control*>(&General.cboNumDrops)}) {
         control->Enabled = true;
     }
+    // The FWD's tab opens the way on, when it is complete.
+    cmdNext.Enabled = false;
+    cmdNext.BackColor = colors::buttonFace;
+    FWD.BeginRun();
     RefreshFromRun();
+}
+
+void frmSetup::EditCenter(bool editing) {
+    if (editing) nextWasEnabled_ = cmdNext.Enabled;
+    for (Control* control : {static_cast<Control*>(&FWD.optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
+                             static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdMainMenu)}) {
+        control->Enabled = !editing;
+    }
+    cmdNext.Enabled = !editing && nextWasEnabled_;
+}
+
+void frmSetup::SaveWhatIsKnown() {
+    if (program_.Run.ProgramStarted) SaveInterimCalibration(program_);
 }
 
 void frmSetup::RefreshFromRun() {
@@ -104,6 +121,7 @@ void frmSetup::RefreshFromRun() {
         // What was gone through once is open for edits from now on.
         FWD.optFWD.Enabled = true;
         General.optGeneral.Enabled = true;
+        cmdNext.Enabled = true;
     }
     General.ShowUnits();
     General.ShowSequence();
@@ -247,21 +265,21 @@ void frmSetup::ReviewDataRestore(const Path& path) {
     if (ReadRunForReview(path)) run.SetupComplete = true;
     program_.Header.SetFWDOwnerName(run.DeviceOwner);
     program_.Header.SetFWDNameCtrl(run.DeviceName);
-    General.ShowUnits();
-    General.ShowSequence();
-    General.ShowComment();
     run.TriggerLevelSet = false;
     run.NumberDropsSet = false;
     run.ProgramStarted = false;
+    RefreshFromRun();
+    General.ShowComment();
+    FWD.optFWDClick();
     OpenCenterPage();
     AllowCalibration();
 }
 
 void frmSetup::CenterApproved() {
-    const bool isFirstApproval = !FWD.optFWD.Enabled;
+    // Changing the center's cells has opened the tabs, too, but did not lead through them.
+    const bool isFirstApproval = !FWD.optFWD.Enabled || (program_.Run.ProgramStarted && !centerPageApproved_);
     centerPageApproved_ = true;
-    const bool fwdIsKnown = !program_.Run.DeviceFolder.empty();
-    if (isFirstApproval && program_.Run.ProgramStarted && !fwdIsKnown) FWD.ShowForNewRun();
+    if (isFirstApproval && program_.Run.ProgramStarted) FWD.ShowForNewRun();
     Center.optCalCenter.BackColor = colors::complete;
     FWD.optFWD.Enabled = true;
     General.optGeneral.Enabled = true;
@@ -282,6 +300,7 @@ void frmSetup::AskForSequence() {
     General.optGeneral.Click();
     General.fraTestSequence.Visible = true;
     cmdNext.Enabled = false;
+    cmdNext.BackColor = colors::buttonFace;
     SetFocus(General.cmdNumberDrops);
 }
 
@@ -303,7 +322,9 @@ void frmSetup::EndSetup(int procedure, int step, const char* header) {
 void frmSetup::cmdNext_Click() {
     const CalibrationRun& run = program_.Run;
     if (run.CurrentProcedure != 1) return cmdMainMenu_Click();
-    if (!run.ProgramStarted) {
+    if (run.ProgramStarted && !centerPageApproved_) {
+        OpenCenterPage();
+    } else if (!run.ProgramStarted) {
         EndSetup(0, 0, "");
     } else if (!run.NumberDropsSet) {
         AskForSequence();
@@ -320,8 +341,8 @@ void frmSetup::cmdNext_Click() {
 
 void frmSetup::cmdMainMenu_Click() {
     AllowCalibration();
-    // Once the FWD is known there is a run to come back to, though its set-up is not complete.
-    if (program_.Run.ProgramStarted && !program_.Run.DeviceFolder.empty()) SaveInterimCalibration(program_);
+    // Once an owner was chosen there is a run to come back to, though its set-up is not complete.
+    if (program_.Run.InterimCalOpen) SaveWhatIsKnown();
     if (program_.Run.SetupComplete) {
         General.optGeneral.Choose();
         General.optGeneral.Click();

@@ -53,6 +53,8 @@ class frmSetup : public Screen, public SetupDoor {
     void cmdNext_Click();
     void cmdMainMenu_Click();
     void CenterApproved();
+    void EditCenter(bool editing);
+    void SaveWhatIsKnown();
     void AskForSequence();
     void EndSetup(int procedure, int step, const char* header);
     void ShowPage(OptionButton& tab, Frame& page);
@@ -63,6 +65,7 @@ class frmSetup : public Screen, public SetupDoor {
     Program& program_;
     std::unique_ptr<PDDXFile> runDocument_;
     bool centerPageApproved_ = false;
+    bool nextWasEnabled_ = false;  ///< before the center's cells were unlocked
 };
 
 }  // namespace bellmark

@@ -49,7 +49,7 @@ FWDTab::FWDTab(Screen& screen, Program& program) : screen_(screen), program_(pro
                             static_cast<Control*>(&lblSameName), static_cast<Control*>(&lblHyphen)}) {
         hidden->Visible = false;
     }
-    ShowSensorTypes();
+    ShowMake();
 }
 
 void FWDTab::MakeLists() {
@@ -79,9 +79,12 @@ void FWDTab::ConnectCells() {
     cmdNewOwner.Click = [this] { cmdNewOwner_Click(); };
     cmdNewFWD.Click = [this] { cmdNewFWD_Click(); };
     cboFWDMfg.Click = [this] { cboFWDMfg_Click(); };
+    cboFWDMfg.Leave = [this] { cboFWDMfg_Leave(); };
     cboSensorType.Click = [this] {
         program_.Run.SensorType = cboSensorType.ListIndex;
+        cboSensorType.BackColor = colors::window;
         cmdReadFWDConfig.Enabled = true;
+        cmdReadFWDConfig.ToolTip = "";
     };
     cmdReadFWDConfig.Click = [this] { cmdReadFWDConfig_Click(); };
     cmdShowSetupHelp.Click = [this] { fraSetupHelp.Visible = true; };
@@ -113,14 +116,27 @@ void FWDTab::ConnectCells() {
     };
 }
 
+void FWDTab::BeginRun() {
+    makeIsKnown_ = true;
+    doubt_.clear();
+    jilsFilter_ = nullptr;
+    fraSetupHelp.Visible = false;
+    cmdReadFWDConfig.Enabled = true;
+    cmdReadFWDConfig.ToolTip = "";
+    ShowDataFrames();
+}
+
 void FWDTab::ShowForNewRun() {
+    const CalibrationRun& run = program_.Run;
+    const bool isKnown = !run.DeviceDesignationName.empty() || !run.DeviceSerialNumber.empty() ||
+                         !run.LoadCellSerialNumber.empty() || run.LoadCellInitialGain != 0;
+    if (isKnown) return;
     for (Frame* frame : {&fraFWDLoadCell, &fraFWDSensors, &fraFWDData}) frame->Visible = false;
     cmdReadFWDConfig.Enabled = false;
     fraFWDDataBase.Visible = true;
     program_.Run.Manufacturer = Make::Dynatest;
     makeIsKnown_ = false;
-    cboSensorType.Visible = false;
-    lblSensorType.Visible = false;
+    ShowMake();
 }
 
 void FWDTab::ShowDataFrames() {
@@ -139,21 +155,23 @@ void FWDTab::optFWDClick() {
     txtFWDLCGain.Text = Format(run.LoadCellInitialGain, "0.0000");
     ShowDate(txtFWDLCCalDate, run.LoadCellCalibrationDate);
     ShowDate(txtFWDSensorCalDate, run.SensorCalibrationDate);
-    cboFWDMfg.ListIndex = makeIsKnown_ ? static_cast<int>(run.Manufacturer) : -1;
-    ShowSensorTypes();
+    ShowMake();
     ShowSensors();
     CheckFWDData();
 }
 
 // ---- make and configuration file
 
-void FWDTab::ShowSensorTypes() {
+void FWDTab::ShowMake() {
+    cboFWDMfg.ListIndex = makeIsKnown_ ? static_cast<int>(program_.Run.Manufacturer) : -1;
     const bool kuab = program_.Run.Manufacturer == Make::Kuab;
     cboSensorType.Items =
         kuab ? std::vector<std::string>{"Geophone", "Seismometer"} : std::vector<std::string>{"Geophone"};
     cboSensorType.ListIndex = kuab ? program_.Run.SensorType : 0;
+    cboSensorType.BackColor = MarkedIf(cboSensorType.ListIndex < 0);
     cboSensorType.Visible = kuab;
     lblSensorType.Visible = kuab;
+    cmdShowSetupHelp.Visible = program_.Run.Manufacturer == Make::Jils;
 }
 
 void FWDTab::cboFWDMfg_Click() {
@@ -165,32 +183,37 @@ void FWDTab::cboFWDMfg_Click() {
         if (fixedHeights) run.NumberLoadLevels = 4;
         run.NumberDropsPerLoadLevel = fixedHeights ? 6 : 8;
     }
-    const bool jils = run.Manufacturer == Make::Jils;
     const bool kuab = run.Manufacturer == Make::Kuab;
     run.SensorType = kuab ? -1 : 0;
-    ShowSensorTypes();
-    cmdShowSetupHelp.Visible = jils;
-    fraSetupHelp.Visible = jils;
-    filter_ = ConfigurationFilter(run.Manufacturer);
+    ShowMake();
+    fraSetupHelp.Visible = run.Manufacturer == Make::Jils;
+    jilsFilter_ = nullptr;
     // Only a KUAB comes with different kinds of sensors, and its file does not tell which.
     cmdReadFWDConfig.Enabled = !kuab;
-    if (kuab) program_.ShowBox("Please choose the sensor type for the FWD", box::exclamation);
-    screen_.SetFocus(kuab ? static_cast<Control&>(cboSensorType) : cmdReadFWDConfig);
+    cmdReadFWDConfig.ToolTip = kuab ? "The sensor type must be chosen first." : "";
     CheckFWDData();
+}
+
+void FWDTab::cboFWDMfg_Leave() {
+    if (program_.Run.Manufacturer != Make::Kuab || cboSensorType.ListIndex >= 0) return;
+    program_.ShowBox("Please choose the sensor type for the FWD", box::exclamation);
+    screen_.SetFocus(cboSensorType);
 }
 
 void FWDTab::cmdReadFWDConfig_Click() {
     CalibrationRun& run = program_.Run;
     const Path start = PathFromText(program_.Center.LocationOfFWDDataTransfer);
-    const char* filter = filter_ ? filter_ : ConfigurationFilter(run.Manufacturer);
+    const bool nextOfJils = run.Manufacturer == Make::Jils && jilsFilter_;
+    const char* filter = nextOfJils ? jilsFilter_ : ConfigurationFilter(run.Manufacturer);
     const auto chosen = program_.Services.dialogs.OpenFile({"Open FWD Warm-up or config file", filter, start, ""});
     if (!chosen) return;
-    if (DataFolderChosen) DataFolderChosen(chosen->parent_path());
-    const std::string extension = FileExtension(PathText(*chosen));
-    if (run.Manufacturer == Make::Jils) filter_ = NextJilsFilter(extension);
-    Path document = *chosen;
+    const Path file = program_.Services.startDirectory / *chosen;
+    if (DataFolderChosen) DataFolderChosen(file.parent_path());
+    const std::string extension = FileExtension(PathText(file));
+    if (run.Manufacturer == Make::Jils) jilsFilter_ = NextJilsFilter(extension);
+    Path document = file;
     if (const int type = FWDFileType(run.Manufacturer, extension); type != 0) {
-        const Conversion conversion = ConvertFWDFile(program_, *chosen, type);
+        const Conversion conversion = ConvertFWDFile(program_, file, type);
         document = conversion.path;
         if (PathText(document).find("cvt.ddx") == std::string::npos) {
             if (!conversion.told) program_.ShowBox("There was a problem reading the PDDX file.", box::exclamation);
@@ -202,6 +225,7 @@ void FWDTab::cmdReadFWDConfig_Click() {
     ShowDataFrames();
     optFWDClick();
     screen_.SetFocus(cmdReadFWDConfig);
+    if (Stored) Stored();
 }
 
 void FWDTab::ReadFWDConfig(const Path& path) {
@@ -220,6 +244,13 @@ void FWDTab::ReadFWDConfig(const Path& path) {
         return;
     }
     ReadFWDKeys(Document(), program_.Run);
+    doubt_.clear();
+    const auto gains = Split(Trim(strings.Get(calibration, "SensorCalibrationCenterGain")), ',');
+    if (gains.size() > std::max<std::size_t>(1, static_cast<std::size_t>(program_.Run.NumberSensors))) {
+        // Decimal commas, for one, fall apart into fields that all look like gains.
+        doubt_ = "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(program_.Run.NumberSensors) +
+                 " sensors: please check them.";
+    }
 }
 
 // ---- cells
@@ -263,6 +294,7 @@ void FWDTab::LeaveDate(TextBox& box, DateTime& date, const char* key) {
     Set(Document(), calibration, key, text);
     StoreProfile(calibration, key, text);
     ShowDate(box, date);
+    if (!box.Text.Get().empty()) box.Text = text;
 }
 
 void FWDTab::ShowDate(TextBox& box, DateTime date) {

@@ -62,14 +62,16 @@ class FWDTab {
     Label lblMissing{screen_, "lblMissing"};  ///< in words, what keeps the tab from being complete
 
     std::function<PDDXFile&()> Document;                       ///< the run's document
+    std::function<void()> Stored;                              ///< something is known that is worth coming back to
     std::function<void(bool complete)> Checked;                ///< the tab was judged anew
     std::function<void(const Path& folder)> DataFolderChosen;  ///< the FWD's files are fetched from here
 
+    void BeginRun();     ///< of another run nothing stays
     void optFWDClick();  ///< fills the tab from the run
     /// Judges the tab and copies it into the run and its document. True when nothing is missing.
     bool CheckFWDData();
     void ReadFWDConfig(const Path& path);
-    /// Before the first approval only the folders and the make are asked for.
+    /// Of an FWD that nothing is known of only the folders and the make are asked for.
     void ShowForNewRun();
 
   private:
@@ -97,8 +99,9 @@ class FWDTab {
 
     // make and configuration file
     void cboFWDMfg_Click();
+    void cboFWDMfg_Leave();
     void cmdReadFWDConfig_Click();
-    void ShowSensorTypes();
+    void ShowMake();
 
     // cells
     void StoreText(const TextBox& box, std::string& member, const char* section, const char* key);
@@ -117,13 +120,15 @@ class FWDTab {
     bool CheckMake(bool completeSoFar);
     bool CheckFolders();
     void Missing(const std::string& what) { missing_.push_back(what); }
+    void MissingFirst(const std::string& what) { missing_.insert(missing_.begin(), what); }
 
     Program& program_;
     Path shownFolder_;
-    std::vector<Path> listedFolders_;  ///< one a row of DirFWDOwner
-    const char* filter_ = nullptr;     ///< of the next configuration file
-    bool makeIsKnown_ = true;          ///< false until the operator of a new run has chosen one
+    std::vector<Path> listedFolders_;   ///< one a row of DirFWDOwner
+    const char* jilsFilter_ = nullptr;  ///< of the next one of its files; null before the first
+    bool makeIsKnown_ = true;           ///< false until the operator of a new run has chosen one
     std::vector<std::string> missing_;
+    std::string doubt_;  ///< of the file that was read last
 };
 
 }  // namespace bellmark

@@ -29,10 +29,13 @@ bool FWDTab::CheckFWDData() {
     bool complete = CheckCount();
     complete = CheckSensorCells() && complete;
     complete = CheckLoadCellGain() && complete;
+    // What cannot be typed yet comes with the configuration.
+    if (!fraFWDData.Visible && !complete) missing_ = {"the FWD's configuration"};
     complete = CheckMake(complete) && complete;
     complete = CheckFolders() && complete;
     optFWD.BackColor = complete ? colors::complete : colors::mustBeUpdated;
-    lblMissing.Caption = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
+    const std::string missing = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
+    lblMissing.Caption = missing + (missing.empty() || doubt_.empty() ? "" : ". ") + doubt_;
     if (Checked) Checked(complete);
     return complete;
 }
@@ -112,7 +115,7 @@ bool FWDTab::CheckMake(bool completeSoFar) {
     cmdReadFWDConfig.BackColor = chosen && !completeSoFar ? colors::suggestedNext : colors::buttonFace;
     if (!chosen) {
         cmdReadFWDConfig.Enabled = false;
-        Missing("the make of the FWD");
+        MissingFirst("the make of the FWD");
     }
     return chosen;
 }
@@ -122,7 +125,7 @@ bool FWDTab::CheckFolders() {
     const bool chosen = !unit.empty() && unit != createFolderText;
     txtFWDUnitFolder.BackColor = chosen ? colors::window : colors::mustBeUpdated;
     txtFWDUnitFolder.ToolTip = chosen ? "" : "Select or create the owner's folder and the FWD's folder.";
-    if (!chosen) Missing("the FWD's folder");
+    if (!chosen) MissingFirst(program_.Run.DeviceOwner.empty() ? "the owner and the FWD's folder" : "the FWD's folder");
     if (chosen) program_.Run.DeviceName = PathText(program_.Run.DeviceFolder.filename());
     program_.Header.SetFWDOwnerName(program_.Run.DeviceOwner);
     program_.Header.SetFWDNameCtrl(program_.Run.DeviceName);

@@ -1,6 +1,5 @@
 // Owner and FWD are chosen or created in the tree of their folders.
 #include "app/center_keys.h"
-#include "app/interim_store.h"
 #include "app/program.h"
 #include "controls/screen.h"
 #include "platform/dialogs.h"
@@ -70,6 +69,10 @@ void FWDTab::DirFWDOwner_Click(int row) {
         EnsureRoot();
         return;
     }
+    if (const auto problem = UnstorableCharacter(PathText(folder)); !problem.empty()) {
+        program_.ShowBox("This folder cannot be used: " + problem + '.', box::exclamation);
+        return;
+    }
     ShowFolder(folder);
     switch (LevelOf(DriveRoot(program_.Folder()), folder)) {
         case FolderLevel::Improper:
@@ -99,9 +102,15 @@ void FWDTab::SelectOwner(const Path& folder) {
     CalibrationRun& run = program_.Run;
     run.OwnerFolder = folder;
     run.DeviceOwner = NameOf(folder);
-    txtFWDOwner.Text = run.DeviceOwner;
-    txtFWDOwner.BackColor = colors::window;
+    if (run.DeviceFolder.parent_path() != folder) {
+        // The FWD of another owner must not end up under this one's name.
+        run.DeviceFolder.clear();
+        run.DeviceName.clear();
+    }
+    ShowOwnerAndFWD();
     StoreFolderKeys(false);
+    CheckFWDData();
+    if (Stored) Stored();
 }
 
 void FWDTab::SelectFWD(const Path& folder) {
@@ -113,7 +122,7 @@ void FWDTab::SelectFWD(const Path& folder) {
     ShowOwnerAndFWD();
     StoreFolderKeys(true);
     CheckFWDData();
-    if (run.ProgramStarted) SaveInterimCalibration(program_);
+    if (Stored) Stored();
 }
 
 void FWDTab::StoreFolderKeys(bool withFWD) {
@@ -153,7 +162,7 @@ void FWDTab::cmdNewOwner_Click() {
 
 void FWDTab::cmdNewFWD_Click() {
     CalibrationRun& run = program_.Run;
-    if (run.DeviceOwner.empty()) {
+    if (run.DeviceOwner.empty() || !program_.Services.files.IsFolder(run.OwnerFolder)) {
         program_.ShowBox("Please select or create an owner before creating an FWD folder.", box::exclamation,
                          "New FWD");
         return;

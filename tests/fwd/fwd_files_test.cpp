@@ -30,5 +30,13 @@ TEST(FWDFiles, TheThreeFilesOfAJilsComeOneAfterTheOther) {
     EXPECT_EQ(std::string(NextJilsFilter("Par")).rfind("DAT files|*.dat", 0), 0u);
 }
 
+TEST(FWDFiles, DropDataAreOfferedByMake) {
+    // the last pair is the wrong way round on purpose
+    EXPECT_STREQ(DropDataFilter(Make::Dynatest), "F20 or F25 Files|*.F**|PDDX Files|*.ddx|*.*|All Files");
+    EXPECT_STREQ(DropDataFilter(Make::CarlBro), "FWD File|*.FWD|PDDX Files|*.ddx|*.*|All Files");
+    EXPECT_STREQ(DropDataFilter(Make::Jils), "DAT Files|*.DAT|PDDX Files|*.ddx|*.*|All Files");
+    EXPECT_STREQ(DropDataFilter(Make::Kuab), "FWD File|*.FWD|PDDX Files|*.ddx|*.*|All Files");
+}
+
 }  // namespace
 }  // namespace bellmark

@@ -111,6 +111,14 @@ class FWDTabs : public testing::Test {
         tab.cmdNewFWD.UserClick();
     }
 
+    std::string AllFolders() const {
+        std::string names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(machine.folder.Folder())) {
+            if (entry.is_directory()) names += entry.path().string() + '\n';
+        }
+        return names;
+    }
+
     std::string OnlyBox() {
         const auto boxes = machine.dialogs.TakeBoxes();
         return boxes.size() == 1 ? boxes.front() : "boxes: " + std::to_string(boxes.size());
@@ -144,19 +152,72 @@ struct NameCase {
     const char* told;
 };
 
-TEST_F(FWDTabs, BadOwnerNamesChangeNothing) {
-    std::filesystem::create_directories(tree / "Agency");
-    for (const NameCase& c : {NameCase{"", "No owner name was supplied.  Please try again."},
-                              NameCase{"agency", "Owner already exists.  Select exisitng owner or type in a new name."},
-                              NameCase{"../../outside", "cannot be given to a folder"},
-                              NameCase{"Agency ", "cannot be given to a folder"}}) {
-        machine.dialogs.QueueInput(c.name);
-        machine.dialogs.QueueAnswer(Answer::OK);
-        tab.cmdNewOwner.UserClick();
-        EXPECT_NE(OnlyBox().find(c.told), std::string::npos) << c.name;
+TEST_F(FWDTabs, BadNamesChangeNothing) {
+    std::filesystem::create_directories(tree / "Agency/8002-101");
+    tab.optFWDClick();
+    const std::string tooLong(300, 'x');
+    const std::string before = AllFolders();
+    for (const bool fwd : {false, true}) {
+        if (fwd) ClickFolder("Agency");
+        const std::string chosen = program.Run.DeviceOwner;
+        for (const NameCase& c :
+             {NameCase{"", fwd ? "No FWD name was supplied.  Please try again."
+                               : "No owner name was supplied.  Please try again."},
+              fwd ? NameCase{"8002-101", "FWD Name already exists.  Select exisitng FWD or type in a new name."}
+                  : NameCase{"AGENCY", "Owner already exists.  Select exisitng owner or type in a new name."},
+              NameCase{"..", "it is not a name"}, NameCase{"../../outside", "it holds the character /"},
+              NameCase{"C:\\outside", "it holds the character"}, NameCase{" Agency", "begins or ends with a blank"},
+              NameCase{"Agency ", "begins or ends with a blank"}, NameCase{"aux", "it is the name of a device"},
+              NameCase{tooLong.c_str(), "longer than 120 characters"},
+              NameCase{"\xD0\x96", "a character that the program's files cannot hold"}}) {
+            machine.dialogs.QueueInput(c.name);
+            machine.dialogs.QueueAnswer(Answer::OK);
+            (fwd ? tab.cmdNewFWD : tab.cmdNewOwner).UserClick();
+            EXPECT_NE(OnlyBox().find(c.told), std::string::npos) << c.name;
+        }
+        EXPECT_EQ(program.Run.DeviceOwner, chosen);
+        EXPECT_TRUE(program.Run.DeviceFolder.empty());
     }
+    EXPECT_EQ(AllFolders(), before);
+}
+
+TEST_F(FWDTabs, WithoutTheFolderOfAnOwnerNoFWDIsCreated) {
+    std::filesystem::create_directories(tree / "Agency");
+    tab.optFWDClick();
+    const auto told = [&] {
+        machine.dialogs.QueueAnswer(Answer::OK);
+        tab.cmdNewFWD.UserClick();
+        return OnlyBox().find("Please select or create an owner before creating an FWD folder.") != std::string::npos;
+    };
+    EXPECT_TRUE(told());
+    program.Run.DeviceOwner = "of a review, which knows no folder";
+    EXPECT_TRUE(told());
+    ClickFolder("Agency");
+    std::filesystem::remove(tree / "Agency");
+    const std::string before = AllFolders();
+    EXPECT_TRUE(told());
+    EXPECT_EQ(AllFolders(), before);
+}
+
+TEST_F(FWDTabs, AFolderThatCannotBeMadeIsTold) {
+    machine.files.FailFromWrite(1);
+    machine.dialogs.QueueInput("Agency");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    tab.cmdNewOwner.UserClick();
+    EXPECT_NE(OnlyBox().find("The folder could not be created."), std::string::npos);
     EXPECT_EQ(program.Run.DeviceOwner, "");
-    EXPECT_EQ(machine.files.FolderNames(tree), std::vector<std::string>{"Agency"});
+}
+
+TEST_F(FWDTabs, AnotherOwnerDoesNotTakeOverTheFWD) {
+    std::filesystem::create_directories(tree / "Agency/8002-101");
+    std::filesystem::create_directories(tree / "Other");
+    tab.optFWDClick();
+    for (const char* name : {"Agency", "8002-101", "..", "..", "Other"}) ClickFolder(name);
+    EXPECT_EQ(program.Run.DeviceOwner, "Other");
+    EXPECT_TRUE(program.Run.DeviceFolder.empty());
+    EXPECT_EQ(program.Run.DeviceName, "");
+    EXPECT_EQ(tab.txtFWDUnitFolder.Text.Get(), "(Create using directory structure)");
+    EXPECT_NE(tab.lblMissing.Caption.Get().find("the FWD's folder"), std::string::npos);
 }
 
 TEST_F(FWDTabs, FoldersAreChosenByTheirLevel) {
@@ -216,20 +277,62 @@ TEST_F(FWDTabs, ACompleteTabLetsTheOperatorGoOn) {
     EXPECT_EQ(tab.grdSensor.Cell(3, 2), "1.0030");
 }
 
-TEST_F(FWDTabs, AFileWithMoreSensorsThanCanBeCalibratedIsRefused) {
-    machine.dialogs.QueueFile(
-        machine.Write("transfer/many.ddx", "[Device Configuration]\r\nNumberOfDeflectionSensors = 100\r\n"));
-    machine.dialogs.QueueAnswer(Answer::OK);
-    const int before = program.Run.NumberSensors;
-    tab.cmdReadFWDConfig.UserClick();
-    EXPECT_EQ(program.Run.NumberSensors, before);
+struct FileCase {
+    const char* what;
+    const char* line;  ///< of the good file
+    const char* becomes;
+    const char* told;  ///< as missing, or in a box
+    int sensors;
+    double lastGain;
+};
+
+TEST_F(FWDTabs, WhatAFileLacksOrHasWrongIsTold) {
+    CreateOwnerAndFWD();
+    machine.dialogs.TakeBoxes();
+    const FileCase cases[] = {
+        {"no sensors", "Sensors = 6", "Sensors = 0", "Still missing: the number of sensors", 0, 0},
+        {"three sensors", "Sensors = 6", "Sensors = 3", "Still missing: the number of sensors", 3, 0},
+        {"a sensor too many", "Sensors = 6", "Sensors = 13", "tells of 13 deflection sensors", 6, 1.006},
+        {"a hundred sensors", "Sensors = 6", "Sensors = 100", "tells of 100 deflection sensors", 6, 1.006},
+        {"a number in words", "Sensors = 6", "Sensors = six", "Still missing: the number of sensors", 0, 0},
+        {"fewer serial numbers", "D4, D5, D6", "D4", "a serial number of its own for each sensor", 6, 1.006},
+        {"a gain in words", "1.005, 1.006", "1.005, good", "Still missing: the gain of each sensor", 6, 0},
+        {"decimal commas", "1.001, 1.002, 1.003, 1.004, 1.005, 1.006", "1,001, 1,002, 1,003, 0,004, 0,005, 0,006",
+         "The file lists 12 gains for 6 sensors", 6, 3},
+        {"no gain of the load cell", "Gain = 1.01", "Gain = none", "Still missing: the gain of the load cell", 6,
+         1.006},
+        {"a date that is none", "[Device Calibration]",
+         "[Device Calibration]\r\nLoadCellCalibrationCenterDate = 31-Feb-2012", "", 6, 1.006}};
+    for (const FileCase& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::string file = configuration;
+        machine.dialogs.QueueFile(machine.Write("transfer/good.ddx", file));
+        tab.cmdReadFWDConfig.UserClick();
+        ASSERT_EQ(tab.lblMissing.Caption.Get(), "");
+        file.replace(file.find(c.line), std::string(c.line).size(), c.becomes);
+        machine.dialogs.QueueFile(machine.Write("transfer/bad.ddx", file));
+        machine.dialogs.QueueAnswer(Answer::OK);
+        tab.cmdReadFWDConfig.UserClick();
+        std::string told = tab.lblMissing.Caption.Get();
+        for (const auto& box : machine.dialogs.TakeBoxes()) told += box;
+        EXPECT_NE(told.find(c.told), std::string::npos) << told;
+        EXPECT_EQ(program.Run.NumberSensors, c.sensors);
+        EXPECT_EQ(tab.grdSensor.Rows(), c.sensors + 1);
+        EXPECT_EQ(c.sensors == 6 ? program.Run.Sensor[5].InitialGain : 0, c.lastGain);
+        EXPECT_EQ(program.Run.LoadCellCalibrationDate, ZeroDate());
+    }
 }
 
 TEST_F(FWDTabs, OnlyAKuabAsksForItsKindOfSensors) {
     machine.dialogs.QueueAnswer(Answer::OK);
     tab.cboFWDMfg.UserChoose("KUAB");
+    EXPECT_EQ(OnlyBox(), "boxes: 0") << "not before the list is left";
+    tab.cboFWDMfg.UserLeave();
     EXPECT_NE(OnlyBox().find("Please choose the sensor type for the FWD"), std::string::npos);
+    EXPECT_EQ(setup.Focus(), &tab.cboSensorType);
     EXPECT_FALSE(tab.cmdReadFWDConfig.Enabled);
+    tab.cboFWDMfg.UserLeave();
+    EXPECT_EQ(OnlyBox(), "boxes: 0") << "left without a new choice";
     tab.cboSensorType.UserChoose("Seismometer");
     EXPECT_TRUE(tab.cmdReadFWDConfig.Enabled);
     tab.cboFWDMfg.UserChoose("JILS");

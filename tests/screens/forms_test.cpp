@@ -9,7 +9,9 @@
 #include <QtTest/QTest>
 
 #include "controls/controls.h"
+#include "screens/binder.h"
 #include "screens/fitted_label.h"
+#include "screens/page.h"
 #include "screens/state_button.h"
 #include "tests/screens/test_desktop.h"
 
@@ -42,6 +44,28 @@ TEST_F(FormsTest, EveryControlHasItsWidgetAndEveryNamedWidgetItsControl) {
         ASSERT_NE(page, nullptr) << screen->Name() << " has no form";
         EXPECT_TRUE(page->Bindings().Report().IsClean()) << screen->Name() << '\n'
                                                          << page->Bindings().Report().Text().toStdString();
+    }
+}
+
+/// The control of the innermost frame in the form that holds the widget.
+const Control* FrameAround(const Page& page, const QWidget& widget) {
+    for (const QWidget* outer = widget.parentWidget(); outer && outer != &page; outer = outer->parentWidget()) {
+        for (const Control* control : page.Shown().Controls()) {
+            const bool isFrame = dynamic_cast<const Frame*>(control) && page.Bindings().WidgetOf(*control) == outer;
+            if (isFrame) return control;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(FormsTest, AControlIsHiddenWithTheSameFrameInTheFormAsInTheLogic) {
+    for (Screen* screen : Screens()) {
+        const Page& page = *desktop_.window->PageOf(*screen);
+        for (const Control* control : screen->Controls()) {
+            const QWidget* widget = page.Bindings().WidgetOf(*control);
+            if (!widget) continue;
+            EXPECT_EQ(control->LiesIn(), FrameAround(page, *widget)) << control->FullName();
+        }
     }
 }
 
@@ -94,6 +118,25 @@ TEST_F(FormsTest, EnterPressesTheSuggestedStep) {
     QTest::keyClick(desktop_.window->PageOf(start), Qt::Key_Enter);
     EXPECT_EQ(pressed, 2);
     EXPECT_TRUE(dynamic_cast<StateButton&>(button).IsSuggested());
+}
+
+TEST_F(FormsTest, EnterInAListChoosesItsRowAndNothingElse) {
+    Screen& start = *desktop_.program->Screens.Find("frmAbout");
+    start.Show();
+    int pressed = 0;
+    int clicked = 0;
+    dynamic_cast<Button&>(*start.Find("cmdStartNewCal")).Click = [&pressed] { ++pressed; };
+    dynamic_cast<Frame&>(*start.Find("fraInterimCals")).Visible = true;
+    auto& list = dynamic_cast<Grid&>(*start.Find("grdInterim"));
+    list.AddRow({"InterimCal20120309.DDX", "03-09-2012"});
+    list.CellClick = [&clicked](int row, int) { clicked += row; };
+    QTest::qWait(5);
+    QWidget& view = desktop_.WidgetOf("frmAbout", "grdInterim");
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(clicked, 1);
+    EXPECT_EQ(pressed, 0);
 }
 
 TEST_F(FormsTest, TheCloseBoxAsksAndDestroysNothing) {

@@ -4,6 +4,7 @@
 
 #include "app/app_main.h"
 #include "app/frm_main_menu.h"
+#include "app/frm_master.h"
 #include "app/interim_store.h"
 #include "tests/setup/set_up_program.h"
 
@@ -67,6 +68,103 @@ TEST_F(FrmSetupTest, LoadTriggerIsStoredInTheUnitsOfTheFile) {
     Set("EnglishUnits", "False");
     ReadCenter();
     EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), "4.4482") << "1000 pounds as read, unrounded";
+}
+
+struct FakeFlip : FlipCalibrationDoor {
+    void Start() override {}
+};
+
+TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
+    auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
+    auto& frame = dynamic_cast<frmMaster&>(program->The<MainFrameDoor>());
+    ReadCenter();
+    for (const bool canFlip : {false, true}) {
+        if (canFlip) program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<FakeFlip>(); });
+        for (int inputs = 0; inputs < 8; ++inputs) {
+            SCOPED_TRACE(inputs + (canFlip ? 8 : 0));
+            run.SetupComplete = (inputs & 1) != 0;
+            run.LoadCellOnly = (inputs & 2) != 0;
+            const bool isCurrent = (inputs & 4) != 0;
+            machine.clock.Set(MakeDateTime(2012, 3, isCurrent ? 9 : 10, 10));
+            setup.AllowCalibration();
+            const bool sensors = run.SetupComplete && !run.LoadCellOnly && isCurrent && canFlip;
+            EXPECT_EQ(menu.cmdCalLoadCell.Enabled, run.SetupComplete);
+            EXPECT_EQ(frame.mnuLoadCell.Enabled, run.SetupComplete);
+            EXPECT_EQ(menu.cmdRefCalDefAccel.Enabled, sensors);
+            EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
+        }
+    }
+}
+
+struct NextCase {
+    const char* what;
+    bool started, triggerSet, dropsSet, loadCellOnly;
+    int procedure, step;
+    const char* header;
+    Control* focus;  ///< while the set-up goes on; nullptr where it has ended
+};
+
+TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
+    GeneralTab& general = setup.General;
+    constexpr const char* sensors = "FWD Deflection Sensor Calibration";
+    constexpr const char* loadCell = "FWD Load Cell Calibration";
+    const NextCase cases[] = {
+        {"both measured", true, true, true, false, 4, 41, sensors, nullptr},
+        {"trigger measured", true, true, false, false, 1, 15, "", &general.cmdNumberDrops},
+        {"drops approved for the load cell", true, false, true, true, 5, 51, loadCell, nullptr},
+        {"nothing measured", true, false, false, false, 1, 15, "", &general.cmdTriggerLevel},
+        {"nothing measured, load cell only", true, false, false, true, 1, 15, "", &general.cmdApproveCalSeq},
+        {"edit of a run", false, false, false, false, 0, 0, "", nullptr},
+        {"edit of a run, both measured", false, true, true, false, 0, 0, "", nullptr}};
+    general.cmdTriggerLevel.Enabled = true;
+    for (const NextCase& c : cases) {
+        SCOPED_TRACE(c.what);
+        ReadCenter();
+        BeginFreshRun(*program);
+        NameInterimStore(*program);
+        setup.Show();
+        tab.cmdApproveBellmarkCenter.UserClick();
+        run.CurrentProcedure = 1;
+        run.ProgramStarted = c.started;
+        run.TriggerLevelSet = c.triggerSet;
+        run.NumberDropsSet = c.dropsSet;
+        run.LoadCellOnly = c.loadCellOnly;
+        program->Header.SetProcedureName("");
+        setup.cmdNext.Enabled = true;
+        setup.cmdNext.UserClick();
+        EXPECT_EQ(run.CurrentProcedure, c.procedure);
+        EXPECT_EQ(run.CurrentProcStep, c.step);
+        EXPECT_EQ(program->Header.ProcedureName(), c.header);
+        const bool ended = c.focus == nullptr;
+        EXPECT_EQ(run.SetupComplete, ended);
+        EXPECT_EQ(run.ProgramStarted, !ended);
+        EXPECT_EQ(program->Screens.Front()->Name(), ended ? "frmMainMenu" : "frmSetup");
+        EXPECT_TRUE(machine.Has(PathFromText(run.InterimFileName)));
+        if (ended) continue;
+        EXPECT_EQ(setup.Focus(), c.focus);
+        EXPECT_FALSE(setup.cmdNext.Enabled);
+        EXPECT_TRUE(general.fraGeneral.Visible && general.fraTestSequence.Visible);
+    }
+}
+
+TEST_F(FrmSetupTest, NothingLeadsPastACenterThatWasNotApproved) {
+    ReadCenter();
+    BeginFreshRun(*program);
+    run.CurrentProcedure = 1;
+    EXPECT_FALSE(setup.cmdNext.Enabled);
+    // Saving changes of the center opens the tabs.
+    machine.dialogs.QueueAnswer(Answer::OK);
+    tab.cmdWriteCalCenter.UserClick();
+    tab.cmdWriteCalCenter.UserClick();
+    EXPECT_FALSE(setup.cmdNext.Enabled);
+    setup.cmdNext.Enabled = true;
+    setup.General.optGeneral.UserClick();
+    setup.cmdNext.UserClick();
+    EXPECT_TRUE(tab.fraCalCenter.Visible);
+    EXPECT_EQ(run.CurrentProcStep, 0);
+    tab.cmdApproveBellmarkCenter.UserClick();
+    EXPECT_TRUE(setup.FWD.fraFWD.Visible) << "the first approval leads to the FWD";
+    EXPECT_FALSE(setup.FWD.fraFWDData.Visible);
 }
 
 TEST_F(FrmSetupTest, LoadCellOnlySequenceEntersTheLoadCellProcedure) {
