@@ -1,0 +1,40 @@
+// A redraw of the plot of a trial, in a window of 1920 x 1080 that no display shows.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include "fwd/regression_plot.h"
+#include "screens/plot_widget.h"
+
+namespace bellmark {
+namespace {
+
+void RedrawTrial(benchmark::State& state) {
+    CalibrationRun run;
+    run.CurrentProcedure = 5;
+    run.TotalDrops = 40;
+    run.LoadCellRefTrials = 1;
+    for (std::size_t drop = 0; drop < 40; ++drop) {
+        run.LCTrial[0].DropData[drop] = 6000 + 250 * static_cast<double>(drop);
+        run.LCTrial[0].RefDropData[drop] = 6010 + 249 * static_cast<double>(drop);
+    }
+    run.LCTrial[0].AdjFactor = 0.998;
+    PlotWidget widget;
+    widget.resize(1500, 700);
+    widget.show();
+    widget.Show(RegressionPlot(run, 0));
+    QApplication::processEvents();
+    for ([[maybe_unused]] auto _ : state) widget.RedrawNow();
+}
+BENCHMARK(RedrawTrial)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace bellmark
+
+int main(int count, char** words) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(count, words);
+    benchmark::Initialize(&count, words);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
