@@ -39,19 +39,10 @@ void frmResults::Activated() {
 }
 
 void frmResults::Open() {
-    switch (program_.Run.CurrentProcedure) {
-        case 3:
-            ShowTab(Accelerometer.optAccel);
-            break;
-        case 4:
-            ShowTab(Reference.optRef);
-            break;
-        case 5:
-            ShowTab(LoadCell.optLoadCell);
-            break;
-        default:  // the tab that was looked at last
-            break;
-    }
+    const int procedure = program_.Run.CurrentProcedure;
+    if (procedure == 3) ShowTab(Accelerometer.optAccel);
+    // What is being calibrated comes first; afterwards it is the tab that was looked at last.
+    if (IsCalibrationLeft()) ShowTab(procedure == 4 ? Reference.optRef : LoadCell.optLoadCell);
     Show();
 }
 

@@ -9,6 +9,7 @@
 #include "ui_frmMainMenu.h"
 #include "ui_frmPrerequisites.h"
 #include "ui_frmRegressionPlot.h"
+#include "ui_frmReport.h"
 #include "ui_frmResults.h"
 #include "ui_frmSetup.h"
 #include "ui_frmSimulator.h"
@@ -36,6 +37,7 @@ const std::map<std::string, Maker>& Makers() {
         {"frmMainMenu", Make<Ui::frmMainMenu>},
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
         {"frmRegressionPlot", Make<Ui::frmRegressionPlot>},
+        {"frmReport", Make<Ui::frmReport>},
         {"frmResults", Make<Ui::frmResults>},
         {"frmSetup", Make<Ui::frmSetup>},
         {"frmSimulator", Make<Ui::frmSimulator>},
