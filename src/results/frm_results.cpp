@@ -23,7 +23,10 @@ frmResults::frmResults(Program& program)
     for (OptionButton* tab : {&Summary.optSummary, &LoadCell.optLoadCell, &Accelerometer.optAccel, &Reference.optRef}) {
         tab->Click = [this, tab] { ChooseTab(*tab); };
     }
-    LoadCell.Changed = [this] { ShowNextSteps(); };
+    LoadCell.Changed = [this] {
+        ShowNextSteps();
+        if (IsLoadCellComplete()) SetFocus(cmdNext);
+    };
     LoadCell.PleaseWait = [this](bool waiting) { txtPleaseWait.Visible = waiting; };
     for (Button& button : cmdPrintPDDX) button.Click = [this] { WriteFinalOutputs(program_); };
     cmdSaveCertificate.Click = [this] { SaveCertificateText(); };
@@ -76,10 +79,17 @@ void frmResults::ChooseTab(OptionButton& tab) {
 
 void frmResults::ShowTab(OptionButton& tab) {
     tab.Choose();
-    Summary.fraSummary.Visible = IsOpen(Summary.optSummary);
-    LoadCell.fraLoadCell.Visible = IsOpen(LoadCell.optLoadCell);
-    Accelerometer.fraAccel.Visible = IsOpen(Accelerometer.optAccel);
-    Reference.fraRef.Visible = IsOpen(Reference.optRef);
+    const std::pair<const OptionButton*, Frame*> pages[] = {{&Summary.optSummary, &Summary.fraSummary},
+                                                            {&LoadCell.optLoadCell, &LoadCell.fraLoadCell},
+                                                            {&Accelerometer.optAccel, &Accelerometer.fraAccel},
+                                                            {&Reference.optRef, &Reference.fraRef}};
+    // The old page goes before the new one comes: a window that had to hold both would grow.
+    for (const auto& [option, page] : pages) {
+        if (!IsOpen(*option)) page->Visible = false;
+    }
+    for (const auto& [option, page] : pages) {
+        if (IsOpen(*option)) page->Visible = true;
+    }
 }
 
 /// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTextBrowser>
 
@@ -255,8 +256,8 @@ class RichTextLink : public Link {
   public:
     RichTextLink(RichTextBox& box, QTextBrowser& view, LinkServices services)
         : Link(box, view, std::move(services)), box_(box), view_(view) {
-        view_.setLineWrapMode(QTextEdit::FixedPixelWidth);
-        view_.setLineWrapColumnOrWidth(SheetWidth(view_));
+        const int beside = view_.verticalScrollBar()->sizeHint().width() + 2 * view_.frameWidth();
+        view_.setFixedWidth(SheetWidth(view_) + beside);
     }
     void Refresh() override {
         FillDocument(*view_.document(), box_.Content, view_.logicalDpiX());
