@@ -41,8 +41,8 @@ void frmReport::PrintReferenceCalReport() {
         lblMissing.Caption = "The template " + std::string(certificateTemplateName) +
                              " does not hold these keywords, whose values are missing here: " + Joined(missing) + '.';
         const std::string rtf = CertificateRtf(text);
-        rtbReport.Content = ReadRichText(rtf);
         WriteCertificate(rtf);
+        ShowCertificate(rtf);
     } catch (const RichTextError& error) {
         program_.ShowBox("No certificate was written. " + PathText(path) + ' ' + error.what() + '.', box::exclamation,
                          Title());
@@ -53,6 +53,22 @@ void frmReport::PrintReferenceCalReport() {
         return;
     }
     Show();
+}
+
+void frmReport::ShowCertificate(const std::string& rtf) {
+    constexpr std::size_t mostLetters = 1'000'000;
+    FormattedText text = ReadRichText(rtf);
+    const bool canBeShown = PlainText(text).size() <= mostLetters;
+    if (!canBeShown) {
+        // No window shows that in a useful time; the file is whole all the same.
+        text.paragraphs.resize(1);
+        text.paragraphs[0].runs.resize(1);
+        text.paragraphs[0].runs[0].text =
+            "The certificate is too long to be shown here. It lies in " + PathText(program_.Run.OutputFolder) + '.';
+    }
+    rtbReport.Content = std::move(text);
+    cmdPrint.Enabled = canBeShown;
+    cmdSavePDF.Enabled = canBeShown;
 }
 
 /// Twice: with the run's data, and with what is handed out.

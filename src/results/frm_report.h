@@ -27,6 +27,7 @@ class frmReport : public Screen, public ReportDoor {
 
   private:
     void WriteCertificate(const std::string& rtf);
+    void ShowCertificate(const std::string& rtf);
     void Print();
     void SavePdf();
     void GoToResults();

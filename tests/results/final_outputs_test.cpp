@@ -162,6 +162,16 @@ TEST_F(FinalOutputsTest, ATemplateThatCannotBeFilledIsTold) {
     EXPECT_EQ(program->Screens.Front()->Name(), "frmResults");
 }
 
+TEST_F(FinalOutputsTest, ACertificateTooLongToShowIsWrittenAllTheSame) {
+    machine.Write("CertificateTemplate.rtf", "{\\rtf1 " + std::string(1'000'001, 'x') + "FWDOwner}");
+    program->Run.OutputFolder = machine.folder / "Transfer";
+    program->The<ReportDoor>().PrintReferenceCalReport();
+    const Screen& report = *program->Screens.Front();
+    EXPECT_THAT(report.Find("rtbReport")->DisplayText(), HasSubstr("too long to be shown"));
+    EXPECT_FALSE(report.Find("cmdPrint")->Enabled);
+    EXPECT_TRUE(Text("Transfer/CalibrationCertificate09-Mar-2012.rtf").ends_with("{\\highlight0 County Roads}}"));
+}
+
 TEST_F(FinalOutputsTest, PrintsWhenAskedAndSavesTheTextCertificate) {
     run.AutoPrint = true;
     Produce({}, {});
