@@ -128,6 +128,8 @@ struct CalibrationRun {
     int LoadCellRefTrials = 0;
     std::array<TrialRecord, maxTrials> LCTrial;
     bool LoadCellCalPassed = false;
+    std::string LoadCellMessage;                        ///< what the last judgement said
+    std::array<bool, maxTrials> LoadCellTrialDelete{};  ///< marked by the operator to be deleted
     bool LoadCellCalComplete = false;
     double NewLoadCellCalibrationCenterGain = 0;  ///< 0 until computed
     std::string NewLoadCellCalibrationCenterDate;
@@ -145,6 +147,7 @@ struct CalibrationRun {
     std::array<RelativeTrialSummary, maxTrials> RelTrial;
     bool SensorRelCalGood = false;
     bool SensorRelCalComplete = false;
+    std::string SensorRelMessage;  ///< what the last judgement said
     bool CertificationComplete = false;
     std::array<SensorCalRecord, maxSensors> Sensor;
     DateTime SensorCalibrationDate = ZeroDate();
@@ -192,6 +195,11 @@ struct CalibrationRun {
     int LastMessageCode = 0;
     MessageParameterList MessageParameters;
 };
+
+/// Number of a sensor as everyone sees it; index: from 0.
+inline int ShownSensorNumber(const CalibrationRun& run, int index) {
+    return run.Manufacturer == Make::Kuab ? index : index + 1;
+}
 
 /// Drops of one trial that are in use.
 inline int DropsInTrial(const CalibrationRun& run) {

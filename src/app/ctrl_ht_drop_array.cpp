@@ -56,6 +56,14 @@ ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::s
     lblNoise.Visible = false;
 }
 
+void ctrlHtDropArray::PutInto(Frame& frame) {
+    for (const auto& cell : txtData) cell->PutInto(frame);
+    for (const auto* labels : {&lblHeight, &lblDrop, &lblMean, &lblStdDev}) {
+        for (const auto& label : *labels) label->PutInto(frame);
+    }
+    for (Label* label : {&lblMeanLabel, &lblStdDevLabel, &lblNoise}) label->PutInto(frame);
+}
+
 void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {
     drops_ = drops;
     heights_ = heights;

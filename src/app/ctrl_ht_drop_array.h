@@ -40,6 +40,7 @@ class ctrlHtDropArray {
 
     std::function<void(int index)> CellClick;
 
+    void PutInto(Frame& frame);
     void CreateResultTable(int drops, int heights, bool labels = true);
     void FormatStyle();  ///< picture of the values, by procedure and units
     void Clear();

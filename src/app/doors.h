@@ -61,6 +61,8 @@ class SetupDoor {  // frmSetup
     virtual void SetReviewChoices(bool reviewMode) = 0;
     virtual void RefreshFromRun() = 0;
     virtual Path SimDataLocation() const = 0;
+    virtual std::string LoadCellCalDate() const = 0;  ///< of the FWD, as the FWD's tab shows it
+    virtual std::string SensorCalDate() const = 0;
 };
 
 /// frmDAQ: all analog input of the program.

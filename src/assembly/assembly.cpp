@@ -11,6 +11,8 @@
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
 #include "reference/frm_prerequisites.h"
+#include "results/frm_report.h"
+#include "results/frm_results.h"
 #include "setup/frm_setup.h"
 
 namespace bellmark {
@@ -35,6 +37,8 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<PrerequisitesDoor, frmPrerequisites>(*program);
     RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);
     RegisterScreen<RegressionPlotDoor, frmRegressionPlot>(*program);
+    RegisterScreen<ResultsDoor, frmResults>(*program);
+    RegisterScreen<ReportDoor, frmReport>(*program);
 
     // The simulated board has a screen and is a board. No hardware back-end is part of this build.
     RegisterScreen<SimulatorDoor, frmSimulator>(*program);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "controls/control.h"
+#include "platform/formatted_text.h"
 
 namespace bellmark {
 
@@ -50,6 +51,14 @@ class TextBox : public Control {
     /// Types the text and leaves the box. Throws UserError when it is locked or not reachable, and for a character that
     /// the files of the program cannot hold.
     void UserEnter(const std::string& text);
+};
+
+/// Shows a formatted text, as it will be printed.
+class RichTextBox : public Control {
+  public:
+    RichTextBox(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    std::string DisplayText() const override { return PlainText(Content.Get()); }
+    Property<FormattedText> Content{*this, {}};
 };
 
 class CheckBox : public CaptionedControl {

@@ -47,6 +47,8 @@ frmGetFWDData::frmGetFWDData(Program& program)
                          &txtAdjFactor, &txtStdError, &txtR2, &txtGain}) {
         box->Locked = true;
     }
+    DataDisplay.PutInto(fraDataDisplay);
+    FWDData.PutInto(fraFWDData);
     cmdBrowse.Click = [this] { cmdBrowse_Click(); };
     cmdFerrylink.Click = [this] { cmdFerrylink_Click(); };
     cmdUp.Click = [this] { cmdUp_Click(); };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/formatted_text.h"
 
 /// What the logic asks of the machine besides files, clock and dialogs.
 namespace bellmark {
@@ -33,11 +34,17 @@ class Launcher {
     virtual std::unique_ptr<RunningProgram> Start(const Path& program, const std::string& arguments) = 0;
 };
 
-/// Pages of fixed-pitch text, each a list of lines.
+/// Paper, for reports and for certificates.
 class Printer {
   public:
     virtual ~Printer() = default;
+
+    /// Pages of fixed-pitch text, each a list of lines.
     virtual void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) = 0;
+
+    /// A formatted text on a printer that the user may choose, page by page.
+    virtual void Print(const std::string& title, const FormattedText& text) = 0;
+    virtual void SavePdf(const Path& file, const std::string& title, const FormattedText& text) = 0;
 };
 
 class Sound {

@@ -30,6 +30,14 @@ void FilePrinter::Print(const std::string& title, const std::vector<std::vector<
     files_.AppendToFile(file_, ToWindows1252(text));
 }
 
+void FilePrinter::Print(const std::string& title, const FormattedText& text) {
+    Print(title, {Split(PlainText(text), '\n')});
+}
+
+void FilePrinter::SavePdf(const Path& file, const std::string&, const FormattedText&) {
+    throw FileError(file, "PDF files are written by the desktop program alone");
+}
+
 #ifdef _WIN32
 
 namespace {

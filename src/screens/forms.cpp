@@ -9,6 +9,8 @@
 #include "ui_frmMainMenu.h"
 #include "ui_frmPrerequisites.h"
 #include "ui_frmRegressionPlot.h"
+#include "ui_frmReport.h"
+#include "ui_frmResults.h"
 #include "ui_frmSetup.h"
 #include "ui_frmSimulator.h"
 #include "ui_page_header.h"
@@ -35,6 +37,8 @@ const std::map<std::string, Maker>& Makers() {
         {"frmMainMenu", Make<Ui::frmMainMenu>},
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
         {"frmRegressionPlot", Make<Ui::frmRegressionPlot>},
+        {"frmReport", Make<Ui::frmReport>},
+        {"frmResults", Make<Ui::frmResults>},
         {"frmSetup", Make<Ui::frmSetup>},
         {"frmSimulator", Make<Ui::frmSimulator>},
     };

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QTableWidget>
+#include <algorithm>
 
 #include "controls/controls.h"
 #include "screens/state_colors.h"
@@ -18,6 +19,15 @@ QTableWidgetItem& ItemAt(QTableWidget& table, int row, int column) {
 QString CellToolTip(const Grid& grid, int row, int column) {
     const QString own = QString::fromStdString(grid.CellToolTip(row, column));
     return own.isEmpty() ? StateText(grid.CellColor(row, column)) : own;
+}
+
+/// The texts of all fixed rows, one below the other.
+QString Heading(const Grid& grid, int column) {
+    QStringList lines;
+    for (int row = 0; row < std::min(grid.FixedRows(), grid.Rows()); ++row) {
+        lines.push_back(QString::fromStdString(grid.Cell(row, column)).trimmed());
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 }  // namespace
@@ -77,7 +87,7 @@ void GridLink::ShowHeaders() {
     QStringList across;
     QStringList down;
     for (int column = 0; column < columns && grid_.FixedRows() > 0 && grid_.Rows() > 0; ++column) {
-        across.push_back(QString::fromStdString(grid_.Cell(0, column + grid_.FixedColumns())).trimmed());
+        across.push_back(Heading(grid_, column + grid_.FixedColumns()));
     }
     for (int row = 0; row < rows && grid_.FixedColumns() > 0; ++row) {
         down.push_back(QString::fromStdString(grid_.Cell(row + grid_.FixedRows(), 0)));

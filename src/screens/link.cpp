@@ -9,10 +9,13 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTableWidget>
+#include <QTextBrowser>
 
 #include "controls/controls.h"
 #include "controls/picture.h"
+#include "screens/formatted_document.h"
 #include "screens/grid_link.h"
 #include "screens/plot_widget.h"
 #include "screens/state_button.h"
@@ -248,6 +251,24 @@ class ComboLink : public Link {
     LeaveWatcher watcher_;
 };
 
+/// A sheet of paper on the screen, as wide as it will be printed.
+class RichTextLink : public Link {
+  public:
+    RichTextLink(RichTextBox& box, QTextBrowser& view, LinkServices services)
+        : Link(box, view, std::move(services)), box_(box), view_(view) {
+        const int beside = view_.verticalScrollBar()->sizeHint().width() + 2 * view_.frameWidth();
+        view_.setFixedWidth(SheetWidth(view_) + beside);
+    }
+    void Refresh() override {
+        FillDocument(*view_.document(), box_.Content, view_.logicalDpiX());
+        ShowCommonProperties(box_, view_);
+    }
+
+  private:
+    RichTextBox& box_;
+    QTextBrowser& view_;
+};
+
 class PictureLink : public Link {
   public:
     PictureLink(Picture& picture, PlotWidget& view, LinkServices services)
@@ -314,6 +335,7 @@ std::unique_ptr<Link> MakeLink(Control& control, QObject& view, const LinkServic
         LinkIfKindsMatch<LineLink, TextBox, QLineEdit>,
         LinkIfKindsMatch<TextAreaLink, TextBox, QPlainTextEdit>,
         LinkIfKindsMatch<ComboLink, ComboBox, QComboBox>,
+        LinkIfKindsMatch<RichTextLink, RichTextBox, QTextBrowser>,
         LinkIfKindsMatch<GridLink, Grid, QTableWidget>,
         LinkIfKindsMatch<PictureLink, Picture, PlotWidget>,
     };

@@ -1,14 +1,18 @@
 #include "screens/qt_printer.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFontMetricsF>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <algorithm>
 #include <stdexcept>
+
+#include "screens/formatted_document.h"
 
 namespace bellmark {
 
@@ -60,6 +64,24 @@ void QtPrinter::Print(const std::string& title, const std::vector<std::vector<st
     QPrinter printer(installed, QPrinter::HighResolution);
     printer.setDocName(QString::fromStdString(title));
     DrawPages(printer, pages);
+}
+
+void QtPrinter::Print(const std::string& title, const FormattedText& text) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(title));
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted) PrintDocument(printer, text);
+}
+
+void QtPrinter::SavePdf(const Path& file, const std::string& title, const FormattedText& text) {
+    const QString name = QString::fromStdString(PathText(file));
+    // Asked first: the PDF writer itself says nothing when it cannot write.
+    if (!QFile(name).open(QIODevice::WriteOnly)) throw FileError(file, "cannot be written");
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(name);
+    printer.setDocName(QString::fromStdString(title));
+    PrintDocument(printer, text);
 }
 
 void QtSound::Play(const Path&) {

@@ -11,6 +11,9 @@ class QtPrinter : public Printer {
   public:
     /// Throws std::runtime_error when there is no printer or it takes no job.
     void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) override;
+    /// Asks which printer, "to a file" being one of them.
+    void Print(const std::string& title, const FormattedText& text) override;
+    void SavePdf(const Path& file, const std::string& title, const FormattedText& text) override;
 };
 
 /// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.

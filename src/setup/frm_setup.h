@@ -44,6 +44,8 @@ class frmSetup : public Screen, public SetupDoor {
     void SetReviewChoices(bool reviewMode) override;
     void RefreshFromRun() override;
     Path SimDataLocation() const override { return DataAcq.SimDataLocation(); }
+    std::string LoadCellCalDate() const override { return FWD.txtFWDLCCalDate.Text; }
+    std::string SensorCalDate() const override { return FWD.txtFWDSensorCalDate.Text; }
 
     /// Restores the run of an interim file for review.
     void ReviewDataRestore(const Path& path);

@@ -85,6 +85,23 @@ TEST(QtPrinter, WritesEachPageAndFitsWideLines) {
     EXPECT_NE(pdf.find("/Count 3"), std::string::npos);
 }
 
+TEST(QtPrinter, SavesAFormattedTextAsPdfPages) {
+    const TemporaryFolder folder;
+    const Path file = folder.Folder() / "certificate.pdf";
+    FormattedText text;
+    FormattedParagraph line;
+    line.runs.resize(2);
+    line.runs[0].text = "A line";
+    line.runs[1].text = "\twith a tab";
+    text.paragraphs.assign(100, line);
+    QtPrinter().SavePdf(file, "Certificate", text);
+    std::ifstream stream(file, std::ios::binary);
+    const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
+    // A hundred lines of 12 points take at least 1200 of the about 700 points of a page's height.
+    EXPECT_NE(pdf.find("/Count 2"), std::string::npos);
+    EXPECT_THROW(QtPrinter().SavePdf(folder.Folder() / "missing/certificate.pdf", "", text), FileError);
+}
+
 TEST(FileDialogFilters, AreReadInPairsWhateverTheCase) {
     EXPECT_EQ(FileDialogFilters("FWD Cal. Center Files|*.ini"), QStringList{"FWD Cal. Center Files (*.[iI][nN][iI])"});
     EXPECT_EQ(FileDialogFilters("Data (old)|*.F20;*.1|All|*.*"), (QStringList{"Data [old] (*.[fF]20 *.1)", "All (*)"}));

@@ -65,6 +65,7 @@ class Tour {
         Shoot("fwd-data-read");
         Click("frmGetFWDData.cmdGraph");
         Shoot("plot");
+        ShootResults();
         ShootTheOthers();
     }
 
@@ -97,6 +98,31 @@ class Tour {
     void ShootArmed() {
         QTimer::singleShot(0, [this] { Shoot("drop-armed"); });
         Click("frmBellmark_Accel.cmdNext");
+    }
+
+    /// Three trials that agree, accepted, with the certificate that follows.
+    void ShootResults() {
+        CalibrationRun& run = desktop_.program->Run;
+        run.LoadCellRefTrials = 3;
+        run.LCTrial[0].Gain = 1.0041;
+        run.LCTrial[1].Gain = 1.0058;
+        run.LCTrial[2].Gain = 1.0022;
+        desktop_.program->The<ResultsDoor>().OpenLoadCell();
+        Shoot("results-optLoadCell");
+        Click("frmResults.cmdDelLCTrials");
+        Shoot("results-delete");
+        Click("frmResults.cmdDelLCOK");
+        run.DeviceFolder = desktop_.Folder() / "FWD";
+        Click("frmResults.cmdAcceptLC");
+        Shoot("results-accepted");
+        for (const char* tab : {"optAccel", "optRef", "optSummary"}) {
+            Click(std::string("frmResults.") + tab);
+            Shoot(QStringLiteral("results-") + QLatin1String(tab));
+        }
+        DiskFileSystem().CopyFile(Path(BELLMARK_SOURCE_FOLDER) / "sample/CertificateTemplate.rtf",
+                                  desktop_.Folder() / "CertificateTemplate.rtf");
+        Click("frmResults.cmdPrintPDDX(0)");
+        Shoot("certificate");
     }
 
     void ShootTheOthers() {

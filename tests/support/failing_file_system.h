@@ -10,6 +10,9 @@ class FailingFileSystem : public DiskFileSystem {
     /// The n-th write from now on (1 is the next) and all behind it fail; 0 lets all pass.
     void FailFromWrite(int n) { writesUntilFailure_ = n; }
 
+    /// The same for moving and removing files, which need no room.
+    void FailFromMove(int n) { movesUntilFailure_ = n; }
+
     void RefuseToRead(const Path& path) { unreadable_ = path; }
 
     int WritesTried() const { return writesTried_; }
@@ -31,7 +34,21 @@ class FailingFileSystem : public DiskFileSystem {
         DiskFileSystem::CreateFolder(path);
     }
 
+    void Rename(const Path& from, const Path& to) override {
+        CountMove(from);
+        DiskFileSystem::Rename(from, to);
+    }
+    void RemoveFile(const Path& path) override {
+        CountMove(path);
+        DiskFileSystem::RemoveFile(path);
+    }
+
   private:
+    void CountMove(const Path& path) {
+        if (movesUntilFailure_ == 1) throw FileError(path, "in use by another program");
+        if (movesUntilFailure_ > 1) --movesUntilFailure_;
+    }
+
     void CountWrite(const Path& path) {
         ++writesTried_;
         if (writesUntilFailure_ == 0) return;
@@ -41,6 +58,7 @@ class FailingFileSystem : public DiskFileSystem {
 
     int writesUntilFailure_ = 0;
     int writesTried_ = 0;
+    int movesUntilFailure_ = 0;
     Path unreadable_;
 };
 

@@ -29,6 +29,8 @@ struct FakeSetup : SetupDoor {
     void SetReviewChoices(bool reviewMode) override { reviewChoices = reviewMode; }
     void RefreshFromRun() override {}
     Path SimDataLocation() const override { return simDataLocation; }
+    std::string LoadCellCalDate() const override { return "01-Mar-2011"; }
+    std::string SensorCalDate() const override { return "02-Mar-2011"; }
 };
 
 }  // namespace bellmark

@@ -1,0 +1,72 @@
+// The outputs of a whole calibration, and a certificate out of a template of 50 MB.
+
+#include <benchmark/benchmark.h>
+
+#include "results/certificate.h"
+#include "results/frm_results.h"
+#include "results/rich_text_reader.h"
+#include "tests/interim/full_run.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+struct StillMenu : MainMenuDoor {
+    void Open() override {}
+    void MarkAccelerometer() override {}
+    void AllowProcedures(bool, bool) override {}
+    void EditSetup() override {}
+    void CalibrateAccelerometer() override {}
+    void CalibrateLoadCell() override {}
+    void CalibrateSensors() override {}
+};
+
+/// All that the program does between the operator's answers: twelve sensors, 40 drop files of 1 MB.
+void FinalOutputs(benchmark::State& state) {
+    constexpr int drops = 40;
+    constexpr std::size_t dropBytes = 1'000'000;
+    TestMachine machine;
+    Program program(machine.machine);
+    program.Register<SetupDoor>([](Program& owner) { return std::make_shared<DocumentSetup>(owner); });
+    program.Register<MainMenuDoor>([](Program&) { return std::make_shared<StillMenu>(); });
+    program.Register<ResultsDoor>([](Program& owner) { return std::make_shared<frmResults>(owner); });
+    program.Run = FullRun(1);
+    program.Run.DeviceFolder = machine.folder / "Owner/FWD";
+    program.Run.OutputFolder.clear();
+    const std::string drop(dropBytes, '1');
+    for (int i = 0; i < drops; ++i) {
+        machine.Write(Path(program.Run.InterimFolderName) / ("LoadCell1-H" + NumberText(i) + "D1.txt"), drop);
+    }
+    auto& results = dynamic_cast<frmResults&>(program.The<ResultsDoor>());
+    for (auto _ : state) {
+        machine.dialogs.QueueFile({});
+        machine.dialogs.QueueAnswer(Answer::OK);
+        machine.dialogs.QueueFile({});
+        results.cmdPrintPDDX[0].UserClick();
+        if (machine.dialogs.TakeBoxes().size() != 1) state.SkipWithError("an output failed");
+    }
+}
+BENCHMARK(FinalOutputs)->Unit(benchmark::kMillisecond);
+
+/// A keyword at the end of much text, all others missing: each is looked for in all of it.
+void LargeTemplate(benchmark::State& state, const char* repeated) {
+    constexpr std::size_t bytes = 50'000'000;
+    std::string rtf = "{\\rtf1\\viewkind4 ";
+    while (rtf.size() < bytes) rtf += repeated;
+    rtf += " Messages:}";
+    const CalibrationRun run = FullRun(1);
+    for (auto _ : state) {
+        RichText text(rtf);
+        FillCertificate(text, run, {}, {true, true}, MakeDateTime(2012, 3, 9));
+        const std::string filled = CertificateRtf(text);
+        benchmark::DoNotOptimize(ReadRichText(filled).paragraphs.size());
+    }
+}
+BENCHMARK_CAPTURE(LargeTemplate, text, "Calibration of the LC and FWD. ")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LargeTemplate, groups, "{\\b L}{\\i C}\\par ")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LargeTemplate, controls, "\\'e9\\u233?\\tab ")->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace bellmark
+
+BENCHMARK_MAIN();

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/calibration_run.h"
+#include "app/center_config.h"
+#include "results/rich_text.h"
+
+/// The certificate of a calibration: the center's template with the run's numbers in place of its keywords.
+namespace bellmark {
+
+inline constexpr const char* certificateTemplateName = "CertificateTemplate.rtf";
+
+/// Which blocks the certificate has: what was not calibrated is left out of it.
+struct CertificateBlocks {
+    bool loadCell = false;
+    bool sensors = false;
+};
+
+/// Fills the template in. Returns the keywords that it does not hold; what they stand for is missing in the
+/// certificate.
+std::vector<std::string> FillCertificate(RichText& text, const CalibrationRun& run, const CenterConfig& center,
+                                         const CertificateBlocks& blocks, DateTime today);
+
+/// The filled template as it is written: with margins of one inch.
+std::string CertificateRtf(const RichText& text);
+
+}  // namespace bellmark

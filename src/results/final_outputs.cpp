@@ -1,0 +1,98 @@
+#include "results/final_outputs.h"
+
+#include "app/center_keys.h"
+#include "app/doors.h"
+#include "app/interim_store.h"
+#include "app/mod_shared.h"
+#include "app/paths.h"
+#include "app/program.h"
+#include "app/run_document.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/profile_strings.h"
+#include "results/publish_run.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr const char* documentFilter = "PDDX Files|*.ddx|All files|*.*";
+
+/// The run's copy of the center's configuration, with nothing of an older one left in it.
+void RewriteCenterConfiguration(Program& program) {
+    const Path copy = RunCenterConfig(program);
+    ProfileStrings strings;
+    SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, copy, program.Now());
+    program.Services.files.CreateFolder(copy.parent_path());
+    SaveProfileStrings(program.Services.files, copy, strings);
+}
+
+Path AskWhereToSave(Program& program, const char* title, const Path& folder, const std::string& name) {
+    const auto chosen = program.Services.dialogs.SaveFile({title, documentFilter, folder, name});
+    return chosen ? program.Services.startDirectory / *chosen : folder / PathFromText(name);
+}
+
+void PrintIfAsked(Program& program, const Path& file) {
+    if (!program.Run.AutoPrint) return;
+    try {
+        PrintTextFile(program.Services.files, program.Services.printer, file);
+    } catch (const std::exception& error) {
+        // A printer that is out must not cost the outputs that follow.
+        program.Log(error.what());
+        program.ShowBox(error.what(), box::exclamation);
+    }
+}
+
+/// Where the FWD's operator gets the document: the folder that the FWD's files came from.
+Path TransferFolder(const Program& program) {
+    const std::string& folder = program.Center.LocationOfFWDDataTransfer;
+    return folder.empty() ? program.Run.OutputFolder : program.Services.startDirectory / PathFromText(folder);
+}
+
+/// The run as it was last saved becomes the record of the calibration.
+void KeepRecord(Program& program, const std::string& today) {
+    FileSystem& files = program.Services.files;
+    const Path saved = ActualPath(files, program.Run.OutputFolder / interimCopyName);
+    const Path record =
+        ActualPath(files, program.Run.OutputFolder / PathFromText("BellmarkCalibrationRecord " + today + ".ddx"));
+    if (!files.IsFile(saved)) return;
+    files.RemoveFile(record);
+    files.Rename(saved, record);
+}
+
+}  // namespace
+
+void WriteFinalOutputs(Program& program) {
+    CalibrationRun& run = program.Run;
+    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    const std::string today = TodayText(program);
+    const std::string outputName = "BellmarkCalibrationOutput " + today + ".ddx";
+
+    UpdateWarmUp(document, run, program.Center, program.Now());
+    RewriteCenterConfiguration(program);
+    const Path inData = ActualPath(program.Services.files, program.InterimFolder() / calibrationDocumentName);
+    SaveBellmarkDDX(document, run, program.Center, inData, program.Now(), DocumentGains::Accepted);
+    WriteRunDocument(program, inData);
+    OpenOutputFolder(program);
+
+    const Path forCenter =
+        AskWhereToSave(program, "Save FWD Configuration PDDX File for Cal Center", run.OutputFolder, outputName);
+    if (WriteRunDocument(program, forCenter)) PrintIfAsked(program, forCenter);
+    program.ShowBox(
+        "Save the Configuration File (BellmarkCalibration.ddx) to Floppy or Thumb Drive\r\nand give to the FWD "
+        "Operator",
+        box::information);
+    const Path forFWD =
+        AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
+    WriteRunDocument(program, forFWD);
+
+    SaveInterimCalibration(program);
+    // Saving the run has named another file. What is added to the FWD's history later goes to the FWD's own document.
+    document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
+    CopyTrialData(program);
+    KeepRecord(program, today);
+    if (program.Has<ReportDoor>()) program.The<ReportDoor>().PrintReferenceCalReport();
+    if (run.LoadCellCalComplete && run.SensorRelCalComplete) run.CertificationComplete = true;
+}
+
+}  // namespace bellmark

@@ -1,0 +1,100 @@
+#include "results/frm_report.h"
+
+#include "app/paths.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+#include "results/certificate.h"
+#include "results/publish_run.h"
+#include "results/rich_text_reader.h"
+
+namespace bellmark {
+
+namespace {
+
+std::string Joined(const std::vector<std::string>& words) {
+    std::string joined;
+    for (const auto& word : words) joined += (joined.empty() ? "" : ", ") + word;
+    return joined;
+}
+
+}  // namespace
+
+frmReport::frmReport(Program& program)
+    : Screen(program.Screens, "frmReport", "Certificate"), Header(*this, program.Header), program_(program) {
+    cmdPrint.Click = [this] { Print(); };
+    cmdSavePDF.Click = [this] { SavePdf(); };
+    cmdNext.Click = [this] { GoToResults(); };
+    cmdMainMenu.Click = [this] { GoToResults(); };
+    lblMissing.Visible = false;
+    SetDefaultButton(&cmdPrint);
+}
+
+void frmReport::PrintReferenceCalReport() {
+    const Path path = ActualPath(program_.Services.files, program_.Folder() / certificateTemplateName);
+    const auto& results = program_.The<ResultsDoor>();
+    try {
+        RichText text(program_.Services.files.ReadBytes(path));
+        const auto missing =
+            FillCertificate(text, program_.Run, program_.Center,
+                            {results.IsLoadCellComplete(), results.AreSensorsComplete()}, program_.Now());
+        lblMissing.Visible = !missing.empty();
+        lblMissing.Caption = "The template " + std::string(certificateTemplateName) +
+                             " does not hold these keywords, whose values are missing here: " + Joined(missing) + '.';
+        const std::string rtf = CertificateRtf(text);
+        WriteCertificate(rtf);
+        ShowCertificate(rtf);
+    } catch (const RichTextError& error) {
+        program_.ShowBox("No certificate was written. " + PathText(path) + ' ' + error.what() + '.', box::exclamation,
+                         Title());
+        return;
+    } catch (const FileError& error) {
+        program_.ShowBox("The certificate could not be written. " + std::string(error.what()), box::exclamation,
+                         Title());
+        return;
+    }
+    Show();
+}
+
+void frmReport::ShowCertificate(const std::string& rtf) {
+    constexpr std::size_t mostLetters = 1'000'000;
+    FormattedText text = ReadRichText(rtf);
+    const bool canBeShown = PlainText(text).size() <= mostLetters;
+    if (!canBeShown) {
+        // No window shows that in a useful time; the file is whole all the same.
+        text.paragraphs.resize(1);
+        text.paragraphs[0].runs.resize(1);
+        text.paragraphs[0].runs[0].text =
+            "The certificate is too long to be shown here. It lies in " + PathText(program_.Run.OutputFolder) + '.';
+    }
+    rtbReport.Content = std::move(text);
+    cmdPrint.Enabled = canBeShown;
+    cmdSavePDF.Enabled = canBeShown;
+}
+
+/// Twice: with the run's data, and with what is handed out.
+void frmReport::WriteCertificate(const std::string& rtf) {
+    const Path name = PathFromText("CalibrationCertificate" + TodayText(program_) + ".rtf");
+    for (const Path& folder : {program_.InterimFolder(), program_.Run.OutputFolder}) {
+        program_.Services.files.ReplaceFile(folder / name, rtf);
+    }
+}
+
+void frmReport::Print() {
+    program_.Services.printer.Print(Title(), rtbReport.Content.Get());
+}
+
+void frmReport::SavePdf() {
+    const auto chosen = program_.Services.dialogs.SaveFile({"Save Certificate", "PDF Files|*.pdf|All files|*.*",
+                                                            program_.Run.OutputFolder,
+                                                            "CalibrationCertificate" + TodayText(program_) + ".pdf"});
+    if (!chosen || chosen->empty()) return;
+    program_.Services.printer.SavePdf(program_.Services.startDirectory / *chosen, Title(), rtbReport.Content.Get());
+}
+
+void frmReport::GoToResults() {
+    Hide();
+    program_.Header.SetProcedureName("");
+    program_.The<ResultsDoor>().Open();
+}
+
+}  // namespace bellmark

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The certificate, as it was written and will be printed.
+class frmReport : public Screen, public ReportDoor {
+  public:
+    explicit frmReport(Program& program);
+
+    ctrlHeader Header;
+    RichTextBox rtbReport{*this, "rtbReport"};
+    Label lblMissing{*this, "lblMissing"};  ///< which keywords the template does not hold
+    Button cmdMainMenu{*this, "cmdMainMenu", "Back to &Results"};
+    Button cmdSavePDF{*this, "cmdSavePDF", "Save as P&DF"};
+    Button cmdPrint{*this, "cmdPrint", "&Print"};
+    Button cmdNext{*this, "cmdNext", "&NEXT"};
+
+    void PrintReferenceCalReport() override;
+    void CloseRequested() override { GoToResults(); }
+
+  private:
+    void WriteCertificate(const std::string& rtf);
+    void ShowCertificate(const std::string& rtf);
+    void Print();
+    void SavePdf();
+    void GoToResults();
+
+    Program& program_;
+};
+
+}  // namespace bellmark

@@ -1,0 +1,167 @@
+#include "results/frm_results.h"
+
+#include "app/program.h"
+#include "app/workflow.h"
+#include "platform/dialogs.h"
+#include "results/final_outputs.h"
+#include "results/text_certificate.h"
+
+namespace bellmark {
+
+frmResults::frmResults(Program& program)
+    : Screen(program.Screens, "frmResults", "Calibration Results"),
+      Header(*this, program.Header),
+      Summary(*this, program),
+      LoadCell(*this, program),
+      Accelerometer(*this, program),
+      Reference(*this, program),
+      program_(program) {
+    cmdPrintPDDX[1].PutInto(LoadCell.fraLoadCell);
+    txtPleaseWait.Locked = true;
+    txtPleaseWait.Text = "Please wait ...";
+    txtPleaseWait.Visible = false;
+    for (OptionButton* tab : {&Summary.optSummary, &LoadCell.optLoadCell, &Accelerometer.optAccel, &Reference.optRef}) {
+        tab->Click = [this, tab] { ChooseTab(*tab); };
+    }
+    LoadCell.Changed = [this] {
+        ShowNextSteps();
+        if (IsLoadCellComplete()) SetFocus(cmdNext);
+    };
+    LoadCell.PleaseWait = [this](bool waiting) { txtPleaseWait.Visible = waiting; };
+    for (Button& button : cmdPrintPDDX) button.Click = [this] { WriteFinalOutputs(program_); };
+    cmdSaveCertificate.Click = [this] { SaveCertificateText(); };
+    cmdNext.Click = [this] { cmdNext_Click(); };
+    cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
+    Recompute();
+    ShowTab(LoadCell.optLoadCell);
+}
+
+void frmResults::Activated() {
+    Recompute();
+    KeepStepOfTab();
+}
+
+void frmResults::Open() {
+    const int procedure = program_.Run.CurrentProcedure;
+    if (procedure == 3) ShowTab(Accelerometer.optAccel);
+    // What is being calibrated comes first; afterwards it is the tab that was looked at last.
+    if (IsCalibrationLeft()) ShowTab(procedure == 4 ? Reference.optRef : LoadCell.optLoadCell);
+    Show();
+}
+
+void frmResults::OpenLoadCell() {
+    ShowTab(LoadCell.optLoadCell);
+    Show();
+}
+
+void frmResults::OpenAccelerometer() {
+    ShowTab(Accelerometer.optAccel);
+    Show();
+}
+
+void frmResults::Recompute() {
+    txtPleaseWait.Visible = false;
+    Summary.Fill();
+    LoadCell.Evaluate();
+    Accelerometer.Fill();
+    Reference.Evaluate();
+    const bool isComplete = IsLoadCellComplete() && AreSensorsComplete();
+    Summary.optSummary.BackColor = isComplete ? colors::complete : colors::window;
+    Accelerometer.optAccel.BackColor = isComplete ? colors::complete : colors::window;
+    ShowNextSteps();
+}
+
+void frmResults::ChooseTab(OptionButton& tab) {
+    ShowTab(tab);
+    Recompute();
+    KeepStepOfTab();
+}
+
+void frmResults::ShowTab(OptionButton& tab) {
+    tab.Choose();
+    const std::pair<const OptionButton*, Frame*> pages[] = {{&Summary.optSummary, &Summary.fraSummary},
+                                                            {&LoadCell.optLoadCell, &LoadCell.fraLoadCell},
+                                                            {&Accelerometer.optAccel, &Accelerometer.fraAccel},
+                                                            {&Reference.optRef, &Reference.fraRef}};
+    // The old page goes before the new one comes: a window that had to hold both would grow.
+    for (const auto& [option, page] : pages) {
+        if (!IsOpen(*option)) page->Visible = false;
+    }
+    for (const auto& [option, page] : pages) {
+        if (IsOpen(*option)) page->Visible = true;
+    }
+}
+
+/// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.
+void frmResults::KeepStepOfTab() {
+    if (program_.Run.CurrentProcedure != 10) return;
+    const OptionButton* tabs[] = {&Summary.optSummary, &Accelerometer.optAccel, &Reference.optRef,
+                                  &LoadCell.optLoadCell};
+    int step = 101;
+    for (const OptionButton* tab : tabs) {
+        if (IsOpen(*tab)) program_.Run.CurrentProcStep = step;
+        ++step;
+    }
+}
+
+bool frmResults::IsCalibrationLeft() const {
+    const CalibrationRun& run = program_.Run;
+    if (run.CurrentProcedure == 5) return !run.LoadCellCalComplete;
+    if (run.CurrentProcedure != 4) return false;
+    return !run.SensorRelCalComplete && !run.LoadCellOnly && program_.Has<FlipCalibrationDoor>();
+}
+
+void frmResults::ShowNextSteps() {
+    const CalibrationRun& run = program_.Run;
+    const bool isComplete = run.LoadCellCalComplete && run.SensorRelCalComplete;
+    const bool isAnyAccepted = run.LoadCellCalComplete || run.SensorRelCalComplete;
+    const bool onSummary = IsOpen(Summary.optSummary);
+    const bool outputsAreNext = isAnyAccepted && !IsCalibrationLeft();
+    const auto mark = [](Button& button, bool enabled, bool suggested, const char* whyNot) {
+        button.Enabled = enabled;
+        button.BackColor = enabled && suggested ? colors::suggestedNext : colors::buttonFace;
+        button.ToolTip = enabled ? "" : whyNot;
+    };
+    mark(cmdPrintPDDX[0], isAnyAccepted, outputsAreNext && (isComplete || onSummary),
+         "Available once the load cell or the deflection sensors are accepted.");
+    mark(cmdPrintPDDX[1], isComplete, true,
+         "Available once the load cell and the deflection sensors are accepted. For a load cell alone use Final "
+         "Outputs.");
+    mark(cmdNext, IsCalibrationLeft() || !onSummary, isAnyAccepted && !isComplete,
+         "There is nothing left to calibrate in this run.");
+}
+
+void frmResults::cmdNext_Click() {
+    if (IsCalibrationLeft()) {
+        ReturnToProcedure(program_, program_.Run.CurrentProcedure);
+    } else {
+        ChooseTab(Summary.optSummary);
+        SetFocus(cmdPrintPDDX[0]);
+    }
+}
+
+void frmResults::cmdMainMenu_Click() {
+    AreYouDone();
+    program_.The<MainMenuDoor>().Open();
+}
+
+void frmResults::AreYouDone() {
+    CalibrationRun& run = program_.Run;
+    if (IsLoadCellComplete() && AreSensorsComplete()) {
+        run.InterimCalOpen = false;
+        return;
+    }
+    std::string question = "Calibration is not complete!\r\n";
+    if (!IsLoadCellComplete()) question += "Load Cell Calibration is not complete\r\n";
+    if (!AreSensorsComplete()) question += "Deflection Sensor Calibration is not complete\r\n";
+    question += "Are you done with the FWD calibration?\r\nIf No, any interim data will be saved";
+    run.InterimCalOpen = program_.ShowBox(question, box::yesNo + box::question) != Answer::Yes;
+}
+
+void frmResults::SaveCertificateText() {
+    const auto chosen = program_.Services.dialogs.SaveFile(
+        {"Save Certificate", "Text Files|*.txt|All files|*.*", program_.Run.OutputFolder, "Certificate.txt"});
+    if (chosen && !chosen->empty()) WriteTextCertificate(program_, program_.Services.startDirectory / *chosen);
+}
+
+}  // namespace bellmark

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/doors.h"
+#include "app/page_header.h"
+#include "controls/controls.h"
+#include "controls/screen.h"
+#include "results/accelerometer_tab.h"
+#include "results/load_cell_tab.h"
+#include "results/reference_tab.h"
+#include "results/summary_tab.h"
+
+namespace bellmark {
+
+class Program;
+
+/// The results of a calibration, tab by tab: where they are judged and accepted, and where its outputs are written.
+class frmResults : public Screen, public ResultsDoor {
+  public:
+    explicit frmResults(Program& program);
+
+    ctrlHeader Header;
+    SummaryTab Summary;
+    LoadCellTab LoadCell;
+    AccelerometerTab Accelerometer;
+    ReferenceTab Reference;
+    /// (1) is for a calibration that is complete, (0) for what was accepted so far: a load cell alone has a certificate
+    /// too.
+    Button cmdPrintPDDX[2]{{*this, "cmdPrintPDDX(0)", "&Final Outputs"},
+                           {*this, "cmdPrintPDDX(1)", "Final Outputs and &Certificate"}};
+    Button cmdSaveCertificate{*this, "cmdSaveCertificate", "Save &Text Certificate"};
+    Button cmdNext{*this, "cmdNext", "&NEXT"};
+    Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
+    TextBox txtPleaseWait{*this, "txtPleaseWait"};
+
+    void Activated() override;
+    void CloseRequested() override { cmdMainMenu_Click(); }
+
+    void Open() override;
+    void OpenLoadCell() override;
+    void OpenAccelerometer() override;
+    void Recompute() override;
+    bool IsLoadCellComplete() const override { return LoadCell.IsComplete(); }
+    bool AreSensorsComplete() const override { return Reference.IsComplete(); }
+
+  private:
+    void cmdNext_Click();
+    void cmdMainMenu_Click();
+    void SaveCertificateText();
+    void AreYouDone();
+    void ChooseTab(OptionButton& tab);
+    void ShowTab(OptionButton& tab);
+    void KeepStepOfTab();
+    void ShowNextSteps();
+    bool IsCalibrationLeft() const;
+    bool IsOpen(const OptionButton& tab) const { return tab.IsChosen(); }
+
+    Program& program_;
+};
+
+}  // namespace bellmark

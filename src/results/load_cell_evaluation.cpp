@@ -1,0 +1,65 @@
+#include "results/load_cell_evaluation.h"
+
+#include <cmath>
+
+#include "analysis/analysis.h"
+#include "app/mod_shared.h"
+#include "platform/format.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr double largestSpread = 0.003;
+constexpr double greatestGain = 1.02;
+constexpr double smallestGain = 0.98;
+constexpr double largestChange = 0.01;
+constexpr const char* spreadAdvice =
+    "\r\n     Perform an additional Load Cell Trial or Delete any erroneous trials.\r\n";
+
+/// What the trials' spread fails in; empty when they agree.
+std::string SpreadFailure(std::span<const double> gains, double sum, double sumOfSquares) {
+    if (gains.size() == 2) {
+        if (!ExceedsLimit(std::abs(gains[0] - gains[1]), largestSpread)) return {};
+        return std::string("Gain difference between Trial 1 and 2 is greater than 0.003.") + spreadAdvice;
+    }
+    const double deviation = StdDev(sum, sumOfSquares, static_cast<int>(gains.size()));
+    if (!ExceedsLimit(deviation, largestSpread)) return {};
+    return "Standard Deviation > 0.003 (= " + Format(deviation, "#0.0000") + ")." + spreadAdvice;
+}
+
+}  // namespace
+
+std::optional<double> GainChange(double gain, double initialGain) {
+    if (initialGain == 0) return {};
+    return (gain - initialGain) / initialGain;
+}
+
+LoadCellEvaluation EvaluateLoadCell(std::span<const double> gains, double initialGain) {
+    LoadCellEvaluation result;
+    if (gains.size() < static_cast<std::size_t>(fewestLoadCellTrials)) {
+        result.message = "Need a minimum of 2 load cell trials.";
+        return result;
+    }
+    double sum = 0;
+    double sumOfSquares = 0;
+    for (const double gain : gains) {
+        sum += gain;
+        sumOfSquares += gain * gain;
+    }
+    result.finalGain = sum / static_cast<double>(gains.size());
+    result.finalChange = GainChange(result.finalGain, initialGain);
+
+    result.message = SpreadFailure(gains, sum, sumOfSquares);
+    result.isRepeatable = result.message.empty();
+    const bool isTooLarge = ExceedsLimit(result.finalGain, greatestGain);
+    const bool isTooSmall = ExceedsLimit(smallestGain, result.finalGain);
+    result.isGainWithinLimits = !isTooLarge && !isTooSmall;
+    if (isTooLarge) result.message += "     Final Gain larger than 1.02\r\n";
+    if (isTooSmall) result.message += "     Final Gain smaller than 0.98\r\n";
+    result.isChangeWithinLimit = result.finalChange && !ExceedsLimit(std::abs(*result.finalChange), largestChange);
+    if (!result.isChangeWithinLimit) result.message += "     Percent change is greater than 1.0%\r\n";
+    return result;
+}
+
+}  // namespace bellmark

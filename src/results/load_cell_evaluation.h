@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+/// Judgement of the FWD's load cell by its reference trials. It advises; the operator decides.
+namespace bellmark {
+
+inline constexpr int fewestLoadCellTrials = 2;
+
+/// (gain - initialGain) / initialGain; nothing when the FWD came without a gain.
+std::optional<double> GainChange(double gain, double initialGain);
+
+struct LoadCellEvaluation {
+    double finalGain = 0;               ///< mean of the trials
+    std::optional<double> finalChange;  ///< as a fraction
+    bool isRepeatable = false;
+    bool isGainWithinLimits = false;
+    bool isChangeWithinLimit = false;
+    std::string message;  ///< what failed, a line each, or that the trials are too few; empty when nothing failed
+};
+
+/// gains: of each trial. The trials agree when two differ by at most 0.003, three or more have a sample standard
+/// deviation of at most 0.003; the final gain is to lie within 0.98 and 1.02 and within 1.0 % of the initial one
+/// (AASHTO R32). A change that is not known counts as too large.
+LoadCellEvaluation EvaluateLoadCell(std::span<const double> gains, double initialGain);
+
+}  // namespace bellmark

@@ -1,0 +1,57 @@
+#include "results/reference_tab.h"
+
+#include "app/program.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+
+namespace bellmark {
+
+ReferenceTab::ReferenceTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
+    for (Control* control :
+         {static_cast<Control*>(&grdRefCal), static_cast<Control*>(&txtRefMsg),
+          static_cast<Control*>(&cmdAcceptReference), static_cast<Control*>(&cmdAdditionalRefTrial),
+          static_cast<Control*>(&cmdDelRefCal), static_cast<Control*>(&grdRelCal), static_cast<Control*>(&txtRelMsg),
+          static_cast<Control*>(&cmdReviewSensors), static_cast<Control*>(&cmdAdditionalRelCal)}) {
+        control->PutInto(fraRef);
+    }
+    txtRefMsg.Locked = true;
+    txtRelMsg.Locked = true;
+    for (Button* button :
+         {&cmdAcceptReference, &cmdAdditionalRefTrial, &cmdDelRefCal, &cmdReviewSensors, &cmdAdditionalRelCal}) {
+        button->Enabled = false;
+        button->ToolTip = "This program calibrates load cells; it cannot calibrate deflection sensors yet.";
+    }
+}
+
+void ReferenceTab::Evaluate() {
+    cmdAdditionalRefTrial.Caption = "&Perform First Reference Trial";
+    cmdAdditionalRelCal.Caption = "&Perform First Relative Trial";
+    ShowReferenceGrid();
+    txtRefMsg.Text = "No reference calibrations have been performed yet.";
+    ShowRelativeGrid();
+    txtRelMsg.Text = "No relative calibrations have been performed yet.";
+}
+
+void ReferenceTab::ShowReferenceGrid() {
+    const CalibrationRun& run = program_.Run;
+    grdRefCal.SetHeadings({"      ", "   Serial   ", "   Initial   "});
+    grdRefCal.AddRow({"No.", "Number", "Gain"});
+    double sum = 0;
+    for (int s = 0; s < run.NumberSensors; ++s) {
+        const SensorCalRecord& sensor = run.Sensor.at(static_cast<std::size_t>(s));
+        sum += sensor.InitialGain;
+        grdRefCal.AddRow(
+            {NumberText(ShownSensorNumber(run, s)), sensor.SerialNumber, Format(sensor.InitialGain, "0.000")});
+    }
+    grdRefCal.AddRow({"  ", "  ", "  "});
+    const double mean = run.NumberSensors > 0 ? sum / run.NumberSensors : 0;
+    grdRefCal.AddRow({"-", "Average", Format(mean, "0.000")});
+    grdRefCal.AddRow({"-", "Change", ""});
+}
+
+void ReferenceTab::ShowRelativeGrid() {
+    grdRelCal.SetHeadings({"            ", " Calculated ", "   Overall   "});
+    grdRelCal.AddRow({"No.", " Final Gain ", " % Change "});
+}
+
+}  // namespace bellmark

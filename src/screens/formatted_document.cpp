@@ -1,0 +1,119 @@
+#include "screens/formatted_document.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QPainter>
+#include <QPrinter>
+#include <QTextBlock>
+#include <QTextBlockFormat>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QWidget>
+#include <stdexcept>
+
+namespace bellmark {
+
+namespace {
+
+constexpr double pointsPerInch = 72;
+constexpr double sheetInches = 6.5;   // between the margins
+constexpr double marginInches = 0.4;  // around the text on the screen
+constexpr const char* fontFamily = "Arial";
+
+Qt::Alignment AlignmentOf(Alignment alignment) {
+    switch (alignment) {
+        case Alignment::Left:
+            return Qt::AlignLeft;
+        case Alignment::Center:
+            return Qt::AlignHCenter;
+        case Alignment::Right:
+            return Qt::AlignRight;
+        case Alignment::Justified:
+            return Qt::AlignJustify;
+    }
+    return Qt::AlignLeft;
+}
+
+QTextOption::TabType TabTypeOf(Alignment alignment) {
+    if (alignment == Alignment::Center) return QTextOption::CenterTab;
+    return alignment == Alignment::Right ? QTextOption::RightTab : QTextOption::LeftTab;
+}
+
+QTextBlockFormat BlockFormat(const FormattedParagraph& paragraph, double dotsPerPoint) {
+    QTextBlockFormat format;
+    format.setAlignment(AlignmentOf(paragraph.alignment));
+    format.setLeftMargin(paragraph.leftIndent * dotsPerPoint);
+    format.setTextIndent(paragraph.firstLineIndent * dotsPerPoint);
+    format.setTopMargin(paragraph.spaceBefore * dotsPerPoint);
+    format.setBottomMargin(paragraph.spaceAfter * dotsPerPoint);
+    if (paragraph.beginsPage) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    QList<QTextOption::Tab> tabs;
+    for (const TabStop& tab : paragraph.tabs) tabs.push_back({tab.position * dotsPerPoint, TabTypeOf(tab.alignment)});
+    format.setTabPositions(tabs);
+    return format;
+}
+
+QTextCharFormat RunFormat(const FormattedRun& run) {
+    QTextCharFormat format;
+    format.setFontFamilies({QString::fromLatin1(fontFamily)});
+    format.setFontPointSize(run.pointSize);
+    format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
+    format.setFontItalic(run.isItalic);
+    format.setFontUnderline(run.isUnderlined);
+    return format;
+}
+
+}  // namespace
+
+void FillDocument(QTextDocument& document, const FormattedText& text, double dotsPerInch) {
+    document.clear();
+    document.setDocumentMargin(marginInches * dotsPerInch);
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    bool isFirst = true;
+    for (const FormattedParagraph& paragraph : text.paragraphs) {
+        const QTextBlockFormat format = BlockFormat(paragraph, dotsPerInch / pointsPerInch);
+        if (isFirst) {
+            cursor.setBlockFormat(format);
+        } else {
+            cursor.insertBlock(format);
+        }
+        isFirst = false;
+        // An empty line is as high as its letters would be.
+        if (paragraph.runs.empty()) cursor.setBlockCharFormat(RunFormat({}));
+        for (const FormattedRun& run : paragraph.runs) {
+            const QString letters = QString::fromStdString(run.text).replace(QLatin1Char('\n'), QChar::LineSeparator);
+            cursor.insertText(letters, RunFormat(run));
+        }
+    }
+    cursor.endEditBlock();
+}
+
+int SheetWidth(const QWidget& widget) {
+    return static_cast<int>((sheetInches + 2 * marginInches) * widget.logicalDpiX());
+}
+
+void PrintDocument(QPrinter& printer, const FormattedText& text) {
+    printer.setPageMargins(QMarginsF(1, 0.75, 1, 0.75), QPageLayout::Inch);
+    QTextDocument document;
+    document.documentLayout()->setPaintDevice(&printer);
+    FillDocument(document, text, printer.logicalDpiX());
+    document.setDocumentMargin(0);
+    const QSizeF page = printer.pageLayout().paintRectPixels(printer.resolution()).size();
+    document.setPageSize(page);
+    QPainter painter;
+    if (!painter.begin(&printer)) throw std::runtime_error("The printer does not take the certificate.");
+    for (int number = 0; number < document.pageCount(); ++number) {
+        if (number > 0) printer.newPage();
+        painter.save();
+        painter.translate(0, -number * page.height());
+        QAbstractTextDocumentLayout::PaintContext context;
+        context.palette.setColor(QPalette::Text, Qt::black);
+        context.clip = QRectF(0, number * page.height(), page.width(), page.height());
+        painter.setClipRect(context.clip);
+        document.documentLayout()->draw(&painter, context);
+        painter.restore();
+    }
+}
+
+}  // namespace bellmark
