@@ -63,7 +63,7 @@ void FillHeading(Filler& filler, const CalibrationRun& run, const CenterConfig& 
     filler.Replace("FWDOperator", run.OperatorName);
     filler.Replace("LCName", center.ReferenceLoadCellName);
     filler.Replace("AccelName", "SN " + center.AccelerometerSerialNumber);
-    filler.Replace("versionNumber", "Version " + VersionNumber());
+    filler.Replace("versionNumber", "Version " + VersionOfProgram().number);
 }
 
 void FillLoadCell(Filler& filler, const CalibrationRun& run) {

@@ -31,7 +31,7 @@ void AddHeading(std::string& text, const CenterConfig& center, DateTime today) {
     AddLine(text, "   Reference Accelerometer: " + center.AccelerometerModelNumber);
     AddLine(text, "       Date of Calibration: " + Format(today, "dd-mmm-yyyy"));
     AddLine(text, "  Date of Last Calibration: ");
-    AddLine(text, "Bellmark Software Version: " + VersionNumber());
+    AddLine(text, "Bellmark Software Version: " + VersionOfProgram().number);
     AddLine(text, "");
 }
 

@@ -67,7 +67,7 @@ TEST(TextCertificate, IsWrittenLineByLine) {
         "       Date of Calibration: 09-Mar-2012\r\n"
         "  Date of Last Calibration: \r\n"
         "Bellmark Software Version: " +
-        VersionNumber() +
+        VersionOfProgram().number +
         "\r\n"
         "\r\n"
         "LOAD CELL CALIBRATION\r\n"
@@ -114,7 +114,7 @@ std::string V(const std::string& value) {
 std::string FilledHeading() {
     return "{\\rtf1\\viewkind4\\margl1440\\margr1440\\uc1 " + V("09-Mar-2012") + '|' + V("Test Center") + '|' +
            V("A. Operator") + '|' + V("County Roads") + '|' + V("Carlbro") + '|' + V("Unit 7") + '|' + V("8002-123") +
-           '|' + V("B. Driver") + '|' + V("RLC-07") + '|' + V("SN A-11") + '|' + V("Version " + VersionNumber()) +
+           '|' + V("B. Driver") + '|' + V("RLC-07") + '|' + V("SN A-11") + '|' + V("Version " + VersionOfProgram().number) +
            "\\par\r\n";
 }
 
