@@ -37,6 +37,11 @@ frmAbout::frmAbout(Program& program)
                              static_cast<Control*>(&cmdDeleteInterim)}) {
         control->PutInto(fraInterimCals);
     }
+    cmdCloseAbout.Visible = false;
+    cmdCloseAbout.Click = [this] {
+        if (backToStart_) return ShowStart();
+        Hide();
+    };
     cmdStartNewCal.Click = [this] { cmdStartNewCal_Click(); };
     cmdRelativeCal.Click = [this] {
         program_.Run.MonthlyCalibration = true;
@@ -52,6 +57,7 @@ frmAbout::frmAbout(Program& program)
 
 void frmAbout::ShowStart() {
     fraStart.Visible = true;
+    cmdCloseAbout.Visible = false;
     ListInterimCalibrations();
     SetDefaultButton(&cmdStartNewCal);
     Show();
@@ -59,8 +65,12 @@ void frmAbout::ShowStart() {
 }
 
 void frmAbout::ShowAbout() {
+    if (fraStart.Visible) backToStart_ = Stack().Front() == this;
     fraStart.Visible = false;
     fraInterimCals.Visible = false;
+    cmdCloseAbout.Visible = true;
+    SetDefaultButton(&cmdCloseAbout);
+    SetFocus(cmdCloseAbout);
     tmrShowTime.Start();
     Show();
 }

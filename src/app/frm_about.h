@@ -23,6 +23,7 @@ class frmAbout : public Screen, public StartFormDoor {
     Button cmdStartNewCal{*this, "cmdStartNewCal", "&Start New Calibration"};
     Button cmdRelativeCal{*this, "cmdRelativeCal", "Relati&ve Calibration"};
     Button cmdReadCalCenterA{*this, "cmdReadCalCenterA", "Read &Center Configuration"};
+    Button cmdCloseAbout{*this, "cmdCloseAbout", "&Close"};  ///< only where the form was opened from the menu
     Frame fraInterimCals{*this, "fraInterimCals", "Interim calibrations"};
     Grid grdInterim{*this, "grdInterim"};
     Button cmdOpenInterimCal{*this, "cmdOpenInterimCal", "&Open Interim Calibration"};
@@ -46,6 +47,7 @@ class frmAbout : public Screen, public StartFormDoor {
     bool OffersCopy(const InterimCalibration& interim);
 
     Program& program_;
+    bool backToStart_ = false;  ///< the about view lies over the start form
 };
 
 }  // namespace bellmark

@@ -44,7 +44,8 @@ class TextBox : public Control {
     std::string DisplayText() const override { return Text; }
 
     Property<std::string> Text{*this, {}};
-    Property<bool> Locked{*this, false};  ///< shown, not to be changed
+    Property<bool> Locked{*this, false};         ///< shown, not to be changed
+    Property<std::string> EmptyHint{*this, {}};  ///< shown faintly while there is no text
 
     std::function<void()> Leave;  ///< the user has changed the text and left the box
 

@@ -1,6 +1,7 @@
 #include "screens/grid_link.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QTableWidget>
 #include <algorithm>
 
@@ -64,6 +65,8 @@ void GridLink::Refresh() {
 
 void GridLink::ShowNow() {
     showing_ = true;
+    const int row = view_.currentRow();
+    const int column = view_.currentColumn();
     ShowHeaders();
     ShowCells();
     view_.setCurrentItem(nullptr);
@@ -72,6 +75,8 @@ void GridLink::ShowNow() {
         view_.selectRow(selected);
     } else {
         view_.clearSelection();
+        // The keyboard goes on from the cell where it was.
+        if (view_.item(row, column)) view_.setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
     }
     ShowCommonProperties(grid_, view_);
     showing_ = false;
@@ -117,9 +122,17 @@ void GridLink::ShowCells() {
 void GridLink::CellEdited(int tableRow, int tableColumn) {
     if (showing_) return;
     const std::string text = view_.item(tableRow, tableColumn)->text().toStdString();
-    Perform([this, tableRow, tableColumn, text] {
-        grid_.UserEditCell(tableRow + grid_.FixedRows(), tableColumn + grid_.FixedColumns(), text);
-    });
+    const int row = tableRow + grid_.FixedRows();
+    const int column = tableColumn + grid_.FixedColumns();
+    const std::string before = grid_.Cell(row, column);
+    Perform([this, row, column, text] { grid_.UserEditCell(row, column, text); });
+    // A value that was taken leads to the one below it; one that was refused is typed again.
+    const bool wasTaken = grid_.HasCell(row, column) && grid_.Cell(row, column) != before;
+    const bool isCurrent = view_.currentRow() == tableRow && view_.currentColumn() == tableColumn;
+    if (!wasTaken) view_.setFocus();
+    if (wasTaken && isCurrent && tableRow + 1 < view_.rowCount()) {
+        view_.setCurrentCell(tableRow + 1, tableColumn, QItemSelectionModel::NoUpdate);
+    }
 }
 
 }  // namespace bellmark

@@ -150,7 +150,8 @@ class LineLink : public Link {
             view_.setCursorPosition(0);
         }
         // An empty box has room for the words of its state.
-        view_.setPlaceholderText(box_.Locked ? QString() : StateText(box_.BackColor));
+        const QString hint = QString::fromStdString(box_.EmptyHint);
+        view_.setPlaceholderText(box_.Locked ? QString() : hint.isEmpty() ? StateText(box_.BackColor) : hint);
         view_.setReadOnly(box_.Locked);
         const bool canAct = !box_.Locked || IsClickable();
         view_.setFocusPolicy(canAct ? Qt::StrongFocus : Qt::NoFocus);

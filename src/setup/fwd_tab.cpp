@@ -44,6 +44,7 @@ FWDTab::FWDTab(Screen& screen, Program& program) : screen_(screen), program_(pro
     PutControlsIntoFrames();
     ConnectCells();
     for (TextBox* shown : {&txtCalibrationFolder, &txtFWDOwner, &txtFWDUnitFolder, &Text2}) shown->Locked = true;
+    for (TextBox* optional : {&txtFWDLCCalDate, &txtFWDSensorCalDate}) optional->EmptyHint = "recommended";
     Text2.Text = jilsFiles;
     for (Control* hidden : {static_cast<Control*>(&fraSetupHelp), static_cast<Control*>(&cmdShowSetupHelp),
                             static_cast<Control*>(&lblSameName), static_cast<Control*>(&lblHyphen)}) {
