@@ -1,6 +1,7 @@
 #include "screens/link.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -125,10 +126,13 @@ class FrameLink : public Link {
 class LeaveWatcher : public QObject {
   public:
     explicit LeaveWatcher(std::function<void()> left) : left_(std::move(left)) {}
-    bool eventFilter(QObject*, QEvent* event) override {
+    bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::FocusOut) return false;
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) left_();
+        const QObject* next = QApplication::focusWidget();
+        while (next && next != watched) next = next->parent();
+        const bool keepsIt = next || reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+        if (!keepsIt) left_();
         return false;
     }
 

@@ -100,6 +100,21 @@ class BinderTest : public testing::Test {
     std::unique_ptr<Binder> binder_;
 };
 
+TEST_F(BinderTest, AListIsLeftWithTheKeyboardAndAfterAChoiceOnly) {
+    int left = 0;
+    screen_.combo.Leave = [&left] { ++left; };
+    combo_.setFocus();
+    check_.setFocus();
+    EXPECT_EQ(left, 0);
+    combo_.setFocus();
+    QTest::keyClick(&combo_, Qt::Key_Down);
+    combo_.showPopup();
+    combo_.hidePopup();
+    EXPECT_EQ(left, 0) << "its own list keeps the keyboard";
+    check_.setFocus();
+    EXPECT_EQ(left, 1);
+}
+
 TEST_F(BinderTest, PairsEveryControlAndShowsWhatItHolds) {
     EXPECT_TRUE(binder_->Report().IsClean()) << binder_->Report().Text().toStdString();
     EXPECT_EQ(button_.text(), "&Go");
