@@ -114,8 +114,8 @@ std::string V(const std::string& value) {
 std::string FilledHeading() {
     return "{\\rtf1\\viewkind4\\margl1440\\margr1440\\uc1 " + V("09-Mar-2012") + '|' + V("Test Center") + '|' +
            V("A. Operator") + '|' + V("County Roads") + '|' + V("Carlbro") + '|' + V("Unit 7") + '|' + V("8002-123") +
-           '|' + V("B. Driver") + '|' + V("RLC-07") + '|' + V("SN A-11") + '|' + V("Version " + VersionOfProgram().number) +
-           "\\par\r\n";
+           '|' + V("B. Driver") + '|' + V("RLC-07") + '|' + V("SN A-11") + '|' +
+           V("Version " + VersionOfProgram().number) + "\\par\r\n";
 }
 
 struct Filled {

@@ -103,6 +103,7 @@ class Tour {
     /// Three trials that agree, accepted, with the certificate that follows.
     void ShootResults() {
         CalibrationRun& run = desktop_.program->Run;
+        run.FlagUnacceptedTrial = false;
         run.LoadCellRefTrials = 3;
         run.LCTrial[0].Gain = 1.0041;
         run.LCTrial[1].Gain = 1.0058;
