@@ -19,4 +19,6 @@ menu menu
 checklist prerequisites
 collection collection-two-drops
 drop drop-captured
+fwd-data fwd-data-read
+plot plot
 PICTURES

@@ -82,7 +82,7 @@ struct Machine {
     Random& random;
     std::function<void()> yield;  ///< runs due timers and pending events; called while something is waited for
     std::function<void(int context)> showHelp;  ///< opens a page of the help
-    std::function<void()> endProgram;  ///< the last thing the program asks for
+    std::function<void()> endProgram;           ///< the last thing the program asks for
     Path programFolder;
     Path startDirectory;
     bool isFirstInstance = true;  ///< no other program works on the program folder

@@ -9,9 +9,11 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextTable>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -30,7 +32,9 @@ namespace {
 
 constexpr int chapterLevel = 2;
 constexpr int sectionLevel = 3;
-constexpr int widestPicture = 720;
+constexpr int widestPicture = 700;
+constexpr QSize firstSize{1120, 760};
+constexpr int widthOfContents = 320;
 
 /// Finds the guide's pictures beside it, and makes them fit beside the table of contents.
 class GuideBrowser : public QTextBrowser {
@@ -66,6 +70,35 @@ QString AnchorOf(const QString& heading) {
     return anchor;
 }
 
+/// Room around the words of tables, and file names as large as the text around them.
+void Style(QTextDocument& guide) {
+    for (QTextFrame* frame : guide.rootFrame()->childFrames()) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (!table) continue;
+        QTextTableFormat format = table->format();
+        format.setBorderCollapse(true);
+        format.setBorderBrush(QColor(0xcf, 0xd6, 0xde));
+        format.setCellPadding(5);
+        format.setTopMargin(4);
+        format.setBottomMargin(12);
+        table->setFormat(format);
+    }
+    for (QTextBlock block = guide.begin(); block.isValid(); block = block.next()) {
+        std::vector<QTextFragment> fileNames;
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            if (part.fragment().charFormat().fontFixedPitch()) fileNames.push_back(part.fragment());
+        }
+        for (const QTextFragment& name : fileNames) {
+            QTextCursor cursor(&guide);
+            cursor.setPosition(name.position());
+            cursor.setPosition(name.position() + name.length(), QTextCursor::KeepAnchor);
+            QTextCharFormat format;
+            format.setFontPointSize(guide.defaultFont().pointSizeF());
+            cursor.mergeCharFormat(format);
+        }
+    }
+}
+
 }  // namespace
 
 HelpWindow::HelpWindow(QWidget* parent)
@@ -83,12 +116,12 @@ HelpWindow::HelpWindow(QWidget* parent)
     parts->addWidget(side);
     parts->addWidget(text_);
     parts->setStretchFactor(1, 1);
-    parts->setSizes({fontMetrics().averageCharWidth() * 44, widestPicture + fontMetrics().averageCharWidth() * 12});
+    parts->setSizes({widthOfContents, firstSize.width() - widthOfContents});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(parts);
     setWindowTitle(tr("Bellmark Help"));
-    resize(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 42);
+    resize(firstSize);
 
     word_->setPlaceholderText(tr("Find a word (Ctrl+F)"));
     word_->setClearButtonEnabled(true);
@@ -98,6 +131,7 @@ HelpWindow::HelpWindow(QWidget* parent)
     text_->setOpenLinks(false);
     text_->document()->setDocumentMargin(fontMetrics().height());
     text_->setMarkdown(Guide());
+    Style(*text_->document());
     CollectHeadings();
     FillContents();
     AddShortcuts();
@@ -119,18 +153,18 @@ void HelpWindow::CollectHeadings() {
 
 void HelpWindow::FillContents() {
     QTreeWidgetItem* chapter = nullptr;
-    for (std::size_t i = 0; i < headings_.size(); ++i) {
-        const GuideHeading& heading = headings_[i];
+    for (GuideHeading& heading : headings_) {
         if (heading.level < chapterLevel || heading.level > sectionLevel) continue;
         const bool isSection = heading.level == sectionLevel && chapter;
-        auto* item = isSection ? new QTreeWidgetItem(chapter) : new QTreeWidgetItem(contents_);
-        if (!isSection) chapter = item;
-        item->setText(0, heading.text);
-        item->setToolTip(0, heading.text);
-        item->setData(0, Qt::UserRole, static_cast<int>(i));
+        heading.item = isSection ? new QTreeWidgetItem(chapter) : new QTreeWidgetItem(contents_);
+        if (!isSection) chapter = heading.item;
+        heading.item->setText(0, heading.text);
+        heading.item->setToolTip(0, heading.text);
     }
     const auto goToItem = [this](const QTreeWidgetItem* item) {
-        if (item) GoTo(headings_.at(static_cast<std::size_t>(item->data(0, Qt::UserRole).toInt())));
+        const auto found = std::find_if(headings_.begin(), headings_.end(),
+                                        [&](const GuideHeading& heading) { return heading.item == item; });
+        if (found != headings_.end()) GoTo(*found);
     };
     connect(contents_, &QTreeWidget::itemClicked, this, goToItem);
     connect(contents_, &QTreeWidget::currentItemChanged, this, goToItem);
@@ -158,7 +192,8 @@ void HelpWindow::ShowContext(int context) {
     raise();
     activateWindow();
     text_->setFocus();
-    const GuideHeading* heading = context > helpPage::firstMessage ? HeadingOfMessage(context - helpPage::firstMessage) : nullptr;
+    const GuideHeading* heading =
+        context > helpPage::firstMessage ? HeadingOfMessage(context - helpPage::firstMessage) : nullptr;
     if (heading) {
         GoTo(*heading);
     } else if (!headings_.empty()) {
@@ -187,6 +222,8 @@ void HelpWindow::GoTo(const GuideHeading& heading) {
     const QAbstractTextDocumentLayout* layout = text_->document()->documentLayout();
     layout->documentSize();  // lays out what has not been in view so far
     text_->verticalScrollBar()->setValue(qRound(layout->blockBoundingRect(block).top()));
+    const QSignalBlocker alreadyThere(contents_);
+    contents_->setCurrentItem(heading.item);
 }
 
 void HelpWindow::FollowLink(const QString& anchor) {

@@ -8,6 +8,7 @@ class QLabel;
 class QLineEdit;
 class QTextBrowser;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace bellmark {
 
@@ -17,6 +18,7 @@ struct GuideHeading {
     QString anchor;  ///< as the repository's page forms it: "Sample drops (1)" is "sample-drops-1"
     int level = 1;   ///< 1 the guide's title, 2 a chapter, 3 a section of it
     int position = 0;
+    QTreeWidgetItem* item = nullptr;  ///< in the table of contents; the title has none
 };
 
 /// The operator's guide with its table of contents and a search.
