@@ -71,12 +71,12 @@ QString AnchorOf(const QString& heading) {
 }
 
 /// Room around the words of tables, and file names as large as the text around them.
-void Style(QTextDocument& guide) {
+void Style(QTextDocument& guide, double pointSize) {
     for (QTextFrame* frame : guide.rootFrame()->childFrames()) {
         auto* table = qobject_cast<QTextTable*>(frame);
         if (!table) continue;
         QTextTableFormat format = table->format();
-        format.setBorderCollapse(true);
+        format.setCellSpacing(0);
         format.setBorderBrush(QColor(0xcf, 0xd6, 0xde));
         format.setCellPadding(5);
         format.setTopMargin(4);
@@ -93,7 +93,7 @@ void Style(QTextDocument& guide) {
             cursor.setPosition(name.position());
             cursor.setPosition(name.position() + name.length(), QTextCursor::KeepAnchor);
             QTextCharFormat format;
-            format.setFontPointSize(guide.defaultFont().pointSizeF());
+            format.setFontPointSize(pointSize);
             cursor.mergeCharFormat(format);
         }
     }
@@ -131,7 +131,8 @@ HelpWindow::HelpWindow(QWidget* parent)
     text_->setOpenLinks(false);
     text_->document()->setDocumentMargin(fontMetrics().height());
     text_->setMarkdown(Guide());
-    Style(*text_->document());
+    text_->ensurePolished();  // only now it has the size of the program's letters
+    Style(*text_->document(), text_->font().pointSizeF());
     CollectHeadings();
     FillContents();
     AddShortcuts();
