@@ -7,6 +7,7 @@
 #include "app/center_config.h"
 #include "app/error_message_texts.h"
 #include "platform/format.h"
+#include "platform/machine.h"
 #include "platform/numbers.h"
 
 namespace bellmark {
@@ -16,7 +17,6 @@ namespace {
 using message_texts::MessageEntry;
 
 constexpr double micronsPerMil = 25.4;
-constexpr int helpContextBase = 10000;
 
 /// nullptr when the number stands for no message.
 const MessageEntry* FindMessage(int code) {
@@ -188,7 +188,7 @@ MessageBox ComposedBox(const CalibrationRun& run) {
 }
 
 MessageBox ComposedBox(const CalibrationRun& run, int style) {
-    return {run.MessageText, style, run.MessageTitle, helpContextBase + run.LastMessageCode};
+    return {run.MessageText, style, run.MessageTitle, helpPage::firstMessage + run.LastMessageCode};
 }
 
 }  // namespace bellmark

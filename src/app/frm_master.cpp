@@ -26,8 +26,8 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
     mnuDocumentation.Click = [this] { program_.The<ResultsDoor>().Open(); };
     mnuRelativeCalibration.Click = [this] { program_.The<RelativeDoor>().Start(false); };
     mnuReplaceSensor.Click = [this] { program_.The<RelativeDoor>().Start(true); };
-    mnuContents.Click = [this] { program_.Services.showHelp(0); };
-    mnuIndex.Click = [this] { program_.Services.showHelp(0); };
+    mnuContents.Click = [this] { program_.Services.showHelp(helpPage::contents); };
+    mnuIndex.Click = [this] { program_.Services.showHelp(helpPage::index); };
     mnuAbout.Click = [this] { program_.The<StartFormDoor>().ShowAbout(); };
 
     // The load cell itself is calibrated by a laboratory; the center only records the result.

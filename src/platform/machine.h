@@ -63,6 +63,13 @@ class Random {
     std::mt19937_64 engine_;
 };
 
+/// Pages of the help. That of a numbered message is firstMessage plus its number.
+namespace helpPage {
+inline constexpr int contents = 0;
+inline constexpr int index = 1;
+inline constexpr int firstMessage = 10000;
+}  // namespace helpPage
+
 /// The services that one program runs on. They outlive it.
 struct Machine {
     FileSystem& files;
@@ -74,8 +81,8 @@ struct Machine {
     Sound& sound;
     Random& random;
     std::function<void()> yield;  ///< runs due timers and pending events; called while something is waited for
-    std::function<void(int context)> showHelp;
-    std::function<void()> endProgram;  ///< the last thing the program asks for
+    std::function<void(int context)> showHelp;  ///< opens a page of the help
+    std::function<void()> endProgram;           ///< the last thing the program asks for
     Path programFolder;
     Path startDirectory;
     bool isFirstInstance = true;  ///< no other program works on the program folder

@@ -1,23 +1,52 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
+#include <vector>
 
+class QLabel;
+class QLineEdit;
 class QTextBrowser;
+class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace bellmark {
 
-/// The operator's guide.
+/// A heading of the guide, where a link, a message or the table of contents leads to.
+struct GuideHeading {
+    QString text;
+    QString anchor;  ///< as the repository's page forms it: "Sample drops (1)" is "sample-drops-1"
+    int level = 1;   ///< 1 the guide's title, 2 a chapter, 3 a section of it
+    int position = 0;
+    QTreeWidgetItem* item = nullptr;  ///< in the table of contents; the title has none
+};
+
+/// The operator's guide with its table of contents and a search.
 class HelpWindow : public QWidget {
     Q_OBJECT
 
   public:
     explicit HelpWindow(QWidget* parent = nullptr);
 
-    /// Opens the page of a context: 10000 plus the number of a message, or 0 for the beginning.
+    /// Opens one of helpPage in platform/machine.h, or the page of a message.
     void ShowContext(int context);
 
+    const std::vector<GuideHeading>& Headings() const { return headings_; }
+
   private:
-    QTextBrowser* browser_;
+    void CollectHeadings();
+    void FillContents();
+    void AddShortcuts();
+    void GoTo(const GuideHeading& heading);
+    void FollowLink(const QString& anchor);
+    void FindWord(bool backward);
+    const GuideHeading* HeadingOfMessage(int code) const;
+
+    QLineEdit* word_;
+    QLabel* findResult_;
+    QTreeWidget* contents_;
+    QTextBrowser* text_;
+    std::vector<GuideHeading> headings_;
 };
 
 }  // namespace bellmark

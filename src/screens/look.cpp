@@ -21,6 +21,7 @@ void ApplyLook() {
     QPalette palette;
     palette.setColor(QPalette::Window, QColor(0xee, 0xf1, 0xf4));
     palette.setColor(QPalette::Highlight, QColor(0x1f, 0x5f, 0xa8));
+    palette.setColor(QPalette::Link, QColor(0x1f, 0x5f, 0xa8));
     QApplication::setPalette(palette);
     QFile sheet(QStringLiteral(":/style/bellmark.qss"));
     if (sheet.open(QIODevice::ReadOnly)) qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));

@@ -10,6 +10,7 @@
 #include "app/doors.h"
 #include "controls/control.h"
 #include "controls/screen.h"
+#include "screens/help_window.h"
 #include "screens/look.h"
 #include "screens/page.h"
 #include "tests/screens/test_desktop.h"
@@ -67,6 +68,7 @@ class Tour {
         Shoot("plot");
         ShootResults();
         ShootTheOthers();
+        ShootHelp();
     }
 
   private:
@@ -134,6 +136,16 @@ class Tour {
             if (wasSeen || screen->IsAlwaysAtHand()) continue;
             screen->Show();
             Shoot(QString::fromStdString(screen->Name()));
+        }
+    }
+
+    void ShootHelp() {
+        HelpWindow help;
+        for (const int page : {helpPage::contents, helpPage::firstMessage + 106}) {
+            help.ShowContext(page);
+            const QString file = folder_.filePath(QStringLiteral("help-%1.png").arg(page));
+            help.grab().save(file);
+            std::cout << file.toStdString() << '\n';
         }
     }
 
