@@ -21,10 +21,10 @@ namespace {
 
 using namespace bellmark;
 
-constexpr const char* helpText = R"(bellmark-console --folder PROGRAM_FOLDER [--echo] SCRIPT
+constexpr const char* helpText = R"(bellmark-console --folder PROGRAM_FOLDER [--echo | --progress] SCRIPT
 
 Runs Bellmark by a script of an operator's actions. SCRIPT is a file, or - for standard input. --echo prints each line and
-each message box as it comes. One command a line, # starts a comment, texts stand in double quotes with \", \\ and \n.
+each message box as it comes, --progress the comments on lines of their own. One command a line, # starts a comment, texts stand in double quotes with \", \\ and \n.
 A control C is screen.control or screen.control(index).
 
   click C                      clicks a button, option, check box, label or cell of a screen
@@ -62,6 +62,7 @@ struct Options {
     std::optional<Path> folder;
     std::optional<std::string> script;
     bool echo = false;
+    bool progress = false;
     bool help = false;
     std::string problem;
 };
@@ -73,6 +74,8 @@ Options ReadOptions(const std::vector<std::string>& words) {
             options.help = true;
         } else if (words[i] == "--echo") {
             options.echo = true;
+        } else if (words[i] == "--progress") {
+            options.progress = true;
         } else if (words[i] == "--folder" && i + 1 < words.size()) {
             options.folder = PathFromText(words[++i]);
         } else if (!options.script && (words[i] == "-" || words[i].rfind('-', 0) != 0)) {
@@ -138,6 +141,7 @@ int RunScript(const Options& options) {
         const auto program = AssembleProgram(machine);
         ScriptRunner scriptRunner(*program, dialogs, clock, std::cout);
         scriptRunner.echo = options.echo;
+        scriptRunner.progress = options.progress;
         runner = &scriptRunner;
         Main(*program);
         if (ended) {

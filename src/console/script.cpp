@@ -1,5 +1,7 @@
 #include "console/script.h"
 
+#include <utility>
+
 #include "platform/text.h"
 
 namespace bellmark {
@@ -58,6 +60,7 @@ class LineReader {
 std::vector<ScriptLine> ReadScript(std::string_view text) {
     std::vector<ScriptLine> lines;
     int number = 0;
+    std::string heading;
     for (const auto line : SplitLines(text)) {
         ++number;
         try {
@@ -66,7 +69,11 @@ std::vector<ScriptLine> ReadScript(std::string_view text) {
             throw ScriptError(number, error.what());
         }
         auto words = LineReader(number, line).Words();
-        if (!words.empty()) lines.push_back({number, std::move(words)});
+        if (!words.empty()) {
+            lines.push_back({number, std::move(words), std::exchange(heading, {})});
+        } else if (const auto comment = Trim(line); !comment.empty()) {
+            heading += std::string(heading.empty() ? "" : "\n") + std::string(Trim(comment.substr(1)));
+        }
     }
     return lines;
 }

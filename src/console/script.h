@@ -16,6 +16,7 @@ struct ScriptWord {
 struct ScriptLine {
     int number = 0;                 ///< from 1
     std::vector<ScriptWord> words;  ///< never empty
+    std::string heading;            ///< the comment on lines of its own above it
 };
 
 /// A line that is not one of the language or that did not hold: which, and why.

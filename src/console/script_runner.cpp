@@ -86,6 +86,7 @@ void ScriptRunner::TakeTurn() {
 
 void ScriptRunner::RunLine(const ScriptLine& line) {
     const std::string& name = line.words.front().text;
+    if (progress && !line.heading.empty()) output_ << line.heading << std::endl;
     if (echo) {
         output_ << line.number << ':';
         for (const auto& word : line.words) output_ << ' ' << OnOneLine(word.text);

@@ -27,7 +27,8 @@ class ScriptRunner {
     void TakeTurn();
 
     void ProgramHasEnded() { ended_ = true; }
-    bool echo = false;  ///< prints each line before it runs
+    bool echo = false;      ///< prints each line before it runs
+    bool progress = false;  ///< prints the comment above a line before it runs
 
   private:
     using Words = std::vector<ScriptWord>;

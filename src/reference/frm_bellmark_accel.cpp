@@ -4,11 +4,11 @@
 
 #include "app/mod_shared.h"
 #include "app/program.h"
+#include "app/replay.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
 #include "reference/hand_button.h"
-#include "app/replay.h"
 
 namespace bellmark {
 

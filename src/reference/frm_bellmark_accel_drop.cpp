@@ -5,13 +5,13 @@
 
 #include "app/ctrl_ht_drop_array.h"
 #include "app/program.h"
+#include "app/replay.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
 #include "reference/drop_plot.h"
 #include "reference/hand_button.h"
-#include "app/replay.h"
 
 namespace bellmark {
 

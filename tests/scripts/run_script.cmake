@@ -12,14 +12,16 @@ execute_process(COMMAND "${VIRTUAL_FWD}" --folder sample ${options} WORKING_DIRE
 if(failed)
   message(FATAL_ERROR "The imaginary center could not be made.")
 endif()
-# The review asks for the converter to be there and does not start it.
-file(TOUCH "${FOLDER}/sample/Ferrylink.exe")
+# The stand-in for the converter, the template of the certificate.
+file(COPY "${CMAKE_CURRENT_LIST_DIR}/../../sample/" DESTINATION "${FOLDER}/sample")
 
-# "# first: NAME" has another script run before, as an earlier start of the program.
+# "# first: NAME" has another script run before, as an earlier start of the program that was not ended but broke off.
 set(scripts "${SCRIPT}")
-if(first_line MATCHES "^# first: *(.*)")
+set(earlier_line "${first_line}")
+while(earlier_line MATCHES "^# first: *(.*)")
   list(PREPEND scripts "${CMAKE_CURRENT_LIST_DIR}/${CMAKE_MATCH_1}")
-endif()
+  file(STRINGS "${CMAKE_CURRENT_LIST_DIR}/${CMAKE_MATCH_1}" earlier_line LIMIT_COUNT 1)
+endwhile()
 foreach(script ${scripts})
   execute_process(COMMAND "${CONSOLE}" --folder sample "${script}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE failed)
   if(failed)
