@@ -13,7 +13,6 @@ build/release/bin/screenshots "$shots"
 while read -r picture shot; do
     cp "$shots/$shot-1280x800.png" "docs/pictures/$picture.png"
 done <<'PICTURES'
-start start
 setup setup-optFWD
 menu menu
 checklist prerequisites
@@ -21,4 +20,6 @@ collection collection-two-drops
 drop drop-captured
 fwd-data fwd-data-read
 plot plot
+results results-optLoadCell
+certificate certificate
 PICTURES
