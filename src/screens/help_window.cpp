@@ -127,6 +127,7 @@ HelpWindow::HelpWindow(QWidget* parent)
     word_->setClearButtonEnabled(true);
     findResult_->hide();
     contents_->setHeaderHidden(true);
+    contents_->setTextElideMode(Qt::ElideMiddle);  // a message's number stands at the end
     contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     text_->setOpenLinks(false);
     text_->document()->setDocumentMargin(fontMetrics().height());
