@@ -160,16 +160,17 @@ void frmGetFWDData::cmdBrowse_Click() {
     const auto chosen =
         program_.Services.dialogs.OpenFile({"FWD Drop Data", DropDataFilter(run_.Manufacturer), start, ""});
     if (!chosen) return;
-    program_.Center.LocationOfFWDDataTransfer = FolderText(chosen->parent_path());
-    const std::string extension = FileExtension(PathText(*chosen));
-    const Conversion conversion = ConvertFWDFile(program_, *chosen, FWDFileType(run_.Manufacturer, extension));
+    const Path file = program_.Services.startDirectory / *chosen;
+    program_.Center.LocationOfFWDDataTransfer = FolderText(file.parent_path());
+    const std::string extension = FileExtension(PathText(file));
+    const Conversion conversion = ConvertFWDFile(program_, file, FWDFileType(run_.Manufacturer, extension));
     if (conversion.told) return;
     Path path = conversion.path;
     path.replace_extension(".ddx");
     PDDXFile document;
     const bool readable = ReadPDDXFile(program_.Services.files, path, document, false).readable;
     if (!MayUse(document)) return;
-    txtFilename.Text = PathText(chosen->filename());
+    txtFilename.Text = PathText(file.filename());
     document_ = path;
     if (!ReadFWDPeakData(document, readable)) {
         run_.PlotReviewPending = true;
