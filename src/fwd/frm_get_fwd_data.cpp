@@ -260,7 +260,7 @@ void frmGetFWDData::ShowDevice(std::size_t device, const OriginRegression& fit) 
     const TrialRecord& trial = TrialOf(run_, device);
     const bool sensors = CalibratesSensors(run_);
     device_ = device;
-    if (sensors) txtSensorNum.Text = NumberText(ShownSensorNumber(run_, device));
+    if (sensors) txtSensorNum.Text = NumberText(ShownSensorNumber(run_, static_cast<int>(device)));
     txtSerial.Text = SerialNumberOf(run_, device);
     txtInitialGain.Text = Format(InitialGainOf(run_, device), "0.000");
     txtAdjFactor.Text = Format(trial.AdjFactor, "0.0000");

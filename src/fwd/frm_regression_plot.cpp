@@ -86,9 +86,10 @@ void frmRegressionPlot::ShowSensorControls() {
     }
     lblReviewGraphs.Visible = sensors && run_.PlotReviewPending;
     if (!sensors) return;
-    txtRPSensorNum.Text = NumberText(ShownSensorNumber(run_, device_));
+    txtRPSensorNum.Text = NumberText(ShownSensorNumber(run_, static_cast<int>(device_)));
     const auto hint = [&](int step) {
-        return "Click to view Sensor " + NumberText(ShownSensorNumber(run_, NeighbourOf(device_, step))) + " graph";
+        return "Click to view Sensor " +
+               NumberText(ShownSensorNumber(run_, static_cast<int>(NeighbourOf(device_, step)))) + " graph";
     };
     cmdUpRP.ToolTip = hint(1);
     cmdDownRP.ToolTip = hint(-1);

@@ -35,10 +35,6 @@ double InitialGainOf(const CalibrationRun& run, std::size_t device) {
     return CalibratesSensors(run) ? run.Sensor.at(device).InitialGain : run.LoadCellInitialGain;
 }
 
-int ShownSensorNumber(const CalibrationRun& run, std::size_t sensor) {
-    return static_cast<int>(sensor) + (run.Manufacturer == Make::Kuab ? 0 : 1);
-}
-
 OriginRegression RegressionOf(const CalibrationRun& run, std::size_t device) {
     const TrialRecord& trial = TrialOf(run, device);
     return RegressThroughOrigin(trial.DropData, trial.RefDropData, run.TotalDrops);

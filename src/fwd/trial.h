@@ -25,9 +25,6 @@ const TrialRecord& TrialOf(const CalibrationRun& run, std::size_t device);
 const std::string& SerialNumberOf(const CalibrationRun& run, std::size_t device);
 double InitialGainOf(const CalibrationRun& run, std::size_t device);
 
-/// The number by which the operator knows a sensor: from 1, with a KUAB from 0.
-int ShownSensorNumber(const CalibrationRun& run, std::size_t sensor);
-
 /// Fit of the reference's peaks on those of the device, of the trial as it is stored.
 OriginRegression RegressionOf(const CalibrationRun& run, std::size_t device);
 

@@ -27,9 +27,14 @@ void ReferenceTab::Evaluate() {
     cmdAdditionalRefTrial.Caption = "&Perform First Reference Trial";
     cmdAdditionalRelCal.Caption = "&Perform First Relative Trial";
     ShowReferenceGrid();
-    txtRefMsg.Text = "No reference calibrations have been performed yet.";
+    // Trials of sensors come only from a run that another version has saved.
+    txtRefMsg.Text = program_.Run.RefTrials == 0
+                         ? "No reference calibrations have been performed yet."
+                         : "This run holds reference trials of the sensors; this program cannot judge them yet.";
     ShowRelativeGrid();
-    txtRelMsg.Text = "No relative calibrations have been performed yet.";
+    txtRelMsg.Text = program_.Run.RelTrials == 0
+                         ? "No relative calibrations have been performed yet."
+                         : "This run holds relative trials of the sensors; this program cannot judge them yet.";
 }
 
 void ReferenceTab::ShowReferenceGrid() {
