@@ -8,10 +8,13 @@
 #include <vector>
 
 #include "app/app_main.h"
+#include "app/program.h"
 #include "assembly/assembly.h"
+#include "console/printed_screen.h"
 #include "console/script.h"
 #include "console/script_dialogs.h"
 #include "console/script_runner.h"
+#include "controls/screen.h"
 #include "platform/clock.h"
 #include "platform/instance_lock.h"
 #include "platform/portable_machine.h"
@@ -139,6 +142,10 @@ int RunScript(const Options& options) {
     try {
         const auto lines = ReadScript(ReadScriptText(*options.script));
         const auto program = AssembleProgram(machine);
+        machine.printScreen = [&](const std::string& screenName) {
+            const Screen& screen = *program->Screens.Find(screenName);
+            printer.Print(screen.Title(), {PrintedLines(screen)});
+        };
         ScriptRunner scriptRunner(*program, dialogs, clock, std::cout);
         scriptRunner.echo = options.echo;
         scriptRunner.progress = options.progress;

@@ -11,6 +11,7 @@
 #include "controls/screen.h"
 #include "screens/help_window.h"
 #include "screens/main_window.h"
+#include "screens/page.h"
 
 namespace bellmark {
 
@@ -46,6 +47,7 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
         timerDriver_.Yield();
     };
     machine_.showHelp = [this](int context) { ShowHelp(context); };
+    machine_.printScreen = [this](const std::string& screen) { PrintScreen(screen); };
     machine_.endProgram = [this] { End(); };
     program_ = AssembleProgram(machine_);
 }
@@ -71,6 +73,12 @@ int Desktop::Run() {
 void Desktop::ShowHelp(int context) {
     if (!help_) help_ = std::make_unique<HelpWindow>();
     help_->ShowContext(context);
+}
+
+void Desktop::PrintScreen(const std::string& name) {
+    Screen* screen = program_->Screens.Find(name);
+    QWidget* page = screen && window_ ? window_->PageOf(*screen) : nullptr;
+    if (page) printer_.PrintScreen(screen->Title(), *page);
 }
 
 void Desktop::End() {

@@ -29,6 +29,7 @@ class Desktop {
 
   private:
     void ShowHelp(int context);
+    void PrintScreen(const std::string& name);
     void End();
 
     DiskFileSystem files_;

@@ -1,8 +1,10 @@
 #include "screens/main_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <stdexcept>
@@ -37,9 +39,10 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     statusBar()->setSizeGripEnabled(false);
     setWindowTitle(QString::fromStdString(mainFrame_.Title()));
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
+    for (QAction* item : menuBar()->actions()) menuTitles_.emplace_back(item, item->text());
     screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
     screens_.FrontChanged = [this] { ShowFront(); };
-    connect(qApp, &QApplication::focusChanged, this, &MainWindow::ShowSuggestedStep, Qt::QueuedConnection);
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::FollowPage, Qt::QueuedConnection);
     ShowFront();
 }
 
@@ -58,7 +61,7 @@ Page* MainWindow::PageOf(Screen& screen) {
     }
     page = new Page(screen, std::move(form), tellUser_);
     pages_->addWidget(page);
-    connect(page, &Page::Refreshed, this, &MainWindow::ShowSuggestedStep, Qt::QueuedConnection);
+    connect(page, &Page::Refreshed, this, &MainWindow::FollowPage, Qt::QueuedConnection);
     screens_.Dispatch(screen.Name() + " form", [page, &screen] { RequireClean(page->Bindings().Report(), screen); });
     return page;
 }
@@ -76,14 +79,27 @@ void MainWindow::ShowFront() {
     setWindowTitle(QString::fromStdString(
         front->Title() == mainFrame_.Title() ? front->Title() : front->Title() + " - " + mainFrame_.Title()));
     page->TakeFocus();
-    ShowSuggestedStep();
+    FollowPage();
 }
 
-void MainWindow::ShowSuggestedStep() {
+void MainWindow::FollowPage() {
     const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
+    ShowSuggestedStep(page);
+    YieldLetters(page);
+}
+
+void MainWindow::ShowSuggestedStep(const Page* page) {
     const QString step = page ? page->SuggestedStep() : QString();
     if (step.isEmpty()) return nextStep_->clear();
     nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
+}
+
+/// A letter that a menu and a button share would press neither: the button of the screen in front has it.
+void MainWindow::YieldLetters(const Page* page) {
+    for (const auto& [item, title] : menuTitles_) {
+        const bool isTaken = page && page->TakesKeys(QKeySequence::mnemonic(title));
+        item->setText(isTaken ? QString(title).remove(QLatin1Char('&')) : title);
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -4,7 +4,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
+class QAction;
 class QLabel;
 class QStackedWidget;
 
@@ -35,7 +38,9 @@ class MainWindow : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    void ShowSuggestedStep();
+    void FollowPage();
+    void ShowSuggestedStep(const Page* page);
+    void YieldLetters(const Page* page);
 
     ScreenStack& screens_;
     Screen& mainFrame_;
@@ -43,6 +48,7 @@ class MainWindow : public QMainWindow {
     QStackedWidget* pages_ = nullptr;
     QLabel* nextStep_ = nullptr;
     std::unique_ptr<Binder> menuBinder_;
+    std::vector<std::pair<QAction*, QString>> menuTitles_;
     std::map<const Screen*, Page*> built_;
 };
 

@@ -1,9 +1,11 @@
 #include "screens/page.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "controls/controls.h"
 #include "controls/screen.h"
@@ -98,6 +100,13 @@ bool Page::EnterSuggests() const {
     const auto* button = qobject_cast<const StateButton*>(focused);
     // In a list Enter chooses the row.
     return (!button || button->IsSuggested()) && !qobject_cast<const QAbstractItemView*>(focused);
+}
+
+bool Page::TakesKeys(const QKeySequence& keys) const {
+    const auto buttons = findChildren<QAbstractButton*>();
+    return std::any_of(buttons.begin(), buttons.end(), [&](const QAbstractButton* button) {
+        return button->isEnabled() && button->isVisible() && QKeySequence::mnemonic(button->text()) == keys;
+    });
 }
 
 void Page::keyPressEvent(QKeyEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -29,6 +30,9 @@ class Page : public QWidget {
     QString SuggestedStep() const;
     /// Enter takes that step; where it has the keyboard, another button or a list keeps Enter for itself.
     bool EnterSuggests() const;
+
+    /// A button that can be pressed now has these keys, Alt and a letter of its caption.
+    bool TakesKeys(const QKeySequence& keys) const;
 
     /// Puts the keyboard where the screen wants it.
     void TakeFocus();

@@ -1,15 +1,20 @@
 #include "screens/qt_dialogs.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace bellmark {
 
 namespace {
+
+constexpr QSize fileDialogSize(900, 580);
 
 QString Text(const std::string& text) {
     return QString::fromStdString(text);
@@ -85,6 +90,25 @@ std::optional<Path> Chosen(const QString& path) {
     return PathFromText(path.toStdString());
 }
 
+/// Names, sizes and dates are to be read whole; the desktop's own dialog, where there is one, has none of this.
+void MakeRoomForNames(QFileDialog& dialog) {
+    dialog.resize(fileDialogSize);
+    const auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+    if (!list) return;
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+std::optional<Path> Ask(QFileDialog& dialog, const FileChoice& choice) {
+    // The patterns of files of any case are not for reading.
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(FileDialogFilters(choice.filter));
+    if (!choice.fileName.empty()) dialog.selectFile(Text(choice.fileName));
+    MakeRoomForNames(dialog);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return Chosen(dialog.selectedFiles().value(0));
+}
+
 /// "*.ini" as "*.[iI][nN][iI]": the files come from systems that do not tell the two apart.
 QString AnyCase(const QString& pattern) {
     QString any;
@@ -152,15 +176,17 @@ std::optional<std::string> QtDialogs::Input(const std::string& prompt, const std
 }
 
 std::optional<Path> QtDialogs::OpenFile(const FileChoice& choice) {
-    return Chosen(QFileDialog::getOpenFileName(parent_, Text(choice.title),
-                                               Text(choice.folder / PathFromText(choice.fileName)),
-                                               FileDialogFilters(choice.filter).join(QLatin1String(";;"))));
+    QFileDialog dialog(parent_, Text(choice.title), Text(choice.folder));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Ask(dialog, choice);
 }
 
 std::optional<Path> QtDialogs::SaveFile(const FileChoice& choice) {
-    return Chosen(QFileDialog::getSaveFileName(parent_, Text(choice.title),
-                                               Text(choice.folder / PathFromText(choice.fileName)),
-                                               FileDialogFilters(choice.filter).join(QLatin1String(";;"))));
+    QFileDialog dialog(parent_, Text(choice.title), Text(choice.folder));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // A name typed without an ending is that of the same kind of file.
+    dialog.setDefaultSuffix(QFileInfo(Text(choice.fileName)).suffix());
+    return Ask(dialog, choice);
 }
 
 std::optional<Path> QtDialogs::PickFolder(const std::string& prompt, const Path& start) {

@@ -1,5 +1,6 @@
 #include "screens/qt_printer.h"
 
+#include <qcustomplot.h>
 #include <QApplication>
 #include <QFile>
 #include <QFontMetricsF>
@@ -9,6 +10,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QWidget>
 #include <algorithm>
 #include <stdexcept>
 
@@ -56,6 +58,33 @@ void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::str
             top += metrics.lineSpacing();
         }
     }
+}
+
+void DrawWidget(QPagedPaintDevice& device, QWidget& widget) {
+    QCPPainter painter;
+    if (!painter.begin(&device)) throw std::runtime_error("The printer does not take the page.");
+    painter.setMode(QCPPainter::pmVectorized);
+    const QSizeF page(device.width(), device.height());
+    const double scale = std::min(page.width() / widget.width(), page.height() / widget.height());
+    painter.translate((page.width() - scale * widget.width()) / 2, (page.height() - scale * widget.height()) / 2);
+    painter.scale(scale, scale);
+    widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    for (QCustomPlot* plot : widget.findChildren<QCustomPlot*>()) {
+        if (!plot->isVisibleTo(&widget)) continue;
+        painter.save();
+        painter.translate(plot->mapTo(&widget, QPoint(0, 0)));
+        plot->toPainter(&painter, plot->width(), plot->height());
+        painter.restore();
+    }
+}
+
+void QtPrinter::PrintScreen(const std::string& title, QWidget& page) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(QString::fromStdString(title));
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setPageMargins(QMarginsF(margin, margin, margin, margin), QPageLayout::Millimeter);
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted) DrawWidget(printer, page);
 }
 
 void QtPrinter::Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) {

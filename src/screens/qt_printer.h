@@ -3,6 +3,7 @@
 #include "platform/machine.h"
 
 class QPagedPaintDevice;
+class QWidget;
 
 namespace bellmark {
 
@@ -13,11 +14,16 @@ class QtPrinter : public Printer {
     void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) override;
     /// Asks which printer, "to a file" being one of them.
     void Print(const std::string& title, const FormattedText& text) override;
+    /// A screen as it is shown, on a landscape page. Asks which printer, too.
+    void PrintScreen(const std::string& title, QWidget& page);
     void SavePdf(const Path& file, const std::string& title, const FormattedText& text) override;
 };
 
 /// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.
 void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages);
+
+/// Draws a widget as it is shown, as large as it fits the page, in its middle. Plots stay as sharp as the device is.
+void DrawWidget(QPagedPaintDevice& device, QWidget& widget);
 
 /// The prompt tones. The desktop's own sound stands for them where the file cannot be played.
 class QtSound : public Sound {

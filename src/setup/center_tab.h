@@ -23,7 +23,7 @@ class CenterTab {
     CenterTab(Screen& screen, Program& program);
     ~CenterTab();
 
-    OptionButton optCalCenter{screen_, "optCalCenter", "tabs", "&Calibration Center"};
+    OptionButton optCalCenter{screen_, "optCalCenter", "tabs", "Cal&ibration Center"};
     Frame fraCalCenter{screen_, "fraCalCenter", "FWD Calibration Center"};
     TextBox txtCenterID{screen_, "txtCenterID"};
     TextBox txtCalCenter{screen_, "txtCalCenter"};
@@ -32,9 +32,9 @@ class CenterTab {
     Button cmdReadCalCenter{screen_, "cmdReadCalCenter", "&Read FWD Cal Center Configuration"};
     Button cmdWriteCalCenter{screen_, "cmdWriteCalCenter"};
     Button cmdApproveBellmarkCenter{screen_, "cmdApproveBellmarkCenter", "&Approve FWD Cal Center Information"};
-    Button cmdSelectCenter{screen_, "cmdSelectCenter", "&Select Center"};
+    Button cmdSelectCenter{screen_, "cmdSelectCenter", "Selec&t Center"};
     Button cmdShowLC{screen_, "cmdShowLC", "Show Reference &Load Cell"};
-    Button cmdShowAccel{screen_, "cmdShowAccel", "Show Accele&rometer"};
+    Button cmdShowAccel{screen_, "cmdShowAccel", "Sho&w Accelerometer"};
     std::array<Button, 2> cmdAccelCalButton{{{screen_, "cmdAccelCalButton(0)", "Calibrate Acceleromete&r"},
                                              {screen_, "cmdAccelCalButton(1)", "Calibrate Acceleromete&r"}}};
     std::array<Button, 2> cmdLoadCellOnly{

@@ -81,9 +81,11 @@ void frmSetup::Activated() {
 
 void frmSetup::ShowPage(OptionButton& tab, Frame& page) {
     tab.Choose();
+    // The old page goes before the new one comes: a window that had to hold both would grow.
     for (Frame* frame : {&Center.fraCalCenter, &FWD.fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
-        frame->Visible = frame == &page;
+        if (frame != &page) frame->Visible = false;
     }
+    page.Visible = true;
 }
 
 void frmSetup::BeginRun() {

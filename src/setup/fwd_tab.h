@@ -38,7 +38,7 @@ class FWDTab {
     Label lblSensorType{screen_, "lblSensorType", "Sensor type"};
     ComboBox cboSensorType{screen_, "cboSensorType"};
     Button cmdReadFWDConfig{screen_, "cmdReadFWDConfig", "&Read FWD Configuration"};
-    Button cmdShowSetupHelp{screen_, "cmdShowSetupHelp", "&Which files?"};
+    Button cmdShowSetupHelp{screen_, "cmdShowSetupHelp", "W&hich files?"};
     Frame fraSetupHelp{screen_, "fraSetupHelp", "JILS Files to Open"};
     TextBox Text2{screen_, "Text2"};
     Button cmdCloseSetupHelp{screen_, "cmdCloseSetupHelp", "Close"};

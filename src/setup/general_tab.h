@@ -19,7 +19,7 @@ class GeneralTab {
     OptionButton optGeneral{screen_, "optGeneral", "tabs", "&General"};
     Frame fraGeneral{screen_, "fraGeneral", "General"};
     OptionButton optEnglish{screen_, "optEnglish", "units", "&English"};
-    OptionButton optMetric{screen_, "optMetric", "units", "Me&tric"};
+    OptionButton optMetric{screen_, "optMetric", "units", "Metri&c"};
     std::array<OptionButton, 2> optAutoPrint{
         {{screen_, "optAutoPrint(0)", "auto print", "&Yes"}, {screen_, "optAutoPrint(1)", "auto print", "N&o"}}};
     TextBox loadCellTrigger{screen_, "loadCellTrigger"};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace bellmark {
+
+class Screen;
+
+/// What stands for a screen on paper where nothing is drawn: its name, the titles of its plots and the texts of its
+/// text boxes, one a line.
+std::vector<std::string> PrintedLines(const Screen& screen);
+
+}  // namespace bellmark
