@@ -35,17 +35,6 @@ void ResetForStart(CalibrationRun& run) {
     run.EnglishUnits = true;
 }
 
-void RemoveUnsavedCalibration(Program& program) {
-    FileSystem& files = program.Services.files;
-    try {
-        if (!program.Run.InterimFolderName.empty()) files.RemoveFolder(program.InterimFolder());
-        files.RemoveFile(program.Folder() / PathFromText(program.Run.InterimFileName));
-    } catch (const FileError& error) {
-        // A locked file must not keep the program from ending.
-        program.Log(error.what());
-    }
-}
-
 /// A review has put another center's configuration in place of the machine's own: put that back.
 void RestoreCenterConfiguration(Program& program) {
     FileSystem& files = program.Services.files;
@@ -199,7 +188,7 @@ void QuitApplication(Program& program) {
     RestoreCenterConfiguration(program);
     bool quit = true;
     if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {
-        RemoveUnsavedCalibration(program);
+        RemoveInterimCalibration(program);
     } else {
         quit = OperatorWantsToQuit(program);
     }

@@ -1,6 +1,7 @@
 #include "app/interim_store.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "app/app_main.h"
 #include "app/center_keys.h"
@@ -92,6 +93,15 @@ void ReadCenterForReview(Program& program) {
     program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
 }
 
+/// Does what it can: a locked file is left behind.
+void TryToRemove(Program& program, const std::function<void()>& remove) {
+    try {
+        remove();
+    } catch (const FileError& error) {
+        program.Log(error.what());
+    }
+}
+
 }  // namespace
 
 std::string InterimFolderOf(const std::string& fileName) {
@@ -166,6 +176,14 @@ std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, con
     std::vector<InterimCalibration> calibrations;
     for (const std::string& name : names) calibrations.push_back(ReadInterim(files, programFolder, name));
     return calibrations;
+}
+
+void RemoveInterimCalibration(Program& program) {
+    FileSystem& files = program.Services.files;
+    const CalibrationRun& run = program.Run;
+    TryToRemove(program, [&] { files.RemoveFile(program.Folder() / PathFromText(run.InterimFileName)); });
+    if (run.InterimFolderName.empty()) return;
+    TryToRemove(program, [&] { files.RemoveFolder(program.InterimFolder()); });
 }
 
 void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName) {

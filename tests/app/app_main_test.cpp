@@ -221,6 +221,17 @@ TEST_F(AppMainTest, QuitRemovesWhatWasNeverSaved) {
     EXPECT_TRUE(machine.Has("Interim"));
 }
 
+TEST_F(AppMainTest, ALockedFileKeepsNeitherItsFolderNorTheProgram) {
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimFolderName = "InterimCal20120309";
+    machine.Write("InterimCal20120309.DDX", "");
+    machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "");
+    machine.files.FailFromMove(1);
+    QuitApplication(program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_FALSE(machine.Has("InterimCal20120309"));
+}
+
 TEST_F(AppMainTest, QuitOfARunWithoutANameHarmsNoFolder) {
     run.InterimFileName = "InterimCal20120309.DDX";
     run.InterimFolderName = "";
