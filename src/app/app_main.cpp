@@ -1,5 +1,6 @@
 #include "app/app_main.h"
 
+#include "app/center_keys.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/mod_shared.h"
@@ -161,10 +162,18 @@ void StartNewCalibration(Program& program) {
     program.Run.CurrentProcedure = 1;
     program.Run.CurrentProcStep = 11;
     program.Header.SetProcedureName("");
+    // The set-up adds single values to the run's copy of the center's configuration. A review reads that copy, so it
+    // has to be a whole one; in a review itself the copy comes from the file that was chosen.
+    if (!program.Run.ReviewMode) WriteCenterDataToPDDX(program, RunCenterConfig(program));
 }
 
 bool OpenInterimCalibration(Program& program) {
-    if (!CheckCriticalFiles(program)) return false;
+    try {
+        if (!CheckCriticalFiles(program)) return false;
+    } catch (const std::exception& error) {
+        // What cannot be written on the way, the run's copy of the center's configuration, is not needed to go on.
+        program.Log(error.what());
+    }
     EnterLoadedRun(program);
     return true;
 }

@@ -90,7 +90,12 @@ void ReadCenterForReview(Program& program) {
     // The machine's own configuration is not the one that the run was made with.
     const Path runCopy = RunCenterConfig(program);
     const bool hasCopy = program.Services.files.IsFile(runCopy);
-    program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+    try {
+        program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+    } catch (const std::exception& error) {
+        // The copy is written anew once it is read: a run can be looked at where nothing can be written.
+        program.Log(error.what());
+    }
 }
 
 /// Does what it can: a locked file is left behind.

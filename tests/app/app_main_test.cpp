@@ -143,6 +143,9 @@ TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
     EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
     EXPECT_EQ(setup->centerPageOpened, 1);
     EXPECT_TRUE(Boxes().empty());
+    EXPECT_NE(FileText("InterimCal20120309-1/BellmarkCenterConfig.ini").find("ReferenceLoadCellName="),
+              std::string::npos)
+        << "whole, for a review of the run";
 }
 
 TEST_F(AppMainTest, EndsWithoutTheConverter) {
