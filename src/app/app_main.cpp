@@ -1,5 +1,6 @@
 #include "app/app_main.h"
 
+#include "app/center_keys.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/mod_shared.h"
@@ -33,17 +34,6 @@ void ResetForStart(CalibrationRun& run) {
     run.AcquisitionActive = false;
     run.BurstCapture = false;
     run.EnglishUnits = true;
-}
-
-void RemoveUnsavedCalibration(Program& program) {
-    FileSystem& files = program.Services.files;
-    try {
-        if (!program.Run.InterimFolderName.empty()) files.RemoveFolder(program.InterimFolder());
-        files.RemoveFile(program.Folder() / PathFromText(program.Run.InterimFileName));
-    } catch (const FileError& error) {
-        // A locked file must not keep the program from ending.
-        program.Log(error.what());
-    }
 }
 
 /// A review has put another center's configuration in place of the machine's own: put that back.
@@ -172,10 +162,18 @@ void StartNewCalibration(Program& program) {
     program.Run.CurrentProcedure = 1;
     program.Run.CurrentProcStep = 11;
     program.Header.SetProcedureName("");
+    // The set-up adds single values to the run's copy of the center's configuration. A review reads that copy, so it
+    // has to be a whole one; in a review itself the copy comes from the file that was chosen.
+    if (!program.Run.ReviewMode) WriteCenterDataToPDDX(program, RunCenterConfig(program));
 }
 
 bool OpenInterimCalibration(Program& program) {
-    if (!CheckCriticalFiles(program)) return false;
+    try {
+        if (!CheckCriticalFiles(program)) return false;
+    } catch (const std::exception& error) {
+        // What cannot be written on the way, the run's copy of the center's configuration, is not needed to go on.
+        program.Log(error.what());
+    }
     EnterLoadedRun(program);
     return true;
 }
@@ -199,7 +197,7 @@ void QuitApplication(Program& program) {
     RestoreCenterConfiguration(program);
     bool quit = true;
     if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {
-        RemoveUnsavedCalibration(program);
+        RemoveInterimCalibration(program);
     } else {
         quit = OperatorWantsToQuit(program);
     }

@@ -150,13 +150,8 @@ void frmAbout::cmdDeleteInterim_Click() {
     run.RefTrials = 0;
     run.RelTrials = 0;
     run.InterimCalOpen = false;
-    try {
-        program_.Services.files.RemoveFile(program_.Folder() / PathFromText(run.InterimFileName));
-        if (!run.InterimFolderName.empty()) program_.Services.files.RemoveFolder(program_.InterimFolder());
-    } catch (const FileError& error) {
-        // What could not be deleted is still in the list below, for the operator to see.
-        program_.Log(error.what());
-    }
+    // What could not be deleted is still in the list below, for the operator to see.
+    RemoveInterimCalibration(program_);
     NameInterimStore(program_);
     ListInterimCalibrations();
 }

@@ -1,6 +1,7 @@
 #include "app/interim_store.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "app/app_main.h"
 #include "app/center_keys.h"
@@ -89,7 +90,21 @@ void ReadCenterForReview(Program& program) {
     // The machine's own configuration is not the one that the run was made with.
     const Path runCopy = RunCenterConfig(program);
     const bool hasCopy = program.Services.files.IsFile(runCopy);
-    program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+    try {
+        program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+    } catch (const std::exception& error) {
+        // The copy is written anew once it is read: a run can be looked at where nothing can be written.
+        program.Log(error.what());
+    }
+}
+
+/// Does what it can: a locked file is left behind.
+void TryToRemove(Program& program, const std::function<void()>& remove) {
+    try {
+        remove();
+    } catch (const FileError& error) {
+        program.Log(error.what());
+    }
 }
 
 }  // namespace
@@ -166,6 +181,14 @@ std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, con
     std::vector<InterimCalibration> calibrations;
     for (const std::string& name : names) calibrations.push_back(ReadInterim(files, programFolder, name));
     return calibrations;
+}
+
+void RemoveInterimCalibration(Program& program) {
+    FileSystem& files = program.Services.files;
+    const CalibrationRun& run = program.Run;
+    TryToRemove(program, [&] { files.RemoveFile(program.Folder() / PathFromText(run.InterimFileName)); });
+    if (run.InterimFolderName.empty()) return;
+    TryToRemove(program, [&] { files.RemoveFolder(program.InterimFolder()); });
 }
 
 void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName) {

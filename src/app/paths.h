@@ -10,7 +10,6 @@ namespace bellmark {
 inline constexpr const char* centerConfigName = "BellmarkCenterConfig.ini";
 inline constexpr const char* oldCenterConfigName = "BellmarkCenterConfigOld.Ini";
 inline constexpr const char* converterName = "Ferrylink.exe";
-inline constexpr const char* helpFileName = "BellmarkHelp.hlp";
 inline constexpr const char* interimPattern = "InterimCal*.DDX";
 inline constexpr const char* interimCopyName = "InterimCal.DDX";
 

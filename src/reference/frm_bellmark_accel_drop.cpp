@@ -59,7 +59,6 @@ void frmBellmark_AccelDrop::Start() {
     CalibrationRun& run = program_.Run;
     run.DropAborted = false;
     run.DropRejected = false;
-    run.ErrorPanelOpen = false;
     cmdAccept.Caption = "&Accept";
     ShowDrop();
 }
@@ -83,6 +82,7 @@ void frmBellmark_AccelDrop::PrepareDrop() {
     chkZoom.Visible = false;
     Frame1.Visible = false;
     fraMessage.Visible = false;
+    run.ErrorPanelOpen = false;
     ClearDropResults();
     picDropResponse.Clear();
     lblNoise.Visible = false;

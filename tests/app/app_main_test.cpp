@@ -143,6 +143,9 @@ TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
     EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
     EXPECT_EQ(setup->centerPageOpened, 1);
     EXPECT_TRUE(Boxes().empty());
+    EXPECT_NE(FileText("InterimCal20120309-1/BellmarkCenterConfig.ini").find("ReferenceLoadCellName="),
+              std::string::npos)
+        << "whole, for a review of the run";
 }
 
 TEST_F(AppMainTest, EndsWithoutTheConverter) {
@@ -219,6 +222,17 @@ TEST_F(AppMainTest, QuitRemovesWhatWasNeverSaved) {
     EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D1.txt"));
     EXPECT_FALSE(machine.Has("InterimCal20120301")) << "an empty folder goes";
     EXPECT_TRUE(machine.Has("Interim"));
+}
+
+TEST_F(AppMainTest, ALockedFileKeepsNeitherItsFolderNorTheProgram) {
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimFolderName = "InterimCal20120309";
+    machine.Write("InterimCal20120309.DDX", "");
+    machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "");
+    machine.files.FailFromMove(1);
+    QuitApplication(program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_FALSE(machine.Has("InterimCal20120309"));
 }
 
 TEST_F(AppMainTest, QuitOfARunWithoutANameHarmsNoFolder) {

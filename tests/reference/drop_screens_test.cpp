@@ -230,6 +230,13 @@ TEST_F(DropScreensTest, ABlockWithoutAPulseCannotBeAccepted) {
 TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     Take();
     Take();
+    // A drop that was left at the message of its noise holds nothing up.
+    board->block[1400] = 0.2F;
+    collection->cmdNext.UserClick();
+    ASSERT_TRUE(drop->fraMessage.Visible);
+    drop->cmdMainMenu.UserClick();
+    collection->Bellmark();
+    SetPulse(9);
     const Path saved = machine.folder / "InterimCal20120309/LoadCell1-H1D1.txt";
     const std::string text = machine.files.ReadBytes(saved);
     machine.dialogs.QueueAnswer(Answer::Yes);
