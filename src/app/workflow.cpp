@@ -49,6 +49,9 @@ void CollectWhileAccelerometerHolds(Program& program) {
     if (AccelCalCurrent(program)) {
         CollectDrops(program);
     } else {
+        // No drop may be taken behind the flip, with the old calibration.
+        program.The<CollectionDoor>().DisableButtons();
+        program.The<DropDoor>().DisableButtons();
         OpenFlip(program);
     }
 }

@@ -68,8 +68,19 @@ bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* 
 
 void frmBellmark_Accel::GoOnWithTrial() {
     // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
+    Enter();
+}
+
+void frmBellmark_Accel::Enter() {
+    cmdNext.Enabled = true;
     Show();
+    SetFocus(cmdNext);
     PollButton(true);
+}
+
+void frmBellmark_Accel::DisableButtons() {
+    PollButton(false);
+    cmdNext.Enabled = false;
 }
 
 void frmBellmark_Accel::Bellmark() {
@@ -124,8 +135,7 @@ void frmBellmark_Accel::Start() {
         lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in mils)" : "(Drop data are in microns)";
     }
     ShowDropInHand();
-    Show();
-    PollButton(true);
+    Enter();
 }
 
 void frmBellmark_Accel::ClearDropData() {

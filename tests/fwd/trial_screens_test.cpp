@@ -38,6 +38,7 @@ struct RecordingCollection : CollectionDoor {
     void GetResults() override {}
     void ClearDropData() override {}
     void PollButton(bool) override {}
+    void DisableButtons() override {}
 };
 
 struct RecordingResults : ResultsDoor {
