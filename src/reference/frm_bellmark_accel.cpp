@@ -5,6 +5,7 @@
 #include "app/mod_shared.h"
 #include "app/program.h"
 #include "app/replay.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
@@ -113,6 +114,7 @@ void frmBellmark_Accel::Bellmark() {
 }
 
 void frmBellmark_Accel::Start() {
+    if (!TrialIsInHand() && !HasRoomForTrial(program_)) return;
     if (program_.Has<PrerequisitesDoor>() &&
         !program_.The<PrerequisitesDoor>().PrerequisitesMet(run_.CurrentProcedure)) {
         return;
@@ -208,6 +210,7 @@ void frmBellmark_Accel::cmdNext_Click() {
         program_.The<FWDDataDoor>().Start();
         return;
     }
+    if (!HasRoomForTrial(program_)) return;
     if (run_.CurrentProcedure == 4 && !AccelCalCurrent(program_)) {
         program_.Compose(216);
         program_.ShowComposed();

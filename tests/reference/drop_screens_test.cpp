@@ -148,6 +148,17 @@ TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
     }
 }
 
+TEST_F(DropScreensTest, AFifthTrialIsNotBegun) {
+    run.LoadCellRefTrials = 4;
+    // Looking at the results is declined; then from the screen itself, which the fourth trial left behind.
+    for (const Answer answer : {Answer::Cancel, Answer::OK, Answer::OK}) machine.dialogs.QueueAnswer(answer);
+    collection->Bellmark();
+    collection->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("4  load cell calibration trials"), HasSubstr("All four trials"),
+                                     HasSubstr("All four trials")));
+    EXPECT_TRUE(IsInFront(*collection));
+}
+
 TEST_F(DropScreensTest, ARejectedDropIsTakenAgain) {
     collection->cmdNext.UserClick();
     machine.dialogs.QueueAnswer(Answer::No);
