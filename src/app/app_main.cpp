@@ -6,6 +6,7 @@
 #include "app/mod_shared.h"
 #include "app/paths.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -182,11 +183,7 @@ void EnterLoadedRun(Program& program) {
     program.Header.SetFWDOwnerName(program.Run.DeviceOwner);
     program.Header.SetFWDNameCtrl(program.Run.DeviceName);
     program.The<MainMenuDoor>().MarkAccelerometer();
-    if (program.Run.FlagUnacceptedTrial && program.Has<FWDDataDoor>()) {
-        program.The<FWDDataDoor>().Start();
-    } else {
-        program.The<MainMenuDoor>().Open();
-    }
+    if (!EnterUnacceptedTrial(program)) program.The<MainMenuDoor>().Open();
 }
 
 void QuitApplication(Program& program) {

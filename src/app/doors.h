@@ -103,13 +103,15 @@ class CollectionDoor {  // frmBellmark_Accel
     virtual void GetResults() = 0;  ///< takes the accepted drop into the grid and moves on
     virtual void ClearDropData() = 0;
     virtual void PollButton(bool poll) = 0;
+    virtual void DisableButtons() = 0;  ///< until it is entered again
 };
 
 class DropDoor {  // frmBellmark_AccelDrop
   public:
     virtual ~DropDoor() = default;
-    virtual void Start() = 0;        ///< captures, analyses and saves the drop in hand
-    virtual void StartReview() = 0;  ///< shows a drop of the trial again
+    virtual void Start() = 0;           ///< captures, analyses and saves the drop in hand
+    virtual void StartReview() = 0;     ///< shows a drop of the trial again
+    virtual void DisableButtons() = 0;  ///< until the next drop
 };
 
 class PrerequisitesDoor {  // frmPrerequisites

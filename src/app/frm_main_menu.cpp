@@ -126,13 +126,6 @@ void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
     SetDefaultButton(loadCell ? &cmdCalLoadCell : &cmdEditSetup);
 }
 
-bool frmMainMenu::GoToUnacceptedTrial() {
-    // A new capture would be paired with the peaks of the trial that still waits for its answer.
-    if (!program_.Run.FlagUnacceptedTrial || !program_.Has<FWDDataDoor>()) return false;
-    program_.The<FWDDataDoor>().Start();
-    return true;
-}
-
 void frmMainMenu::ResetPrerequisites() {
     if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
 }
@@ -146,7 +139,8 @@ void frmMainMenu::cmdCalAccelerometer_Click() {
 
 void frmMainMenu::cmdCalLoadCell_Click() {
     CalibrationRun& run = program_.Run;
-    if (run.LoadCellCalComplete || GoToUnacceptedTrial()) return;
+    // A new capture would be paired with the peaks of the trial that still waits for its answer.
+    if (run.LoadCellCalComplete || EnterUnacceptedTrial(program_)) return;
     program_.Header.SetProcedureName(ProcedureTitle(5));
     run.CurrentProcedure = 5;
     if (run.CurrentProcStep != 52) {
@@ -158,7 +152,7 @@ void frmMainMenu::cmdCalLoadCell_Click() {
 
 void frmMainMenu::cmdRefCalDefAccel_Click() {
     CalibrationRun& run = program_.Run;
-    if (run.SensorRelCalComplete || GoToUnacceptedTrial()) return;
+    if (run.SensorRelCalComplete || EnterUnacceptedTrial(program_)) return;
     program_.Header.SetProcedureName(ProcedureTitle(4));
     run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
     // What begins with reference trials begins with the prerequisites; the relative calibration does without them.

@@ -51,7 +51,6 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     void ShowLoadCellStatus();
     void ShowSensorStatus();
     void ShowCertificateStatus();
-    bool GoToUnacceptedTrial();
     void ResetPrerequisites();
 
     Program& program_;

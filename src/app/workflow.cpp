@@ -6,6 +6,7 @@
 #include "app/doors.h"
 #include "app/mod_shared.h"
 #include "app/program.h"
+#include "platform/dialogs.h"
 
 namespace bellmark {
 
@@ -49,6 +50,9 @@ void CollectWhileAccelerometerHolds(Program& program) {
     if (AccelCalCurrent(program)) {
         CollectDrops(program);
     } else {
+        // No drop may be taken behind the flip, with the old calibration.
+        program.The<CollectionDoor>().DisableButtons();
+        program.The<DropDoor>().DisableButtons();
         OpenFlip(program);
     }
 }
@@ -146,6 +150,39 @@ void ReturnToProcedure(Program& program, int procedure) {
 int SensorStep(int referenceTrials, bool referenceAccepted) {
     if (referenceTrials % 2 == 1 || referenceTrials < 2) return 41;
     return referenceAccepted ? 44 : 42;
+}
+
+int ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
+    if (!run.FlagUnacceptedTrial) return 0;
+    const bool mayBeLoadCell = run.LoadCellRefTrials > 0 && !run.LoadCellCalComplete;
+    const bool mayBeSensors = run.RefTrials > 0;
+    if (!mayBeLoadCell && !mayBeSensors) return 0;
+    if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? 5 : 4;
+    if (run.CurrentProcedure == 4 || run.CurrentProcedure == 5) return run.CurrentProcedure;
+    // The operator went elsewhere in between, to the set-up for one. A trial that was accepted has a gain.
+    return run.LCTrial.at(static_cast<std::size_t>(run.LoadCellRefTrials - 1)).Gain == 0 ? 5 : 4;
+}
+
+int AcceptedLoadCellTrials(const CalibrationRun& run) {
+    return run.LoadCellRefTrials - (ProcedureOfUnacceptedTrial(run) == 5 ? 1 : 0);
+}
+
+bool EnterUnacceptedTrial(Program& program) {
+    const int procedure = ProcedureOfUnacceptedTrial(program.Run);
+    if (procedure == 0 || !program.Has<FWDDataDoor>()) return false;
+    program.Run.CurrentProcedure = procedure;
+    program.The<FWDDataDoor>().Start();
+    return true;
+}
+
+bool HasRoomForTrial(Program& program) {
+    const CalibrationRun& run = program.Run;
+    const bool loadCell = run.CurrentProcedure == 5;
+    if ((loadCell ? run.LoadCellRefTrials : run.RefTrials) < static_cast<int>(maxTrials)) return true;
+    program.ShowBox(std::string("All four trials of the ") + (loadCell ? "load cell" : "deflection sensors") +
+                        " are done.\r\nDelete a trial in the results before another one is made.",
+                    box::information);
+    return false;
 }
 
 }  // namespace bellmark

@@ -5,6 +5,7 @@
 namespace bellmark {
 
 class Program;
+struct CalibrationRun;
 
 /// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the
 /// run: CurrentProcedure and CurrentProcStep. This is the way back into each of them.
@@ -28,5 +29,17 @@ void ReturnToProcedure(Program& program, int procedure);
 /// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished
 /// and accepted pair does it go on to the relative calibration.
 int SensorStep(int referenceTrials, bool referenceAccepted);
+
+/// The procedure, 4 or 5, whose last trial was neither accepted nor rejected; 0 when there is none.
+int ProcedureOfUnacceptedTrial(const CalibrationRun& run);
+
+/// Load cell trials that were accepted: only their gains count.
+int AcceptedLoadCellTrials(const CalibrationRun& run);
+
+/// Goes to the trial that still waits for its answer. False when there is none.
+bool EnterUnacceptedTrial(Program& program);
+
+/// Whether the procedure has room for one more trial; tells the operator when all are done.
+bool HasRoomForTrial(Program& program);
 
 }  // namespace bellmark

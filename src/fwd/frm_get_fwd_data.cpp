@@ -62,6 +62,7 @@ frmGetFWDData::frmGetFWDData(Program& program)
 
 void frmGetFWDData::Start() {
     const bool isRedone = run_.FlagUnacceptedTrial && TrialCount(run_) > 0;
+    if (!isRedone && !HasRoomForTrial(program_)) return;
     if (isRedone) {
         run_.DropResults = TrialOf(run_, 0).RefDropData;
         --TrialCount(run_);
@@ -371,7 +372,10 @@ void frmGetFWDData::RejectTrial() {
         "Are you sure you want to reject this trial?\r\nClicking on YES will cause the trial data to be lost!",
         box::yesNo + box::question, title);
     if (sure != Answer::Yes) return;
-    if (TrialCount(run_) > 0) --TrialCount(run_);
+    if (TrialCount(run_) > 0) {
+        for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) TrialOf(run_, device) = {};
+        --TrialCount(run_);
+    }
     LeaveTrial(42, 52);
     if (repeat == Answer::Yes) {
         ReturnToProcedure(program_, run_.CurrentProcedure);

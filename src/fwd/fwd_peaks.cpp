@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "app/mod_shared.h"
 #include "app/stored_values.h"
@@ -15,6 +16,7 @@ namespace bellmark {
 namespace {
 
 constexpr const char* location = "Test Location 1";
+constexpr double largestPeak = 1e9;  ///< far above what any FWD measures, in whatever unit
 
 /// Empty for a section or key that the document does not have.
 std::string ValueOf(const PDDXFile& document, std::string_view section, std::string_view key) {
@@ -113,7 +115,7 @@ FWDPeaks ReadFWDPeaks(const PDDXFile& document, CalibrationRun& run) {
             const double peak = sensors ? StoredDeflection(value, units.deflection)
                                         : StoredLoad(value, units.load, units.plateRadius, units.radius);
             // A dead sensor may read 0, but no drop is without load.
-            if (!number || (!sensors && !(peak > 0))) {
+            if (!number || std::abs(peak) > largestPeak || (!sensors && !(peak > 0))) {
                 peaks.unreadable.push_back("Drop " + NumberText(drop) + ": \"" + field + '"');
             }
             TrialOf(run, device).DropData.at(static_cast<std::size_t>(drop - 1)) = peak;

@@ -5,6 +5,7 @@
 #include "app/mod_shared.h"
 #include "app/program.h"
 #include "app/replay.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
@@ -68,8 +69,19 @@ bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* 
 
 void frmBellmark_Accel::GoOnWithTrial() {
     // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
+    Enter();
+}
+
+void frmBellmark_Accel::Enter() {
+    cmdNext.Enabled = true;
     Show();
+    SetFocus(cmdNext);
     PollButton(true);
+}
+
+void frmBellmark_Accel::DisableButtons() {
+    PollButton(false);
+    cmdNext.Enabled = false;
 }
 
 void frmBellmark_Accel::Bellmark() {
@@ -102,6 +114,7 @@ void frmBellmark_Accel::Bellmark() {
 }
 
 void frmBellmark_Accel::Start() {
+    if (!TrialIsInHand() && !HasRoomForTrial(program_)) return;
     if (program_.Has<PrerequisitesDoor>() &&
         !program_.The<PrerequisitesDoor>().PrerequisitesMet(run_.CurrentProcedure)) {
         return;
@@ -124,8 +137,7 @@ void frmBellmark_Accel::Start() {
         lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in mils)" : "(Drop data are in microns)";
     }
     ShowDropInHand();
-    Show();
-    PollButton(true);
+    Enter();
 }
 
 void frmBellmark_Accel::ClearDropData() {
@@ -198,6 +210,7 @@ void frmBellmark_Accel::cmdNext_Click() {
         program_.The<FWDDataDoor>().Start();
         return;
     }
+    if (!HasRoomForTrial(program_)) return;
     if (run_.CurrentProcedure == 4 && !AccelCalCurrent(program_)) {
         program_.Compose(216);
         program_.ShowComposed();

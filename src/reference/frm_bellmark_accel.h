@@ -33,6 +33,7 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void GetResults() override;
     void ClearDropData() override;
     void PollButton(bool poll) override;
+    void DisableButtons() override;
     void CloseRequested() override { cmdMainMenu_Click(); }
 
   private:
@@ -42,6 +43,7 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void ReviewDrop(int index);
     bool TrialIsInHand() const;
     void GoOnWithTrial();
+    void Enter();
     bool GoesToResults(int trials, const char* done, const char* review);
     void ShowDropInHand();
     void ShowStatistics();

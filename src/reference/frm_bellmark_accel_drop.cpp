@@ -69,6 +69,11 @@ void frmBellmark_AccelDrop::StartReview() {
     ShowDrop();
 }
 
+void frmBellmark_AccelDrop::DisableButtons() {
+    cmdAccept.Enabled = false;
+    cmdReject.Enabled = false;
+}
+
 void frmBellmark_AccelDrop::PrepareDrop() {
     CalibrationRun& run = program_.Run;
     run.CurrentHeightIndex = HeightOfDrop(run.DropSequenceIndex, run.NumberDropsPerLoadLevel) + 1;
@@ -77,8 +82,7 @@ void frmBellmark_AccelDrop::PrepareDrop() {
         "Height: " + NumberText(run.CurrentHeightIndex) + "  Drop: " + NumberText(run.CurrentDropIndex);
     lblFilename.Caption = "Save Directory = " + PathText(program_.InterimFolder()) + "\r\n" +
                           std::string(blanksBeforeDate, ' ') + Format(program_.Now(), "dd-mmm-yyyy ttttt");
-    cmdAccept.Enabled = false;
-    cmdReject.Enabled = false;
+    DisableButtons();
     chkZoom.Visible = false;
     Frame1.Visible = false;
     fraMessage.Visible = false;
@@ -168,8 +172,7 @@ void frmBellmark_AccelDrop::ShowNoiseVerdict(const LoadDropFindings& findings) {
 void frmBellmark_AccelDrop::OpenPanel() {
     lblMessageTitle.Caption = program_.Run.MessageTitle;
     lblMessageText.Caption = program_.Run.MessageText;
-    cmdAccept.Enabled = false;
-    cmdReject.Enabled = false;
+    DisableButtons();
     fraMessage.Visible = true;
     program_.Run.ErrorPanelOpen = true;
 }

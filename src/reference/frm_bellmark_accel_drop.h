@@ -47,6 +47,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
 
     void Start() override;
     void StartReview() override;
+    void DisableButtons() override;
     void CloseRequested() override;
 
     void ClearDropResults();

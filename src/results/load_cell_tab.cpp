@@ -48,14 +48,14 @@ LoadCellTab::LoadCellTab(Screen& screen, Program& program) : screen_(screen), pr
 
 std::vector<double> LoadCellTab::Gains() const {
     std::vector<double> gains;
-    for (int trial = 0; trial < run_.LoadCellRefTrials; ++trial) {
+    for (int trial = 0; trial < AcceptedLoadCellTrials(run_); ++trial) {
         gains.push_back(run_.LCTrial.at(static_cast<std::size_t>(trial)).Gain);
     }
     return gains;
 }
 
 int LoadCellTab::FinalColumn() const {
-    return firstTrialColumn + run_.LoadCellRefTrials;
+    return firstTrialColumn + AcceptedLoadCellTrials(run_);
 }
 
 void LoadCellTab::Evaluate() {
@@ -77,7 +77,7 @@ void LoadCellTab::ShowTrials(const std::vector<double>& gains) {
         titles.push_back("    Trial " + NumberText(trial) + "    ");
         headings.push_back("Ref. Gain");
     }
-    if (run_.LoadCellRefTrials >= fewestLoadCellTrials) {
+    if (AcceptedLoadCellTrials(run_) >= fewestLoadCellTrials) {
         titles.push_back("    Final    ");
         headings.push_back("  Gain   ");
     }
@@ -96,7 +96,7 @@ void LoadCellTab::ShowTrials(const std::vector<double>& gains) {
 }
 
 void LoadCellTab::ShowTrialButtons() {
-    const int trials = run_.LoadCellRefTrials;
+    const int trials = AcceptedLoadCellTrials(run_);
     cmdLCTrial.Caption =
         trials == 0 ? "&Perform First Load Cell Trial" : "&Perform Load Cell Trial " + NumberText(trials + 1);
     cmdLCTrial.Enabled = run_.SetupComplete && trials < mostTrials;
@@ -115,7 +115,7 @@ void LoadCellTab::ShowTrialButtons() {
 }
 
 void LoadCellTab::ShowJudgement(const LoadCellEvaluation& judged) {
-    const bool enoughTrials = run_.LoadCellRefTrials >= fewestLoadCellTrials;
+    const bool enoughTrials = AcceptedLoadCellTrials(run_) >= fewestLoadCellTrials;
     const bool passed = enoughTrials && judged.message.empty();
     const bool trialIsNext = !enoughTrials || !judged.isRepeatable;
     cmdLCTrial.BackColor = trialIsNext ? colors::suggestedNext : colors::buttonFace;
@@ -195,7 +195,7 @@ void LoadCellTab::cmdDelLCTrials_Click() {
     int trial = 0;
     for (CheckBox& box : ChkDelLC) {
         box.Value = false;
-        box.Enabled = trial++ < run_.LoadCellRefTrials;
+        box.Enabled = trial++ < AcceptedLoadCellTrials(run_);
     }
     fraDelLCTrails.Visible = true;
     screen_.SetFocus(ChkDelLC[0]);

@@ -2,7 +2,9 @@
 
 #include "app/mod_shared.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/format.h"
+#include "platform/numbers.h"
 
 namespace bellmark {
 
@@ -41,9 +43,11 @@ void AddLoadCell(std::string& text, const CalibrationRun& run) {
     AddLine(text, "             Serial Number: " + run.LoadCellSerialNumber);
     AddLine(text, "              Initial Gain: " + Format(run.LoadCellInitialGain, gainPicture));
     AddLine(text, "         Reference Gains");
-    AddLine(text, "                   Trial 1: " + Format(run.LCTrial[0].Gain, gainPicture));
-    AddLine(text, "                   Trial 2: " + Format(run.LCTrial[1].Gain, gainPicture));
-    AddLine(text, "                   Trial 3: " + Format(run.LCTrial[2].Gain, gainPicture));
+    for (int trial = 1; trial <= 3; ++trial) {
+        const bool isAccepted = trial <= AcceptedLoadCellTrials(run);
+        const double gain = isAccepted ? run.LCTrial.at(static_cast<std::size_t>(trial - 1)).Gain : 0;
+        AddLine(text, "                   Trial " + NumberText(trial) + ": " + Format(gain, gainPicture));
+    }
     AddLine(text, "                Final Gain: " + Format(run.NewLoadCellCalibrationCenterGain, gainPicture));
     AddLine(text, "");
 }

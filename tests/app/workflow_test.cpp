@@ -31,6 +31,15 @@ struct RecordingCollection : CollectionDoor {
     void GetResults() override {}
     void ClearDropData() override {}
     void PollButton(bool) override {}
+    void DisableButtons() override { fakes.went.push_back("no drops"); }
+    Fakes& fakes;
+};
+
+struct RecordingDrop : DropDoor {
+    explicit RecordingDrop(Fakes& owner) : fakes(owner) {}
+    void Start() override {}
+    void StartReview() override {}
+    void DisableButtons() override { fakes.went.push_back("no answer"); }
     Fakes& fakes;
 };
 
@@ -117,6 +126,7 @@ class Workflow : public testing::Test {
     Workflow() {
         Put<SetupDoor, RecordingSetup>();
         Put<CollectionDoor, RecordingCollection>();
+        Put<DropDoor, RecordingDrop>();
         Put<PrerequisitesDoor, RecordingPrerequisites>();
         Put<MainMenuDoor, RecordingMenu>();
         Put<FlipCalibrationDoor, RecordingFlip>();
@@ -191,7 +201,7 @@ TEST_F(Workflow, SensorDropsWaitForAnAccelerometerThatHolds) {
     program.Run.CurrentProcStep = 42;
     program.Center.AccelDailyCalibrationDate -= std::chrono::days(1);
     ReturnToProcedure(program, 4);
-    EXPECT_EQ(fakes.went, Went{"flip"});
+    EXPECT_EQ(fakes.went, (Went{"no drops", "no answer", "flip"}));
 }
 
 TEST_F(Workflow, ReferenceTrialsComeInPairs) {

@@ -9,6 +9,7 @@
 #include "app/frm_master.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_regression_plot.h"
 #include "platform/numbers.h"
@@ -38,6 +39,7 @@ struct RecordingCollection : CollectionDoor {
     void GetResults() override {}
     void ClearDropData() override {}
     void PollButton(bool) override {}
+    void DisableButtons() override {}
 };
 
 struct RecordingResults : ResultsDoor {
@@ -232,8 +234,16 @@ TEST_F(TrialScreens, FilesThatCannotBeUsed) {
     const std::string advice = "\\nPlease check the data file and its units, and try Browse again.";
     WriteFile({"9000", "9040", "abc", "12040"});
     expectRefused({unusable + "3: \"abc\"" + advice});
-    WriteFile({"9000", "0", "12000", "12040"});
-    expectRefused({unusable + "2: \"0\"" + advice});
+    for (const char* peak : {"0", "1E308", "1E999", "-9040", "nan", "inf"}) {
+        WriteFile({"9000", peak, "12000", "12040"});
+        expectRefused({unusable + "2: \"" + peak + '"' + advice});
+    }
+    for (const char* count : {"-4", "99999999999999999999", "four", "1E308"}) {
+        WriteFile({"9000", "9040", "12000", "12040"}, "pound-force",
+                  "[Test Location 1]\r\nNumberOfDrops=" + std::string(count) + "\r\n");
+        Browse({Answer::OK});
+        EXPECT_THAT(Boxes(), ElementsAre(StartsWith(mismatch))) << count;
+    }
 
     // Then the right file.
     WriteFile({"9000", "9040", "12000", "12040"});
@@ -292,8 +302,47 @@ TEST_F(TrialScreens, RejectingAsksTwice) {
         EXPECT_EQ(run.LoadCellRefTrials, row.rejects ? 1 : 2);
         EXPECT_EQ(run.FlagUnacceptedTrial, !row.rejects);
         EXPECT_EQ(run.DropSequenceIndex, row.rejects ? 0 : 4);
+        EXPECT_EQ(run.LCTrial[1].RefDropData[0], row.rejects ? 0 : 9000);
         EXPECT_EQ(collection->entered, row.collected);
         EXPECT_EQ(menu->opened, row.menus);
+    }
+}
+
+TEST_F(TrialScreens, AWaitingTrialIsAnsweredWithinItsOwnProcedure) {
+    const struct {
+        int loadCellTrials, referenceTrials;
+        double lastLoadCellGain;
+        bool loadCellAccepted;
+        int procedure, expected;
+    } rows[] = {
+        {0, 0, 0, false, 5, 0}, {1, 0, 0, false, 1, 5}, {0, 1, 0, false, 3, 4},  {2, 1, 1, true, 1, 4},
+        {2, 1, 1, false, 4, 4}, {2, 1, 1, false, 5, 5}, {2, 1, 1, false, 10, 4}, {2, 1, 0, false, 0, 5},
+    };
+    for (const auto& row : rows) {
+        run.FlagUnacceptedTrial = true;
+        run.LoadCellRefTrials = row.loadCellTrials;
+        run.RefTrials = row.referenceTrials;
+        run.LCTrial[1].Gain = row.lastLoadCellGain;
+        run.LoadCellCalComplete = row.loadCellAccepted;
+        run.CurrentProcedure = row.procedure;
+        EXPECT_EQ(EnterUnacceptedTrial(program), row.expected != 0);
+        if (row.expected == 0) continue;
+        EXPECT_EQ(run.CurrentProcedure, row.expected);
+        EXPECT_EQ(run.LoadCellRefTrials, row.loadCellTrials) << "the same trial, not one more";
+        EXPECT_EQ(run.RefTrials, row.referenceTrials);
+    }
+}
+
+TEST_F(TrialScreens, AFifthTrialIsRefused) {
+    for (const int procedure : {4, 5}) {
+        run.CurrentProcedure = procedure;
+        run.LoadCellRefTrials = 4;
+        run.RefTrials = 4;
+        machine.dialogs.QueueAnswer(Answer::OK);
+        data->Start();
+        EXPECT_THAT(Boxes(), ElementsAre(StartsWith("All four trials of the ")));
+        EXPECT_EQ(run.LoadCellRefTrials + run.RefTrials, 8);
+        EXPECT_FALSE(run.FlagUnacceptedTrial);
     }
 }
 

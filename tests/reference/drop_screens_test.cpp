@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
@@ -132,6 +133,30 @@ TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
     Take();
     EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D2.txt"));
     EXPECT_EQ(run.DropSequenceIndex, 2);
+}
+
+TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
+    collection->DisableButtons();
+    EXPECT_FALSE(collection->cmdNext.Enabled);
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*collection)) << "the hand button is no way around";
+    for (const bool reviewMode : {false, true}) {
+        run.ReviewMode = reviewMode;
+        collection->DisableButtons();
+        ReturnToProcedure(program, 5);
+        EXPECT_TRUE(collection->cmdNext.Enabled) << reviewMode;
+    }
+}
+
+TEST_F(DropScreensTest, AFifthTrialIsNotBegun) {
+    run.LoadCellRefTrials = 4;
+    // Looking at the results is declined; then from the screen itself, which the fourth trial left behind.
+    for (const Answer answer : {Answer::Cancel, Answer::OK, Answer::OK}) machine.dialogs.QueueAnswer(answer);
+    collection->Bellmark();
+    collection->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("4  load cell calibration trials"), HasSubstr("All four trials"),
+                                     HasSubstr("All four trials")));
+    EXPECT_TRUE(IsInFront(*collection));
 }
 
 TEST_F(DropScreensTest, ARejectedDropIsTakenAgain) {

@@ -6,6 +6,7 @@
 #include "app/interim_store.h"
 #include "platform/profile_strings.h"
 #include "results/load_cell_evaluation.h"
+#include "results/text_certificate.h"
 #include "results/trial_files.h"
 #include "tests/results/results_program.h"
 
@@ -232,7 +233,12 @@ TEST_F(LoadCellResultsTest, NothingIsLostWhenADeletionFails) {
 
 TEST_F(LoadCellResultsTest, ATrialThatWaitsForItsAnswerIsNeitherDeletedNorAccepted) {
     run.FlagUnacceptedTrial = true;
+    SetTrials({1.0, 1.002, 0});
+    EXPECT_EQ(Cell(2, 4), "1.0010") << "the mean of the two that were accepted";
+    EXPECT_TRUE(run.LoadCellCalPassed);
+    EXPECT_THAT(TextCertificate(run, center, program->Now()), testing::HasSubstr("Trial 3: 0.000"));
     SetTrials({1.0, 1.0});
+    EXPECT_EQ(tab.txtMsg.Text.Get(), "Need a minimum of 2 load cell trials.");
     EXPECT_FALSE(tab.cmdDelLCTrials.Enabled);
     EXPECT_FALSE(tab.cmdAcceptLC.Enabled);
     EXPECT_EQ(tab.cmdAcceptLC.ToolTip.Get(), "Accept or reject the last trial first: it still waits for its answer.");
