@@ -44,6 +44,11 @@ void DataAcqTab::ShowChannels() {
     cboTempChannel.ListIndex = program_.Run.TempChannel;
 }
 
+void DataAcqTab::ShowTransferFolder() {
+    const std::string& folder = program_.Center.LocationOfFWDDataTransfer;
+    if (!folder.empty()) txtFWDDataFolder.Text = WithFinalSeparator(folder);
+}
+
 void DataAcqTab::SetFolders(const std::string& folder) {
     txtFWDDataFolder.Text = folder;
     txtSimDataLocation.Text = folder;

@@ -28,6 +28,7 @@ class DataAcqTab {
     void SetFolders(const std::string& folder);
     Path SimDataLocation() const;
     void ShowChannels();
+    void ShowTransferFolder();
 
   private:
     void txtFWDDataFolder_Leave();

@@ -128,7 +128,10 @@ void frmSetup::RefreshFromRun() {
     General.ShowUnits();
     General.ShowSequence();
     General.ShowTrigger();
+    General.ShowComment();
+    General.ShowAutoPrint();
     DataAcq.ShowChannels();
+    DataAcq.ShowTransferFolder();
     Center.FrameCalCenterUpdate();
 }
 
@@ -185,7 +188,7 @@ void frmSetup::ReadTransferFolder() {
     const Path folder = PathFromText(program_.Center.LocationOfFWDDataTransfer);
     run.TransferFileVersion2 = false;
     if (folder.empty()) return;
-    DataAcq.txtFWDDataFolder.Text = WithFinalSeparator(PathText(folder));
+    DataAcq.ShowTransferFolder();
     const auto interim = OpenProfileStrings(files, ActualPath(files, folder / interimCopyName));
     run.TransferFileVersion2 = VersionIn(interim.Get(centerSection, "VersionNumber")) > 1;
     if (!run.ReviewFromInterim) return;
@@ -271,7 +274,6 @@ void frmSetup::ReviewDataRestore(const Path& path) {
     run.NumberDropsSet = false;
     run.ProgramStarted = false;
     RefreshFromRun();
-    General.ShowComment();
     FWD.optFWDClick();
     OpenCenterPage();
     AllowCalibration();

@@ -61,7 +61,7 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
     cmdNumberDrops.Click = [this] { EnterProcedure(9, 91, "Determine Minimum Number of Drops Per Load Level"); };
     cmdTriggerLevel.Click = [this] { EnterProcedure(8, 81, "Determine Accelerometer Trigger Level"); };
-    optAutoPrint[1].Choose();
+    ShowAutoPrint();
     ShowUnits();
     ShowSequence();
 }
@@ -69,6 +69,10 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
 void GeneralTab::ShowUnits() {
     (program_.Run.EnglishUnits ? optEnglish : optMetric).Choose();
     txtTriggerUnits.Caption = program_.Run.EnglishUnits ? poundForce : "kN";
+}
+
+void GeneralTab::ShowAutoPrint() {
+    optAutoPrint[program_.Run.AutoPrint ? 0 : 1].Choose();
 }
 
 void GeneralTab::ShowSequence() {

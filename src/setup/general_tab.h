@@ -38,6 +38,7 @@ class GeneralTab {
     void ShowUnits();     ///< of the run, on the unit buttons
     void ShowSequence();  ///< the run's load levels and drops, in the lists
     void ShowComment();
+    void ShowAutoPrint();
     /// The load trigger as it stands, and as the operator reads it.
     void ShowPlainTrigger();
     void ShowTrigger();

@@ -227,6 +227,8 @@ TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
     run.LCTrial[0].RefDropData = {26.8125};
     run.CurrentProcedure = 5;
     run.CurrentProcStep = 52;
+    center.Notes[0] = "windy";
+    center.LocationOfFWDDataTransfer = "/of the run/";
     ASSERT_TRUE(SaveInterimCalibration(*program));
     for (const bool fromCopy : {false, true}) {
         if (fromCopy) machine.files.RemoveFile(machine.folder / "InterimCal20120309.DDX");
@@ -244,6 +246,9 @@ TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
         auto& menu = dynamic_cast<frmMainMenu&>(resumed->The<MainMenuDoor>());
         EXPECT_EQ(resumed->Screens.Front(), &menu);
         EXPECT_TRUE(menu.cmdCalLoadCell.Enabled);
+        const auto& shown = dynamic_cast<const frmSetup&>(resumed->The<SetupDoor>());
+        EXPECT_EQ(shown.General.txtComment.Text.Get(), "windy");
+        EXPECT_EQ(shown.DataAcq.txtFWDDataFolder.Text.Get(), "/of the run/");
         EXPECT_EQ(machine.dialogs.TakeBoxes().size(), fromCopy ? 2U : 1U);
         EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
     }
