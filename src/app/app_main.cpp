@@ -127,6 +127,11 @@ void NameInterimStore(Program& program) {
     program.Run.InterimFolderName = free;
 }
 
+void LeaveInterimStore(Program& program) {
+    program.Run.InterimFileName.clear();
+    program.Run.InterimFolderName.clear();
+}
+
 void BeginFreshRun(Program& program) {
     const CalibrationRun& old = program.Run;
     CalibrationRun fresh;
@@ -149,6 +154,7 @@ void BeginFreshRun(Program& program) {
 }
 
 void StartNewCalibration(Program& program) {
+    LeaveInterimStore(program);
     if (!CheckCriticalFiles(program)) return;
     BeginFreshRun(program);
     // The name is always searched for: a finished calibration of today may have left its file.

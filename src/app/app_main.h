@@ -16,6 +16,10 @@ bool CheckCriticalFiles(Program& program);
 /// Names the store of a new run by today's date; with a search for a name that is still free.
 void NameInterimStore(Program& program);
 
+/// No run is in hand, whatever the list of interim calibrations marks: the center's configuration that is read now is
+/// the machine's own.
+void LeaveInterimStore(Program& program);
+
 /// Puts a fresh record in place of the run's: what is kept of the last one is the machine's, not the run's.
 void BeginFreshRun(Program& program);
 

@@ -104,11 +104,20 @@ void frmAbout::ListInterimCalibrations() {
 
 void frmAbout::grdInterim_Click(int row) {
     if (row < grdInterim.FixedRows()) return;
-    const std::string& name = grdInterim.Cell(row, 0);
+    grdInterim.SelectedRow = row;
+    TakeMarkedInterim();
+    EnableInterimButtons();
+}
+
+bool frmAbout::TakeMarkedInterim() {
+    if (grdInterim.SelectedRow < 0) {
+        SetFocus(grdInterim);
+        return false;
+    }
+    const std::string& name = grdInterim.Cell(grdInterim.SelectedRow, 0);
     program_.Run.InterimFileName = name;
     program_.Run.InterimFolderName = InterimFolderOf(name);
-    EnableInterimButtons();
-    grdInterim.SelectedRow = row;
+    return true;
 }
 
 bool frmAbout::OffersCopy(const InterimCalibration& interim) {
@@ -123,7 +132,7 @@ bool frmAbout::OffersCopy(const InterimCalibration& interim) {
 
 void frmAbout::cmdOpenInterimCal_Click() {
     CalibrationRun& run = program_.Run;
-    if (grdInterim.SelectedRow < 0) return SetFocus(grdInterim);
+    if (!TakeMarkedInterim()) return;
     const InterimCalibration interim = ReadInterim(program_.Services.files, program_.Folder(), run.InterimFileName);
     if (interim.endDate.empty() || !run.InterimCalOpen) return;
     if (interim.copyOnly && !OffersCopy(interim)) return;
@@ -139,7 +148,7 @@ void frmAbout::cmdOpenInterimCal_Click() {
 }
 
 void frmAbout::cmdDeleteInterim_Click() {
-    if (grdInterim.SelectedRow < 0) return SetFocus(grdInterim);
+    if (!TakeMarkedInterim()) return;
     const InterimCalibration interim =
         ReadInterim(program_.Services.files, program_.Folder(), program_.Run.InterimFileName);
     // The box asks the same question as opening does; the title and the icon are what tells the two apart.
@@ -163,6 +172,7 @@ void frmAbout::cmdStartNewCal_Click() {
     }
     program_.Compose(100);
     if (program_.ShowComposed() == Answer::Cancel) return;
+    LeaveInterimStore(program_);
     program_.The<SetupDoor>().Open();
     program_.The<SetupDoor>().ReadCalCenter();
 }
@@ -172,6 +182,7 @@ void frmAbout::cmdReadCalCenterA_Click() {
     if (program_.ShowComposed() == Answer::Cancel) return;
     const auto chosen = program_.Services.dialogs.OpenFile({"", "FWD Cal. Center Files|*.ini", program_.Folder(), ""});
     if (!chosen) return;
+    LeaveInterimStore(program_);
     auto& setup = program_.The<SetupDoor>();
     setup.ReadCalCenterFromFolderOf(*chosen);
     setup.OpenCenterPage();

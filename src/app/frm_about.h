@@ -44,6 +44,7 @@ class frmAbout : public Screen, public StartFormDoor {
     void cmdOpenInterimCal_Click();
     void cmdDeleteInterim_Click();
     void grdInterim_Click(int row);
+    bool TakeMarkedInterim();
     bool OffersCopy(const InterimCalibration& interim);
 
     Program& program_;

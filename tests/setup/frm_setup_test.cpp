@@ -217,6 +217,27 @@ void OpenListed(Program& program) {
     about.cmdOpenInterimCal.UserClick();
 }
 
+TEST_F(FrmSetupTest, NewRunHarmsNoneOfTheListed) {
+    ReadCenter();
+    for (const bool deleted : {false, true}) {
+        machine.Write("InterimCal20120309.DDX", "[Operations Information]\r\nEndDate=03-09-2012\r\n");
+        const Path copy = machine.Write("InterimCal20120309/BellmarkCenterConfig.ini", "its own");
+        const auto next = AssembleProgram(machine.machine);
+        Main(*next);
+        next->Run.ReviewMode = false;
+        auto& about = dynamic_cast<frmAbout&>(next->The<StartFormDoor>());
+        about.grdInterim.UserClickCell(1, 0);
+        if (deleted) {
+            machine.dialogs.QueueAnswer(Answer::Yes);
+            about.cmdDeleteInterim.UserClick();
+        }
+        StartNewCalibration(*next);
+        EXPECT_EQ(next->Run.InterimFileName, deleted ? "InterimCal20120309.DDX" : "InterimCal20120309-1.DDX");
+        EXPECT_EQ(ReadTextFile(machine.files, copy) == "its own", !deleted);
+        machine.files.RemoveFolder(machine.folder / "InterimCal20120309-1");
+    }
+}
+
 TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
     ReadCenter();
     run.InterimFileName = "InterimCal20120309.DDX";
