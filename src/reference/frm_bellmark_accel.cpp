@@ -199,8 +199,13 @@ void frmBellmark_Accel::PollButton(bool poll) {
 }
 
 void frmBellmark_Accel::TimerAccel_Tick() {
-    // The button speaks to the screen in front: after an aborted drop that may be the main menu.
-    if (HandButtonWasReleased(program_) && Stack().Front() == this) cmdNext_Click();
+    // The button speaks to the screen in front: after an aborted drop that may be the main menu. From behind another
+    // screen its channel is not read either, or the reading would fall into what that screen measures.
+    if (Stack().Front() == this && HandButtonWasReleased(program_)) cmdNext_Click();
+}
+
+void frmBellmark_Accel::Activated() {
+    if (TimerAccel.IsRunning()) BeginHandButton(program_);
 }
 
 void frmBellmark_Accel::cmdNext_Click() {

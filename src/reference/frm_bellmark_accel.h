@@ -34,6 +34,7 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void ClearDropData() override;
     void PollButton(bool poll) override;
     void DisableButtons() override;
+    void Activated() override;
     void CloseRequested() override { cmdMainMenu_Click(); }
 
   private:

@@ -253,12 +253,16 @@ void frmBellmark_AccelDrop::PollButton(bool poll) {
 }
 
 void frmBellmark_AccelDrop::TimerDrop_Tick() {
-    if (!HandButtonWasReleased(program_) || Stack().Front() != this) return;
+    if (Stack().Front() != this || !HandButtonWasReleased(program_)) return;
     if (fraMessage.Visible) {
         cmdErrOK_Click();
     } else if (cmdAccept.Enabled) {
         cmdAccept_Click();
     }
+}
+
+void frmBellmark_AccelDrop::Activated() {
+    if (TimerDrop.IsRunning()) BeginHandButton(program_);
 }
 
 void frmBellmark_AccelDrop::cmdErrOK_Click() {

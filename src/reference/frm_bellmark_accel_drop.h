@@ -48,6 +48,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void Start() override;
     void StartReview() override;
     void DisableButtons() override;
+    void Activated() override;
     void CloseRequested() override;
 
     void ClearDropResults();

@@ -126,8 +126,10 @@ TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
     machine.WhileWaiting = nullptr;
     board->captured = true;
     machine.Advance(milliseconds(200));
+    board->conversions = 0;
     PressAndRelease();
     EXPECT_FALSE(drop->IsShown()) << "the button means nothing in the main menu";
+    EXPECT_EQ(board->conversions, 0) << "and what is measured there is not disturbed";
     // The same drop is next, and the trial is still there.
     collection->Bellmark();
     Take();
@@ -197,6 +199,12 @@ TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed
     board->volts = 0;
     machine.Advance(milliseconds(100));
     EXPECT_TRUE(IsInFront(*drop)) << "too little to be the button";
+
+    // A drop that was left by a menu waits behind, and takes no press from the screen in front.
+    menu->Open();
+    collection->Bellmark();
+    PressAndRelease();
+    EXPECT_TRUE(IsInFront(*drop)) << "taken again";
 
     // In a panel it means OK first.
     drop->cmdAccept.UserClick();

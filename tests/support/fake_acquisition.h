@@ -13,6 +13,7 @@ struct FakeAcquisition : AcquisitionDoor {
     std::vector<float> block;  ///< what a capture delivers
     bool captured = true;      ///< the block is there as soon as it is asked for
     int aborts = 0;
+    int conversions = 0;
     bool unloaded = false;
 
     std::string FindBoard() override { return hardware ? "KUSB-3100" : "Simulator"; }
@@ -20,7 +21,10 @@ struct FakeAcquisition : AcquisitionDoor {
     bool BoardAvailable() override { return true; }
     void InitializeBoard() override {}
     void ShowDAQ(bool) override {}
-    float OneConversion(int) override { return volts; }
+    float OneConversion(int) override {
+        ++conversions;
+        return volts;
+    }
     int DAQWaitforButton(int) override { return 0; }
     void CaptureBlock(int) override {}
     bool BlockCaptured() override { return captured; }
