@@ -30,7 +30,9 @@ frmMainMenu::frmMainMenu(Program& program)
         program_.Run.RelTrials = 0;
         program_.The<RelativeDoor>().Start(false);
     };
-    cmdFerrylinker.Click = [this] { program_.Services.launcher.Start(program_.Folder() / converterName, ""); };
+    cmdFerrylinker.Click = [this] {
+        program_.Services.launcher.Start(ActualPath(program_.Services.files, program_.Folder() / converterName), "");
+    };
     cmdQuit.Click = [this] { QuitApplication(program_); };
 
     cmdCalAccelerometer.Enabled = program_.Has<FlipCalibrationDoor>();
