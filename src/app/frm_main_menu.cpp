@@ -141,7 +141,6 @@ void frmMainMenu::cmdCalAccelerometer_Click() {
 
 void frmMainMenu::cmdCalLoadCell_Click() {
     CalibrationRun& run = program_.Run;
-    // A new capture would be paired with the peaks of the trial that still waits for its answer.
     if (run.LoadCellCalComplete || EnterUnacceptedTrial(program_)) return;
     program_.Header.SetProcedureName(ProcedureTitle(5));
     run.CurrentProcedure = 5;

@@ -330,6 +330,8 @@ TEST_F(TrialScreens, AWaitingTrialIsAnsweredWithinItsOwnProcedure) {
         EXPECT_EQ(run.CurrentProcedure, row.expected);
         EXPECT_EQ(run.LoadCellRefTrials, row.loadCellTrials) << "the same trial, not one more";
         EXPECT_EQ(run.RefTrials, row.referenceTrials);
+        ReturnToProcedure(program, row.expected);
+        EXPECT_EQ(collection->entered, 0) << "no new drops before it is answered";
     }
 }
 
