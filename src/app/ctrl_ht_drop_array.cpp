@@ -134,4 +134,13 @@ void ctrlHtDropArray::ShowHeightStats(int height, std::span<const double> values
     }
 }
 
+void ctrlHtDropArray::ShowStatistics(std::span<const double> values, bool isFWD) {
+    const auto perHeight = static_cast<std::size_t>(drops_);
+    for (int height = 1; !values.empty() && height <= heights_; ++height) {
+        const std::size_t count = std::min(perHeight, values.size());
+        ShowHeightStats(height, values.first(count), isFWD);
+        values = values.subspan(count);
+    }
+}
+
 }  // namespace bellmark

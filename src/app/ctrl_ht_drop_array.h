@@ -53,6 +53,9 @@ class ctrlHtDropArray {
     /// above 5 is ignored.
     void ShowHeightStats(int height, std::span<const double> values, bool isFWD);
 
+    /// The same for every height of a trial. values: its peaks so far, from the first drop on.
+    void ShowStatistics(std::span<const double> values, bool isFWD);
+
     int Drops() const { return drops_; }
     int Heights() const { return heights_; }
 

@@ -30,7 +30,9 @@ frmMainMenu::frmMainMenu(Program& program)
         program_.Run.RelTrials = 0;
         program_.The<RelativeDoor>().Start(false);
     };
-    cmdFerrylinker.Click = [this] { program_.Services.launcher.Start(program_.Folder() / converterName, ""); };
+    cmdFerrylinker.Click = [this] {
+        program_.Services.launcher.Start(ActualPath(program_.Services.files, program_.Folder() / converterName), "");
+    };
     cmdQuit.Click = [this] { QuitApplication(program_); };
 
     cmdCalAccelerometer.Enabled = program_.Has<FlipCalibrationDoor>();
@@ -139,7 +141,6 @@ void frmMainMenu::cmdCalAccelerometer_Click() {
 
 void frmMainMenu::cmdCalLoadCell_Click() {
     CalibrationRun& run = program_.Run;
-    // A new capture would be paired with the peaks of the trial that still waits for its answer.
     if (run.LoadCellCalComplete || EnterUnacceptedTrial(program_)) return;
     program_.Header.SetProcedureName(ProcedureTitle(5));
     run.CurrentProcedure = 5;

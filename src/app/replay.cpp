@@ -1,8 +1,19 @@
 #include "app/replay.h"
 
+#include "app/ctrl_ht_drop_array.h"
 #include "app/program.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
 
 namespace bellmark {
+
+bool WantsToReview(Program& program, int sequenceIndex) {
+    const int perHeight = program.Run.NumberDropsPerLoadLevel;
+    const std::string question = "Do you wish to review Drop Height " +
+                                 NumberText(HeightOfDrop(sequenceIndex, perHeight) + 1) + ", Drop Number " +
+                                 NumberText(DropInHeight(sequenceIndex, perHeight) + 1) + '?';
+    return program.ShowBox(question, box::yesNo + box::question, "Review Collected Data") == Answer::Yes;
+}
 
 void BeginReplay(Program& program, int sequenceIndex) {
     program.SetAside = SetAsideForReplay{program.Center, program.Run.DropSequenceIndex};

@@ -4,6 +4,9 @@ namespace bellmark {
 
 class Program;
 
+/// Asks whether a drop of the trial is to be looked at again.
+bool WantsToReview(Program& program, int sequenceIndex);
+
 /// Puts a saved drop of the trial in place of the drop in hand, to be looked at. The drop's file brings the calibration
 /// values of its own time along, so what it changes is set aside until EndReplay.
 void BeginReplay(Program& program, int sequenceIndex);

@@ -140,6 +140,9 @@ const char* ProcedureTitle(int procedure) {
 }
 
 void ReturnToProcedure(Program& program, int procedure) {
+    // A new capture would be paired with the peaks of the trial that still waits for its answer.
+    const bool collects = procedure == 4 || procedure == 5;
+    if (collects && EnterUnacceptedTrial(program)) return;
     const int step = program.Run.CurrentProcStep;
     const auto entry = std::find_if(entries.begin(), entries.end(), [&](const WorkflowEntry& row) {
         return row.procedure == procedure && row.firstStep <= step && step <= row.lastStep;

@@ -23,7 +23,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr Color slopeIsGood{128, 255, 128};
 constexpr const char* browsePrompt = "Choose the file that the FWD wrote during this trial: BROWSE.";
 constexpr const char* graphPrompt = "Look at the plot of the trial: GRAPH.";
 constexpr const char* acceptPrompt = "Accept the trial with NEXT, or reject it.";
@@ -125,15 +124,7 @@ void frmGetFWDData::ShowReferencePeaks() {
         DataDisplay.ShowExcessNoise(drop, run_.DropNoiseFlags[index]);
         DataDisplay.ShowResult(drop, run_.DropResults[index]);
     }
-    ShowStatistics(DataDisplay, run_.DropResults, false);
-}
-
-void frmGetFWDData::ShowStatistics(ctrlHtDropArray& grid, const std::array<double, maxDrops>& peaks, bool isFWD) {
-    const auto perHeight = static_cast<std::size_t>(run_.NumberDropsPerLoadLevel);
-    for (int height = 1; height <= run_.NumberLoadLevels; ++height) {
-        grid.ShowHeightStats(
-            height, std::span(peaks).subspan(static_cast<std::size_t>(height - 1) * perHeight, perHeight), isFWD);
-    }
+    DataDisplay.ShowStatistics(std::span(run_.DropResults).first(static_cast<std::size_t>(run_.TotalDrops)), false);
 }
 
 void frmGetFWDData::ShowSensorNavigation(bool visible) {
@@ -145,11 +136,7 @@ void frmGetFWDData::ShowSensorNavigation(bool visible) {
 }
 
 void frmGetFWDData::ReviewDrop(int index) {
-    if (index >= run_.TotalDrops) return;
-    const int perHeight = run_.NumberDropsPerLoadLevel;
-    const std::string question = "Do you wish to review Drop Height " + NumberText(HeightOfDrop(index, perHeight) + 1) +
-                                 ", Drop Number " + NumberText(DropInHeight(index, perHeight) + 1) + '?';
-    if (program_.ShowBox(question, box::yesNo + box::question, "Review Collected Data") != Answer::Yes) return;
+    if (index >= run_.TotalDrops || !WantsToReview(program_, index)) return;
     run_.TrialReview = true;
     BeginReplay(program_, index);
     program_.The<DropDoor>().StartReview();
@@ -266,8 +253,7 @@ void frmGetFWDData::ShowDevice(std::size_t device, const OriginRegression& fit) 
     txtInitialGain.Text = Format(InitialGainOf(run_, device), "0.000");
     txtAdjFactor.Text = Format(trial.AdjFactor, "0.0000");
     txtStdError.Text = Format(trial.StdErrAdjFactor, "0.0000");
-    const bool scatters = ExceedsLimit(trial.StdErrAdjFactor, shownStdErrorLimit);
-    txtStdError.BackColor = scatters ? colors::mustBeUpdated : slopeIsGood;
+    txtStdError.BackColor = StdErrorColor(trial.StdErrAdjFactor);
     txtR2.Text = Format(fit.r2, sensors ? "0.0000" : "0.000");
     txtGain.Text = Format(trial.Gain, "0.000");
     ShowFWDPeaks(device);
@@ -278,7 +264,7 @@ void frmGetFWDData::ShowFWDPeaks(std::size_t device) {
     for (int drop = 0; drop < run_.TotalDrops; ++drop) {
         FWDData.ShowResult(drop, peaks[static_cast<std::size_t>(drop)]);
     }
-    ShowStatistics(FWDData, peaks, true);
+    FWDData.ShowStatistics(std::span(peaks).first(static_cast<std::size_t>(run_.TotalDrops)), true);
 }
 
 void frmGetFWDData::CheckScatter() {

@@ -76,7 +76,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void CompareDevices();
     void ShowDevice(std::size_t device, const OriginRegression& fit);
     void ShowFWDPeaks(std::size_t device);
-    void ShowStatistics(ctrlHtDropArray& grid, const std::array<double, maxDrops>& peaks, bool isFWD);
     void ShowSensorNavigation(bool visible);
     void StepSensor(int step);
     void CheckScatter();

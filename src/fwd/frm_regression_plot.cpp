@@ -12,10 +12,6 @@
 
 namespace bellmark {
 
-namespace {
-constexpr Color slopeIsGood{128, 255, 128};
-}
-
 frmRegressionPlot::frmRegressionPlot(Program& program)
     : Screen(program.Screens, "frmRegressionPlot", "Plot of Reference Device vs. FWD"),
       Header(*this, program.Header),
@@ -103,7 +99,7 @@ void frmRegressionPlot::ShowValues(double stdErrSlope) {
     txtOldGain.Text = Format(InitialGainOf(run_, device_), "0.000");
     txtAdjFactor.Text = Format(trial.AdjFactor, "0.0000");
     txtStdError.Text = Format(stdErrSlope, "0.0000");
-    txtStdError.BackColor = ExceedsLimit(stdErrSlope, shownStdErrorLimit) ? colors::mustBeUpdated : slopeIsGood;
+    txtStdError.BackColor = StdErrorColor(stdErrSlope);
     txtR2.Text = Format(RegressionOf(run_, device_).r2, "0.0000");
     txtNewGain.Text = Format(trial.Gain, "0.000");
 }

@@ -49,6 +49,12 @@ OriginRegression CalibrateDevice(CalibrationRun& run, std::size_t device) {
     return fit;
 }
 
+Color StdErrorColor(double stdErrSlope) {
+    constexpr double largest = 0.002049;
+    constexpr Color good{128, 255, 128};
+    return ExceedsLimit(stdErrSlope, largest) ? colors::mustBeUpdated : good;
+}
+
 bool ScatterDiffers(const HeightStatistics& height, bool sensors, bool englishUnits) {
     constexpr double smallest = 0.01;
     const double reference = height.RefStdDev;

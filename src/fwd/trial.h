@@ -5,6 +5,7 @@
 
 #include "analysis/analysis.h"
 #include "app/calibration_run.h"
+#include "controls/color.h"
 
 /// The trial whose peaks are compared: of the load cell in procedure 5, of all deflection sensors in procedure 4. It is
 /// the last one counted. A device is the load cell, or a sensor by its index from 0.
@@ -32,8 +33,8 @@ OriginRegression RegressionOf(const CalibrationRun& run, std::size_t device);
 /// times the adjustment factor, in a second trial too (AASHTO R32).
 OriginRegression CalibrateDevice(CalibrationRun& run, std::size_t device);
 
-/// Beyond it the standard error of a slope is shown as too large.
-inline constexpr double shownStdErrorLimit = 0.002049;
+/// What the standard error of a slope is shown on: too large are those that do not even round to the limit of 0.002.
+Color StdErrorColor(double stdErrSlope);
 
 /// The scatter of the reference's and of the FWD's peaks within a height differ by more than a factor of 3. What lies
 /// below the noise floor counts for sensors when both do, for the load cell unless both do. Deviations in the units of

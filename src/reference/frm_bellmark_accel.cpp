@@ -159,17 +159,6 @@ void frmBellmark_Accel::ShowDropInHand() {
     SetFocus(cmdNext);
 }
 
-void frmBellmark_Accel::ShowStatistics() {
-    const int perHeight = run_.NumberDropsPerLoadLevel;
-    for (int first = 0; first < run_.DropSequenceIndex; first += perHeight) {
-        const int count = std::min(perHeight, run_.DropSequenceIndex - first);
-        DropDataDisplay.ShowHeightStats(
-            HeightOfDrop(first, perHeight) + 1,
-            std::span(run_.DropResults).subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count)),
-            false);
-    }
-}
-
 void frmBellmark_Accel::GetResults() {
     run_.TrialReview = false;
     if (run_.ReplayMode) {
@@ -185,7 +174,10 @@ void frmBellmark_Accel::GetResults() {
         DropDataDisplay.ShowResult(index, run_.DropResults[slot]);
     }
     ++run_.DropSequenceIndex;
-    if (storable) ShowStatistics();
+    if (storable) {
+        const auto taken = static_cast<std::size_t>(run_.DropSequenceIndex);
+        DropDataDisplay.ShowStatistics(std::span(run_.DropResults).first(taken), false);
+    }
     ShowDropInHand();
 }
 
@@ -235,10 +227,7 @@ void frmBellmark_Accel::ReviewDrop(int index) {
         DropDataDisplay.txtData[static_cast<std::size_t>(index)]->Text.Get().empty()) {
         return;
     }
-    const int perHeight = run_.NumberDropsPerLoadLevel;
-    const std::string question = "Do you wish to review Drop Height " + NumberText(HeightOfDrop(index, perHeight) + 1) +
-                                 ", Drop Number " + NumberText(DropInHeight(index, perHeight) + 1) + '?';
-    if (program_.ShowBox(question, box::yesNo + box::question, "Review Collected Data") != Answer::Yes) return;
+    if (!WantsToReview(program_, index)) return;
     PollButton(false);
     BeginReplay(program_, index);
     program_.The<DropDoor>().StartReview();

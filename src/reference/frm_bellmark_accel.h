@@ -47,7 +47,6 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void Enter();
     bool GoesToResults(int trials, const char* done, const char* review);
     void ShowDropInHand();
-    void ShowStatistics();
 
     Program& program_;
     CalibrationRun& run_;

@@ -230,13 +230,15 @@ void LoadCellTab::DeleteMarkedTrials() {
     if (!SaveInterimCalibration(program_)) return;
     const Path data = program_.InterimFolder();
     FileSystem& files = program_.Services.files;
-    DeleteTrialFiles(files, data, FreeSafeCopy(files, data), loadCellTrialFiles, run_.LoadCellTrialDelete);
+    const Path safeCopy = FreeSafeCopy(files, data);
+    DeleteTrialFiles(files, data, safeCopy, loadCellTrialFiles, run_.LoadCellTrialDelete);
     run_.LoadCellRefTrials = NumberAfterDeletion(run_.LoadCellRefTrials + 1, run_.LoadCellTrialDelete) - 1;
     DeleteTrials(run_.LCTrial, run_.LoadCellTrialDelete);
     run_.LoadCellTrialDelete = {};
     Evaluate();
     Changed();
-    SaveInterimCalibration(program_);
+    // Until then the saved run still has all trials.
+    if (SaveInterimCalibration(program_)) files.RemoveFolder(safeCopy);
 }
 
 }  // namespace bellmark

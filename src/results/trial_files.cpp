@@ -95,7 +95,6 @@ void DeleteTrialFiles(FileSystem& files, const Path& folder, const Path& safeCop
         PutBack(files, folder, safeCopy);
         throw;
     }
-    files.RemoveFolder(safeCopy);
 }
 
 Path FreeSafeCopy(const FileSystem& files, const Path& folder) {

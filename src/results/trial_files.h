@@ -22,8 +22,8 @@ using TrialMarks = std::array<bool, maxTrials>;
 int NumberAfterDeletion(int trial, const TrialMarks& deleted);
 
 /// Takes the files of the marked trials out of the folder and gives those of the others their new numbers. All files
-/// are copied to safeCopy first, which is gone again at the end. Throws FileError; then the folder is as it was, or,
-/// where that fails as well, safeCopy holds what it was.
+/// are copied to safeCopy first, which the caller removes once the run is saved without the marked trials. Throws
+/// FileError; then the folder is as it was, or, where that fails as well, safeCopy holds what it was.
 void DeleteTrialFiles(FileSystem& files, const Path& folder, const Path& safeCopy, const TrialFileKind& kind,
                       const TrialMarks& deleted);
 

@@ -21,6 +21,7 @@
 namespace bellmark {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -330,6 +331,8 @@ TEST_F(TrialScreens, AWaitingTrialIsAnsweredWithinItsOwnProcedure) {
         EXPECT_EQ(run.CurrentProcedure, row.expected);
         EXPECT_EQ(run.LoadCellRefTrials, row.loadCellTrials) << "the same trial, not one more";
         EXPECT_EQ(run.RefTrials, row.referenceTrials);
+        ReturnToProcedure(program, row.expected);
+        EXPECT_EQ(collection->entered, 0) << "no new drops before it is answered";
     }
 }
 
@@ -386,6 +389,29 @@ TEST_F(TrialScreens, SensorsAreLookedAtOneByOne) {
     EXPECT_FALSE(run.PlotReviewPending);
     plot->cmdNext.UserClick();
     EXPECT_EQ(review->started, 1);
+}
+
+TEST_F(TrialScreens, SensorsThatTheFileLacksReadZero) {
+    run.CurrentProcedure = 4;
+    run.NumberSensors = static_cast<int>(maxSensors);
+    run.DropResults = {10, 10.1, 15, 15.1};
+    data->Start();
+    std::string hundredFields = "1";
+    for (int field = 2; field <= 100; ++field) hundredFields += ", 10";
+    WriteFile({hundredFields, "1", "1, 10", ", , 10"});
+    Browse();
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(run.Sensor[11].RefTrial[0].DropData[0], 10);
+    EXPECT_EQ(run.Sensor[11].RefTrial[0].DropData[2], 0);
+    EXPECT_EQ(data->txtNumSensors.Text.Get(), "12");
+    for (std::size_t step = 0; step <= maxSensors; ++step) {
+        data->cmdGraph.UserClick();
+        plot->cmdDownRP.UserClick();
+    }
+
+    WriteFile({"1, 1E308", "1, -1E308", "1, nan", "1, 10"});
+    Browse({Answer::OK});
+    EXPECT_THAT(Boxes(), ElementsAre(AllOf(HasSubstr("Drop 1: "), HasSubstr("Drop 2: "), HasSubstr("Drop 3: "))));
 }
 
 }  // namespace
