@@ -151,16 +151,16 @@ void LoadCellTab::ShowAcceptance() {
 
 void LoadCellTab::cmdAcceptLC_Click() {
     Evaluate();
-    if (run_.SensorRelCalComplete) {
-        run_.CurrentProcedure = 10;
-        run_.CurrentProcStep = 104;
-    } else {
-        run_.CurrentProcedure = 4;
-        run_.CurrentProcStep = 40;
-        program_.Header.SetProcedureName(ProcedureTitle(4));
-    }
     WhileWaiting([this] {
         KeepAcceptedGain();
+        if (run_.SensorRelCalComplete) {
+            run_.CurrentProcedure = 10;
+            run_.CurrentProcStep = 104;
+        } else {
+            run_.CurrentProcedure = 4;
+            run_.CurrentProcStep = 40;
+            program_.Header.SetProcedureName(ProcedureTitle(4));
+        }
         Evaluate();
         grdLoadCell.SetCellColor(gainRow, FinalColumn(), colors::complete);
         Changed();
@@ -181,14 +181,16 @@ void LoadCellTab::WhileWaiting(const std::function<void()>& work) {
 
 void LoadCellTab::KeepAcceptedGain() {
     const std::string today = TodayText(program_);
+    const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
+    // First the file: what cannot be kept is not accepted.
+    if (program_.Services.files.IsFile(interim)) {
+        constexpr const char* section = "Device Calibration";
+        WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterDate", today);
+        WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterGain", Format(finalGain_, "0.000"));
+    }
     run_.LoadCellCalComplete = true;
     run_.NewLoadCellCalibrationCenterDate = today;
     run_.NewLoadCellCalibrationCenterGain = ReadNumber(Format(finalGain_, "0.00000000"));
-    const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
-    if (!program_.Services.files.IsFile(interim)) return;
-    constexpr const char* section = "Device Calibration";
-    WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterDate", today);
-    WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterGain", Format(finalGain_, "0.000"));
 }
 
 void LoadCellTab::cmdDelLCTrials_Click() {

@@ -155,6 +155,20 @@ TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     EXPECT_EQ(results.cmdPrintPDDX[1].BackColor.Get(), colors::suggestedNext);
 }
 
+TEST_F(LoadCellResultsTest, WhatCannotBeKeptIsNotAccepted) {
+    SetTrials({1.0, 1.002});
+    SaveInterimCalibration(*program);
+    machine.files.FailFromWrite(1);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    tab.cmdAcceptLC.UserClick();
+    machine.files.FailFromWrite(0);
+    EXPECT_FALSE(run.LoadCellCalComplete);
+    EXPECT_EQ(run.CurrentProcedure, 5);
+    EXPECT_FALSE(results.txtPleaseWait.Visible);
+    tab.cmdAcceptLC.UserClick();
+    EXPECT_TRUE(run.LoadCellCalComplete);
+}
+
 TEST_F(LoadCellResultsTest, ALoadCellAloneGoesOnToItsOutputs) {
     run.LoadCellOnly = true;
     SetTrials({1.0, 1.0});
