@@ -58,6 +58,7 @@ void frmMainMenu::Activated() {
     ShowLoadCellStatus();
     ShowSensorStatus();
     ShowCertificateStatus();
+    SuggestNextStep();
 }
 
 void frmMainMenu::ShowHeaderLabels() {
@@ -125,7 +126,20 @@ void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
                                 : !loadCell                 ? unfinished
                                 : program_.Run.LoadCellOnly ? "The set-up was approved for the load cell only."
                                                             : "The accelerometer must be calibrated first.";
-    SetDefaultButton(loadCell ? &cmdCalLoadCell : &cmdEditSetup);
+    SuggestNextStep();
+}
+
+void frmMainMenu::SuggestNextStep() {
+    Button& next = NextStep();
+    SetDefaultButton(&next);
+    SetFocus(next);
+}
+
+Button& frmMainMenu::NextStep() {
+    const CalibrationRun& run = program_.Run;
+    if (!cmdCalLoadCell.Enabled) return cmdEditSetup;
+    if (!run.LoadCellCalComplete) return cmdCalLoadCell;
+    return cmdRefCalDefAccel.Enabled && !run.SensorRelCalComplete ? cmdRefCalDefAccel : cmdFWDDoc;
 }
 
 void frmMainMenu::ResetPrerequisites() {

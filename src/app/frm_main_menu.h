@@ -51,6 +51,8 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     void ShowLoadCellStatus();
     void ShowSensorStatus();
     void ShowCertificateStatus();
+    void SuggestNextStep();
+    Button& NextStep();
     void ResetPrerequisites();
 
     Program& program_;

@@ -32,6 +32,7 @@ struct FormattedParagraph {
     double spaceAfter = 0;
     std::vector<TabStop> tabs;
     bool beginsPage = false;
+    bool hasRuleBelow = false;  ///< a line across the sheet, as under a heading
     friend bool operator==(const FormattedParagraph&, const FormattedParagraph&) = default;
 };
 

@@ -105,6 +105,8 @@ class Reader {
         if (word == "fi") shape.firstLineIndent = points;
         if (word == "sb") shape.spaceBefore = points;
         if (word == "sa") shape.spaceAfter = points;
+        if (word == "brdrb") shape.hasRuleBelow = true;
+        if (word == "brdrnone") shape.hasRuleBelow = false;
         if (word == "tqc") nextTab_ = Alignment::Center;
         if (word == "tqr" || word == "tqdec") nextTab_ = Alignment::Right;
         if (word == "tx") {

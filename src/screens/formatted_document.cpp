@@ -47,6 +47,10 @@ QTextBlockFormat BlockFormat(const FormattedParagraph& paragraph, double dotsPer
     format.setTopMargin(paragraph.spaceBefore * dotsPerPoint);
     format.setBottomMargin(paragraph.spaceAfter * dotsPerPoint);
     if (paragraph.beginsPage) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    if (paragraph.hasRuleBelow) {
+        const QTextLength wholeWidth(QTextLength::PercentageLength, 100);
+        format.setProperty(QTextFormat::BlockTrailingHorizontalRulerWidth, wholeWidth);
+    }
     QList<QTextOption::Tab> tabs;
     for (const TabStop& tab : paragraph.tabs) tabs.push_back({tab.position * dotsPerPoint, TabTypeOf(tab.alignment)});
     format.setTabPositions(tabs);
@@ -109,6 +113,7 @@ void PrintDocument(QPrinter& printer, const FormattedText& text) {
         painter.translate(0, -number * page.height());
         QAbstractTextDocumentLayout::PaintContext context;
         context.palette.setColor(QPalette::Text, Qt::black);
+        context.palette.setColor(QPalette::Dark, Qt::black);
         context.clip = QRectF(0, number * page.height(), page.width(), page.height());
         painter.setClipRect(context.clip);
         document.documentLayout()->draw(&painter, context);

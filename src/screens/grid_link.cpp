@@ -22,6 +22,11 @@ QString CellToolTip(const Grid& grid, int row, int column) {
     return own.isEmpty() ? StateText(grid.CellColor(row, column)) : own;
 }
 
+/// The form says so of a table of results: a last column that takes all the room would look like a heading.
+bool HasColumnsAlike(const QTableWidget& table) {
+    return table.property("columns").toString() == QLatin1String("alike");
+}
+
 /// The texts of all fixed rows, one below the other.
 QString Heading(const Grid& grid, int column) {
     QStringList lines;
@@ -40,6 +45,7 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
     view_.setTabKeyNavigation(false);
     view_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     view_.horizontalHeader()->setStretchLastSection(true);
+    if (HasColumnsAlike(view_)) view_.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view_.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     soon_.setSingleShot(true);
     QObject::connect(&soon_, &QTimer::timeout, &Context(), [this] { ShowNow(); });
@@ -109,6 +115,7 @@ void GridLink::ShowCells() {
             QTableWidgetItem& item = ItemAt(view_, row, column);
             const Color color = grid_.CellColor(gridRow, gridColumn);
             item.setText(QString::fromStdString(grid_.Cell(gridRow, gridColumn)));
+            if (HasColumnsAlike(view_)) item.setTextAlignment(Qt::AlignCenter);
             item.setBackground(IsPlain(color) ? QBrush() : QBrush(ToQColor(color)));
             item.setForeground(IsPlain(color) ? QBrush() : QBrush(QColor(0x10, 0x18, 0x20)));
             item.setToolTip(CellToolTip(grid_, gridRow, gridColumn));

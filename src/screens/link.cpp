@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QTextBrowser>
+#include <QTextCursor>
 
 #include "controls/controls.h"
 #include "controls/picture.h"
@@ -266,6 +267,8 @@ class RichTextLink : public Link {
     }
     void Refresh() override {
         FillDocument(*view_.document(), box_.Content, view_.logicalDpiX());
+        // The view's own cursor went along with the text; it is to be read from the top.
+        view_.moveCursor(QTextCursor::Start);
         ShowCommonProperties(box_, view_);
     }
 

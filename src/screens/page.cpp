@@ -105,7 +105,7 @@ bool Page::EnterSuggests() const {
 bool Page::TakesKeys(const QKeySequence& keys) const {
     const auto buttons = findChildren<QAbstractButton*>();
     return std::any_of(buttons.begin(), buttons.end(), [&](const QAbstractButton* button) {
-        return button->isEnabled() && button->isVisible() && QKeySequence::mnemonic(button->text()) == keys;
+        return button->isEnabled() && button->isVisibleTo(this) && QKeySequence::mnemonic(button->text()) == keys;
     });
 }
 

@@ -197,8 +197,11 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         pointer_->setPen(QPen(ink, 1));
         readOut_ = new QCPItemText(view_);
         readOut_->position->setType(QCPItemPosition::ptAxisRectRatio);
-        readOut_->position->setCoords(0.99, 0.02);
-        readOut_->setPositionAlignment(Qt::AlignRight | Qt::AlignTop);
+        // Drops climb towards the upper corner, pulses have come down again there.
+        const bool isTopTaken = plot_.series.front().asMarkers;
+        readOut_->position->setCoords(0.99, isTopTaken ? 0.98 : 0.02);
+        readOut_->setPositionAlignment(Qt::AlignRight | (isTopTaken ? Qt::AlignBottom : Qt::AlignTop));
+        readOut_->setTextAlignment(Qt::AlignLeft);
         readOut_->setColor(ink);
         readOut_->setBrush(QColor(255, 255, 255, 220));
         readOut_->setPadding(QMargins(4, 2, 4, 2));

@@ -21,7 +21,8 @@ namespace bellmark {
 namespace {
 
 constexpr double usualPointSize = 10;
-constexpr double margin = 15;  // mm
+constexpr double margin = 15;    // mm
+constexpr double plotScale = 4;  // dots of paper for one of the screen
 
 QFont PageFont(QPaintDevice& device, const std::vector<QString>& lines, const QRectF& area) {
     QFont font(QStringLiteral("Courier New"));
@@ -61,9 +62,8 @@ void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::str
 }
 
 void DrawWidget(QPagedPaintDevice& device, QWidget& widget) {
-    QCPPainter painter;
+    QPainter painter;
     if (!painter.begin(&device)) throw std::runtime_error("The printer does not take the page.");
-    painter.setMode(QCPPainter::pmVectorized);
     const QSizeF page(device.width(), device.height());
     const double scale = std::min(page.width() / widget.width(), page.height() / widget.height());
     painter.translate((page.width() - scale * widget.width()) / 2, (page.height() - scale * widget.height()) / 2);
@@ -71,10 +71,8 @@ void DrawWidget(QPagedPaintDevice& device, QWidget& widget) {
     widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
     for (QCustomPlot* plot : widget.findChildren<QCustomPlot*>()) {
         if (!plot->isVisibleTo(&widget)) continue;
-        painter.save();
-        painter.translate(plot->mapTo(&widget, QPoint(0, 0)));
-        plot->toPainter(&painter, plot->width(), plot->height());
-        painter.restore();
+        const QRect place(plot->mapTo(&widget, QPoint(0, 0)), plot->size());
+        painter.drawPixmap(place, plot->toPixmap(plot->width(), plot->height(), plotScale));
     }
 }
 

@@ -67,6 +67,9 @@ frmSetup::frmSetup(Program& program)
         cmdNext.BackColor = colors::suggestedNext;
         SetFocus(cmdNext);
     };
+    FWD.ConfigurationRead = [this] {
+        if (cmdNext.Enabled) SetFocus(cmdNext);
+    };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     ShowPage(Center.optCalCenter, Center.fraCalCenter);

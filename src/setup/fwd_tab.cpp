@@ -226,6 +226,7 @@ void FWDTab::cmdReadFWDConfig_Click() {
     ShowDataFrames();
     optFWDClick();
     screen_.SetFocus(cmdReadFWDConfig);
+    if (ConfigurationRead) ConfigurationRead();
     if (Stored) Stored();
 }
 

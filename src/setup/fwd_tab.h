@@ -63,6 +63,7 @@ class FWDTab {
 
     std::function<PDDXFile&()> Document;                       ///< the run's document
     std::function<void()> Stored;                              ///< something is known that is worth coming back to
+    std::function<void()> ConfigurationRead;                   ///< from the FWD's file
     std::function<void(bool complete)> Checked;                ///< the tab was judged anew
     std::function<void(const Path& folder)> DataFolderChosen;  ///< the FWD's files are fetched from here
 

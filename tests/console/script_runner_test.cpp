@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "app/program.h"
+#include "console/printed_screen.h"
 #include "platform/numbers.h"
 #include "tests/controls/sample_screen.h"
 #include "tests/support/test_machine.h"
@@ -187,6 +188,15 @@ TEST_F(ConsoleTest, FailingLinesSayWhereAndWhy) {
     screen.cmdGo.Visible = false;
     EXPECT_EQ(OutputOf("click frmSample.cmdGo"), "line 1: frmSample.cmdGo is hidden\n");
     EXPECT_EQ(OutputOf("answer Yes\nquit\nfront"), "line 3: the program has ended\n");
+}
+
+TEST_F(ConsoleTest, APrintedScreenTellsItsPlotAndTexts) {
+    screen.txtName.Text = "A. Operator";
+    Plot plot;
+    plot.title = "Load Cell Trial 1";
+    screen.picPlot.Draw(plot);
+    EXPECT_EQ(PrintedLines(screen),
+              (std::vector<std::string>{"frmSample", "txtName: A. Operator", "Load Cell Trial 1"}));
 }
 
 TEST_F(ConsoleTest, SetsAndAdvancesTheClock) {

@@ -114,17 +114,19 @@ TEST(RichText, RefusesWhatIsNoRichText) {
 
 TEST(RichTextReader, ShowsParagraphsTabsAndFormats) {
     const FormattedText text = ReadRichText(
-        "{\\rtf1{\\fonttbl{\\f0 Arial;}}\\pard\\qc\\sa100\\fs36{\\b Title} 1\\par\r\n"
+        "{\\rtf1{\\fonttbl{\\f0 Arial;}}\\pard\\qc\\sa100\\brdrb\\brdrs\\brdrw10\\fs36{\\b Title} 1\\par\r\n"
         "\\pard\\tqr\\tx1440\\fs20\\ul a\\ulnone\\tab\\u8364?\\'e9\\line b\\par}");
     ASSERT_EQ(text.paragraphs.size(), 2U);
     const FormattedParagraph& title = text.paragraphs[0];
     EXPECT_EQ(title.alignment, Alignment::Center);
     EXPECT_EQ(title.spaceAfter, 5);
+    EXPECT_TRUE(title.hasRuleBelow);
     ASSERT_EQ(title.runs.size(), 2U);
     EXPECT_EQ(title.runs[0], (FormattedRun{"Title", 18, true, false, false}));
     EXPECT_EQ(title.runs[1], (FormattedRun{" 1", 18, false, false, false}));
     const FormattedParagraph& line = text.paragraphs[1];
     EXPECT_EQ(line.alignment, Alignment::Left);
+    EXPECT_FALSE(line.hasRuleBelow);
     EXPECT_EQ(line.tabs, (std::vector<TabStop>{{72, Alignment::Right}}));
     EXPECT_EQ(PlainText(text), "Title 1\na\t\xE2\x82\xAC\xC3\xA9\nb");
 }

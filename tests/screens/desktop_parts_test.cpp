@@ -85,6 +85,24 @@ TEST(QtPrinter, WritesEachPageAndFitsWideLines) {
     EXPECT_NE(pdf.find("/Count 3"), std::string::npos);
 }
 
+TEST(QtPrinter, DrawsAScreenOnOneLandscapePage) {
+    const TemporaryFolder folder;
+    const Path file = folder.Folder() / "screen.pdf";
+    PlotWidget plot;
+    plot.resize(1200, 700);
+    plot.Show(WholeBlock());
+    {
+        QPdfWriter writer(QString::fromStdString(file.string()));
+        writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF()));
+        DrawWidget(writer, plot);
+    }
+    std::ifstream stream(file, std::ios::binary);
+    const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
+    EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
+    // 1200 x 4 dots: the plot itself, and not the page's ground alone.
+    EXPECT_NE(pdf.find("/Width 4800"), std::string::npos);
+}
+
 TEST(QtPrinter, SavesAFormattedTextAsPdfPages) {
     const TemporaryFolder folder;
     const Path file = folder.Folder() / "certificate.pdf";

@@ -26,6 +26,7 @@ class QueuedDialogs : public Dialogs {
   public:
     std::deque<Answer> answers;
     std::deque<Path> files;
+    std::deque<std::string> inputs;
     std::vector<MessageBox> shown;
 
     Answer Show(const MessageBox& message) override {
@@ -35,17 +36,20 @@ class QueuedDialogs : public Dialogs {
         answers.pop_front();
         return answer;
     }
-    std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override { return {}; }
-    std::optional<Path> OpenFile(const FileChoice&) override { return NextFile(); }
-    std::optional<Path> SaveFile(const FileChoice&) override { return NextFile(); }
-    std::optional<Path> PickFolder(const std::string&, const Path&) override { return NextFile(); }
+    std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override {
+        return Next(inputs);
+    }
+    std::optional<Path> OpenFile(const FileChoice&) override { return Next(files); }
+    std::optional<Path> SaveFile(const FileChoice&) override { return Next(files); }
+    std::optional<Path> PickFolder(const std::string&, const Path&) override { return Next(files); }
 
   private:
-    std::optional<Path> NextFile() {
-        if (files.empty()) return {};
-        const Path file = files.front();
-        files.pop_front();
-        return file;
+    template <class Value>
+    static std::optional<Value> Next(std::deque<Value>& queue) {
+        if (queue.empty()) return {};
+        Value value = std::move(queue.front());
+        queue.pop_front();
+        return value;
     }
 };
 
