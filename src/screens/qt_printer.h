@@ -22,7 +22,8 @@ class QtPrinter : public Printer {
 /// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.
 void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages);
 
-/// Draws a widget as it is shown, as large as it fits the page, in its middle. Plots are drawn finer than on the screen.
+/// Draws a widget as it is shown, as large as it fits the page, in its middle. Plots are drawn finer than on the
+/// screen.
 void DrawWidget(QPagedPaintDevice& device, QWidget& widget);
 
 /// The prompt tones. The desktop's own sound stands for them where the file cannot be played.
