@@ -53,7 +53,11 @@ void frmSimulator::CaptureBlock(int) {
     }
     DrawChart();
     replayRemaining_ = sampleCount_;
-    if (replayRemaining_ == 0) return;
+    if (replayRemaining_ == 0) {
+        // Nothing will ever come: the wait for it ends.
+        program_.Run.DropAborted = true;
+        return;
+    }
     // blockCaptured_ is never set back: the samples are complete already, the replay is only there to be seen.
     if (program_.Services.simulatedCapture.count() == 0) {
         EndReplay();

@@ -103,8 +103,10 @@ TEST_F(SimulatorTest, TellsWhichFileItCouldNotReadAndGivesAnEmptyBlock) {
         test.make();
         count = -1;
         machine.dialogs.QueueAnswer(Answer::OK);
+        program.Run.DropAborted = false;
         Capture();
         EXPECT_EQ(count, 0) << test.defect;
+        EXPECT_TRUE(program.Run.DropAborted) << test.defect << ": nobody waits for what cannot come";
         const auto boxes = machine.dialogs.TakeBoxes();
         ASSERT_EQ(boxes.size(), 1U) << test.defect;
         EXPECT_EQ(boxes[0], "\tCouldn't find simulation input file " + PathText(path) +

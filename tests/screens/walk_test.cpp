@@ -1,14 +1,23 @@
-// An operator's way through the real widgets: from the start form to a drop that was taken.
+// An operator's way through the real widgets: from the start form to a drop that was taken, and on to the certificate.
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QTextBrowser>
 #include <QTimer>
 #include <QtTest/QTest>
+#include <filesystem>
 #include <fstream>
+#include <map>
 
 #include "controls/control.h"
+#include "platform/numbers.h"
 #include "tests/screens/test_desktop.h"
 #include "virtual_fwd/virtual_center.h"
 
@@ -21,7 +30,7 @@ class WalkTest : public testing::Test {
   protected:
     explicit WalkTest(std::chrono::milliseconds simulatedCapture = 0ms) : desktop_(simulatedCapture) {
         DiskFileSystem files;
-        virtual_fwd::WriteCenter(files, desktop_.Folder(), {}, MakeDateTime(2012, 3, 9, 10));
+        virtual_fwd::WriteCenter(files, desktop_.Folder(), {}, SystemClock().Now());
         std::ofstream(desktop_.Folder() / "Ferrylink.exe") << "stand-in";
         desktop_.Start();
     }
@@ -30,7 +39,72 @@ class WalkTest : public testing::Test {
         QWidget& widget = desktop_.WidgetOf(screen, button);
         ASSERT_TRUE(widget.isVisible() && widget.isEnabled()) << screen << '.' << button;
         EXPECT_EQ(desktop_.window->size(), QSize(1280, 800)) << screen << " needs more room";
+        ExpectDistinctLetters();
         QTest::mouseClick(&widget, Qt::LeftButton);
+    }
+
+    /// Enter where the keyboard is, as an operator presses it who follows the suggestions.
+    void PressEnter() {
+        ExpectDistinctLetters();
+        QWidget* focused = desktop_.window->focusWidget();
+        ASSERT_TRUE(focused) << Front() << " leaves the keyboard nowhere";
+        QTest::keyClick(focused, Qt::Key_Return);
+    }
+
+    void FollowSuggestionsTo(const char* screen, int mostSteps) {
+        for (int step = 0; step < mostSteps && Front() != screen; ++step) PressEnter();
+        ASSERT_EQ(Front(), screen);
+    }
+
+    /// Alt with a letter must not stand for two things.
+    void ExpectDistinctLetters() {
+        QApplication::processEvents();
+        std::map<QString, QString> captions;
+        const auto meet = [&](const QString& caption) {
+            const QString letter = QKeySequence::mnemonic(caption).toString();
+            const auto [met, isNew] = captions.emplace(letter, caption);
+            EXPECT_TRUE(isNew || letter.isEmpty())
+                << Front() << ": " << met->second.toStdString() << ", " << caption.toStdString();
+        };
+        for (const QAction* item : desktop_.window->menuBar()->actions()) meet(item->text());
+        for (const auto* button : desktop_.window->findChildren<QAbstractButton*>()) {
+            if (button->isVisible() && button->isEnabled()) meet(button->text());
+        }
+    }
+
+    void SetUpANewCalibration() {
+        desktop_.dialogs.answers = {Answer::OK};
+        desktop_.dialogs.files = {desktop_.Folder() / "BellmarkCenterConfig.ini"};
+        PressEnter();
+        ASSERT_EQ(Front(), "frmSetup");
+        PressEnter();  // the center is approved
+        desktop_.dialogs.inputs = {"Sample Road Agency", "8002-101"};
+        Press("frmSetup", "cmdNewOwner");
+        Press("frmSetup", "cmdNewFWD");
+        QTest::keyClick(&desktop_.WidgetOf("frmSetup", "cboFWDMfg"), Qt::Key_Down);
+        desktop_.dialogs.files = {desktop_.Folder() / "FWD" / "Configuration.ddx"};
+        Press("frmSetup", "cmdReadFWDConfig");
+        EXPECT_EQ(desktop_.window->focusWidget(), &desktop_.WidgetOf("frmSetup", "cmdNext"));
+        Press("frmSetup", "optDataAcq");
+        auto& drops = dynamic_cast<QLineEdit&>(desktop_.WidgetOf("frmSetup", "txtSimDataLocation"));
+        drops.setFocus();
+        drops.selectAll();
+        QTest::keyClicks(&drops, QString::fromStdString(PathText(desktop_.Folder() / "Review")));
+        QTest::keyClick(&drops, Qt::Key_Tab);
+        Press("frmSetup", "cmdNext");
+        desktop_.dialogs.answers = {Answer::Yes};
+        PressEnter();  // the sequence is approved
+        PressEnter();
+        ASSERT_EQ(Front(), "frmMainMenu");
+    }
+
+    void TakeTrial(const char* fwdFile) {
+        FollowSuggestionsTo("frmGetFWDData", 64);
+        desktop_.dialogs.files = {desktop_.Folder() / "FWD" / fwdFile};
+        PressEnter();
+        PressEnter();
+        ASSERT_EQ(Front(), "frmRegressionPlot");
+        PressEnter();
     }
 
     void GoToCollection() {
@@ -69,6 +143,41 @@ TEST_F(WalkTest, FromTheStartFormToADropThatIsTaken) {
     ASSERT_EQ(Front(), "frmBellmark_Accel");
     EXPECT_EQ(dynamic_cast<QLineEdit&>(desktop_.WidgetOf("frmBellmark_Accel", "txtData(0)")).text(), "6,028");
     EXPECT_EQ(desktop_.TextOf("frmBellmark_Accel", "lblDropNumber"), "2");
+    EXPECT_EQ(desktop_.refusals, std::vector<std::string>());
+}
+
+TEST_F(WalkTest, FromANewCalibrationToTheCertificate) {
+    std::ofstream(desktop_.Folder() / "CertificateTemplate.rtf") << "{\\rtf1\\viewkind4 Gain LCFin of CalibrationDate}";
+    const Path converter = "Ferrylink.exe";
+    std::filesystem::copy_file(Path(BELLMARK_SOURCE_FOLDER) / "sample" / converter, desktop_.Folder() / converter,
+                               std::filesystem::copy_options::overwrite_existing);
+    SetUpANewCalibration();
+    TakeTrial("Trial1.ddx");
+    TakeTrial("Trial2.ddx");
+    ASSERT_EQ(Front(), "frmResults");
+    EXPECT_EQ(desktop_.TextOf("frmResults", "txtMsg"), "All data checks passed");
+    PressEnter();
+    ASSERT_TRUE(desktop_.program->Run.LoadCellCalComplete);
+    desktop_.dialogs.files = {desktop_.Folder() / "ForTheCenter.ddx", desktop_.Folder() / "ForTheFWD.ddx"};
+    Press("frmResults", "optSummary");
+    Press("frmResults", "cmdPrintPDDX(0)");
+    ASSERT_EQ(Front(), "frmReport");
+
+    const std::string truth = DiskFileSystem().ReadBytes(desktop_.Folder() / "FWD" / "TrueGains.txt");
+    const std::string key = "TrueGain=";
+    const double trueGain = ReadNumber(truth.substr(truth.find(key) + key.size()));
+    const auto& sheet = dynamic_cast<const QTextBrowser&>(desktop_.WidgetOf("frmReport", "rtbReport"));
+    const QStringList words = sheet.toPlainText().split(QLatin1Char(' '));
+    ASSERT_GE(words.size(), 3);
+    // Two trials that repeat within 0.003 are what the procedure asks for.
+    EXPECT_NEAR(words[1].toDouble(), trueGain, 0.003);
+    Press("frmReport", "cmdNext");
+    ASSERT_EQ(Front(), "frmResults");
+    // The load cell is done: its button would do nothing any more.
+    Press("frmResults", "cmdMainMenu");
+    ASSERT_EQ(Front(), "frmMainMenu");
+    PressEnter();
+    EXPECT_EQ(Front(), "frmResults");
     EXPECT_EQ(desktop_.refusals, std::vector<std::string>());
 }
 
