@@ -45,7 +45,10 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
     view_.setTabKeyNavigation(false);
     view_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     view_.horizontalHeader()->setStretchLastSection(true);
-    if (HasColumnsAlike(view_)) view_.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    if (HasColumnsAlike(view_)) {
+        view_.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+        view_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
     view_.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     soon_.setSingleShot(true);
     QObject::connect(&soon_, &QTimer::timeout, &Context(), [this] { ShowNow(); });
