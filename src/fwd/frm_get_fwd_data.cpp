@@ -75,8 +75,7 @@ void frmGetFWDData::Start() {
     run_.FlagUnacceptedTrial = true;
     SaveInterimCalibration(program_);
     Show();
-    SetDefaultButton(&cmdBrowse);
-    SetFocus(cmdBrowse);
+    ShowStage(Stage::Browse);
 }
 
 void frmGetFWDData::PrepareScreen() {
@@ -85,20 +84,8 @@ void frmGetFWDData::PrepareScreen() {
     Header.PageTitle.Caption = sensors ? "Get FWD Deflection Sensor Drop Data" : "Get FWD Load Cell Drop Data";
     run_.PlotReviewPending = true;
     run_.StdDevWarningDone = true;
-    for (TextBox* box : {&txtFilename, &txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain, &txtAdjFactor,
-                         &txtStdError, &txtR2, &txtGain}) {
-        box->Text = "";
-    }
-    txtStdError.BackColor = colors::window;
-    device_ = 0;
+    txtFilename.Text = "";
     document_.clear();
-    cmdGraph.Enabled = false;
-    cmdGraph.BackColor = colors::buttonFace;
-    cmdAccept.Enabled = false;
-    cmdAccept.BackColor = colors::buttonFace;
-    cmdReject.Enabled = false;
-    cmdBrowse.BackColor = colors::suggestedNext;
-    lblNextStep.Caption = browsePrompt;
     fraDataDisplay.Caption =
         sensors ? "Integrated Accelerometer Deflection Peak Data" : "Reference Load Cell Peak Data";
     fraFWDData.Caption = sensors ? "FWD Deflection Sensor Peak Data" : "FWD Load Cell Peak Data";
@@ -106,7 +93,45 @@ void frmGetFWDData::PrepareScreen() {
         grid->CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
         grid->Clear();
     }
+    ClearResults();
     ShowSensorNavigation(sensors);
+}
+
+void frmGetFWDData::ClearResults() {
+    for (TextBox* box :
+         {&txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain, &txtAdjFactor, &txtStdError, &txtR2, &txtGain}) {
+        box->Text = "";
+    }
+    txtStdError.BackColor = colors::window;
+    FWDData.Clear();
+    device_ = 0;
+}
+
+void frmGetFWDData::ShowStage(Stage stage) {
+    const bool loaded = stage == Stage::Look || stage == Stage::Answer;
+    cmdGraph.Enabled = loaded;
+    cmdAccept.Enabled = loaded;
+    cmdReject.Enabled = stage != Stage::Browse;
+    Button& next = stage == Stage::Look ? cmdGraph : stage == Stage::Answer ? cmdAccept : cmdBrowse;
+    for (Button* button : {&cmdBrowse, &cmdGraph, &cmdAccept}) {
+        button->BackColor = button == &next ? colors::suggestedNext : colors::buttonFace;
+    }
+    switch (stage) {
+        case Stage::Browse:
+            lblNextStep.Caption = browsePrompt;
+            break;
+        case Stage::Refused:
+            lblNextStep.Caption = rejectPrompt;
+            break;
+        case Stage::Look:
+            lblNextStep.Caption = graphPrompt;
+            break;
+        case Stage::Answer:
+            lblNextStep.Caption = acceptPrompt;
+            break;
+    }
+    SetDefaultButton(&next);
+    SetFocus(next);
 }
 
 void frmGetFWDData::CountTrial() {
@@ -160,29 +185,14 @@ void frmGetFWDData::cmdBrowse_Click() {
     if (!MayUse(document)) return;
     txtFilename.Text = PathText(file.filename());
     document_ = path;
-    if (!ReadFWDPeakData(document, readable)) {
-        run_.PlotReviewPending = true;
-        cmdReject.Enabled = true;
-        cmdGraph.Enabled = false;
-        cmdGraph.BackColor = colors::buttonFace;
-        cmdAccept.Enabled = false;
-        cmdBrowse.BackColor = colors::suggestedNext;
-        lblNextStep.Caption = rejectPrompt;
-        return;
-    }
     run_.PlotReviewPending = true;
+    // Values of a former file must not stand beside the name of this one.
+    ClearResults();
+    if (!ReadFWDPeakData(document, readable)) return ShowStage(Stage::Refused);
     run_.GraphSeen = {};
     CompareDevices();
     CheckLoadCell();
-    cmdGraph.Enabled = true;
-    cmdAccept.Enabled = true;
-    cmdReject.Enabled = true;
-    cmdGraph.BackColor = colors::suggestedNext;
-    cmdAccept.BackColor = colors::buttonFace;
-    cmdBrowse.BackColor = colors::buttonFace;
-    lblNextStep.Caption = graphPrompt;
-    SetDefaultButton(&cmdGraph);
-    SetFocus(cmdGraph);
+    ShowStage(Stage::Look);
 }
 
 bool frmGetFWDData::MayUse(const PDDXFile& document) {
@@ -290,9 +300,7 @@ void frmGetFWDData::ShowMessage(int code) {
 }
 
 void frmGetFWDData::StepSensor(int step) {
-    const int sensors = run_.NumberSensors;
-    if (sensors < 1) return;
-    const auto next = static_cast<std::size_t>((static_cast<int>(device_) + step + sensors) % sensors);
+    const std::size_t next = NeighbourSensor(run_, device_, step);
     ShowDevice(next, RegressionOf(run_, next));
 }
 
@@ -302,13 +310,8 @@ void frmGetFWDData::cmdGraph_Click() {
 }
 
 void frmGetFWDData::ReturnFromPlot() {
-    const bool seen = !run_.PlotReviewPending;
-    cmdGraph.BackColor = seen ? colors::buttonFace : colors::suggestedNext;
-    cmdAccept.BackColor = seen ? colors::suggestedNext : colors::buttonFace;
-    lblNextStep.Caption = seen ? acceptPrompt : graphPrompt;
     Show();
-    SetDefaultButton(seen ? &cmdAccept : &cmdGraph);
-    SetFocus(seen ? cmdAccept : cmdGraph);
+    ShowStage(run_.PlotReviewPending ? Stage::Look : Stage::Answer);
 }
 
 void frmGetFWDData::cmdAccept_Click() {
@@ -320,15 +323,14 @@ void frmGetFWDData::cmdAccept_Click() {
 }
 
 void frmGetFWDData::AcceptTrial() {
+    run_.StdDevWarningDone = true;
     if (CalibratesSensors(run_)) {
-        run_.StdDevWarningDone = true;
         program_.The<ReferenceReviewDoor>().Start();
         SaveInterimCalibration(program_);
         return;
     }
-    run_.StdDevWarningDone = true;
     PrintReport();
-    LeaveTrial(42, 52);
+    LeaveTrial();
     if (run_.LoadCellRefTrials == 1) {
         program_.The<MainMenuDoor>().CalibrateLoadCell();
     } else {
@@ -336,9 +338,9 @@ void frmGetFWDData::AcceptTrial() {
     }
 }
 
-void frmGetFWDData::LeaveTrial(int sensorStep, int loadCellStep) {
+void frmGetFWDData::LeaveTrial() {
     run_.FlagUnacceptedTrial = false;
-    run_.CurrentProcStep = CalibratesSensors(run_) ? sensorStep : loadCellStep;
+    run_.CurrentProcStep = CalibratesSensors(run_) ? 42 : 52;
     // Its drops are no longer those of a trial in hand.
     run_.DropSequenceIndex = 0;
     SaveInterimCalibration(program_);
@@ -362,7 +364,7 @@ void frmGetFWDData::RejectTrial() {
         for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) TrialOf(run_, device) = {};
         --TrialCount(run_);
     }
-    LeaveTrial(42, 52);
+    LeaveTrial();
     if (repeat == Answer::Yes) {
         ReturnToProcedure(program_, run_.CurrentProcedure);
     } else {

@@ -66,7 +66,11 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void cmdMainMenu_Click();
     void cmdFerrylink_Click();
 
+    /// Where the trial stands on this screen: each stage has one next step.
+    enum class Stage { Browse, Refused, Look, Answer };
+    void ShowStage(Stage stage);
     void PrepareScreen();
+    void ClearResults();
     void CountTrial();
     void ShowReferencePeaks();
     void ReviewDrop(int index);
@@ -81,7 +85,7 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void CheckScatter();
     void CheckLoadCell();
     void WriteReport(std::size_t device, const DateTime& now, double airTemperature);
-    void LeaveTrial(int sensorStep, int loadCellStep);
+    void LeaveTrial();
     void ShowMessage(int code);
 
     Program& program_;

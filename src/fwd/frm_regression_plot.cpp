@@ -69,11 +69,6 @@ void frmRegressionPlot::MarkSeen() {
                      [](bool seen) { return seen; });
 }
 
-std::size_t frmRegressionPlot::NeighbourOf(std::size_t sensor, int step) const {
-    const int sensors = std::max(run_.NumberSensors, 1);
-    return static_cast<std::size_t>((static_cast<int>(sensor) + step + sensors) % sensors);
-}
-
 void frmRegressionPlot::ShowSensorControls() {
     const bool sensors = CalibratesSensors(run_);
     for (Control* control : {static_cast<Control*>(&lblRPSensorNum), static_cast<Control*>(&txtRPSensorNum),
@@ -85,7 +80,7 @@ void frmRegressionPlot::ShowSensorControls() {
     txtRPSensorNum.Text = NumberText(ShownSensorNumber(run_, static_cast<int>(device_)));
     const auto hint = [&](int step) {
         return "Click to view Sensor " +
-               NumberText(ShownSensorNumber(run_, static_cast<int>(NeighbourOf(device_, step)))) + " graph";
+               NumberText(ShownSensorNumber(run_, static_cast<int>(NeighbourSensor(run_, device_, step)))) + " graph";
     };
     cmdUpRP.ToolTip = hint(1);
     cmdDownRP.ToolTip = hint(-1);
@@ -114,7 +109,7 @@ void frmRegressionPlot::ShowAxisTexts() {
 }
 
 void frmRegressionPlot::StepSensor(int step) {
-    const std::size_t next = NeighbourOf(device_, step);
+    const std::size_t next = NeighbourSensor(run_, device_, step);
     PlotGraph(file_, static_cast<int>(next) + 1, TrialOf(run_, next).StdErrAdjFactor);
 }
 

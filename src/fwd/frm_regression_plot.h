@@ -56,7 +56,6 @@ class frmRegressionPlot : public Screen, public RegressionPlotDoor {
     void ShowAxisTexts();
     void ShowValues(double stdErrSlope);
     void StepSensor(int step);
-    std::size_t NeighbourOf(std::size_t sensor, int step) const;
 
     Program& program_;
     CalibrationRun& run_;

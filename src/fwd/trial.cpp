@@ -1,5 +1,6 @@
 #include "fwd/trial.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/mod_shared.h"
@@ -33,6 +34,11 @@ const std::string& SerialNumberOf(const CalibrationRun& run, std::size_t device)
 
 double InitialGainOf(const CalibrationRun& run, std::size_t device) {
     return CalibratesSensors(run) ? run.Sensor.at(device).InitialGain : run.LoadCellInitialGain;
+}
+
+std::size_t NeighbourSensor(const CalibrationRun& run, std::size_t sensor, int step) {
+    const int sensors = std::max(run.NumberSensors, 1);
+    return static_cast<std::size_t>((static_cast<int>(sensor) + step + sensors) % sensors);
 }
 
 OriginRegression RegressionOf(const CalibrationRun& run, std::size_t device) {

@@ -26,6 +26,9 @@ const TrialRecord& TrialOf(const CalibrationRun& run, std::size_t device);
 const std::string& SerialNumberOf(const CalibrationRun& run, std::size_t device);
 double InitialGainOf(const CalibrationRun& run, std::size_t device);
 
+/// The sensor so many places further on, going round; step: at most the number of sensors.
+std::size_t NeighbourSensor(const CalibrationRun& run, std::size_t sensor, int step);
+
 /// Fit of the reference's peaks on those of the device, of the trial as it is stored.
 OriginRegression RegressionOf(const CalibrationRun& run, std::size_t device);
 

@@ -217,10 +217,14 @@ TEST_F(TrialScreens, FilesThatCannotBeUsed) {
     const std::string noData = "FWD Data File Does Not Contain Drop Data (106)";
     const std::string mismatch = "The number of drops (4) does not match the number of data points (";
     data->Start();
+    WriteFile({"9000", "9040", "12000", "12040"});
+    Browse();
+    EXPECT_EQ(data->txtGain.Text.Get(), "1.000");
     const auto expectRefused = [&](const std::vector<std::string>& boxes) {
         Browse(std::vector(boxes.size(), Answer::OK));
         EXPECT_EQ(Boxes(), boxes);
         EXPECT_FALSE(data->cmdAccept.Enabled);
+        EXPECT_EQ(data->txtGain.Text.Get(), "") << "of the file before";
         EXPECT_FALSE(data->cmdGraph.Enabled);
         EXPECT_TRUE(data->cmdReject.Enabled);
         EXPECT_TRUE(data->cmdBrowse.Enabled);
