@@ -1,15 +1,16 @@
 #include "app/app_main.h"
 
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
+#include "platform/files.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/center_keys.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "analysis/analysis.h"
-#include "app/mod_shared.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "app/calibration_run.h"
 #include "controls/controls.h"
+#include "run/calibration_run.h"
 
 namespace bellmark {
 

@@ -4,11 +4,11 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "app/center_config.h"
 #include "app/error_message_texts.h"
 #include "platform/format.h"
 #include "platform/machine.h"
 #include "platform/numbers.h"
+#include "run/center_config.h"
 
 namespace bellmark {
 

@@ -4,8 +4,8 @@
 #include <variant>
 #include <vector>
 
-#include "app/calibration_run.h"
 #include "platform/dialogs.h"
+#include "run/calibration_run.h"
 
 /// The numbered messages of the procedure: title, text and style by number.
 namespace bellmark {

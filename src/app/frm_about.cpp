@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "app/app_main.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "platform/profile_strings.h"
+#include "run/paths.h"
+#include "run/version.h"
 
 namespace bellmark {
 

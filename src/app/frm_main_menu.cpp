@@ -1,11 +1,11 @@
 #include "app/frm_main_menu.h"
 
 #include "app/app_main.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
+#include "app/daily_calibration.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/numbers.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

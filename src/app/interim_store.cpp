@@ -4,17 +4,18 @@
 #include <functional>
 
 #include "app/app_main.h"
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/doors.h"
-#include "app/interim_keys.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
-#include "app/run_document.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
+#include "platform/files.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/interim_keys.h"
+#include "run/paths.h"
+#include "run/run_document.h"
 
 namespace bellmark {
 

@@ -8,13 +8,13 @@
 #include <typeindex>
 #include <vector>
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
-#include "app/drop_record.h"
 #include "app/error_messages.h"
 #include "app/page_header.h"
 #include "controls/screen_stack.h"
 #include "platform/machine.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
+#include "run/drop_record.h"
 
 namespace bellmark {
 

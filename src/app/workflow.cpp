@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "app/daily_calibration.h"
 #include "app/doors.h"
-#include "app/mod_shared.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
+#include "run/accel_adjustment.h"
 
 namespace bellmark {
 

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
+#include "platform/machine.h"
 #include "platform/numbers.h"
+#include "run/accel_adjustment.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

@@ -1,11 +1,11 @@
 #include "fwd/convert_fwd_file.h"
 
 #include "app/doors.h"
-#include "app/paths.h"
 #include "app/program.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

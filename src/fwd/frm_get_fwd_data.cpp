@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/limits.h"
+#include "app/daily_calibration.h"
 #include "app/interim_store.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "app/workflow.h"
@@ -18,6 +18,8 @@
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "platform/text.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "app/mod_shared.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "fwd/regression_plot.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/calibration_run.h"
+#include "run/calibration_run.h"
 
 /// The files that FWDs write: which are offered to the operator, and what the external converter calls them.
 namespace bellmark {

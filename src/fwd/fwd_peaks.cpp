@@ -4,12 +4,11 @@
 #include <array>
 #include <cmath>
 
-#include "app/mod_shared.h"
-#include "app/stored_values.h"
 #include "fwd/trial.h"
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/calibration_run.h"
+#include "run/calibration_run.h"
 
 /// The peaks that the FWD measured, out of the document of its data file.
 namespace bellmark {

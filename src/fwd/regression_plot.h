@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "app/calibration_run.h"
 #include "controls/picture.h"
+#include "run/calibration_run.h"
 
 /// The trial of a device as it is drawn: reference over FWD peaks with the line through the origin.
 namespace bellmark {

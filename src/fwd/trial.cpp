@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/mod_shared.h"
+#include "analysis/limits.h"
 
 namespace bellmark {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "analysis/analysis.h"
-#include "app/calibration_run.h"
 #include "controls/color.h"
+#include "run/calibration_run.h"
 
 /// The trial whose peaks are compared: of the load cell in procedure 5, of all deflection sensors in procedure 4. It is
 /// the last one counted. A device is the load cell, or a sensor by its index from 0.

@@ -4,13 +4,14 @@
 #include <array>
 #include <cmath>
 
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "fwd/trial.h"
 #include "platform/column_text.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "run/accel_adjustment.h"
+#include "run/paths.h"
+#include "run/version.h"
 
 namespace bellmark {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <string>
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
 
 /// The text report that is kept of every trial, one for each device.
 namespace bellmark {

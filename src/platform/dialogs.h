@@ -59,4 +59,9 @@ class Dialogs {
     virtual std::optional<Path> PickFolder(const std::string& prompt, const Path& start) = 0;
 };
 
+/// The folder that the operator picks, or an empty path.
+inline Path BrowseForFolder(Dialogs& dialogs, const std::string& prompt) {
+    return dialogs.PickFolder(prompt, {}).value_or(Path());
+}
+
 }  // namespace bellmark

@@ -330,4 +330,24 @@ Path PathFromText(std::string_view text) {
     return Path(std::u8string(text.begin(), text.end()));
 }
 
+bool FileExists(const FileSystem& files, const Path& path) {
+    return !FilesMatching(files, path.parent_path(), PathText(path.filename())).empty();
+}
+
+std::vector<std::string> ListSubFolders(const FileSystem& files, const Path& folder, std::string_view prefix) {
+    auto names = files.FolderNames(folder);
+    std::erase_if(names, [&](const std::string& name) { return !StartsWithIgnoringCase(name, prefix); });
+    return names;
+}
+
+std::vector<std::string> ListFiles(const FileSystem& files, const Path& folder, std::string_view pattern) {
+    return FilesMatching(files, folder, pattern);
+}
+
+std::vector<std::string> ListFilesWithPrefix(const FileSystem& files, const Path& folder, std::string_view prefix) {
+    auto names = files.FileNames(folder);
+    std::erase_if(names, [&](const std::string& name) { return !StartsWithIgnoringCase(name, prefix); });
+    return names;
+}
+
 }  // namespace bellmark

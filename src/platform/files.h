@@ -80,4 +80,13 @@ void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text)
 std::string PathText(const Path& path);    ///< UTF-8, in the machine's own notation
 Path PathFromText(std::string_view text);  ///< from UTF-8
 
+/// True when the path, which may hold wild cards in its last part, matches a file; names compare without case.
+bool FileExists(const FileSystem& files, const Path& path);
+
+/// Names of the subfolders that begin with the prefix, without case; an empty prefix takes all.
+std::vector<std::string> ListSubFolders(const FileSystem& files, const Path& folder, std::string_view prefix);
+/// Names of the files that match a wild-card pattern, or begin with a prefix. None is an empty list.
+std::vector<std::string> ListFiles(const FileSystem& files, const Path& folder, std::string_view pattern);
+std::vector<std::string> ListFilesWithPrefix(const FileSystem& files, const Path& folder, std::string_view prefix);
+
 }  // namespace bellmark

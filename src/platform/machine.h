@@ -63,6 +63,11 @@ class Random {
     std::mt19937_64 engine_;
 };
 
+/// 1 or -1 with even chance.
+inline int RandomSign(Random& random) {
+    return 0.5 > random.Next() ? 1 : -1;
+}
+
 /// Pages of the help. That of a numbered message is firstMessage plus its number.
 namespace helpPage {
 inline constexpr int contents = 0;

@@ -191,4 +191,27 @@ std::string FirstCharacters(std::string_view text, std::size_t count) {
     return std::string(text);
 }
 
+std::string FileExtension(std::string_view path) {
+    return std::string(path.substr(path.rfind('.') + 1));
+}
+
+std::string ZeroIfEmpty(const std::string& text) {
+    return text.empty() ? "0" : text;
+}
+
+std::string GetListField(int index, std::string_view list) {
+    const auto fields = Split(CompressBlanks(list), ',');
+    return index >= 1 && index <= static_cast<int>(fields.size()) ? fields[static_cast<std::size_t>(index - 1)] : "";
+}
+
+std::string CompressBlanks(std::string_view text) {
+    std::string compressed;
+    for (const char c : text) {
+        const bool repeated = c == ' ' && (compressed.empty() || compressed.back() == ' ');
+        if (!repeated) compressed += c;
+    }
+    if (!compressed.empty() && compressed.back() == ' ') compressed.pop_back();
+    return compressed;
+}
+
 }  // namespace bellmark

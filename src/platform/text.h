@@ -46,4 +46,15 @@ std::size_t CharacterCount(std::string_view text);
 /// The first characters of a text, never cut inside one.
 std::string FirstCharacters(std::string_view text, std::size_t count);
 
+/// The text behind the last point; the whole text when it has none.
+std::string FileExtension(std::string_view path);
+
+std::string ZeroIfEmpty(const std::string& text);  ///< "0" for an empty text
+
+/// The field of a comma-separated list, counted from 1, with the blank that stood before it; empty past the end.
+std::string GetListField(int index, std::string_view list);
+
+/// Blanks off both ends, and every run of blanks made one.
+std::string CompressBlanks(std::string_view text);
+
 }  // namespace bellmark

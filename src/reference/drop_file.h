@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
-#include "app/drop_record.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
+#include "run/drop_record.h"
 
 /// The text file that is kept of every drop. The simulated board reads it back.
 namespace bellmark {

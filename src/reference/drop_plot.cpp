@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/center_config.h"
+#include "run/center_config.h"
 
 namespace bellmark {
 

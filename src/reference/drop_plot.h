@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/drop_record.h"
 #include "controls/picture.h"
+#include "run/drop_record.h"
 
 namespace bellmark {
 

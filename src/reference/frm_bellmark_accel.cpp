@@ -2,14 +2,16 @@
 
 #include <algorithm>
 
-#include "app/mod_shared.h"
+#include "app/daily_calibration.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
+#include "platform/files.h"
 #include "platform/numbers.h"
 #include "reference/drop_file.h"
 #include "reference/hand_button.h"
+#include "run/accel_adjustment.h"
 
 namespace bellmark {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "app/mod_shared.h"
+#include "analysis/limits.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"

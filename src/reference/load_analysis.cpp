@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <limits>
 
-#include "app/center_config.h"
 #include "platform/numbers.h"
+#include "run/center_config.h"
 
 namespace bellmark {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "app/drop_record.h"
+#include "run/drop_record.h"
 
 /// Analysis of a load cell drop: pure calculations over the drop record.
 namespace bellmark {

@@ -1,8 +1,8 @@
 #include "results/accelerometer_tab.h"
 
-#include "app/mod_shared.h"
 #include "app/program.h"
 #include "platform/format.h"
+#include "run/accel_adjustment.h"
 
 namespace bellmark {
 

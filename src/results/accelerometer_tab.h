@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "app/center_config.h"
 #include "controls/controls.h"
+#include "run/center_config.h"
 
 namespace bellmark {
 

@@ -1,9 +1,9 @@
 #include "results/certificate.h"
 
-#include "app/mod_shared.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "run/version.h"
 
 namespace bellmark {
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
 #include "results/rich_text.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
 
 /// The certificate of a calibration: the center's template with the run's numbers in place of its keywords.
 namespace bellmark {

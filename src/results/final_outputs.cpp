@@ -1,16 +1,17 @@
 #include "results/final_outputs.h"
 
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
-#include "app/run_document.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
+#include "platform/printed_pages.h"
 #include "platform/profile_strings.h"
 #include "results/publish_run.h"
+#include "run/center_keys.h"
+#include "run/paths.h"
+#include "run/run_document.h"
 
 namespace bellmark {
 

@@ -1,11 +1,11 @@
 #include "results/frm_report.h"
 
-#include "app/paths.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "results/certificate.h"
 #include "results/publish_run.h"
 #include "results/rich_text_reader.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

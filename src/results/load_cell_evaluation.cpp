@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "analysis/analysis.h"
-#include "app/mod_shared.h"
+#include "analysis/limits.h"
 #include "platform/format.h"
 
 namespace bellmark {

@@ -1,6 +1,6 @@
 #include "results/load_cell_tab.h"
 
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
@@ -11,6 +11,7 @@
 #include "platform/numbers.h"
 #include "results/publish_run.h"
 #include "results/trial_files.h"
+#include "run/center_keys.h"
 
 namespace bellmark {
 

@@ -4,11 +4,11 @@
 
 #include "app/doors.h"
 #include "app/interim_store.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
+#include "app/save_pddx.h"
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
+#include "run/paths.h"
 
 namespace bellmark {
 

@@ -1,10 +1,10 @@
 #include "results/text_certificate.h"
 
-#include "app/mod_shared.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/version.h"
 
 namespace bellmark {
 

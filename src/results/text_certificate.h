@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
 
 /// The certificate as plain text, for whoever has no word processor.
 namespace bellmark {

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "app/calibration_run.h"
 #include "platform/files.h"
+#include "run/calibration_run.h"
 
 /// The files of a run's trials: they carry the trial's number in their names.
 namespace bellmark {

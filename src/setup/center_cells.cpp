@@ -2,10 +2,10 @@
 
 #include <stdexcept>
 
-#include "app/center_config.h"
-#include "app/mod_shared.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/accel_adjustment.h"
+#include "run/center_config.h"
 #include "setup/center_tab.h"
 
 namespace bellmark {

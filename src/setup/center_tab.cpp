@@ -2,16 +2,18 @@
 
 #include <stdexcept>
 
-#include "app/center_keys.h"
+#include "app/center_file.h"
+#include "app/daily_calibration.h"
 #include "app/doors.h"
-#include "app/mod_shared.h"
 #include "app/program.h"
-#include "app/stored_values.h"
+#include "app/save_pddx.h"
 #include "controls/screen.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/stored_values.h"
 #include "tables/table.h"
 
 namespace bellmark {

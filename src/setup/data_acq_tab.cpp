@@ -1,9 +1,10 @@
 #include "setup/data_acq_tab.h"
 
-#include "app/center_keys.h"
-#include "app/mod_shared.h"
+#include "app/center_file.h"
 #include "app/program.h"
+#include "platform/dialogs.h"
 #include "platform/numbers.h"
+#include "run/center_keys.h"
 
 namespace bellmark {
 

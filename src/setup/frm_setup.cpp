@@ -1,19 +1,19 @@
 #include "setup/frm_setup.h"
 
 #include "app/app_main.h"
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/interim_store.h"
-#include "app/mod_shared.h"
-#include "app/paths.h"
 #include "app/program.h"
-#include "app/run_document.h"
-#include "app/stored_values.h"
 #include "pddx/mod_pddx_read.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/paths.h"
+#include "run/run_document.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 

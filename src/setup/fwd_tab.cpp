@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "app/center_keys.h"
-#include "app/mod_shared.h"
+#include "app/center_file.h"
 #include "app/program.h"
-#include "app/run_document.h"
 #include "controls/screen.h"
 #include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
@@ -15,8 +13,11 @@
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "platform/printed_pages.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/run_document.h"
 #include "setup/folder_tree.h"
 
 namespace bellmark {

@@ -1,9 +1,10 @@
 // Owner and FWD are chosen or created in the tree of their folders.
-#include "app/center_keys.h"
+#include "app/center_file.h"
 #include "app/program.h"
 #include "controls/screen.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
 #include "setup/folder_tree.h"
 #include "setup/fwd_tab.h"
 

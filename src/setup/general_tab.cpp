@@ -2,12 +2,12 @@
 
 #include "app/doors.h"
 #include "app/program.h"
-#include "app/stored_values.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 

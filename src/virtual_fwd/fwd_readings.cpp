@@ -3,9 +3,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/center_config.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/center_config.h"
 #include "virtual_fwd/load_pulse.h"
 
 namespace bellmark::virtual_fwd {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/drop_record.h"
+#include "run/drop_record.h"
 
 namespace bellmark::virtual_fwd {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/drop_record.h"
 #include "platform/machine.h"
+#include "run/drop_record.h"
 
 /// A physical model of one FWD drop on the reference load cell, as the data acquisition board would see it.
 namespace bellmark::virtual_fwd {

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/calibration_run.h"
-#include "app/center_keys.h"
-#include "app/paths.h"
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "reference/drop_file.h"
 #include "reference/load_analysis.h"
+#include "run/calibration_run.h"
+#include "run/center_keys.h"
+#include "run/paths.h"
 
 namespace bellmark::virtual_fwd {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <set>
 
-#include "app/center_config.h"
+#include "run/center_config.h"
 #include "virtual_fwd/drop_number.h"
 #include "virtual_fwd/fwd_documents.h"
 #include "virtual_fwd/load_pulse.h"

@@ -1,4 +1,10 @@
-#include "app/mod_shared.h"
+#include "analysis/limits.h"
+#include "app/daily_calibration.h"
+#include "app/save_pddx.h"
+#include "platform/printed_pages.h"
+#include "platform/text.h"
+#include "run/accel_adjustment.h"
+#include "run/field_format.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/run_document.h"
+#include "run/run_document.h"
 
 #include <gtest/gtest.h>
 

@@ -5,10 +5,10 @@
 
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
-#include "app/paths.h"
 #include "app/program.h"
-#include "app/run_document.h"
 #include "pddx/pddx_file.h"
+#include "run/paths.h"
+#include "run/run_document.h"
 #include "setup/folder_tree.h"
 #include "setup/frm_setup.h"
 #include "setup/sensor_checks.h"

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "app/mod_shared.h"
 #include "fwd/trial.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "run/version.h"
 
 namespace bellmark {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "app/doors.h"
 #include "app/program.h"
-#include "app/run_document.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/machine.h"
+#include "run/run_document.h"
 #include "tests/support/fake_setup.h"
 
 namespace bellmark {

@@ -1,4 +1,4 @@
-#include "app/interim_keys.h"
+#include "run/interim_keys.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "app/center_keys.h"
-#include "app/interim_keys.h"
-#include "app/mod_shared.h"
+#include "app/center_file.h"
+#include "app/save_pddx.h"
 #include "platform/profile_strings.h"
+#include "run/center_keys.h"
+#include "run/interim_keys.h"
 #include "tests/interim/full_run.h"
 #include "tests/support/test_machine.h"
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/center_config.h"
+#include "run/center_config.h"
 
 namespace bellmark {
 namespace {

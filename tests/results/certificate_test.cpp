@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/mod_shared.h"
 #include "results/text_certificate.h"
+#include "run/version.h"
 #include "tests/results/results_program.h"
 
 namespace bellmark {

@@ -5,10 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/mod_shared.h"
 #include "platform/profile_strings.h"
 #include "results/certificate.h"
 #include "results/publish_run.h"
+#include "run/version.h"
 #include "tests/results/results_program.h"
 
 namespace bellmark {

@@ -6,7 +6,6 @@
 
 #include <cmath>
 
-#include "app/mod_shared.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"

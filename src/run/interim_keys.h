@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/calibration_run.h"
+#include "run/calibration_run.h"
 
 /// The run as keys of its interim file. List values are joined by ", "; an index in a key counts from 1.
 namespace bellmark {

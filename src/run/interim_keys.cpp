@@ -1,17 +1,16 @@
-#include "app/interim_keys.h"
+#include "run/interim_keys.h"
 
 #include <algorithm>
 #include <span>
 
 #include "analysis/analysis.h"
-#include "app/center_keys.h"
-#include "app/mod_shared.h"
-#include "app/run_document.h"
-#include "app/stored_values.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/run_document.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/calibration_run.h"
-#include "app/center_config.h"
+#include "run/calibration_run.h"
+#include "run/center_config.h"
 
 /// The run's own PDDX document: what of the FWD and of the calibration stands in it.
 namespace bellmark {

@@ -1,15 +1,15 @@
-#include "app/run_document.h"
+#include "run/run_document.h"
 
 #include <algorithm>
 
-#include "app/center_keys.h"
-#include "app/mod_shared.h"
-#include "app/stored_values.h"
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
+#include "run/stored_values.h"
+#include "run/version.h"
 
 namespace bellmark {
 

@@ -1,14 +1,12 @@
-#include "app/center_keys.h"
+#include "run/center_keys.h"
 
-#include "app/mod_shared.h"
-#include "app/paths.h"
-#include "app/program.h"
-#include "app/stored_values.h"
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/stored_values.h"
+#include "run/version.h"
 
 namespace bellmark {
 
@@ -138,19 +136,6 @@ void SetAccelerometer(CenterKeys& keys, const CenterConfig& center) {
     keys.Set("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
 }
 
-/// A file that is there but cannot be read must not be taken for an empty one, or the change would cost all it holds.
-/// change: called with the file's strings and its path.
-template <class Change>
-void ChangeFile(Program& program, const Path& path, Change change) {
-    FileSystem& files = program.Services.files;
-    const Path file = ActualPath(files, path);
-    ProfileStrings strings = files.IsFile(file) ? ProfileStrings(ReadTextFile(files, file)) : ProfileStrings();
-    change(strings, file);
-    // The data folder of a run comes into being with the first that is written into it.
-    files.CreateFolder(file.parent_path());
-    SaveProfileStrings(files, file, strings);
-}
-
 }  // namespace
 
 void ReadCenterKeys(const PDDXFile& document, CenterConfig& center) {
@@ -196,25 +181,6 @@ void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool eng
     keys.Set("LocationOfFWDDataTransfer", center.LocationOfFWDDataTransfer);
     keys.Set("EnglishUnits", BooleanText(englishUnits));
     keys.Set("Notes", JoinedNotes(center));
-}
-
-void WriteCenterDataToPDDX(Program& program, const Path& path) {
-    ChangeFile(program, path, [&](ProfileStrings& strings, const Path& file) {
-        SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
-    });
-}
-
-void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
-              std::string_view value) {
-    ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
-}
-
-Path MasterCenterConfig(const Program& program) {
-    return ActualPath(program.Services.files, program.Folder() / centerConfigName);
-}
-
-Path RunCenterConfig(const Program& program) {
-    return ActualPath(program.Services.files, program.InterimFolder() / centerConfigName);
 }
 
 }  // namespace bellmark

@@ -1,4 +1,4 @@
-#include "app/paths.h"
+#include "run/paths.h"
 
 #include "platform/text.h"
 

@@ -1,4 +1,4 @@
-#include "app/stored_values.h"
+#include "run/stored_values.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "app/center_config.h"
 #include "platform/files.h"
+#include "run/center_config.h"
 
 /// The center's configuration as keys of a PDDX file: of BellmarkCenterConfig.ini itself, and of every file of a run.
 namespace bellmark {
 
 class PDDXFile;
 class ProfileStrings;
-class Program;
 
 inline constexpr const char* centerSection = "FWD Calibration Center";
 
@@ -21,16 +20,5 @@ void ReadCenterKeys(const PDDXFile& document, CenterConfig& center);
 /// file: the file that the keys are for, which names itself.
 void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool englishUnits, const Path& file,
                    DateTime now);
-
-/// Sets the keys in a file and leaves all else in it. Throws FileError.
-void WriteCenterDataToPDDX(Program& program, const Path& path);
-
-/// Sets one key of a file. Throws FileError.
-void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
-              std::string_view value);
-
-/// The master copy beside the program, and the copy of the run in hand; one and the same before a run has a name.
-Path MasterCenterConfig(const Program& program);
-Path RunCenterConfig(const Program& program);
 
 }  // namespace bellmark

@@ -1,0 +1,46 @@
+#include "app/center_file.h"
+
+#include "app/program.h"
+#include "platform/profile_strings.h"
+#include "run/center_keys.h"
+#include "run/paths.h"
+
+namespace bellmark {
+
+namespace {
+
+/// A file that is there but cannot be read must not be taken for an empty one, or the change would cost all it holds.
+/// change: called with the file's strings and its path.
+template <class Change>
+void ChangeFile(Program& program, const Path& path, Change change) {
+    FileSystem& files = program.Services.files;
+    const Path file = ActualPath(files, path);
+    ProfileStrings strings = files.IsFile(file) ? ProfileStrings(ReadTextFile(files, file)) : ProfileStrings();
+    change(strings, file);
+    // The data folder of a run comes into being with the first that is written into it.
+    files.CreateFolder(file.parent_path());
+    SaveProfileStrings(files, file, strings);
+}
+
+}  // namespace
+
+void WriteCenterDataToPDDX(Program& program, const Path& path) {
+    ChangeFile(program, path, [&](ProfileStrings& strings, const Path& file) {
+        SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
+    });
+}
+
+void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
+              std::string_view value) {
+    ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
+}
+
+Path MasterCenterConfig(const Program& program) {
+    return ActualPath(program.Services.files, program.Folder() / centerConfigName);
+}
+
+Path RunCenterConfig(const Program& program) {
+    return ActualPath(program.Services.files, program.InterimFolder() / centerConfigName);
+}
+
+}  // namespace bellmark

@@ -1,0 +1,23 @@
+#include "app/save_pddx.h"
+
+#include "app/program.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+
+namespace bellmark {
+
+bool SavePDDX(Program& program, const PDDXFile& document, const Path& path) {
+    if (path.empty()) return true;
+    try {
+        std::string text;
+        document.PDDX_Output(text);
+        ReplaceTextFile(program.Services.files, path, text);
+        return true;
+    } catch (const std::exception& error) {
+        program.Log(error.what());
+        program.ShowBox("Unable to create PDDX file:\r\n" + PathText(path), box::exclamation);
+        return false;
+    }
+}
+
+}  // namespace bellmark
