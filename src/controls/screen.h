@@ -48,6 +48,8 @@ class Screen {
 
     /// The screen has come to the front.
     virtual void Activated() {}
+    /// Another screen has come to the front, or this one was hidden.
+    virtual void Left() {}
     /// The close box. A screen that says nothing else just hides.
     virtual void CloseRequested() { Hide(); }
 

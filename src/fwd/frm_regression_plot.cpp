@@ -5,9 +5,10 @@
 #include "app/program.h"
 #include "app/workflow.h"
 #include "fwd/regression_plot.h"
-#include "fwd/trial.h"
+#include "fwd/std_error_color.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -100,7 +101,8 @@ void frmRegressionPlot::ShowValues(double stdErrSlope) {
 
 void frmRegressionPlot::ShowAxisTexts() {
     const bool sensors = CalibratesSensors(run_);
-    const char* units = sensors ? (run_.EnglishUnits ? "mils" : "microns") : (run_.EnglishUnits ? "pounds" : "kN");
+    const bool english = run_.Trial.shape.englishUnits;
+    const char* units = sensors ? (english ? "mils" : "microns") : (english ? "pounds" : "kN");
     lblXAxis.Caption = sensors ? "FWD Deflection Sensor" : "FWD Load Cell";
     lblYAxis.Caption = sensors ? "Reference Accelerometer Deflection" : "Reference Load Cell";
     lblXAxisUnits.Caption = units;

@@ -31,7 +31,7 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
     Timer tmrDateTime{*this, "tmrDateTime", std::chrono::milliseconds(1000)};
 
-    bool PrerequisitesMet(int procedure) override;
+    bool PrerequisitesMet(Procedure procedure) override;
     void ResetPreReq() override;
     void Activated() override;
     void CloseRequested() override { cmdMainMenu_Click(); }
@@ -71,9 +71,9 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     void cmdMainMenu_Click();
 
     Program& program_;
-    int procedure_ = 0;        ///< that the list is for
-    std::vector<Item> items_;  ///< empty until a list is begun
-    std::size_t done_ = 0;     ///< items of the list, from its top
+    Procedure procedure_ = Procedure::None;  ///< that the list is for
+    std::vector<Item> items_;                ///< empty until a list is begun
+    std::size_t done_ = 0;                   ///< items of the list, from its top
 };
 
 }  // namespace bellmark

@@ -42,10 +42,10 @@ void frmResults::Activated() {
 }
 
 void frmResults::Open() {
-    const int procedure = program_.Run.CurrentProcedure;
-    if (procedure == 3) ShowTab(Accelerometer.optAccel);
+    const Procedure procedure = program_.Run.CurrentProcedure;
+    if (procedure == Procedure::Flip) ShowTab(Accelerometer.optAccel);
     // What is being calibrated comes first; afterwards it is the tab that was looked at last.
-    if (IsCalibrationLeft()) ShowTab(procedure == 4 ? Reference.optRef : LoadCell.optLoadCell);
+    if (IsCalibrationLeft()) ShowTab(procedure == Procedure::Sensors ? Reference.optRef : LoadCell.optLoadCell);
     Show();
 }
 
@@ -94,20 +94,20 @@ void frmResults::ShowTab(OptionButton& tab) {
 
 /// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.
 void frmResults::KeepStepOfTab() {
-    if (program_.Run.CurrentProcedure != 10) return;
+    if (program_.Run.CurrentProcedure != Procedure::Results) return;
     const OptionButton* tabs[] = {&Summary.optSummary, &Accelerometer.optAccel, &Reference.optRef,
                                   &LoadCell.optLoadCell};
-    int step = 101;
+    int stepOfTab = step::resultsSummary;
     for (const OptionButton* tab : tabs) {
-        if (IsOpen(*tab)) program_.Run.CurrentProcStep = step;
-        ++step;
+        if (IsOpen(*tab)) program_.Run.CurrentProcStep = stepOfTab;
+        ++stepOfTab;
     }
 }
 
 bool frmResults::IsCalibrationLeft() const {
     const CalibrationRun& run = program_.Run;
-    if (run.CurrentProcedure == 5) return !run.LoadCellCalComplete;
-    if (run.CurrentProcedure != 4) return false;
+    if (run.CurrentProcedure == Procedure::LoadCell) return !run.LoadCellCalComplete;
+    if (run.CurrentProcedure != Procedure::Sensors) return false;
     return !run.SensorRelCalComplete && !run.LoadCellOnly && program_.Has<FlipCalibrationDoor>();
 }
 

@@ -155,12 +155,12 @@ void LoadCellTab::cmdAcceptLC_Click() {
     WhileWaiting([this] {
         KeepAcceptedGain();
         if (run_.SensorRelCalComplete) {
-            run_.CurrentProcedure = 10;
-            run_.CurrentProcStep = 104;
+            run_.CurrentProcedure = Procedure::Results;
+            run_.CurrentProcStep = step::resultsLast;
         } else {
-            run_.CurrentProcedure = 4;
-            run_.CurrentProcStep = 40;
-            program_.Header.SetProcedureName(ProcedureTitle(4));
+            run_.CurrentProcedure = Procedure::Sensors;
+            run_.CurrentProcStep = step::sensorsCheck;
+            program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
         }
         Evaluate();
         grdLoadCell.SetCellColor(gainRow, FinalColumn(), colors::complete);

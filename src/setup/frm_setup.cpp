@@ -300,7 +300,7 @@ void frmSetup::CenterApproved() {
 }
 
 void frmSetup::AskForSequence() {
-    program_.Run.CurrentProcStep = 15;
+    program_.Run.CurrentProcStep = step::setupEnds;
     SaveInterimCalibration(program_);
     General.optGeneral.Enabled = true;
     General.optGeneral.Choose();
@@ -311,7 +311,7 @@ void frmSetup::AskForSequence() {
     SetFocus(General.cmdNumberDrops);
 }
 
-void frmSetup::EndSetup(int procedure, int step, const char* header) {
+void frmSetup::EndSetup(Procedure procedure, int step, const char* header) {
     CalibrationRun& run = program_.Run;
     run.SetupComplete = true;
     run.ProgramStarted = false;
@@ -328,11 +328,11 @@ void frmSetup::EndSetup(int procedure, int step, const char* header) {
 
 void frmSetup::cmdNext_Click() {
     const CalibrationRun& run = program_.Run;
-    if (run.CurrentProcedure != 1) return cmdMainMenu_Click();
+    if (run.CurrentProcedure != Procedure::Setup) return cmdMainMenu_Click();
     if (run.ProgramStarted && !centerPageApproved_) {
         OpenCenterPage();
     } else if (!run.ProgramStarted) {
-        EndSetup(0, 0, "");
+        EndSetup(Procedure::None, step::none, "");
     } else if (!run.NumberDropsSet) {
         AskForSequence();
         if (!run.TriggerLevelSet)
@@ -340,9 +340,9 @@ void frmSetup::cmdNext_Click() {
                                                                           : General.cmdTriggerLevel);
         AllowCalibration();
     } else if (run.TriggerLevelSet) {
-        EndSetup(4, 41, "FWD Deflection Sensor Calibration");
+        EndSetup(Procedure::Sensors, step::sensorsTrialStarts, "FWD Deflection Sensor Calibration");
     } else {
-        EndSetup(5, 51, "FWD Load Cell Calibration");
+        EndSetup(Procedure::LoadCell, step::loadCellTrialStarts, "FWD Load Cell Calibration");
     }
 }
 

@@ -58,7 +58,7 @@ class frmSetup : public Screen, public SetupDoor {
     void EditCenter(bool editing);
     void SaveWhatIsKnown();
     void AskForSequence();
-    void EndSetup(int procedure, int step, const char* header);
+    void EndSetup(Procedure procedure, int step, const char* header);
     void ShowPage(OptionButton& tab, Frame& page);
     void KeepConfigurationForRestore();
     void ReadTransferFolder();

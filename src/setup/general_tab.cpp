@@ -59,8 +59,8 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     AccelTrigger.Leave = [this] { AccelTrigger_Leave(); };
     txtComment.Leave = [this] { txtComment_Leave(); };
     cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
-    cmdNumberDrops.Click = [this] { EnterProcedure(9, 91, "Determine Minimum Number of Drops Per Load Level"); };
-    cmdTriggerLevel.Click = [this] { EnterProcedure(8, 81, "Determine Accelerometer Trigger Level"); };
+    cmdNumberDrops.Click = [this] { EnterProcedure(Procedure::NumberOfDrops, step::dropsCheck, "Determine Minimum Number of Drops Per Load Level"); };
+    cmdTriggerLevel.Click = [this] { EnterProcedure(Procedure::TriggerLevel, step::triggerCheck, "Determine Accelerometer Trigger Level"); };
     ShowAutoPrint();
     ShowUnits();
     ShowSequence();
@@ -149,7 +149,7 @@ void GeneralTab::txtComment_Leave() {
     ShowComment();
 }
 
-void GeneralTab::EnterProcedure(int procedure, int step, const char* header) {
+void GeneralTab::EnterProcedure(Procedure procedure, int step, const char* header) {
     program_.Run.CurrentProcedure = procedure;
     program_.Run.CurrentProcStep = step;
     if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "controls/controls.h"
+#include "run/procedure.h"
 
 namespace bellmark {
 
@@ -50,7 +51,7 @@ class GeneralTab {
     void AccelTrigger_Leave();
     void txtComment_Leave();
     void cmdApproveCalSeq_Click();
-    void EnterProcedure(int procedure, int step, const char* header);
+    void EnterProcedure(Procedure procedure, int step, const char* header);
 
     Program& program_;
 };

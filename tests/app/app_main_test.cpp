@@ -137,8 +137,8 @@ TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
     EXPECT_FALSE(run.InterimCalOpen);
     EXPECT_EQ(run.LoadCellChannel, 3) << "the machine's own";
     EXPECT_EQ(run.InterimFileName, "InterimCal20120309-1.DDX");
-    EXPECT_EQ(run.CurrentProcedure, 1);
-    EXPECT_EQ(run.CurrentProcStep, 11);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::Setup);
+    EXPECT_EQ(run.CurrentProcStep, step::setupCenter);
     EXPECT_TRUE(run.ProgramStarted);
     EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
     EXPECT_EQ(setup->centerPageOpened, 1);

@@ -5,6 +5,7 @@
 
 #include "app/doors.h"
 #include "app/program.h"
+#include "platform/numbers.h"
 #include "tests/support/fake_setup.h"
 #include "tests/support/test_machine.h"
 
@@ -45,8 +46,8 @@ struct RecordingDrop : DropDoor {
 
 struct RecordingPrerequisites : PrerequisitesDoor {
     explicit RecordingPrerequisites(Fakes& owner) : fakes(owner) {}
-    bool PrerequisitesMet(int procedure) override {
-        fakes.went.push_back("check " + std::to_string(procedure));
+    bool PrerequisitesMet(Procedure procedure) override {
+        fakes.went.push_back("check " + NumberText(static_cast<int>(procedure)));
         return fakes.prerequisitesMet;
     }
     void ResetPreReq() override {}
@@ -189,9 +190,9 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
     for (const auto& c : cases) {
         fakes.went.clear();
         fakes.prerequisitesMet = c.met;
-        program.Run.CurrentProcedure = c.procedure;
+        program.Run.CurrentProcedure = static_cast<Procedure>(c.procedure);
         program.Run.CurrentProcStep = c.step;
-        ReturnToProcedure(program, c.procedure);
+        ReturnToProcedure(program, program.Run.CurrentProcedure);
         EXPECT_EQ(fakes.went, c.went) << c.procedure << ", " << c.step;
         EXPECT_EQ(program.Run.CurrentProcStep, c.stepAfter) << c.procedure << ", " << c.step;
     }
@@ -200,7 +201,7 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
 TEST_F(Workflow, SensorDropsWaitForAnAccelerometerThatHolds) {
     program.Run.CurrentProcStep = 42;
     program.Center.AccelDailyCalibrationDate -= std::chrono::days(1);
-    ReturnToProcedure(program, 4);
+    ReturnToProcedure(program, Procedure::Sensors);
     EXPECT_EQ(fakes.went, (Went{"no drops", "no answer", "flip"}));
 }
 

@@ -25,7 +25,7 @@ double ResidentMegabytes() {
 }
 
 struct AllChecked : PrerequisitesDoor {
-    bool PrerequisitesMet(int) override { return true; }
+    bool PrerequisitesMet(Procedure) override { return true; }
     void ResetPreReq() override {}
 };
 
@@ -39,7 +39,7 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     const auto program = AssembleProgram(machine.machine);
     CalibrationRun& run = program->Run;
     run.ReviewMode = true;
-    run.CurrentProcedure = 5;
+    run.CurrentProcedure = Procedure::LoadCell;
     run.InterimFolderName = "InterimCal20120309";
     run.NumberLoadLevels = 4;
     run.NumberDropsPerLoadLevel = 6;
@@ -56,16 +56,16 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     double megabytesAfterTen = 0;
     const auto begun = std::chrono::steady_clock::now();
     for (int trial = 0; trial < trials; ++trial) {
-        run.DropSequenceIndex = 0;
+        run.Trial.DropSequenceIndex = 0;
         collection.Start();
-        while (run.DropSequenceIndex < run.TotalDrops) {
+        while (run.Trial.DropSequenceIndex < run.Trial.shape.Drops()) {
             collection.cmdNext.UserClick();
             drop.cmdAccept.UserClick();
         }
         if (trial == 9) megabytesAfterTen = ResidentMegabytes();
     }
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begun;
-    const double millisecondsPerDrop = took.count() / (trials * run.TotalDrops);
+    const double millisecondsPerDrop = took.count() / (trials * run.Trial.shape.Drops());
     const double megabytes = ResidentMegabytes();
     std::cout << "resident after 10 trials " << megabytesAfterTen << " MB, after " << trials << ' ' << megabytes
               << " MB; " << millisecondsPerDrop << " ms a drop\n";
