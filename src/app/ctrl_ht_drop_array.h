@@ -23,11 +23,11 @@ inline int DropInHeight(int index, int dropsPerHeight) {
 /// otherwise pounds or kN). It advises; nothing is rejected by it.
 double HeightVariationLimit(int procedure, bool englishUnits, double mean);
 
-/// The peaks of a trial, heights by drops, with mean and standard deviation of each height. Its controls are the host
+/// The peaks of a trial, heights by drops, with mean and standard deviation of each height. Its controls are the
 /// screen's own; a screen with two of them tells them apart by a prefix to the controls' names.
 class ctrlHtDropArray {
   public:
-    ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::string& prefix = {});
+    ctrlHtDropArray(Place place, CalibrationRun& run, const std::string& prefix = {});
 
     std::vector<std::unique_ptr<TextBox>> txtData;  ///< one a drop, in the order of the trial
     std::vector<std::unique_ptr<Label>> lblHeight;
@@ -40,7 +40,6 @@ class ctrlHtDropArray {
 
     std::function<void(int index)> CellClick;
 
-    void PutInto(Frame& frame);
     void CreateResultTable(int drops, int heights, bool labels = true);
     void FormatStyle();  ///< picture of the values, by procedure and units
     void Clear();
