@@ -6,8 +6,7 @@
 #include "app/program.h"
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
