@@ -12,10 +12,10 @@ namespace {
 constexpr int mostDropsPerHeight = 10;
 
 template <class ControlType>
-std::vector<std::unique_ptr<ControlType>> ControlArray(Screen& host, const std::string& name, std::size_t count) {
+std::vector<std::unique_ptr<ControlType>> ControlArray(Place place, const std::string& name, std::size_t count) {
     std::vector<std::unique_ptr<ControlType>> controls;
     for (std::size_t i = 0; i < count; ++i) {
-        controls.push_back(std::make_unique<ControlType>(host, name + '(' + NumberText(i) + ')'));
+        controls.push_back(std::make_unique<ControlType>(place, name + '(' + NumberText(i) + ')'));
     }
     return controls;
 }
@@ -28,15 +28,15 @@ const char* PictureOf(Procedure procedure, bool englishUnits) {
 
 }  // namespace
 
-ctrlHtDropArray::ctrlHtDropArray(Screen& host, const CalibrationRun& run, const std::string& prefix)
-    : txtData(ControlArray<TextBox>(host, prefix + "txtData", maxDrops)),
-      lblHeight(ControlArray<Label>(host, prefix + "lblHeight", maxHeights)),
-      lblDrop(ControlArray<Label>(host, prefix + "lblDrop", mostDropsPerHeight)),
-      lblMean(ControlArray<Label>(host, prefix + "lblMean", maxHeights)),
-      lblStdDev(ControlArray<Label>(host, prefix + "lblStdDev", maxHeights)),
-      lblMeanLabel(host, prefix + "lblMeanLabel", "Mean"),
-      lblStdDevLabel(host, prefix + "lblStdDevLabel", "Std.Dev."),
-      lblNoise(host, prefix + "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
+ctrlHtDropArray::ctrlHtDropArray(Place place, const CalibrationRun& run, const std::string& prefix)
+    : txtData(ControlArray<TextBox>(place, prefix + "txtData", maxDrops)),
+      lblHeight(ControlArray<Label>(place, prefix + "lblHeight", maxHeights)),
+      lblDrop(ControlArray<Label>(place, prefix + "lblDrop", mostDropsPerHeight)),
+      lblMean(ControlArray<Label>(place, prefix + "lblMean", maxHeights)),
+      lblStdDev(ControlArray<Label>(place, prefix + "lblStdDev", maxHeights)),
+      lblMeanLabel(place, prefix + "lblMeanLabel", "Mean"),
+      lblStdDevLabel(place, prefix + "lblStdDevLabel", "Std.Dev."),
+      lblNoise(place, prefix + "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
       run_(run) {
     for (std::size_t i = 0; i < txtData.size(); ++i) {
         txtData[i]->Locked = true;
@@ -47,14 +47,6 @@ ctrlHtDropArray::ctrlHtDropArray(Screen& host, const CalibrationRun& run, const 
     for (std::size_t i = 0; i < lblHeight.size(); ++i) lblHeight[i]->Caption = "Ht. " + NumberText(i + 1);
     for (std::size_t i = 0; i < lblDrop.size(); ++i) lblDrop[i]->Caption = "Drop " + NumberText(i + 1);
     lblNoise.Visible = false;
-}
-
-void ctrlHtDropArray::PutInto(Frame& frame) {
-    for (const auto& cell : txtData) cell->PutInto(frame);
-    for (const auto* labels : {&lblHeight, &lblDrop, &lblMean, &lblStdDev}) {
-        for (const auto& label : *labels) label->PutInto(frame);
-    }
-    for (Label* label : {&lblMeanLabel, &lblStdDevLabel, &lblNoise}) label->PutInto(frame);
 }
 
 void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {

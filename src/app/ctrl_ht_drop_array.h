@@ -12,10 +12,10 @@
 namespace bellmark {
 
 /// The peaks of the trial in hand, heights by drops, with mean and standard deviation of each height. Its controls are
-/// the host screen's own; a screen with two of them tells them apart by a prefix to the controls' names.
+/// the screen's own; a screen with two of them tells them apart by a prefix to the controls' names.
 class ctrlHtDropArray {
   public:
-    ctrlHtDropArray(Screen& host, const CalibrationRun& run, const std::string& prefix = {});
+    ctrlHtDropArray(Place place, const CalibrationRun& run, const std::string& prefix = {});
 
     std::vector<std::unique_ptr<TextBox>> txtData;  ///< one a drop, in the order of the trial
     std::vector<std::unique_ptr<Label>> lblHeight;
@@ -28,7 +28,6 @@ class ctrlHtDropArray {
 
     std::function<void(int index)> CellClick;
 
-    void PutInto(Frame& frame);
     void CreateResultTable(int drops, int heights, bool labels = true);
     void FormatStyle();  ///< picture of the values, by procedure and units
     void Clear();

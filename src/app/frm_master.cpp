@@ -12,8 +12,6 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
         auto* item = dynamic_cast<Button*>(control);
         if (item && item != &cmdCancelWaiting) item->IsMenuItem = true;
     }
-    lblWaiting.PutInto(fraWaiting);
-    cmdCancelWaiting.PutInto(fraWaiting);
     fraWaiting.Visible = false;
     cmdCancelWaiting.Click = [this] { waitingCancelled_ = true; };
     mnuSetup.Click = [this] {

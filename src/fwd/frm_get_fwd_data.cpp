@@ -41,16 +41,14 @@ std::string FolderText(const Path& folder) {
 frmGetFWDData::frmGetFWDData(Program& program)
     : Screen(program.Screens, "frmGetFWDData", "FWD Data"),
       Header(*this, program.Header),
-      DataDisplay(*this, program.Run, "DataDisplay_"),
-      FWDData(*this, program.Run, "FWDData_"),
+      DataDisplay(fraDataDisplay, program.Run, "DataDisplay_"),
+      FWDData(fraFWDData, program.Run, "FWDData_"),
       program_(program),
       run_(program.Run) {
     for (TextBox* box : {&txtTrial, &txtFilename, &txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain,
                          &txtAdjFactor, &txtStdError, &txtR2, &txtGain}) {
         box->Locked = true;
     }
-    DataDisplay.PutInto(fraDataDisplay);
-    FWDData.PutInto(fraFWDData);
     cmdBrowse.Click = [this] { cmdBrowse_Click(); };
     cmdFerrylink.Click = [this] { cmdFerrylink_Click(); };
     cmdUp.Click = [this] { cmdUp_Click(); };
@@ -136,11 +134,7 @@ void frmGetFWDData::ShowStage(Stage stage) {
 }
 
 void frmGetFWDData::ShowSensorNavigation(bool visible) {
-    for (Control* control : {static_cast<Control*>(&lblSensorNum), static_cast<Control*>(&txtSensorNum),
-                             static_cast<Control*>(&lblNumSensors), static_cast<Control*>(&txtNumSensors),
-                             static_cast<Control*>(&cmdUp), static_cast<Control*>(&cmdDown)}) {
-        control->Visible = visible;
-    }
+    SetVisible({&lblSensorNum, &txtSensorNum, &lblNumSensors, &txtNumSensors, &cmdUp, &cmdDown}, visible);
 }
 
 void frmGetFWDData::ReviewDrop(int index) {

@@ -71,10 +71,7 @@ void frmRegressionPlot::MarkSeen() {
 
 void frmRegressionPlot::ShowSensorControls() {
     const bool sensors = CalibratesSensors(run_);
-    for (Control* control : {static_cast<Control*>(&lblRPSensorNum), static_cast<Control*>(&txtRPSensorNum),
-                             static_cast<Control*>(&cmdUpRP), static_cast<Control*>(&cmdDownRP)}) {
-        control->Visible = sensors;
-    }
+    SetVisible({&lblRPSensorNum, &txtRPSensorNum, &cmdUpRP, &cmdDownRP}, sensors);
     lblReviewGraphs.Visible = sensors && run_.PlotReviewPending;
     if (!sensors) return;
     txtRPSensorNum.Text = NumberText(ShownSensorNumber(run_, static_cast<int>(device_)));

@@ -34,8 +34,6 @@ frmBellmark_Accel::frmBellmark_Accel(Program& program)
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     TimerAccel.Tick = [this] { TimerAccel_Tick(); };
     DropDataDisplay.CellClick = [this](int index) { ReviewDrop(index); };
-    lblLoadNumber.PutInto(fraLoadLevel);
-    lblDropNumber.PutInto(fraDropNumber);
     SetDefaultButton(&cmdNext);
 }
 

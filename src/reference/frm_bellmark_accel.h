@@ -19,9 +19,9 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     Label lblTrialNum{*this, "lblTrialNum"};
     Label lblUnits{*this, "lblUnits"};
     Frame fraLoadLevel{*this, "fraLoadLevel", "Height"};
-    Label lblLoadNumber{*this, "lblLoadNumber"};
+    Label lblLoadNumber{fraLoadLevel, "lblLoadNumber"};
     Frame fraDropNumber{*this, "fraDropNumber", "Drop"};
-    Label lblDropNumber{*this, "lblDropNumber"};
+    Label lblDropNumber{fraDropNumber, "lblDropNumber"};
     Label lblPrompt{*this, "lblPrompt"};
     ctrlHtDropArray DropDataDisplay;
     Button cmdNext{*this, "cmdNext", "&NEXT"};

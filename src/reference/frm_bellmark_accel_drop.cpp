@@ -21,14 +21,8 @@ constexpr int blanksBeforeDate = 26;
 
 frmBellmark_AccelDrop::frmBellmark_AccelDrop(Program& program)
     : Screen(program.Screens, "frmBellmark_AccelDrop", "Drop"), Header(*this, program.Header), program_(program) {
-    for (Control* control : {static_cast<Control*>(&lblMessageTitle), static_cast<Control*>(&lblMessageText),
-                             static_cast<Control*>(&cmdErrOK)}) {
-        control->PutInto(fraMessage);
-    }
-    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection}) {
-        option->PutInto(Frame1);
+    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection})
         option->Click = [this] { PlotResponse(); };
-    }
     fraMessage.Visible = false;
     cmdErrOK.Click = [this] { cmdErrOK_Click(); };
     cmdAccept.Click = [this] { cmdAccept_Click(); };

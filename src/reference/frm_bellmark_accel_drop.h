@@ -23,9 +23,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Picture picDropResponse{*this, "picDropResponse"};
     CheckBox chkZoom{*this, "chkZoom", "&Zoomed In"};
     Frame Frame1{*this, "Frame1", "Show"};
-    OptionButton optAcceleration{*this, "optAcceleration", "curve"};
-    OptionButton optVelocity{*this, "optVelocity", "curve"};
-    OptionButton optDeflection{*this, "optDeflection", "curve"};
+    OptionButton optAcceleration{Frame1, "optAcceleration", "curve"};
+    OptionButton optVelocity{Frame1, "optVelocity", "curve"};
+    OptionButton optDeflection{Frame1, "optDeflection", "curve"};
     Label lblPeakCaption{*this, "lblPeakCaption"};
     Label lblPeakMils{*this, "lblPeakMils"};
     Label lblMilsUnit{*this, "lblMilsUnit"};
@@ -37,9 +37,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Label lblZeroCalc1{*this, "lblZeroCalc(1)"};
     Label lblNoise{*this, "lblNoise", "Excess noise in the average zero"};
     Frame fraMessage{*this, "fraMessage"};
-    Label lblMessageTitle{*this, "lblMessageTitle"};
-    Label lblMessageText{*this, "lblMessageText"};
-    Button cmdErrOK{*this, "cmdErrOK", "&OK"};
+    Label lblMessageTitle{fraMessage, "lblMessageTitle"};
+    Label lblMessageText{fraMessage, "lblMessageText"};
+    Button cmdErrOK{fraMessage, "cmdErrOK", "&OK"};
     Button cmdAccept{*this, "cmdAccept", "&Accept"};
     Button cmdReject{*this, "cmdReject", "&Reject"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};

@@ -35,10 +35,6 @@ frmPrerequisites::frmPrerequisites(Program& program)
         // Ticking the item in hand says the same as OK.
         chkPrereq.back()->Click = [this] { cmdOK_Click(); };
     }
-    for (Control* control :
-         {static_cast<Control*>(&lblPrompt), static_cast<Control*>(&lblReading), static_cast<Control*>(&cmdOK)}) {
-        control->PutInto(fraStep);
-    }
     Header.PageTitle.Caption = "Prerequisites";
     cmdChangeTimeDate.Click = [this] { cmdChangeTimeDate_Click(); };
     cmdOK.Click = [this] { cmdOK_Click(); };

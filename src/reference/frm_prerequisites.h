@@ -24,9 +24,9 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     Button cmdChangeTimeDate{*this, "cmdChangeTimeDate", "&Change Date and Time"};
     std::vector<std::unique_ptr<CheckBox>> chkPrereq;  ///< chkPrereq(0) to chkPrereq(8), those in use visible
     Frame fraStep{*this, "fraStep"};                   ///< the item in hand
-    Label lblPrompt{*this, "lblPrompt"};               ///< what is to be done for it
-    Label lblReading{*this, "lblReading"};             ///< the reading taken last
-    Button cmdOK{*this, "cmdOK", "&OK"};
+    Label lblPrompt{fraStep, "lblPrompt"};             ///< what is to be done for it
+    Label lblReading{fraStep, "lblReading"};           ///< the reading taken last
+    Button cmdOK{fraStep, "cmdOK", "&OK"};
     Button cmdNext{*this, "cmdNext", "&NEXT"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
     Timer tmrDateTime{*this, "tmrDateTime", std::chrono::milliseconds(1000)};

@@ -31,14 +31,6 @@ std::string ChangeText(const std::optional<double>& change) {
 }  // namespace
 
 LoadCellTab::LoadCellTab(Screen& screen, Program& program) : screen_(screen), program_(program), run_(program.Run) {
-    for (Control* control : {static_cast<Control*>(&grdLoadCell), static_cast<Control*>(&txtMsg),
-                             static_cast<Control*>(&cmdAcceptLC), static_cast<Control*>(&cmdLCTrial),
-                             static_cast<Control*>(&cmdDelLCTrials), static_cast<Control*>(&fraDelLCTrails)}) {
-        control->PutInto(fraLoadCell);
-    }
-    lblDelLC.PutInto(fraDelLCTrails);
-    for (CheckBox& trial : ChkDelLC) trial.PutInto(fraDelLCTrails);
-    cmdDelLCOK.PutInto(fraDelLCTrails);
     txtMsg.Locked = true;
     fraDelLCTrails.Visible = false;
     cmdAcceptLC.Click = [this] { cmdAcceptLC_Click(); };

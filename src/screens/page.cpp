@@ -1,13 +1,13 @@
 #include "screens/page.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "controls/controls.h"
+#include "controls/enter_key.h"
 #include "controls/screen.h"
 #include "screens/binder.h"
 #include "screens/forms.h"
@@ -15,20 +15,6 @@
 #include "screens/state_colors.h"
 
 namespace bellmark {
-
-namespace {
-
-/// Holds the keyboard where nothing can be done but leave: that is no next step.
-bool IsWayBack(const Control* control) {
-    return control && control->Name() == "cmdMainMenu";
-}
-
-bool IsSuggested(const Control& control) {
-    return dynamic_cast<const Button*>(&control) && control.BackColor.Get() == colors::suggestedNext &&
-           control.IsReachable();
-}
-
-}  // namespace
 
 Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser)
     : screen_(screen) {
@@ -57,19 +43,17 @@ void Page::Follow() {
     update();
 }
 
-/// The default button; without one the button in the colour of the suggestion, or the one that the screen gave the
-/// keyboard.
-const Button* Page::SuggestedButton() const {
-    const auto* suggested = dynamic_cast<const Button*>(screen_.DefaultButton());
-    for (const Control* control : screen_.Controls()) {
-        if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const Button*>(control);
-    }
-    if (!suggested && !IsWayBack(screen_.Focus())) suggested = dynamic_cast<const Button*>(screen_.Focus());
-    return suggested && suggested->IsReachable() ? suggested : nullptr;
+Control* Page::HasKeyboard() const {
+    const QWidget* focused = focusWidget();
+    if (!focused || !focused->hasFocus()) return nullptr;
+    const auto& controls = screen_.Controls();
+    const auto found = std::find_if(controls.begin(), controls.end(),
+                                    [&](const Control* control) { return binder_->WidgetOf(*control) == focused; });
+    return found == controls.end() ? nullptr : *found;
 }
 
 void Page::MarkSuggestedStep() {
-    const Button* suggested = SuggestedButton();
+    const Button* suggested = SuggestedButton(screen_);
     for (const Control* control : screen_.Controls()) {
         if (auto* button = dynamic_cast<StateButton*>(binder_->WidgetOf(*control))) {
             button->SetSuggested(control == suggested);
@@ -80,7 +64,7 @@ void Page::MarkSuggestedStep() {
 
 void Page::TakeFocus() {
     focusRequestsMet_ = screen_.FocusRequests();
-    for (const Control* wanted : {screen_.Focus(), screen_.DefaultButton()}) {
+    for (const Control* wanted : std::initializer_list<const Control*>{screen_.Focus(), screen_.DefaultButton()}) {
         QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
         if (!widget || !widget->isEnabled() || widget->isHidden()) continue;
         widget->setFocus(Qt::OtherFocusReason);
@@ -90,16 +74,12 @@ void Page::TakeFocus() {
 }
 
 QString Page::SuggestedStep() const {
-    const Button* suggested = SuggestedButton();
+    const Button* suggested = SuggestedButton(screen_);
     return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
 bool Page::EnterSuggests() const {
-    const QWidget* focused = focusWidget();
-    if (!focused || !focused->hasFocus()) return true;
-    const auto* button = qobject_cast<const StateButton*>(focused);
-    // In a list Enter chooses the row.
-    return (!button || button->IsSuggested()) && !qobject_cast<const QAbstractItemView*>(focused);
+    return ButtonOfEnter(screen_, HasKeyboard()) == SuggestedButton(screen_);
 }
 
 bool Page::TakesKeys(const QKeySequence& keys) const {
@@ -111,14 +91,8 @@ bool Page::TakesKeys(const QKeySequence& keys) const {
 
 void Page::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // A button that has the keyboard is pressed itself.
-    if (auto* focused = qobject_cast<StateButton*>(focusWidget()); isEnter && focused && focused->hasFocus()) {
-        focused->click();
-        return;
-    }
-    const Control* wanted = SuggestedButton();
-    auto* button =
-        isEnter && wanted && EnterSuggests() ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
+    const Button* pressed = isEnter ? ButtonOfEnter(screen_, HasKeyboard()) : nullptr;
+    auto* button = pressed ? qobject_cast<StateButton*>(binder_->WidgetOf(*pressed)) : nullptr;
     if (!button) {
         QWidget::keyPressEvent(event);
         return;

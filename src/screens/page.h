@@ -11,7 +11,6 @@
 namespace bellmark {
 
 class Binder;
-class Button;
 class Control;
 class Screen;
 
@@ -47,7 +46,7 @@ class Page : public QWidget {
   private:
     void Follow();
     void MarkSuggestedStep();
-    const Button* SuggestedButton() const;
+    Control* HasKeyboard() const;  ///< null when it is with none of the screen's controls
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;

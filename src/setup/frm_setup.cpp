@@ -39,7 +39,7 @@ frmSetup::frmSetup(Program& program)
     General.optGeneral.Enabled = false;
     Center.optCalCenter.Click = [this] { OpenCenterPage(); };
     FWD.optFWD.Click = [this] {
-        ShowPage(FWD.optFWD, FWD.fraFWD);
+        tabs_.Show(FWD.optFWD);
         FWD.optFWDClick();
     };
     FWD.Document = [this]() -> PDDXFile& { return RunDocument(); };
@@ -50,11 +50,11 @@ frmSetup::frmSetup(Program& program)
         AllowCalibration();
     };
     FWD.Stored = [this] { SaveWhatIsKnown(); };
-    DataAcq.optDataAcq.Click = [this] { ShowPage(DataAcq.optDataAcq, DataAcq.fraDataAcq); };
+    DataAcq.optDataAcq.Click = [this] { tabs_.Show(DataAcq.optDataAcq); };
     General.optGeneral.Click = [this] {
         General.ShowSequence();
         DataAcq.ShowChannels();
-        ShowPage(General.optGeneral, General.fraGeneral);
+        tabs_.Show(General.optGeneral);
         General.ShowComment();
         AllowCalibration();
     };
@@ -72,7 +72,7 @@ frmSetup::frmSetup(Program& program)
     };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
-    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    tabs_.Show(Center.optCalCenter);
     Center.FrameCalCenterUpdate();
 }
 
@@ -82,25 +82,12 @@ void frmSetup::Activated() {
     General.ShowTrigger();
 }
 
-void frmSetup::ShowPage(OptionButton& tab, Frame& page) {
-    tab.Choose();
-    // The old page goes before the new one comes: a window that had to hold both would grow.
-    for (Frame* frame : {&Center.fraCalCenter, &FWD.fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
-        if (frame != &page) frame->Visible = false;
-    }
-    page.Visible = true;
-}
-
 void frmSetup::BeginRun() {
     runDocument_.reset();
     centerPageApproved_ = false;
     FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
-    for (Control* control :
-         {static_cast<Control*>(&General.cmdApproveCalSeq), static_cast<Control*>(&General.cboNumHeights),
-          static_cast<Control*>(&General.cboNumDrops)}) {
-        control->Enabled = true;
-    }
+    SetEnabled({&General.cmdApproveCalSeq, &General.cboNumHeights, &General.cboNumDrops}, true);
     // The FWD's tab opens the way on, when it is complete.
     cmdNext.Enabled = false;
     cmdNext.BackColor = colors::buttonFace;
@@ -110,10 +97,7 @@ void frmSetup::BeginRun() {
 
 void frmSetup::EditCenter(bool editing) {
     if (editing) nextWasEnabled_ = cmdNext.Enabled;
-    for (Control* control : {static_cast<Control*>(&FWD.optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
-                             static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdMainMenu)}) {
-        control->Enabled = !editing;
-    }
+    SetEnabled({&FWD.optFWD, &DataAcq.optDataAcq, &General.optGeneral, &cmdMainMenu}, !editing);
     cmdNext.Enabled = !editing && nextWasEnabled_;
 }
 
@@ -139,7 +123,7 @@ void frmSetup::RefreshFromRun() {
 }
 
 void frmSetup::OpenCenterPage() {
-    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    tabs_.Show(Center.optCalCenter);
     Center.CalCenterOptions();
 }
 

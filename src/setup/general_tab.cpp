@@ -30,18 +30,6 @@ double ThroughPicture(double value, const char* picture) {
 }  // namespace
 
 GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
-    for (Control* control : {static_cast<Control*>(&optEnglish), static_cast<Control*>(&optMetric),
-                             static_cast<Control*>(&optAutoPrint[0]), static_cast<Control*>(&optAutoPrint[1]),
-                             static_cast<Control*>(&loadCellTrigger), static_cast<Control*>(&txtTriggerUnits),
-                             static_cast<Control*>(&AccelTrigger), static_cast<Control*>(&txtComment),
-                             static_cast<Control*>(&fraTestSequence)}) {
-        control->PutInto(fraGeneral);
-    }
-    for (Control* control : {static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops),
-                             static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
-                             static_cast<Control*>(&cmdTriggerLevel)}) {
-        control->PutInto(fraTestSequence);
-    }
     cboNumHeights.Items = {"3", "4"};
     cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
@@ -163,10 +151,7 @@ void GeneralTab::cmdApproveCalSeq_Click() {
     program_.Run.NumberDropsSet = true;
     program_.Run.TriggerLevelSet = false;
     program_.Run.LoadCellOnly = true;
-    for (Control* control : {static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
-                             static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops)}) {
-        control->Enabled = false;
-    }
+    SetEnabled({&cmdApproveCalSeq, &cmdNumberDrops, &cboNumHeights, &cboNumDrops}, false);
     SequenceApproved();
 }
 

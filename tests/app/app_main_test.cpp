@@ -6,8 +6,7 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/program.h"
-#include "tests/support/fake_acquisition.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {

@@ -5,7 +5,7 @@
 #include "app/program.h"
 #include "platform/numbers.h"
 #include "run/trial.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {

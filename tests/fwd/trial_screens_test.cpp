@@ -13,9 +13,7 @@
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_regression_plot.h"
 #include "platform/numbers.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -33,24 +31,14 @@ struct RecordingMenu : FakeMainMenu {
     void CalibrateLoadCell() override { ++loadCellEntered; }
 };
 
-struct RecordingCollection : CollectionDoor {
+struct RecordingCollection : IdleCollection {
     int entered = 0;
     void Bellmark() override { ++entered; }
-    void Start() override {}
-    void GetResults() override {}
-    void ClearDropData() override {}
-    void PollButton(bool) override {}
-    void DisableButtons() override {}
 };
 
-struct RecordingResults : ResultsDoor {
+struct RecordingResults : IdleResults {
     int loadCellOpened = 0;
-    void Open() override {}
     void OpenLoadCell() override { ++loadCellOpened; }
-    void OpenAccelerometer() override {}
-    void Recompute() override {}
-    bool IsLoadCellComplete() const override { return false; }
-    bool AreSensorsComplete() const override { return false; }
 };
 
 struct RecordingReview : ReferenceReviewDoor {

@@ -7,7 +7,7 @@
 #include "pddx/mod_pddx_read.h"
 #include "platform/machine.h"
 #include "run/run_document.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 
 namespace bellmark {
 

@@ -6,8 +6,7 @@
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -18,22 +17,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-struct FakeFWDData : FWDDataDoor {
+struct FakeFWDData : IdleFWDData {
     int started = 0;
     int refreshed = 0;
     void Start() override { ++started; }
     void Refresh() override { ++refreshed; }
-    void ReturnFromPlot() override {}
-    void AcceptTrial() override {}
-    void RejectTrial() override {}
-    void PrintReport() override {}
-};
-
-/// What a replay asks of the simulated board.
-struct FakeSimulator : SimulatorDoor {
-    std::string file;
-    void SetFile(const std::string& baseName) override { file = baseName; }
-    void SetRandom(float, float) override {}
 };
 
 /// The two screens of a trial on a machine with a board: a cell of 1000 pounds a volt, 2 heights of 2 drops.

@@ -7,8 +7,7 @@
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
 #include "run/trial.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {

@@ -10,6 +10,7 @@
 #include "assembly/assembly.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 #include "virtual_fwd/virtual_center.h"
 
@@ -23,11 +24,6 @@ double ResidentMegabytes() {
     status >> pages >> resident;
     return resident * 4096 / 1e6;
 }
-
-struct AllChecked : PrerequisitesDoor {
-    bool PrerequisitesMet(Procedure) override { return true; }
-    void ResetPreReq() override {}
-};
 
 TEST(ManyTrials, NeitherGrowNorSlowDown) {
     constexpr int trials = 1000;
@@ -44,7 +40,7 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     run.NumberLoadLevels = 4;
     run.NumberDropsPerLoadLevel = 6;
     program->Center = virtual_fwd::VirtualCenter(false, machine.clock.Now());
-    program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<AllChecked>(); });
+    program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<IdlePrerequisites>(); });
     auto& collection = dynamic_cast<frmBellmark_Accel&>(program->The<CollectionDoor>());
     auto& drop = dynamic_cast<frmBellmark_AccelDrop&>(program->The<DropDoor>());
     // The simulated board reads the very files that the trial writes again.

@@ -7,6 +7,7 @@
 #include "app/frm_master.h"
 #include "app/interim_store.h"
 #include "tests/setup/set_up_program.h"
+#include "tests/support/idle_doors.h"
 
 namespace bellmark {
 namespace {
@@ -70,16 +71,13 @@ TEST_F(FrmSetupTest, LoadTriggerIsStoredInTheUnitsOfTheFile) {
     EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), "4.4482") << "1000 pounds as read, unrounded";
 }
 
-struct FakeFlip : FlipCalibrationDoor {
-    void Start() override {}
-};
-
 TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
     auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
     auto& frame = dynamic_cast<frmMaster&>(program->The<MainFrameDoor>());
     ReadCenter();
     for (const bool canFlip : {false, true}) {
-        if (canFlip) program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<FakeFlip>(); });
+        if (canFlip)
+            program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<IdleFlipCalibration>(); });
         for (int inputs = 0; inputs < 8; ++inputs) {
             SCOPED_TRACE(inputs + (canFlip ? 8 : 0));
             run.SetupComplete = (inputs & 1) != 0;
