@@ -156,7 +156,9 @@ int RunScript(const Options& options) {
         runner = &scriptRunner;
         Main(*program);
         if (ended) {
-            std::cerr << "Another Bellmark works on " << PathText(folder) << ".\n";
+            std::cerr << (lock.Problem().empty() ? "Another Bellmark works on " + PathText(folder) + '.'
+                                                 : lock.Problem())
+                      << '\n';
             return 1;
         }
         scriptRunner.Run(lines);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <string>
+
 #include "platform/files.h"
 
 namespace bellmark {
 
-/// One running program a program folder. The operating system drops the lock when the process dies, however it dies, so
-/// that a killed program never keeps the next one out.
+/// One running program a program folder, whoever runs it. The operating system drops the lock when the process dies,
+/// however it dies, so that a killed program never keeps the next one out.
 class InstanceLock {
   public:
     explicit InstanceLock(const Path& programFolder);
@@ -13,10 +15,16 @@ class InstanceLock {
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
-    bool IsFirst() const { return first_; }  ///< false when another program holds the folder
+    /// False when another program holds the folder, and when nobody can tell whether one does.
+    bool IsFirst() const { return first_; }
+
+    /// Why the folder could not be locked, in words for the operator; empty when it was, or when another program has
+    /// it.
+    const std::string& Problem() const { return problem_; }
 
   private:
     bool first_ = false;
+    std::string problem_;
 #ifdef _WIN32
     void* handle_ = nullptr;
 #else

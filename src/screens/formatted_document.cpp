@@ -1,14 +1,17 @@
 #include "screens/formatted_document.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPrinter>
+#include <QScreen>
 #include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QWidget>
+#include <algorithm>
 #include <stdexcept>
 
 namespace bellmark {
@@ -18,6 +21,8 @@ namespace {
 constexpr double pointsPerInch = 72;
 constexpr double sheetInches = 6.5;   // between the margins
 constexpr double marginInches = 0.4;  // around the text on the screen
+constexpr double topInches = 0.75;    // above and below it on paper
+constexpr double leastSideInches = 0.5;
 constexpr const char* fontFamily = "Arial";
 
 Qt::Alignment AlignmentOf(Alignment alignment) {
@@ -64,6 +69,10 @@ QTextCharFormat RunFormat(const FormattedRun& run) {
     format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
     format.setFontItalic(run.isItalic);
     format.setFontUnderline(run.isUnderlined);
+    // The least there is: letters that are spaced are not joined ("fi"), and a word of the printed file can be found.
+    constexpr double leastSpacing = 1.0 / 64;
+    format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+    format.setFontLetterSpacing(leastSpacing);
     return format;
 }
 
@@ -98,15 +107,26 @@ int SheetWidth(const QWidget& widget) {
 }
 
 void PrintDocument(QPrinter& printer, const FormattedText& text) {
-    printer.setPageMargins(QMarginsF(1, 0.75, 1, 0.75), QPageLayout::Inch);
+    const double paperInches = printer.pageLayout().fullRect(QPageLayout::Inch).width();
+    const double sideInches = std::max(leastSideInches, (paperInches - sheetInches) / 2);
+    printer.setPageMargins(QMarginsF(sideInches, topInches, sideInches, topInches), QPageLayout::Inch);
+    const QSizeF area = printer.pageLayout().paintRectPixels(printer.resolution()).size();
+    // Lines break as on the screen: narrow paper makes the sheet smaller, not its text longer.
+    const double sheetDots = sheetInches * printer.logicalDpiX();
+    const double scale = std::min(1.0, area.width() / sheetDots);
+    const QSizeF page(sheetDots, area.height() / scale);
+
     QTextDocument document;
+    // A layout that knows its device takes lengths in dots of the screen and makes them the device's by itself, as it
+    // does with letters.
     document.documentLayout()->setPaintDevice(&printer);
-    FillDocument(document, text, printer.logicalDpiX());
+    FillDocument(document, text, QGuiApplication::primaryScreen()->logicalDotsPerInchY());
     document.setDocumentMargin(0);
-    const QSizeF page = printer.pageLayout().paintRectPixels(printer.resolution()).size();
     document.setPageSize(page);
     QPainter painter;
     if (!painter.begin(&printer)) throw std::runtime_error("The printer does not take the certificate.");
+    painter.translate((area.width() - scale * sheetDots) / 2, 0);
+    painter.scale(scale, scale);
     for (int number = 0; number < document.pageCount(); ++number) {
         if (number > 0) printer.newPage();
         painter.save();

@@ -14,7 +14,8 @@ void FillDocument(QTextDocument& document, const FormattedText& text, double dot
 /// Pixels that a sheet of letter paper takes on the widget between margins of an inch, and with what lies around it.
 int SheetWidth(const QWidget& widget);
 
-/// Prints page by page, with margins of one inch at the sides.
+/// Prints page by page, in the middle of the paper: one inch is left at the sides of letter paper. Lines break as on
+/// the screen.
 void PrintDocument(QPrinter& printer, const FormattedText& text);
 
 }  // namespace bellmark

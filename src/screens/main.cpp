@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QMessageBox>
 #include <QStandardPaths>
 
 #include "platform/instance_lock.h"
@@ -18,5 +19,8 @@ int main(int count, char** words) {
     const Path folder = ChooseProgramFolder(pathOf(QApplication::applicationDirPath()),
                                             pathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)));
     const InstanceLock lock(folder);
+    if (!lock.Problem().empty()) {
+        QMessageBox::critical(nullptr, QApplication::applicationName(), QString::fromStdString(lock.Problem()));
+    }
     return Desktop(folder, lock.IsFirst()).Run();
 }

@@ -27,8 +27,9 @@ void RequireClean(const BindingReport& report, const Screen& screen) {
 
 }  // namespace
 
-MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser)
-    : screens_(screens), mainFrame_(mainFrame), tellUser_(std::move(tellUser)) {
+MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser,
+                       std::chrono::milliseconds restOfAccept)
+    : screens_(screens), mainFrame_(mainFrame), tellUser_(std::move(tellUser)), guard_(restOfAccept) {
     Ui::frmMaster form;
     form.setupUi(this);
     setObjectName(QString());

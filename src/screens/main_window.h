@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QMainWindow>
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
 #include <utility>
 #include <vector>
+
+#include "screens/press_guard.h"
 
 class QAction;
 class QLabel;
@@ -23,7 +26,9 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
   public:
-    MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser);
+    /// restOfAccept: how long the answer to a drop that has just come waits for the operator to have seen it.
+    MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser,
+               std::chrono::milliseconds restOfAccept = std::chrono::milliseconds(300));
     ~MainWindow() override;
 
     /// The page of a screen, built when it is first asked for. A form that does not fit its screen is reported as a
@@ -45,6 +50,7 @@ class MainWindow : public QMainWindow {
     ScreenStack& screens_;
     Screen& mainFrame_;
     std::function<void(const QString&)> tellUser_;
+    PressGuard guard_;
     QStackedWidget* pages_ = nullptr;
     QLabel* nextStep_ = nullptr;
     std::unique_ptr<Binder> menuBinder_;

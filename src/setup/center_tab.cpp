@@ -216,6 +216,7 @@ void CenterTab::cmdSelectCenter_Click() {
     fraLoadCell.Visible = false;
     fraAccelerometer.Visible = false;
     fraCalCentersID.Visible = true;
+    if (!centers.problem.empty()) program_.ShowBox(centers.problem, box::exclamation);
 }
 
 void CenterTab::grdCalCenters_DoubleClick(int row) {

@@ -1,43 +1,216 @@
 #include "tables/table.h"
 
 #ifdef BELLMARK_MDB
+#include <fcntl.h>
 #include <mdbtools.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
 #include <memory>
+
+#include "platform/numbers.h"
 #endif
 
 namespace bellmark {
 
 #ifdef BELLMARK_MDB
 
-bool CanReadMdb() {
-    return true;
-}
+namespace {
 
-Table ReadMdbTable(const Path& file, const std::string& name) {
+constexpr std::size_t mostTextBytes = std::size_t{16} * 1024 * 1024;
+constexpr rlim_t mostMemory = rlim_t{1024} * 1024 * 1024;
+
+/// What the reading process says, piece by piece: a letter, the length of a text, the text.
+enum class Piece : char { Failure = 'F', Column = 'C', NewRow = 'R', Cell = 'V', End = 'E' };
+
+/// The reading process's side. The library is at the mercy of the file: nothing here is shared with the program.
+class Teller {
+  public:
+    explicit Teller(int pipe) : pipe_(pipe) {}
+
+    void Tell(Piece piece, std::string_view text = {}) {
+        const auto length = static_cast<std::uint32_t>(text.size());
+        std::string bytes(1 + sizeof(length), static_cast<char>(piece));
+        std::memcpy(bytes.data() + 1, &length, sizeof(length));
+        bytes += text;
+        for (std::string_view rest = bytes; !rest.empty();) {
+            const ssize_t written = write(pipe_, rest.data(), rest.size());
+            if (written < 0) _exit(1);  // nobody listens any more
+            rest.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+
+  private:
+    int pipe_;
+};
+
+void TellTable(Teller& teller, const Path& file, const std::string& name) {
     const std::string fileName = file.string();
     const std::unique_ptr<MdbHandle, void (*)(MdbHandle*)> database(mdb_open(fileName.c_str(), MDB_NOFLAGS), mdb_close);
-    if (!database) throw TableError(PathText(file) + " is no database that can be read.");
+    if (!database) return teller.Tell(Piece::Failure, PathText(file) + " is no database that can be read.");
     std::string wanted = name;
     const std::unique_ptr<MdbTableDef, void (*)(MdbTableDef*)> definition(
         mdb_read_table_by_name(database.get(), wanted.data(), MDB_TABLE), mdb_free_tabledef);
-    if (!definition) throw TableError(PathText(file) + " has no table " + name + '.');
+    if (!definition) return teller.Tell(Piece::Failure, PathText(file) + " has no table " + name + '.');
     const GPtrArray* columns = mdb_read_columns(definition.get());
-    if (!columns) throw TableError("The table " + name + " of " + PathText(file) + " cannot be read.");
-
-    Table table;
+    if (!columns) {
+        return teller.Tell(Piece::Failure, "The table " + name + " of " + PathText(file) + " cannot be read.");
+    }
     // The library writes each row's texts into these buffers.
     std::vector<std::vector<char>> texts(definition->num_cols, std::vector<char>(database->bind_size));
     for (unsigned i = 0; i < definition->num_cols; ++i) {
         const auto* column = static_cast<const MdbColumn*>(g_ptr_array_index(columns, i));
-        table.columns.emplace_back(column->name);
+        teller.Tell(Piece::Column, column->name);
         mdb_bind_column(definition.get(), static_cast<int>(i) + 1, texts[i].data(), nullptr);
     }
     mdb_rewind_table(definition.get());
     while (mdb_fetch_row(definition.get())) {
-        std::vector<std::string>& row = table.rows.emplace_back();
-        for (const auto& text : texts) row.emplace_back(text.data());
+        teller.Tell(Piece::NewRow);
+        for (const auto& text : texts) teller.Tell(Piece::Cell, text.data());
     }
+    teller.Tell(Piece::End);
+}
+
+/// A process of its own that reads the table, ended with this object: a damaged file can keep the library busy for
+/// ever, or make it fall.
+class ReadingProcess {
+  public:
+    ReadingProcess(const Path& file, const std::string& name) {
+        std::array<int, 2> ends{};
+        if (pipe2(ends.data(), O_CLOEXEC) != 0) throw TableError(PathText(file) + " cannot be read now.");
+        process_ = fork();
+        if (process_ == 0) {
+            close(ends[0]);
+            const rlimit memory{mostMemory, mostMemory};
+            setrlimit(RLIMIT_DATA, &memory);
+            const int nowhere = open("/dev/null", O_WRONLY);  // the library complains there of every oddity
+            if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
+            Teller teller(ends[1]);
+            TellTable(teller, file, name);
+            _exit(0);
+        }
+        close(ends[1]);
+        pipe_ = ends[0];
+        if (process_ < 0) {
+            close(pipe_);
+            throw TableError(PathText(file) + " cannot be read now.");
+        }
+    }
+    ~ReadingProcess() {
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+        close(pipe_);
+    }
+    ReadingProcess(const ReadingProcess&) = delete;
+    ReadingProcess& operator=(const ReadingProcess&) = delete;
+
+    /// Waits for more of what it says, until the time is over. False at the end and when the time is over.
+    bool Listen(std::string& said, std::chrono::steady_clock::time_point until) const {
+        using std::chrono::milliseconds;
+        for (;;) {
+            const auto left = std::chrono::duration_cast<milliseconds>(until - std::chrono::steady_clock::now());
+            pollfd waiting{pipe_, POLLIN, 0};
+            const int ready = left.count() > 0 ? poll(&waiting, 1, static_cast<int>(left.count())) : 0;
+            if (ready < 0 && errno == EINTR) continue;
+            if (ready <= 0) return false;
+            std::array<char, 65536> bytes{};
+            const ssize_t got = read(pipe_, bytes.data(), bytes.size());
+            if (got < 0 && errno == EINTR) continue;
+            if (got > 0) said.append(bytes.data(), static_cast<std::size_t>(got));
+            return got > 0;
+        }
+    }
+
+  private:
+    pid_t process_ = -1;
+    int pipe_ = -1;
+};
+
+/// Puts the table together from what the reading process says.
+class Listener {
+  public:
+    explicit Listener(std::size_t mostRows) : mostRows_(mostRows) {}
+
+    bool IsEnded() const { return ended_; }
+    bool IsTooMuch() const { return textBytes_ > mostTextBytes || table_.rows.size() > mostRows_; }
+
+    /// Takes the whole pieces off the front.
+    void Take(std::string& said) {
+        std::uint32_t length = 0;
+        constexpr std::size_t head = 1 + sizeof(length);
+        std::size_t at = 0;
+        while (said.size() - at >= head) {
+            std::memcpy(&length, said.data() + at + 1, sizeof(length));
+            if (said.size() - at - head < length) break;
+            Add(Piece{said[at]}, said.substr(at + head, length));
+            at += head + length;
+        }
+        said.erase(0, at);
+    }
+
+    /// Rows that are not whole are left out.
+    Table TakeTable() {
+        auto& rows = table_.rows;
+        if (!rows.empty() && rows.back().size() < table_.columns.size()) rows.pop_back();
+        rows.resize(std::min(rows.size(), mostRows_));
+        return std::move(table_);
+    }
+
+  private:
+    void Add(Piece piece, std::string text) {
+        textBytes_ += text.size();
+        switch (piece) {
+            case Piece::Failure:
+                throw TableError(text);
+            case Piece::Column:
+                table_.columns.push_back(std::move(text));
+                break;
+            case Piece::NewRow:
+                table_.rows.emplace_back();
+                break;
+            case Piece::Cell:
+                table_.rows.back().push_back(std::move(text));
+                break;
+            case Piece::End:
+                ended_ = true;
+                break;
+        }
+    }
+
+    std::size_t mostRows_;
+    std::size_t textBytes_ = 0;
+    bool ended_ = false;
+    Table table_;
+};
+
+}  // namespace
+
+bool CanReadMdb() {
+    return true;
+}
+
+Table ReadMdbTable(const Path& file, const std::string& name, const TableLimits& limits) {
+    std::error_code error;
+    const auto bytes = std::filesystem::file_size(file, error);
+    if (!error && bytes > limits.fileBytes) throw TableError(PathText(file) + " is too large to be a list of centers.");
+    const ReadingProcess reader(file, name);
+    const auto until = std::chrono::steady_clock::now() + limits.time;
+    Listener listener(limits.rows);
+    std::string said;
+    while (!listener.IsEnded() && !listener.IsTooMuch() && reader.Listen(said, until)) listener.Take(said);
+    const bool isWhole = listener.IsEnded() && !listener.IsTooMuch();
+    Table table = listener.TakeTable();
+    if (isWhole) return table;
+    if (table.rows.empty()) throw TableError(PathText(file) + " is damaged: no entry of it can be read.");
+    table.problem = PathText(file) + " is damaged: it was read as far as it goes, " + NumberText(table.rows.size()) +
+                    " entries. Others may be missing.";
     return table;
 }
 
@@ -47,7 +220,7 @@ bool CanReadMdb() {
     return false;
 }
 
-Table ReadMdbTable(const Path& file, const std::string&) {
+Table ReadMdbTable(const Path& file, const std::string&, const TableLimits&) {
     throw TableError(PathText(file) + " cannot be read: this program was built without the library for it.");
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -13,6 +15,7 @@ namespace bellmark {
 struct Table {
     std::vector<std::string> columns;
     std::vector<std::vector<std::string>> rows;  ///< each as long as columns
+    std::string problem;                         ///< why rows may be missing, for the operator; empty for a whole table
 };
 
 /// A table that cannot be read: why, in words for the operator.
@@ -29,8 +32,16 @@ Table ReadCsvTable(std::string_view text);
 /// Whether this build reads .mdb files.
 bool CanReadMdb();
 
-/// A table of a .mdb file. Throws TableError when it cannot be read.
-Table ReadMdbTable(const Path& file, const std::string& name);
+/// How much of a file is believed before it counts as damaged. A list of centers has some dozens of rows.
+struct TableLimits {
+    std::uintmax_t fileBytes = FileSystem::defaultLimit;
+    std::size_t rows = 1000;
+    std::chrono::milliseconds time{5000};
+};
+
+/// A table of a .mdb file, read by a process of its own: what a damaged file does to the library, this program goes on.
+/// Of a damaged table the rows that could be read, and its problem. Throws TableError when there is none.
+Table ReadMdbTable(const Path& file, const std::string& name, const TableLimits& limits = {});
 
 /// The known calibration centers, of the program folder: BellmarkCenters.mdb, or else BellmarkCenters.csv. First column
 /// the ID code, second the name. Throws TableError when neither is there or can be read.

@@ -83,10 +83,12 @@ class TestDesktop {
     }
     TestDesktop(const TestDesktop&) = delete;
 
-    void Start() {
+    /// restOfAccept: tests answer as soon as there is something to answer, but for those that test the rest.
+    void Start(std::chrono::milliseconds restOfAccept = {}) {
         Main(*program);
-        window = std::make_unique<MainWindow>(program->Screens, *program->Screens.Find("frmMaster"),
-                                              [this](const QString& why) { refusals.push_back(why.toStdString()); });
+        window = std::make_unique<MainWindow>(
+            program->Screens, *program->Screens.Find("frmMaster"),
+            [this](const QString& why) { refusals.push_back(why.toStdString()); }, restOfAccept);
         window->resize(1280, 800);
         window->show();
     }

@@ -28,11 +28,12 @@ using namespace std::chrono_literals;
 
 class WalkTest : public testing::Test {
   protected:
-    explicit WalkTest(std::chrono::milliseconds simulatedCapture = 0ms) : desktop_(simulatedCapture) {
+    explicit WalkTest(std::chrono::milliseconds simulatedCapture = 0ms, std::chrono::milliseconds restOfAccept = 0ms)
+        : desktop_(simulatedCapture) {
         DiskFileSystem files;
         virtual_fwd::WriteCenter(files, desktop_.Folder(), {}, SystemClock().Now());
         std::ofstream(desktop_.Folder() / "Ferrylink.exe") << "stand-in";
-        desktop_.Start();
+        desktop_.Start(restOfAccept);
     }
 
     void Press(const char* screen, const char* button) {
@@ -130,6 +131,27 @@ class SlowWalkTest : public WalkTest {
   protected:
     SlowWalkTest() : WalkTest(60s) {}
 };
+
+class HastyWalkTest : public WalkTest {
+  protected:
+    HastyWalkTest() : WalkTest(0ms, 200ms) {}
+};
+
+TEST_F(HastyWalkTest, AHeldEnterOrAnEarlyOneTakesNoDrop) {
+    GoToCollection();
+    Press("frmBellmark_Accel", "cmdNext");
+    ASSERT_EQ(Front(), "frmBellmark_AccelDrop");
+    PressEnter();
+    EXPECT_EQ(Front(), "frmBellmark_AccelDrop") << "pressed before anyone can have seen the peak";
+    QTest::qWait(250);
+    for (int i = 0; i < 3; ++i) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+        QApplication::sendEvent(desktop_.window->focusWidget(), &held);
+    }
+    EXPECT_EQ(Front(), "frmBellmark_AccelDrop");
+    PressEnter();
+    EXPECT_EQ(Front(), "frmBellmark_Accel");
+}
 
 TEST_F(WalkTest, FromTheStartFormToADropThatIsTaken) {
     GoToCollection();

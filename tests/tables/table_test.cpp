@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "tests/support/temporary_folder.h"
 
 namespace bellmark {
@@ -47,6 +49,50 @@ TEST(MdbTable, ReadsADatabaseOfOthers) {
     EXPECT_EQ(table.rows[0][5], "Hello");
     EXPECT_EQ(table.rows[1][5], "Year 1999");
     EXPECT_THROW(ReadMdbTable(file, "BellmarkCenters"), TableError);
+}
+
+/// Bytes of the database changed by chance, but always the same: whatever the library makes of them, an answer comes in
+/// time. Some of these files kept it busy for minutes, others made it fall.
+TEST(MdbTable, ADamagedDatabaseCostsAFewSecondsAtMost) {
+    const Path whole = Path(BELLMARK_SOURCE_FOLDER) / "../shared/data/DateTestDatabase.mdb";
+    if (!CanReadMdb() || !std::filesystem::exists(whole)) GTEST_SKIP() << "no library or no database";
+    const std::string bytes = DiskFileSystem().ReadBytes(whole);
+    const TemporaryFolder folder;
+    const Path file = folder / "damaged.mdb";
+    TableLimits limits;
+    limits.time = std::chrono::milliseconds(300);
+    std::mt19937 random(3);
+    int told = 0;
+    for (int i = 0; i < 60; ++i) {
+        std::string damaged = bytes;
+        for (int change = 0; change < 400; ++change) damaged[random() % damaged.size()] = static_cast<char>(random());
+        DiskFileSystem().ReplaceFile(file, damaged);
+        const auto begun = std::chrono::steady_clock::now();
+        try {
+            const Table table = ReadMdbTable(file, "DateTest", limits);
+            told += table.problem.empty() ? 0 : 1;
+            for (const auto& row : table.rows) EXPECT_EQ(row.size(), table.columns.size());
+        } catch (const TableError&) {
+            ++told;
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - begun, limits.time + std::chrono::seconds(1)) << i;
+    }
+    EXPECT_GT(told, 0);
+}
+
+TEST(MdbTable, TooManyRowsAreCutAndTold) {
+    const Path file = Path(BELLMARK_SOURCE_FOLDER) / "../shared/data/DateTestDatabase.mdb";
+    if (!CanReadMdb() || !std::filesystem::exists(file)) GTEST_SKIP() << "no library or no database";
+    TableLimits limits;
+    limits.rows = 4;
+    const Table cut = ReadMdbTable(file, "DateTest", limits);
+    EXPECT_EQ(cut.rows.size(), 4U);
+    EXPECT_EQ(cut.rows[1][5], "Year 1999");
+    EXPECT_NE(cut.problem.find(" 4 entries"), std::string::npos) << cut.problem;
+    limits.rows = 6;
+    EXPECT_EQ(ReadMdbTable(file, "DateTest", limits).problem, "");
+    limits.fileBytes = 1000;
+    EXPECT_THROW(ReadMdbTable(file, "DateTest", limits), TableError);
 }
 
 }  // namespace

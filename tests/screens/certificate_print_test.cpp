@@ -1,0 +1,124 @@
+// The certificate on paper, as another program reads it back: pdftotext tells where each word stands.
+
+#include <gtest/gtest.h>
+
+#include <QPageSize>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+#include <vector>
+
+#include "platform/numbers.h"
+#include "results/certificate.h"
+#include "results/rich_text_reader.h"
+#include "screens/formatted_document.h"
+#include "tests/support/temporary_folder.h"
+
+namespace bellmark {
+namespace {
+
+struct Word {
+    double left, top, right, bottom;  // points, from the paper's upper left corner
+    QString text;
+};
+
+struct PrintedSheet {
+    qsizetype pages = 0;
+    std::vector<Word> words;
+
+    const Word& Find(const QString& text) const {
+        for (const Word& word : words) {
+            if (word.text == text) return word;
+        }
+        throw std::runtime_error("There is no " + text.toStdString());
+    }
+};
+
+PrintedSheet ReadBack(const Path& pdf) {
+    QProcess reader;
+    reader.start("pdftotext", {"-bbox", QString::fromStdString(pdf.string()), "-"});
+    if (!reader.waitForFinished()) throw std::runtime_error("pdftotext does not run");
+    const QString html = QString::fromUtf8(reader.readAllStandardOutput());
+    PrintedSheet sheet;
+    sheet.pages = html.count("<page ");
+    static const QRegularExpression pattern(R"re(<word xMin="(.*)" yMin="(.*)" xMax="(.*)" yMax="(.*)">(.*)</word>)re");
+    for (auto match = pattern.globalMatch(html); match.hasNext();) {
+        const auto found = match.next();
+        const auto number = [&](int group) { return found.captured(group).toDouble(); };
+        sheet.words.push_back({number(1), number(2), number(3), number(4), found.captured(5)});
+    }
+    return sheet;
+}
+
+/// The fullest certificate of one page: four trials of everything, and seven sensors whose gains are all different.
+FormattedText FullCertificate() {
+    CalibrationRun run;
+    run.DeviceOwner = "Owner";
+    run.DeviceSerialNumber = "8002-123";
+    run.LoadCellSerialNumber = "LC-9";
+    run.LoadCellRefTrials = run.RefTrials = run.RelTrials = static_cast<int>(maxTrials);
+    run.NumberSensors = 7;
+    for (int s = 0; s < run.NumberSensors; ++s) {
+        auto& sensor = run.Sensor.at(static_cast<std::size_t>(s));
+        sensor.SerialNumber = "S-" + NumberText(s);
+        sensor.InitialGain = 1.1 + s;
+        for (std::size_t t = 0; t < maxTrials; ++t) {
+            sensor.RefTrial[t].Gain = sensor.InitialGain + 0.01 + 0.01 * static_cast<double>(t);
+            sensor.RelTrial[t].Gain = sensor.InitialGain + 0.05 + 0.01 * static_cast<double>(t);
+        }
+        sensor.FinalGain = sensor.InitialGain + 0.09;
+    }
+    CenterConfig center;
+    center.CalibrationCenter = "Center";
+    center.Notes = {
+        "A note of the operator that is long enough to fill more than one whole line of the sheet, so that "
+        "it has to be broken at the same place as on the screen."};
+    RichText text(DiskFileSystem().ReadBytes(Path(BELLMARK_SOURCE_FOLDER) / "sample" / certificateTemplateName));
+    FillCertificate(text, run, center, {true, true}, MakeDateTime(2012, 3, 9));
+    return ReadRichText(CertificateRtf(text));
+}
+
+TEST(CertificateOnPaper, IsOnePageWithItsColumnsInPlace) {
+    const TemporaryFolder folder;
+    struct PaperCase {
+        QPageSize::PageSizeId paper;
+        double width, height;  // points
+    };
+    for (const auto& [paper, width, height] :
+         {PaperCase{QPageSize::A4, 595, 842}, PaperCase{QPageSize::Letter, 612, 792}}) {
+        SCOPED_TRACE(width);
+        const Path file = folder / "certificate.pdf";
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(QString::fromStdString(file.string()));
+        printer.setPageSize(QPageSize(paper));
+        PrintDocument(printer, FullCertificate());
+        const PrintedSheet sheet = ReadBack(file);
+        ASSERT_EQ(sheet.pages, 1);
+        for (const Word& word : sheet.words) {
+            EXPECT_TRUE(word.left > 60 && word.right < width - 60 && word.top > 50 && word.bottom < height - 50)
+                << word.text.toStdString();
+        }
+        // Six and a half inches in the middle of the paper; the tab stops are those of the template, in twentieths.
+        const double leftEdge = (width - 468) / 2;
+        EXPECT_NEAR(sheet.Find("S-0").left, leftEdge, 1.5);
+        EXPECT_NEAR(sheet.Find("8002-123").left, leftEdge + 7000 / 20.0, 1.5);
+        const double stops[] = {2200, 2980, 3680, 4380, 5080, 5980, 6680, 7380, 8080, 9300};
+        for (int s = 0; s < 7; ++s) {
+            const Word& serial = sheet.Find("S-" + QString::number(s));
+            for (int column = 0; column < 10; ++column) {
+                const Word& gain = sheet.Find(QString::number(1.1 + s + 0.01 * column, 'f', 3));
+                EXPECT_NEAR(gain.right, leftEdge + stops[column] / 20, 1.5);
+                EXPECT_NEAR(gain.top, serial.top, 0.5);
+            }
+        }
+        // Found by who looks for it: no letters are joined to one sign, as "fi" may be. Letters of ten points, and a
+        // title of eighteen.
+        EXPECT_NEAR(sheet.Find("Owner").bottom - sheet.Find("Owner").top, 11.5, 1.5);
+        EXPECT_NEAR(sheet.Find("Certificate").bottom - sheet.Find("Certificate").top, 20.5, 2.5);
+        EXPECT_GT(sheet.Find("screen.").top, sheet.Find("operator").top + 5);
+    }
+}
+
+}  // namespace
+}  // namespace bellmark
