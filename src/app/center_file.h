@@ -12,6 +12,21 @@ class Program;
 /// Sets the keys in a file and leaves all else in it. Throws FileError.
 void WriteCenterDataToPDDX(Program& program, const Path& path);
 
+/// Takes a center's configuration from a file into the program's document and record, and writes the copy of the run in
+/// hand anew. False, after a box, when the file cannot be read or is not a center's configuration; nothing changes
+/// then.
+bool ReadCenterConfiguration(Program& program, const Path& path);
+
+/// Keeps the center's own configuration aside before a review puts another one in its place. One that is no
+/// configuration is not worth keeping.
+void KeepCenterConfiguration(Program& program);
+
+/// Puts the configuration back that was kept aside, by this process or by one that did not come to its end.
+void PutBackCenterConfiguration(Program& program);
+
+/// The center's configuration was approved: what was kept aside before is out of date.
+void ForgetKeptConfiguration(Program& program);
+
 /// Sets one key of a file. Throws FileError.
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value);

@@ -65,7 +65,7 @@ void KeepRecord(Program& program, const std::string& today) {
 
 void WriteFinalOutputs(Program& program) {
     CalibrationRun& run = program.Run;
-    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    PDDXFile& document = *program.RunDocument;
     const std::string today = TodayText(program);
     const std::string outputName = "BellmarkCalibrationOutput " + today + ".ddx";
 

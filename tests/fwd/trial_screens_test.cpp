@@ -102,6 +102,7 @@ struct TrialScreens : testing::Test {
     }
     /// Each file is converted anew: the former document is replaced. answers: to what comes up then.
     void Browse(const std::vector<Answer>& answers = {}) {
+        machine.files.RemoveFile(machine.folder / "InterimCal20120309/Trial.ddx");
         if (machine.Has("InterimCal20120309/Trialcvt.ddx")) machine.dialogs.QueueAnswer(Answer::Yes);
         for (const Answer answer : answers) machine.dialogs.QueueAnswer(answer);
         machine.dialogs.QueueFile(machine.folder / "transfer/Trial.ddx");

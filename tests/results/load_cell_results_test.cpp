@@ -128,7 +128,7 @@ TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     tab.cmdAcceptLC.UserClick();
     EXPECT_EQ(tab.txtMsg.Text.Get(), "Load Cell Calibration Complete!\r\n" + difference + tooLarge + changed);
     EXPECT_EQ(tab.grdLoadCell.CellColor(2, 4), colors::complete);
-    EXPECT_TRUE(results.IsLoadCellComplete());
+    EXPECT_TRUE(program->Run.LoadCellCalComplete);
     for (const Button* button : {&tab.cmdAcceptLC, &tab.cmdLCTrial, &tab.cmdDelLCTrials, &results.cmdPrintPDDX[1]}) {
         EXPECT_FALSE(button->Enabled) << button->Name();
     }

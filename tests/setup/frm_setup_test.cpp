@@ -34,9 +34,14 @@ TEST_F(FrmSetupTest, CancelOfTheNoticeStillAsksForAFileWithABoard) {
 TEST_F(FrmSetupTest, UnreadableConfigurationLeavesTheRunsCopy) {
     ReadCenter();
     const std::string before = MasterText();
-    setup.ReadCalCenterConfig(machine.folder / "missing.ini");
-    EXPECT_EQ(MasterText(), before);
-    EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+    for (const char* text : {"", "[Other Section]\r\nCalibrationCenter=Elsewhere\r\n"}) {
+        const Path file = *text ? machine.Write("other.ini", text) : machine.folder / "missing.ini";
+        machine.dialogs.QueueAnswer(Answer::OK);
+        EXPECT_FALSE(ReadCenterConfiguration(*program, file));
+        EXPECT_EQ(MasterText(), before);
+        EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+        EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1u) << "the operator is told";
+    }
 }
 
 struct TriggerCase {
