@@ -22,6 +22,7 @@ done
 install_missing debootstrap git
 
 root=$(mktemp -d --tmpdir bellmark-root.XXXXXX)
+chmod 755 "$root"
 leave() {
     umount "$root/tmp" "$root/proc" 2> /dev/null || true
     if [ -n "$keep" ]; then
