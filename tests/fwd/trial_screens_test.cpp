@@ -193,6 +193,8 @@ TEST_F(TrialScreens, LimitsOfTheLoadCell) {
         {1, {"9060", "9100", "11960", "12000"}, {scatter}},
         // The upper height has deviations of 28.3 and 86.3 pounds; the standard error is 0.0016.
         {1, {"9000", "9040", "11959", "12081"}, {ratio}},
+        // Both heights deviate as much, and that is told once; the standard error is 0.0022.
+        {1, {"8959", "9081", "11959", "12081"}, {ratio, scatter}},
     };
     data->Start();
     for (const auto& row : rows) {

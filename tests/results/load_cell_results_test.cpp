@@ -122,6 +122,24 @@ TEST_F(LoadCellResultsTest, ShowsTheTrialsAndWhatComesNext) {
     EXPECT_FALSE(run.LoadCellCalPassed);
 }
 
+TEST_F(LoadCellResultsTest, TheTabInViewIsTheStepOfTheReviewAlone) {
+    run.CurrentProcedure = 10;
+    OptionButton* tabs[] = {&results.Summary.optSummary, &results.Accelerometer.optAccel, &results.Reference.optRef,
+                            &results.LoadCell.optLoadCell};
+    const Frame* pages[] = {&results.Summary.fraSummary, &results.Accelerometer.fraAccel, &results.Reference.fraRef,
+                            &results.LoadCell.fraLoadCell};
+    results.Show();
+    for (int i = 0; i < 4; ++i) {
+        tabs[i]->UserClick();
+        EXPECT_EQ(run.CurrentProcStep, 101 + i) << tabs[i]->Name();
+        for (int j = 0; j < 4; ++j) EXPECT_EQ(pages[j]->Visible, i == j) << pages[j]->Name();
+    }
+    run.CurrentProcedure = 5;
+    run.CurrentProcStep = 53;
+    tabs[0]->UserClick();
+    EXPECT_EQ(run.CurrentProcStep, 53);
+}
+
 TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     SetTrials({1.0, 1.06});
     SaveInterimCalibration(*program);
