@@ -1,6 +1,7 @@
 #include "app/center_file.h"
 
 #include "app/program.h"
+#include "app/save_text.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
@@ -19,7 +20,7 @@ void ChangeFile(Program& program, const Path& path, Change change) {
     change(strings, file);
     // The data folder of a run comes into being with the first that is written into it.
     files.CreateFolder(file.parent_path());
-    SaveProfileStrings(files, file, strings);
+    SaveText(program, file, strings.Text());
 }
 
 }  // namespace
@@ -33,6 +34,16 @@ void WriteCenterDataToPDDX(Program& program, const Path& path) {
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value) {
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
+}
+
+std::string CenterFileFault(const FileSystem& files, const Path& path) {
+    try {
+        if (ProfileStrings(ReadTextFile(files, path)).HasSection(centerSection)) return {};
+        return PathText(path) + " is no configuration of a calibration center: it has no section [" + centerSection +
+               "].";
+    } catch (const FileError& error) {
+        return std::string("The configuration of the calibration center cannot be read.\r\n") + error.what();
+    }
 }
 
 Path MasterCenterConfig(const Program& program) {

@@ -37,6 +37,7 @@ class Program {
     CenterConfig Center;
     DropRecord Drop;
     std::optional<SetAsideForReplay> SetAside;  ///< while a saved drop is replayed
+    bool ToldOfLetters = false;                 ///< the operator knows that a name could not be stored
     PageHeader Header;
     ScreenStack Screens;
 

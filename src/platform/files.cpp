@@ -7,6 +7,7 @@
 #include <memory>
 #include <system_error>
 
+#include "platform/file_text.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -314,11 +315,22 @@ std::vector<std::string> FilesMatching(const FileSystem& files, const Path& fold
 }
 
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit) {
-    return FromWindows1252(files.ReadBytes(path, limit));
+    const std::string bytes = files.ReadBytes(path, limit);
+    try {
+        return FromFileBytes(bytes);
+    } catch (const EncodingError& error) {
+        throw FileError(path, error.what());
+    }
 }
 
 void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text) {
-    files.ReplaceFile(path, ToWindows1252(text));
+    std::string bytes;
+    try {
+        bytes = ToWindows1252(text);
+    } catch (const EncodingError&) {
+        bytes = ToWindows1252(WithoutUnstorable(text).text);
+    }
+    files.ReplaceFile(path, bytes);
 }
 
 std::string PathText(const Path& path) {

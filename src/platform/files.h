@@ -73,7 +73,8 @@ bool MatchesPattern(std::string_view name, std::string_view pattern);
 /// The names of FileNames that fit the pattern, in the same order.
 std::vector<std::string> FilesMatching(const FileSystem& files, const Path& folder, std::string_view pattern);
 
-/// A text file, Windows-1252 on disk, as UTF-8.
+/// A text file as UTF-8: Windows-1252 on disk, or UTF-16 with its mark. What the code page lacks is not stored
+/// (platform/file_text.h); saving never fails for it.
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit = FileSystem::defaultLimit);
 void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text);
 

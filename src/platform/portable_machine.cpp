@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/file_text.h"
 #include "platform/text.h"
 
 #ifdef _WIN32
@@ -27,7 +28,7 @@ void FilePrinter::Print(const std::string& title, const std::vector<std::vector<
         for (const auto& line : page) text += line + "\r\n";
         text += '\f';
     }
-    files_.AppendToFile(file_, ToWindows1252(text));
+    files_.AppendToFile(file_, ToWindows1252(WithoutUnstorable(text).text));
 }
 
 void FilePrinter::Print(const std::string& title, const FormattedText& text) {

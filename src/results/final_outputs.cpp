@@ -4,6 +4,7 @@
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/printed_pages.h"
@@ -25,7 +26,7 @@ void RewriteCenterConfiguration(Program& program) {
     ProfileStrings strings;
     SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, copy, program.Now());
     program.Services.files.CreateFolder(copy.parent_path());
-    SaveProfileStrings(program.Services.files, copy, strings);
+    SaveText(program, copy, strings.Text());
 }
 
 Path AskWhereToSave(Program& program, const char* title, const Path& folder, const std::string& name) {

@@ -4,6 +4,7 @@
 #include "app/center_file.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/mod_pddx_read.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
@@ -160,12 +161,16 @@ void frmSetup::ReadCalCenterConfig(const Path& path) {
     if (path.empty()) return;
     CenterConfig& center = program_.Center;
     CalibrationRun& run = program_.Run;
-    if (!ReadPDDXFile(program_.Services.files, path, Center.Document(), false).readable) {
+    if (const std::string fault = CenterFileFault(program_.Services.files, path); !fault.empty()) {
         // Nothing must be written over the run's copy in its place.
-        program_.Log("The center configuration could not be read: " + PathText(path));
+        program_.Log(fault);
+        program_.ShowBox(fault, box::exclamation, "Bellmark");
         return;
     }
+    ReadPDDXFile(program_.Services.files, path, Center.Document(), false);
     ReadCenterKeys(Center.Document(), center);
+    const Path transfer = StoredPath(program_, PathFromText(center.LocationOfFWDDataTransfer));
+    center.LocationOfFWDDataTransfer = PathText(transfer);
     const Path runCopy = RunCenterConfig(program_);
     if (center.FileName.empty()) center.FileName = PathText(runCopy);
     Center.ShowVoltageCaptions();
@@ -182,7 +187,7 @@ void frmSetup::ReadCalCenterConfig(const Path& path) {
     ProfileStrings strings;
     SetCenterKeys(strings, center, run.EnglishUnits, runCopy, program_.Now());
     program_.Services.files.CreateFolder(runCopy.parent_path());
-    SaveProfileStrings(program_.Services.files, runCopy, strings);
+    SaveText(program_, runCopy, strings.Text());
 }
 
 void frmSetup::ReadTransferFolder() {

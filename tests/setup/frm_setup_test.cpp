@@ -6,6 +6,8 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/interim_store.h"
+#include "pddx/pddx_file.h"
+#include "platform/text.h"
 #include "tests/setup/set_up_program.h"
 
 namespace bellmark {
@@ -30,12 +32,31 @@ TEST_F(FrmSetupTest, CancelOfTheNoticeStillAsksForAFileWithABoard) {
     EXPECT_EQ(setup.DataAcq.txtSimDataLocation.Text.Get(), folder);
 }
 
-TEST_F(FrmSetupTest, UnreadableConfigurationLeavesTheRunsCopy) {
+TEST_F(FrmSetupTest, AFileThatIsNoConfigurationIsRefusedAndLeavesTheRunsCopy) {
     ReadCenter();
     const std::string before = MasterText();
-    setup.ReadCalCenterConfig(machine.folder / "missing.ini");
-    EXPECT_EQ(MasterText(), before);
-    EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+    const Path foreign = machine.Write("foreign.ini", "[Settings]\r\nReferenceLoadCellName=other\r\n");
+    const Path letters = machine.Write("letters.ini", std::string("\xFF\xFE\x41\x01", 4));
+    for (const Path& file : {machine.folder / "missing.ini", foreign, letters}) {
+        machine.dialogs.QueueAnswer(Answer::OK);
+        setup.ReadCalCenterConfig(file);
+        EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U) << file;
+        EXPECT_EQ(MasterText(), before);
+        EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
+        EXPECT_EQ(tab.Document().Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(), "RLC-07")
+            << "what is saved from the document later is still the center's";
+    }
+}
+
+TEST_F(FrmSetupTest, ConfigurationOfWideCharactersIsRead) {
+    Set("CalibrationCenterOperator", "M. Müller");
+    std::string wide = "\xFF\xFE";
+    for (const char byte : ToWindows1252(configuration.Text())) wide += {byte, '\0'};
+    machine.Write("BellmarkCenterConfig.ini", wide);
+    setup.ReadCalCenterConfig(Master());
+    EXPECT_EQ(center.CalibrationCenterOperator, "M. Müller");
+    EXPECT_EQ(center.ReferenceLoadCellPlusVoltage, 3.742);
+    EXPECT_EQ(Written("ReferenceLoadCellName"), "RLC-07");
 }
 
 struct TriggerCase {
