@@ -36,7 +36,7 @@ class frmMaster : public Screen, public MainFrameDoor {
     void AllowProcedures(bool loadCell, bool sensors) override;
     void BeginWaiting(const std::string& text) override;
     bool WaitingCancelled() const override { return waitingCancelled_; }
-    void EndWaiting() override { fraWaiting.Visible = false; }
+    void EndWaiting() override;
 
   private:
     void mnuAccelerometerCalibration_Click();

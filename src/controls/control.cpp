@@ -19,6 +19,7 @@ bool Control::IsReachable() const {
 }
 
 void Control::RequireReachable() const {
+    if (screen_.Stack().IsLockedFor(*this)) throw UserError(FullName() + " is locked: the program waits");
     if (IsReachable()) return;
     throw UserError(FullName() + (Visible && (!frame_ || frame_->Visible) ? " is disabled" : " is hidden"));
 }

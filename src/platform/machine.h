@@ -24,7 +24,7 @@ class RunningProgram {
     virtual ~RunningProgram() = default;
     virtual bool HasEnded() = 0;
     virtual int ExitStatus() const = 0;  ///< once it has ended
-    virtual void Kill() = 0;
+    virtual void Kill() = 0;             ///< with every program that it has started itself
 };
 
 class Launcher {

@@ -45,18 +45,23 @@ namespace {
 
 class WindowsProgram : public RunningProgram {
   public:
-    explicit WindowsProgram(HANDLE process) : process_(process) {}
-    ~WindowsProgram() override { CloseHandle(process_); }
+    /// job: holds the process and all that it starts.
+    WindowsProgram(HANDLE process, HANDLE job) : process_(process), job_(job) {}
+    ~WindowsProgram() override {
+        CloseHandle(process_);
+        CloseHandle(job_);
+    }
     bool HasEnded() override { return WaitForSingleObject(process_, 0) == WAIT_OBJECT_0; }
     int ExitStatus() const override {
         DWORD status = 0;
         GetExitCodeProcess(process_, &status);
         return static_cast<int>(status);
     }
-    void Kill() override { TerminateProcess(process_, 1); }
+    void Kill() override { TerminateJobObject(job_, 1); }
 
   private:
     HANDLE process_;
+    HANDLE job_;
 };
 
 }  // namespace
@@ -66,11 +71,16 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     STARTUPINFOW start{};
     start.cb = sizeof(start);
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+    // Suspended: it belongs to its job before it can start others.
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr, &start,
+                        &process)) {
         throw FileError(program, "could not be started");
     }
+    HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    AssignProcessToJobObject(job, process.hProcess);
+    ResumeThread(process.hThread);
     CloseHandle(process.hThread);
-    return std::make_unique<WindowsProgram>(process.hProcess);
+    return std::make_unique<WindowsProgram>(process.hProcess, job);
 }
 
 #else
@@ -79,6 +89,7 @@ namespace {
 
 class PosixProgram : public RunningProgram {
   public:
+    /// process: leads a group of its own, with all that it starts.
     explicit PosixProgram(pid_t process) : process_(process) {}
     ~PosixProgram() override {
         // A program that still runs goes on by itself; one that has ended must not stay behind as a zombie.
@@ -95,7 +106,7 @@ class PosixProgram : public RunningProgram {
     int ExitStatus() const override { return exitStatus_; }
     void Kill() override {
         if (ended_) return;
-        kill(process_, SIGKILL);
+        kill(-process_, SIGKILL);
         waitpid(process_, nullptr, 0);
         ended_ = true;
         exitStatus_ = 128 + SIGKILL;
@@ -165,6 +176,7 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw FileError(program, "could not be started");
     const pid_t process = fork();
     if (process == 0) {
+        setpgid(0, 0);
         execvp(parameters[0], parameters.data());
         const int reason = errno;
         const auto written = write(pipeEnds[1], &reason, sizeof(reason));

@@ -88,6 +88,40 @@ TEST_F(Conversions, AnExistingDocumentIsReplacedOnlyOnYes) {
     EXPECT_EQ(machine.files.ReadBytes(document), "new\n");
 }
 
+TEST_F(Conversions, WhileTheConverterRunsOnlyCancelIsLive) {
+    InstallConverter("#!/bin/sh\nexec sleep 100\n");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    WhilePaused = [this] {
+        auto& frame = dynamic_cast<frmMaster&>(program.The<MainFrameDoor>());
+        EXPECT_THROW(frame.mnuExit.UserClick(), UserError);
+        EXPECT_TRUE(program.Screens.IsLocked());
+        frame.cmdCancelWaiting.UserClick();
+    };
+    Convert();
+    EXPECT_FALSE(program.Screens.IsLocked());
+}
+
+/// What the converter has started itself goes with it, and what it has written so far is no document.
+TEST_F(Conversions, AnEndedConverterLeavesNothingBehind) {
+    InstallConverter(
+        "#!/bin/sh\n"
+        "file=${*%,*}\n"
+        "echo half > \"${file%.*}cvt.ddx\"\n"
+        "sh -c 'sleep 1; echo late > \"$0\"' \"$(dirname \"$0\")/late.txt\" &\n"
+        "touch \"$(dirname \"$0\")/begun.txt\"\n"
+        "wait\n");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    WhilePaused = [this] {
+        if (machine.Has("begun.txt"))
+            dynamic_cast<frmMaster&>(program.The<MainFrameDoor>()).cmdCancelWaiting.UserClick();
+    };
+    EXPECT_FALSE(Convert().done);
+    EXPECT_TRUE(machine.Has("begun.txt"));
+    EXPECT_FALSE(machine.files.IsFile(document));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1300));
+    EXPECT_FALSE(machine.Has("late.txt"));
+}
+
 struct FailureCase {
     const char* name;
     const char* script;  ///< nullptr: there is no converter
