@@ -34,6 +34,7 @@ class LoadCellTab {
                          {screen_, "ChkDelLC(2)", "Trial 3"},
                          {screen_, "ChkDelLC(3)", "Trial 4"}};
     Button cmdDelLCOK{screen_, "cmdDelLCOK", "&OK"};
+    Button cmdDelLCCancel{screen_, "cmdDelLCCancel", "&Cancel"};
 
     std::function<void()> Changed;                 ///< the trials or their acceptance are others now
     std::function<void(bool waiting)> PleaseWait;  ///< files are worked on
@@ -46,6 +47,7 @@ class LoadCellTab {
     void cmdAcceptLC_Click();
     void cmdDelLCTrials_Click();
     void cmdDelLCOK_Click();
+    void CloseDeletion();
     void DeleteMarkedTrials();
     void WhileWaiting(const std::function<void()>& work);
     std::string MarkedTrialsInWords();

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -42,6 +43,10 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
     binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser), [this] { soon_.start(0); });
     screen_.Changed = [this] { Follow(); };
+    // A frame with a button of its own takes the suggestion over while the keyboard is in it.
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (isVisible()) soon_.start(0);
+    });
     Follow();
 }
 
@@ -57,9 +62,25 @@ void Page::Follow() {
     update();
 }
 
-/// The default button; without one the button in the colour of the suggestion, or the one that the screen gave the
-/// keyboard.
+/// The button that the innermost frame around the keyboard has for something: "wanted" is the frame's member for it.
+template <class Wanted>
+const Button* Page::ButtonOfFrames(Wanted wanted) const {
+    const QWidget* focused = focusWidget();
+    if (!focused || !focused->hasFocus()) return nullptr;
+    for (const Control* control : screen_.Controls()) {
+        if (binder_->WidgetOf(*control) != focused) continue;
+        for (const Frame* frame = control->LiesIn(); frame; frame = frame->LiesIn()) {
+            const Button* button = frame->*wanted;
+            if (button && button->IsReachable()) return button;
+        }
+    }
+    return nullptr;
+}
+
+/// The frame's button while the keyboard is in one that has its own. Else the default button; without one the button in
+/// the colour of the suggestion, or the one that the screen gave the keyboard.
 const Button* Page::SuggestedButton() const {
+    if (const Button* ofFrame = ButtonOfFrames(&Frame::DefaultButton)) return ofFrame;
     const auto* suggested = dynamic_cast<const Button*>(screen_.DefaultButton());
     for (const Control* control : screen_.Controls()) {
         if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const Button*>(control);
@@ -116,14 +137,18 @@ void Page::keyPressEvent(QKeyEvent* event) {
         focused->click();
         return;
     }
-    const Control* wanted = SuggestedButton();
-    auto* button =
-        isEnter && wanted && EnterSuggests() ? qobject_cast<StateButton*>(binder_->WidgetOf(*wanted)) : nullptr;
-    if (!button) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    if (button->isEnabled() && button->isVisible()) button->click();
+    const Button* wanted = nullptr;
+    if (isEnter && EnterSuggests()) wanted = SuggestedButton();
+    if (event->key() == Qt::Key_Escape) wanted = ButtonOfFrames(&Frame::CancelButton);
+    if (!Press(wanted)) QWidget::keyPressEvent(event);
+}
+
+/// False when it is no button of this page.
+bool Page::Press(const Button* button) {
+    auto* view = button ? qobject_cast<StateButton*>(binder_->WidgetOf(*button)) : nullptr;
+    if (!view) return false;
+    if (view->isEnabled() && view->isVisible()) view->click();
+    return true;
 }
 
 void Page::paintEvent(QPaintEvent*) {

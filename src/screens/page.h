@@ -13,6 +13,7 @@ namespace bellmark {
 class Binder;
 class Button;
 class Control;
+class Frame;
 class Screen;
 
 /// One screen in the main window: the page header, where the screen has one, and the screen's form.
@@ -48,6 +49,9 @@ class Page : public QWidget {
     void Follow();
     void MarkSuggestedStep();
     const Button* SuggestedButton() const;
+    template <class Wanted>
+    const Button* ButtonOfFrames(Wanted wanted) const;
+    bool Press(const Button* button);
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;
