@@ -11,8 +11,8 @@ namespace {
 
 void RedrawTrial(benchmark::State& state) {
     CalibrationRun run;
-    run.CurrentProcedure = 5;
-    run.TotalDrops = 40;
+    run.CurrentProcedure = Procedure::LoadCell;
+    run.Trial.shape = {4, 10, true};
     run.LoadCellRefTrials = 1;
     for (std::size_t drop = 0; drop < 40; ++drop) {
         run.LCTrial[0].DropData[drop] = 6000 + 250 * static_cast<double>(drop);

@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "fwd/fwd_peaks.h"
-#include "fwd/trial.h"
+#include "run/trial.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/numbers.h"
 #include "tests/pddx/memory_file_system.h"
@@ -26,10 +26,10 @@ std::string Document() {
     return text;
 }
 
-CalibrationRun RunOf(int procedure) {
+CalibrationRun RunOf(Procedure procedure) {
     CalibrationRun run;
     run.CurrentProcedure = procedure;
-    run.TotalDrops = drops;
+    run.Trial.shape = {1, drops, true};
     run.NumberSensors = 12;
     run.LoadCellRefTrials = 1;
     run.RefTrials = 1;
@@ -49,7 +49,7 @@ CalibrationRun RunOf(int procedure) {
 void ImportTrial(benchmark::State& state) {
     MemoryFileSystem files;
     files.contents["Trial.ddx"] = Document();
-    CalibrationRun run = RunOf(static_cast<int>(state.range(0)));
+    CalibrationRun run = RunOf(static_cast<Procedure>(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         PDDXFile document;
         ReadPDDXFile(files, "Trial.ddx", document, false);

@@ -31,8 +31,6 @@ void LookForBoard(Program& program) {
 
 void ResetForStart(CalibrationRun& run) {
     run.NumberSensors = 7;
-    run.ReplayMode = false;
-    run.TrialReview = false;
     run.AcquisitionActive = false;
     run.BurstCapture = false;
     run.EnglishUnits = true;
@@ -167,8 +165,8 @@ void StartNewCalibration(Program& program) {
     setup.Open();
     if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
     program.The<MainMenuDoor>().MarkAccelerometer();
-    program.Run.CurrentProcedure = 1;
-    program.Run.CurrentProcStep = 11;
+    program.Run.CurrentProcedure = Procedure::Setup;
+    program.Run.CurrentProcStep = step::setupCenter;
     program.Header.SetProcedureName("");
     // The set-up adds single values to the run's copy of the center's configuration. A review reads that copy, so it
     // has to be a whole one; in a review itself the copy comes from the file that was chosen.
@@ -195,7 +193,7 @@ void EnterLoadedRun(Program& program) {
 
 void QuitApplication(Program& program) {
     // The set-up is left as by its own button.
-    if (program.Run.ProgramStarted && program.Run.InterimCalOpen && program.Run.CurrentProcedure == 1) {
+    if (program.Run.ProgramStarted && program.Run.InterimCalOpen && program.Run.CurrentProcedure == Procedure::Setup) {
         SaveInterimCalibration(program);
     }
     RestoreCenterConfiguration(program);

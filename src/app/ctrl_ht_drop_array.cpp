@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "analysis/analysis.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 
@@ -13,36 +12,31 @@ namespace {
 constexpr int mostDropsPerHeight = 10;
 
 template <class ControlType>
-std::vector<std::unique_ptr<ControlType>> ControlArray(Screen& host, const std::string& name, std::size_t count) {
+std::vector<std::unique_ptr<ControlType>> ControlArray(Place place, const std::string& name, std::size_t count) {
     std::vector<std::unique_ptr<ControlType>> controls;
     for (std::size_t i = 0; i < count; ++i) {
-        controls.push_back(std::make_unique<ControlType>(host, name + '(' + NumberText(i) + ')'));
+        controls.push_back(std::make_unique<ControlType>(place, name + '(' + NumberText(i) + ')'));
     }
     return controls;
 }
 
-const char* PictureOf(int procedure, bool englishUnits) {
-    if (procedure == 4) return englishUnits ? "#0.00" : "#,##0.0";
-    if (procedure == 5) return englishUnits ? "#,##0" : "#0.00";
+const char* PictureOf(Procedure procedure, bool englishUnits) {
+    if (procedure == Procedure::Sensors) return englishUnits ? "#0.00" : "#,##0.0";
+    if (procedure == Procedure::LoadCell) return englishUnits ? "#,##0" : "#0.00";
     return englishUnits ? "#0.000" : "#,##0.00";
 }
 
 }  // namespace
 
-double HeightVariationLimit(int procedure, bool englishUnits, double mean) {
-    if (procedure == 4) return 0.01 * mean + (englishUnits ? 0.08 : 2);
-    return 0.02 * mean + (englishUnits ? 45 : 0.2);
-}
-
-ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::string& prefix)
-    : txtData(ControlArray<TextBox>(host, prefix + "txtData", maxDrops)),
-      lblHeight(ControlArray<Label>(host, prefix + "lblHeight", maxHeights)),
-      lblDrop(ControlArray<Label>(host, prefix + "lblDrop", mostDropsPerHeight)),
-      lblMean(ControlArray<Label>(host, prefix + "lblMean", maxHeights)),
-      lblStdDev(ControlArray<Label>(host, prefix + "lblStdDev", maxHeights)),
-      lblMeanLabel(host, prefix + "lblMeanLabel", "Mean"),
-      lblStdDevLabel(host, prefix + "lblStdDevLabel", "Std.Dev."),
-      lblNoise(host, prefix + "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
+ctrlHtDropArray::ctrlHtDropArray(Place place, const CalibrationRun& run, const std::string& prefix)
+    : txtData(ControlArray<TextBox>(place, prefix + "txtData", maxDrops)),
+      lblHeight(ControlArray<Label>(place, prefix + "lblHeight", maxHeights)),
+      lblDrop(ControlArray<Label>(place, prefix + "lblDrop", mostDropsPerHeight)),
+      lblMean(ControlArray<Label>(place, prefix + "lblMean", maxHeights)),
+      lblStdDev(ControlArray<Label>(place, prefix + "lblStdDev", maxHeights)),
+      lblMeanLabel(place, prefix + "lblMeanLabel", "Mean"),
+      lblStdDevLabel(place, prefix + "lblStdDevLabel", "Std.Dev."),
+      lblNoise(place, prefix + "lblNoise", "Excess noise detected in Avg. Zero for highlighted tests"),
       run_(run) {
     for (std::size_t i = 0; i < txtData.size(); ++i) {
         txtData[i]->Locked = true;
@@ -53,14 +47,6 @@ ctrlHtDropArray::ctrlHtDropArray(Screen& host, CalibrationRun& run, const std::s
     for (std::size_t i = 0; i < lblHeight.size(); ++i) lblHeight[i]->Caption = "Ht. " + NumberText(i + 1);
     for (std::size_t i = 0; i < lblDrop.size(); ++i) lblDrop[i]->Caption = "Drop " + NumberText(i + 1);
     lblNoise.Visible = false;
-}
-
-void ctrlHtDropArray::PutInto(Frame& frame) {
-    for (const auto& cell : txtData) cell->PutInto(frame);
-    for (const auto* labels : {&lblHeight, &lblDrop, &lblMean, &lblStdDev}) {
-        for (const auto& label : *labels) label->PutInto(frame);
-    }
-    for (Label* label : {&lblMeanLabel, &lblStdDevLabel, &lblNoise}) label->PutInto(frame);
 }
 
 void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {
@@ -78,7 +64,7 @@ void ctrlHtDropArray::CreateResultTable(int drops, int heights, bool labels) {
 }
 
 void ctrlHtDropArray::FormatStyle() {
-    picture_ = PictureOf(run_.CurrentProcedure, run_.EnglishUnits);
+    picture_ = PictureOf(run_.CurrentProcedure, run_.Trial.shape.englishUnits);
 }
 
 void ctrlHtDropArray::Clear() {
@@ -102,43 +88,34 @@ void ctrlHtDropArray::ShowResult(int index, double value) {
 }
 
 void ctrlHtDropArray::ShowResults() {
-    const int taken = std::min(run_.DropSequenceIndex, drops_ * heights_);
-    for (int i = 0; i < taken; ++i) ShowResult(i, run_.DropResults[static_cast<std::size_t>(i)]);
+    const TrialInHand& trial = run_.Trial;
+    const int taken = std::min(trial.DropSequenceIndex, drops_ * heights_);
+    for (int i = 0; i < taken; ++i) {
+        const auto slot = static_cast<std::size_t>(i);
+        ShowExcessNoise(i, trial.DropNoiseFlags[slot]);
+        if (trial.DropRangeFlags[slot]) HighlightCell(i, colors::mustBeUpdated);
+        ShowResult(i, trial.DropResults[slot]);
+    }
+    ShowStatistics(std::span(trial.DropResults).first(static_cast<std::size_t>(std::max(taken, 0))));
 }
 
 void ctrlHtDropArray::ShowExcessNoise(int index, bool excess) {
     HighlightCell(index, excess ? colors::mustBeUpdated : colors::window);
-    const auto& flags = run_.DropNoiseFlags;
+    const auto& flags = run_.Trial.DropNoiseFlags;
     lblNoise.Visible = std::find(flags.begin(), flags.end(), true) != flags.end();
 }
 
-void ctrlHtDropArray::ShowHeightStats(int height, std::span<const double> values, bool isFWD) {
-    if (height < 1 || height > static_cast<int>(maxHeights) || values.empty()) return;
-    double sum = 0;
-    double sumOfSquares = 0;
-    for (const double value : values) {
-        sum += value;
-        sumOfSquares += value * value;
-    }
-    const double mean = sum / static_cast<double>(values.size());
-    const double deviation = StdDev(sum, sumOfSquares, static_cast<int>(values.size()));
+void ctrlHtDropArray::ShowHeightStats(int height, const PeakStatistics& statistics) {
+    if (height < 1 || height > static_cast<int>(maxHeights)) return;
     const auto row = static_cast<std::size_t>(height - 1);
-    HeightStatistics& stats = run_.HeightStats[row];
-    (isFWD ? stats.FWDMean : stats.RefMean) = mean;
-    (isFWD ? stats.FWDStdDev : stats.RefStdDev) = deviation;
-    lblMean[row]->Caption = Format(mean, picture_);
-    lblStdDev[row]->Caption = Format(deviation, picture_);
-    if (height == run_.CurrentHeightIndex) {
-        run_.HeightVariationLimit = HeightVariationLimit(run_.CurrentProcedure, run_.EnglishUnits, mean);
-    }
+    lblMean[row]->Caption = Format(statistics.mean, picture_);
+    lblStdDev[row]->Caption = Format(statistics.stdDev, picture_);
 }
 
-void ctrlHtDropArray::ShowStatistics(std::span<const double> values, bool isFWD) {
-    const auto perHeight = static_cast<std::size_t>(drops_);
-    for (int height = 1; !values.empty() && height <= heights_; ++height) {
-        const std::size_t count = std::min(perHeight, values.size());
-        ShowHeightStats(height, values.first(count), isFWD);
-        values = values.subspan(count);
+void ctrlHtDropArray::ShowStatistics(std::span<const double> peaks) {
+    int height = 1;
+    for (const PeakStatistics& statistics : StatisticsOfHeights({heights_, drops_}, peaks)) {
+        ShowHeightStats(height++, statistics);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "run/procedure.h"
 
 /// How screens reach each other: for each screen the few entry points that others call. The screen implements its door,
 /// and a test can stand another behind it.
@@ -117,7 +118,7 @@ class DropDoor {  // frmBellmark_AccelDrop
 class PrerequisitesDoor {  // frmPrerequisites
   public:
     virtual ~PrerequisitesDoor() = default;
-    virtual bool PrerequisitesMet(int procedure) = 0;  ///< shows its list when they are not
+    virtual bool PrerequisitesMet(Procedure procedure) = 0;  ///< shows its list when they are not
     virtual void ResetPreReq() = 0;
 };
 

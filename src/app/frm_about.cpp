@@ -29,14 +29,6 @@ frmAbout::frmAbout(Program& program)
     cmdOpenInterimCal.Enabled = false;
     cmdDeleteInterim.Enabled = false;
     cmdRelativeCal.Enabled = program_.Has<RelativeDoor>();
-    for (Control* control : {static_cast<Control*>(&cmdStartNewCal), static_cast<Control*>(&cmdRelativeCal),
-                             static_cast<Control*>(&cmdReadCalCenterA)}) {
-        control->PutInto(fraStart);
-    }
-    for (Control* control : {static_cast<Control*>(&grdInterim), static_cast<Control*>(&cmdOpenInterimCal),
-                             static_cast<Control*>(&cmdDeleteInterim)}) {
-        control->PutInto(fraInterimCals);
-    }
     cmdCloseAbout.Visible = false;
     cmdCloseAbout.Click = [this] {
         if (backToStart_) return ShowStart();

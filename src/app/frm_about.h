@@ -20,14 +20,14 @@ class frmAbout : public Screen, public StartFormDoor {
     Label lblVersion{*this, "lblVersion"};
     Label lblReviewMode{*this, "lblReviewMode", "Review Mode"};
     Frame fraStart{*this, "fraStart"};
-    Button cmdStartNewCal{*this, "cmdStartNewCal", "&Start New Calibration"};
-    Button cmdRelativeCal{*this, "cmdRelativeCal", "Relati&ve Calibration"};
-    Button cmdReadCalCenterA{*this, "cmdReadCalCenterA", "Read &Center Configuration"};
+    Button cmdStartNewCal{fraStart, "cmdStartNewCal", "&Start New Calibration"};
+    Button cmdRelativeCal{fraStart, "cmdRelativeCal", "Relati&ve Calibration"};
+    Button cmdReadCalCenterA{fraStart, "cmdReadCalCenterA", "Read &Center Configuration"};
     Button cmdCloseAbout{*this, "cmdCloseAbout", "&Close"};  ///< only where the form was opened from the menu
     Frame fraInterimCals{*this, "fraInterimCals", "Interim calibrations"};
-    Grid grdInterim{*this, "grdInterim"};
-    Button cmdOpenInterimCal{*this, "cmdOpenInterimCal", "&Open Interim Calibration"};
-    Button cmdDeleteInterim{*this, "cmdDeleteInterim", "&Delete Interim Calibration"};
+    Grid grdInterim{fraInterimCals, "grdInterim"};
+    Button cmdOpenInterimCal{fraInterimCals, "cmdOpenInterimCal", "&Open Interim Calibration"};
+    Button cmdDeleteInterim{fraInterimCals, "cmdDeleteInterim", "&Delete Interim Calibration"};
     Timer tmrShowTime{*this, "tmrShowTime", std::chrono::milliseconds(5000)};
 
     void ShowStart() override;

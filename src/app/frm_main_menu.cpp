@@ -147,19 +147,19 @@ void frmMainMenu::ResetPrerequisites() {
 }
 
 void frmMainMenu::cmdCalAccelerometer_Click() {
-    program_.Header.SetProcedureName(ProcedureTitle(3));
-    program_.Run.CurrentProcedure = 3;
-    if (program_.Run.CurrentProcStep != 32) program_.Run.CurrentProcStep = 31;
+    program_.Header.SetProcedureName(ProcedureTitle(Procedure::Flip));
+    program_.Run.CurrentProcedure = Procedure::Flip;
+    if (program_.Run.CurrentProcStep != step::flipRunning) program_.Run.CurrentProcStep = step::flipEntered;
     program_.The<FlipCalibrationDoor>().Start();
 }
 
 void frmMainMenu::cmdCalLoadCell_Click() {
     CalibrationRun& run = program_.Run;
     if (run.LoadCellCalComplete || EnterUnacceptedTrial(program_)) return;
-    program_.Header.SetProcedureName(ProcedureTitle(5));
-    run.CurrentProcedure = 5;
-    if (run.CurrentProcStep != 52) {
-        run.CurrentProcStep = 51;
+    program_.Header.SetProcedureName(ProcedureTitle(Procedure::LoadCell));
+    run.CurrentProcedure = Procedure::LoadCell;
+    if (run.CurrentProcStep != step::loadCellTrial) {
+        run.CurrentProcStep = step::loadCellTrialStarts;
         ResetPrerequisites();
     }
     program_.The<CollectionDoor>().Bellmark();
@@ -168,11 +168,12 @@ void frmMainMenu::cmdCalLoadCell_Click() {
 void frmMainMenu::cmdRefCalDefAccel_Click() {
     CalibrationRun& run = program_.Run;
     if (run.SensorRelCalComplete || EnterUnacceptedTrial(program_)) return;
-    program_.Header.SetProcedureName(ProcedureTitle(4));
+    program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
     run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
     // What begins with reference trials begins with the prerequisites; the relative calibration does without them.
-    if (run.CurrentProcedure != 4 && run.CurrentProcStep != 44) run.CurrentProcStep = 40;
-    run.CurrentProcedure = 4;
+    if (run.CurrentProcedure != Procedure::Sensors && run.CurrentProcStep != step::sensorsRelative)
+        run.CurrentProcStep = step::sensorsCheck;
+    run.CurrentProcedure = Procedure::Sensors;
     if (run.CurrentProcStep < 42) ResetPrerequisites();
     ReturnToProcedure(program_, run.CurrentProcedure);
 }
@@ -180,9 +181,9 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
 void frmMainMenu::cmdEditSetup_Click() {
     auto& setup = program_.The<SetupDoor>();
     setup.RefreshFromRun();
-    program_.Run.CurrentProcedure = 1;
+    program_.Run.CurrentProcedure = Procedure::Setup;
     // A set-up under way keeps its step: it is not an edit yet.
-    if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = 10;
+    if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = step::editSetup;
     setup.Open();
     // What was approved before the program ended has to be looked at anew.
     if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();

@@ -12,12 +12,10 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
         auto* item = dynamic_cast<Button*>(control);
         if (item && item != &cmdCancelWaiting) item->IsMenuItem = true;
     }
-    lblWaiting.PutInto(fraWaiting);
-    cmdCancelWaiting.PutInto(fraWaiting);
     fraWaiting.Visible = false;
     cmdCancelWaiting.Click = [this] { waitingCancelled_ = true; };
     mnuSetup.Click = [this] {
-        if (program_.Run.CurrentProcedure != 1) program_.The<MainMenuDoor>().EditSetup();
+        if (program_.Run.CurrentProcedure != Procedure::Setup) program_.The<MainMenuDoor>().EditSetup();
     };
     mnuExit.Click = [this] { QuitApplication(program_); };
     mnuAccelerometerCalibration.Click = [this] { mnuAccelerometerCalibration_Click(); };
@@ -39,8 +37,8 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
 }
 
 void frmMaster::mnuAccelerometerCalibration_Click() {
-    program_.Header.SetProcedureName(ProcedureTitle(3));
-    program_.Run.CurrentProcedure = 3;
+    program_.Header.SetProcedureName(ProcedureTitle(Procedure::Flip));
+    program_.Run.CurrentProcedure = Procedure::Flip;
     program_.The<FlipCalibrationDoor>().Start();
 }
 
@@ -51,13 +49,13 @@ bool frmMaster::OperatorWantsToSwitch(const char* question) {
 }
 
 void frmMaster::mnuLoadCell_Click() {
-    const bool go = program_.Run.CurrentProcedure == 5 ||
+    const bool go = program_.Run.CurrentProcedure == Procedure::LoadCell ||
                     OperatorWantsToSwitch("Do you really want to switch to Load Cell Calibration?");
     if (go) program_.The<MainMenuDoor>().CalibrateLoadCell();
 }
 
 void frmMaster::mnuDeflectionSensors_Click() {
-    const bool go = program_.Run.CurrentProcedure == 4 ||
+    const bool go = program_.Run.CurrentProcedure == Procedure::Sensors ||
                     OperatorWantsToSwitch("Do you really want to switch to Sensor Calibration?");
     if (go) program_.The<MainMenuDoor>().CalibrateSensors();
 }

@@ -28,8 +28,8 @@ class frmMaster : public Screen, public MainFrameDoor {
     Button mnuAbout{*this, "mnuAbout", "&About Bellmark"};
 
     Frame fraWaiting{*this, "fraWaiting"};
-    Label lblWaiting{*this, "lblWaiting"};
-    Button cmdCancelWaiting{*this, "cmdCancelWaiting", "Cancel"};
+    Label lblWaiting{fraWaiting, "lblWaiting"};
+    Button cmdCancelWaiting{fraWaiting, "cmdCancelWaiting", "Cancel"};
 
     bool IsAlwaysAtHand() const override { return true; }
     void CloseRequested() override;

@@ -54,6 +54,7 @@ std::string InterimText(Program& program, const Path& file) {
     ProfileStrings strings(text);
     SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, file, program.Now());
     SetRunKeys(strings, program.Run, CommentOf(program.Center), program.Now());
+    SetStateKeys(strings, program.Run, program.Center);
     return strings.Text();
 }
 
@@ -148,13 +149,14 @@ bool LoadInterimCalibration(Program& program) {
     setup.ReadFWDConfig(file);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
+    ReadDailyDeviations(strings, program.Center);
     for (Path* folder : {&run.OwnerFolder, &run.DeviceFolder, &run.OutputFolder}) {
         *folder = StoredPath(program, *folder);
     }
     const Path transfer = PathFromText(strings.Get(centerSection, "LocationOfFWDDataTransfer"));
     program.Center.LocationOfFWDDataTransfer = PathText(StoredPath(program, transfer));
     // A run that was left in the middle of its set-up goes on there, and nothing of it counts as approved.
-    const bool setupIsUnderWay = run.CurrentProcedure == 1 && run.CurrentProcStep >= 11;
+    const bool setupIsUnderWay = run.CurrentProcedure == Procedure::Setup && run.CurrentProcStep >= step::setupCenter;
     run.SetupComplete = !setupIsUnderWay;
     run.ProgramStarted = setupIsUnderWay;
     setup.RefreshFromRun();

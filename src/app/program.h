@@ -18,12 +18,6 @@
 
 namespace bellmark {
 
-/// What the replay of a saved drop changes for its time.
-struct SetAsideForReplay {
-    CenterConfig center;
-    int dropSequenceIndex = 0;
-};
-
 /// One running program: its records, its services and its screens behind their doors. Passed by reference; there is
 /// nothing global, so that two of them can live side by side.
 class Program {
@@ -36,8 +30,8 @@ class Program {
     CalibrationRun Run;
     CenterConfig Center;
     DropRecord Drop;
-    std::optional<SetAsideForReplay> SetAside;  ///< while a saved drop is replayed
-    bool ToldOfLetters = false;                 ///< the operator knows that a name could not be stored
+    std::optional<CenterConfig> CenterSetAside;  ///< while a saved drop is replayed
+    bool ToldOfLetters = false;                  ///< the operator knows that a name could not be stored
     PageHeader Header;
     ScreenStack Screens;
 

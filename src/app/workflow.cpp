@@ -84,41 +84,56 @@ void MeasureNumberOfDrops(Program& program) {
 
 void MeasureTriggerAfterCheck(Program& program) {
     if (!program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure)) return;
-    program.Run.CurrentProcStep = 82;
-    ReturnToProcedure(program, 8);
+    program.Run.CurrentProcStep = step::triggerRunning;
+    ReturnToProcedure(program, Procedure::TriggerLevel);
 }
 
 void MeasureNumberOfDropsAfterCheck(Program& program) {
     if (!program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure)) return;
-    program.Run.CurrentProcStep = 93;
-    ReturnToProcedure(program, 9);
+    program.Run.CurrentProcStep = step::dropsRunning;
+    ReturnToProcedure(program, Procedure::NumberOfDrops);
 }
 
 constexpr std::array entries{
-    WorkflowEntry{1, 11, 13, "the page of the set-up", OpenSetupPage},
-    WorkflowEntry{1, 32, 32, "flip calibration", OpenFlip},
-    WorkflowEntry{2, 0, anyStep, "collection of drops", CollectDrops},
-    WorkflowEntry{3, 32, 32, "flip calibration", OpenFlip},
-    WorkflowEntry{3, 33, 33, "nothing: the flip's results are in hand", StayHere},
-    WorkflowEntry{3, 39, 39, "results of the accelerometer, then the main menu", ShowFlipResult},
-    WorkflowEntry{3, 0, anyStep, "main menu", OpenMainMenu},
-    WorkflowEntry{4, 40, 40, "prerequisites", CheckPrerequisites},
-    WorkflowEntry{4, 41, 41, "prerequisites, then collection of drops", CollectAfterCheck},
-    WorkflowEntry{4, 42, 42, "collection of drops, or flip calibration first", CollectWhileAccelerometerHolds},
-    WorkflowEntry{4, 44, 44, "annual relative calibration", CompareSensors},
-    WorkflowEntry{5, 0, anyStep, "collection of drops", CollectDrops},
-    WorkflowEntry{6, 60, 61, "monthly relative calibration", OpenMonthly},
-    WorkflowEntry{6, 62, 62, "relative results", ShowRelativeResults},
-    WorkflowEntry{6, 63, 63, "next relative results", ShowNextRelativeResults},
-    WorkflowEntry{6, 69, 69, "main menu", OpenMainMenu},
-    WorkflowEntry{7, 70, 71, "replacement of a sensor", OpenReplacement},
-    WorkflowEntry{7, 72, 72, "relative results", ShowRelativeResults},
-    WorkflowEntry{7, 73, 73, "next relative results", ShowNextRelativeResults},
-    WorkflowEntry{7, 79, 79, "main menu", OpenMainMenu},
-    WorkflowEntry{8, 81, 81, "prerequisites, then trigger level", MeasureTriggerAfterCheck},
-    WorkflowEntry{8, 82, 83, "trigger level", MeasureTrigger},
-    WorkflowEntry{9, 91, 91, "prerequisites, then number of drops", MeasureNumberOfDropsAfterCheck},
-    WorkflowEntry{9, 0, anyStep, "number of drops", MeasureNumberOfDrops},
+    WorkflowEntry{Procedure::Setup, step::setupCenter, step::setupSequence, "the page of the set-up", OpenSetupPage},
+    WorkflowEntry{Procedure::Setup, step::flipRunning, step::flipRunning, "flip calibration", OpenFlip},
+    WorkflowEntry{Procedure::ReferenceLoadCell, step::none, anyStep, "collection of drops", CollectDrops},
+    WorkflowEntry{Procedure::Flip, step::flipRunning, step::flipRunning, "flip calibration", OpenFlip},
+    WorkflowEntry{Procedure::Flip, step::flipMeasured, step::flipMeasured, "nothing: the flip's results are in hand",
+                  StayHere},
+    WorkflowEntry{Procedure::Flip, step::flipAccepted, step::flipAccepted,
+                  "results of the accelerometer, then the main menu", ShowFlipResult},
+    WorkflowEntry{Procedure::Flip, step::none, anyStep, "main menu", OpenMainMenu},
+    WorkflowEntry{Procedure::Sensors, step::sensorsCheck, step::sensorsCheck, "prerequisites", CheckPrerequisites},
+    WorkflowEntry{Procedure::Sensors, step::sensorsTrialStarts, step::sensorsTrialStarts,
+                  "prerequisites, then collection of drops", CollectAfterCheck},
+    WorkflowEntry{Procedure::Sensors, step::sensorsTrial, step::sensorsTrial,
+                  "collection of drops, or flip calibration first", CollectWhileAccelerometerHolds},
+    WorkflowEntry{Procedure::Sensors, step::sensorsRelative, step::sensorsRelative, "annual relative calibration",
+                  CompareSensors},
+    WorkflowEntry{Procedure::LoadCell, step::none, anyStep, "collection of drops", CollectDrops},
+    WorkflowEntry{Procedure::MonthlyRelative, step::monthlySetup, step::monthlyTrial, "monthly relative calibration",
+                  OpenMonthly},
+    WorkflowEntry{Procedure::MonthlyRelative, step::monthlyAnalysis, step::monthlyAnalysis, "relative results",
+                  ShowRelativeResults},
+    WorkflowEntry{Procedure::MonthlyRelative, step::monthlyNext, step::monthlyNext, "next relative results",
+                  ShowNextRelativeResults},
+    WorkflowEntry{Procedure::MonthlyRelative, step::monthlyFinished, step::monthlyFinished, "main menu", OpenMainMenu},
+    WorkflowEntry{Procedure::SensorReplacement, step::replacementSetup, step::replacementTrial,
+                  "replacement of a sensor", OpenReplacement},
+    WorkflowEntry{Procedure::SensorReplacement, step::replacementAnalysis, step::replacementAnalysis,
+                  "relative results", ShowRelativeResults},
+    WorkflowEntry{Procedure::SensorReplacement, step::replacementNext, step::replacementNext, "next relative results",
+                  ShowNextRelativeResults},
+    WorkflowEntry{Procedure::SensorReplacement, step::replacementFinished, step::replacementFinished, "main menu",
+                  OpenMainMenu},
+    WorkflowEntry{Procedure::TriggerLevel, step::triggerCheck, step::triggerCheck, "prerequisites, then trigger level",
+                  MeasureTriggerAfterCheck},
+    WorkflowEntry{Procedure::TriggerLevel, step::triggerRunning, step::triggerFinished, "trigger level",
+                  MeasureTrigger},
+    WorkflowEntry{Procedure::NumberOfDrops, step::dropsCheck, step::dropsCheck, "prerequisites, then number of drops",
+                  MeasureNumberOfDropsAfterCheck},
+    WorkflowEntry{Procedure::NumberOfDrops, step::none, anyStep, "number of drops", MeasureNumberOfDrops},
 };
 
 }  // namespace
@@ -127,22 +142,22 @@ std::span<const WorkflowEntry> WorkflowEntries() {
     return entries;
 }
 
-const char* ProcedureTitle(int procedure) {
+const char* ProcedureTitle(Procedure procedure) {
     switch (procedure) {
-        case 3:
+        case Procedure::Flip:
             return "Flip Calibration of Accelerometer";
-        case 4:
+        case Procedure::Sensors:
             return "FWD Deflection Sensor Calibration";
-        case 5:
+        case Procedure::LoadCell:
             return "FWD Load Cell Calibration";
         default:
             return "";
     }
 }
 
-void ReturnToProcedure(Program& program, int procedure) {
+void ReturnToProcedure(Program& program, Procedure procedure) {
     // A new capture would be paired with the peaks of the trial that still waits for its answer.
-    const bool collects = procedure == 4 || procedure == 5;
+    const bool collects = procedure == Procedure::Sensors || procedure == Procedure::LoadCell;
     if (collects && EnterUnacceptedTrial(program)) return;
     const int step = program.Run.CurrentProcStep;
     const auto entry = std::find_if(entries.begin(), entries.end(), [&](const WorkflowEntry& row) {
@@ -152,36 +167,38 @@ void ReturnToProcedure(Program& program, int procedure) {
 }
 
 int SensorStep(int referenceTrials, bool referenceAccepted) {
-    if (referenceTrials % 2 == 1 || referenceTrials < 2) return 41;
-    return referenceAccepted ? 44 : 42;
+    if (referenceTrials % 2 == 1 || referenceTrials < 2) return step::sensorsTrialStarts;
+    return referenceAccepted ? step::sensorsRelative : step::sensorsTrial;
 }
 
-int ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
-    if (!run.FlagUnacceptedTrial) return 0;
+Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
+    if (!run.FlagUnacceptedTrial) return Procedure::None;
     const bool mayBeLoadCell = run.LoadCellRefTrials > 0 && !run.LoadCellCalComplete;
     const bool mayBeSensors = run.RefTrials > 0;
-    if (!mayBeLoadCell && !mayBeSensors) return 0;
-    if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? 5 : 4;
-    if (run.CurrentProcedure == 4 || run.CurrentProcedure == 5) return run.CurrentProcedure;
+    if (!mayBeLoadCell && !mayBeSensors) return Procedure::None;
+    if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? Procedure::LoadCell : Procedure::Sensors;
+    if (run.CurrentProcedure == Procedure::Sensors || run.CurrentProcedure == Procedure::LoadCell)
+        return run.CurrentProcedure;
     // The operator went elsewhere in between, to the set-up for one. A trial that was accepted has a gain.
-    return run.LCTrial.at(static_cast<std::size_t>(run.LoadCellRefTrials - 1)).Gain == 0 ? 5 : 4;
+    return run.LCTrial.at(static_cast<std::size_t>(run.LoadCellRefTrials - 1)).Gain == 0 ? Procedure::LoadCell
+                                                                                         : Procedure::Sensors;
 }
 
 int AcceptedLoadCellTrials(const CalibrationRun& run) {
-    return run.LoadCellRefTrials - (ProcedureOfUnacceptedTrial(run) == 5 ? 1 : 0);
+    return run.LoadCellRefTrials - (ProcedureOfUnacceptedTrial(run) == Procedure::LoadCell ? 1 : 0);
 }
 
 bool EnterUnacceptedTrial(Program& program) {
-    const int procedure = ProcedureOfUnacceptedTrial(program.Run);
-    if (procedure == 0 || !program.Has<FWDDataDoor>()) return false;
+    const Procedure procedure = ProcedureOfUnacceptedTrial(program.Run);
+    if (procedure == Procedure::None || !program.Has<FWDDataDoor>()) return false;
     program.Run.CurrentProcedure = procedure;
     program.The<FWDDataDoor>().Start();
     return true;
 }
 
-bool HasRoomForTrial(Program& program) {
+bool AskForRoom(Program& program) {
     const CalibrationRun& run = program.Run;
-    const bool loadCell = run.CurrentProcedure == 5;
+    const bool loadCell = run.CurrentProcedure == Procedure::LoadCell;
     if ((loadCell ? run.LoadCellRefTrials : run.RefTrials) < static_cast<int>(maxTrials)) return true;
     program.ShowBox(std::string("All four trials of the ") + (loadCell ? "load cell" : "deflection sensors") +
                         " are done.\r\nDelete a trial in the results before another one is made.",

@@ -2,6 +2,8 @@
 
 #include <span>
 
+#include "run/procedure.h"
+
 namespace bellmark {
 
 class Program;
@@ -10,7 +12,7 @@ struct CalibrationRun;
 /// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the
 /// run: CurrentProcedure and CurrentProcStep. This is the way back into each of them.
 struct WorkflowEntry {
-    int procedure;
+    Procedure procedure;
     int firstStep;
     int lastStep;
     const char* goesTo;
@@ -21,17 +23,17 @@ struct WorkflowEntry {
 std::span<const WorkflowEntry> WorkflowEntries();
 
 /// What the page header says in a procedure; empty for those without a title of their own.
-const char* ProcedureTitle(int procedure);
+const char* ProcedureTitle(Procedure procedure);
 
 /// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.
-void ReturnToProcedure(Program& program, int procedure);
+void ReturnToProcedure(Program& program, Procedure procedure);
 
 /// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished
 /// and accepted pair does it go on to the relative calibration.
 int SensorStep(int referenceTrials, bool referenceAccepted);
 
-/// The procedure, 4 or 5, whose last trial was neither accepted nor rejected; 0 when there is none.
-int ProcedureOfUnacceptedTrial(const CalibrationRun& run);
+/// The procedure whose last trial was neither accepted nor rejected; None when there is none.
+Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run);
 
 /// Load cell trials that were accepted: only their gains count.
 int AcceptedLoadCellTrials(const CalibrationRun& run);
@@ -40,6 +42,6 @@ int AcceptedLoadCellTrials(const CalibrationRun& run);
 bool EnterUnacceptedTrial(Program& program);
 
 /// Whether the procedure has room for one more trial; tells the operator when all are done.
-bool HasRoomForTrial(Program& program);
+bool AskForRoom(Program& program);
 
 }  // namespace bellmark

@@ -54,6 +54,10 @@ A control C is screen.control or screen.control(index).
   boxes                        prints every message box since the last boxes: title, text, style and answer
   clock "2012-03-09 10:00:00"  sets the program's clock; it stands still until it is set or advanced
   advance MILLISECONDS         moves the clock on and runs the timers that fall due
+  enter                        presses the button that Enter presses on the screen in front: the one that the screen gave
+                               the keyboard, otherwise the one of the next step
+  repeat N                     runs the lines down to its end N times, N from 1; loops may lie in one another
+  end                          $i in a repeated line is the number of the turn, from 1, in the innermost loop
   quit                         ends as the close box would
 
 While the program waits for something, the following lines run: that is how a script aborts a wait.

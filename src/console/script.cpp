@@ -55,6 +55,19 @@ class LineReader {
     std::string_view rest_;
 };
 
+/// Each "end" closes the "repeat" above it that is still open.
+void RequirePairs(const std::vector<ScriptLine>& lines) {
+    std::vector<int> open;
+    for (const ScriptLine& line : lines) {
+        const ScriptWord& command = line.words.front();
+        if (command.text == "repeat") open.push_back(line.number);
+        if (command.text != "end") continue;
+        if (open.empty()) throw ScriptError(line.number, "there is no repeat that this end closes");
+        open.pop_back();
+    }
+    if (!open.empty()) throw ScriptError(open.back(), "this repeat has no end");
+}
+
 }  // namespace
 
 std::vector<ScriptLine> ReadScript(std::string_view text) {
@@ -75,6 +88,7 @@ std::vector<ScriptLine> ReadScript(std::string_view text) {
             heading += std::string(heading.empty() ? "" : "\n") + std::string(Trim(comment.substr(1)));
         }
     }
+    RequirePairs(lines);
     return lines;
 }
 

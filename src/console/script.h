@@ -29,8 +29,8 @@ class ScriptError : public std::runtime_error {
     int line_;
 };
 
-/// Lines with at least one word. Throws ScriptError for a quote that is never closed, an unknown escape, and text that
-/// is not UTF-8.
+/// Lines with at least one word. Throws ScriptError for a quote that is never closed, an unknown escape, a repeat
+/// without its end or an end without its repeat, and text that is not UTF-8.
 std::vector<ScriptLine> ReadScript(std::string_view text);
 
 }  // namespace bellmark

@@ -7,6 +7,7 @@
 #include "app/program.h"
 #include "console/script_dialogs.h"
 #include "controls/controls.h"
+#include "controls/enter_key.h"
 #include "controls/picture.h"
 #include "controls/screen.h"
 #include "platform/clock.h"
@@ -34,6 +35,15 @@ int WholeNumber(const ScriptWord& word) {
     if (!number || std::abs(*number) > largest || *number != std::trunc(*number))
         Fail("\"" + word.text + "\" is not a whole number");
     return static_cast<int>(*number);
+}
+
+/// Puts the number of the turn in place of every $i.
+void FillInTurn(std::string& text, int turn) {
+    constexpr std::string_view sign = "$i";
+    const std::string number = NumberText(turn);
+    for (auto at = text.find(sign); at != std::string::npos; at = text.find(sign, at + number.size())) {
+        text.replace(at, sign.size(), number);
+    }
 }
 
 std::string Truth(bool value) {
@@ -69,6 +79,9 @@ const std::vector<ScriptRunner::Command>& ScriptRunner::Commands() {
         {"clock", 2, 2, &ScriptRunner::SetClock},
         {"advance", 2, 2, &ScriptRunner::Advance},
         {"quit", 1, 1, &ScriptRunner::Quit},
+        {"enter", 1, 1, &ScriptRunner::PressEnter},
+        {"repeat", 2, 2, &ScriptRunner::BeginLoop},
+        {"end", 1, 1, &ScriptRunner::EndTurn},
     };
     return commands;
 }
@@ -76,12 +89,28 @@ const std::vector<ScriptRunner::Command>& ScriptRunner::Commands() {
 void ScriptRunner::Run(const std::vector<ScriptLine>& lines) {
     lines_ = &lines;
     next_ = 0;
-    while (next_ < lines.size()) RunLine(lines[next_++]);
+    loops_.clear();
+    while (next_ < lines.size()) RunNextLine();
 }
 
 void ScriptRunner::TakeTurn() {
     if (!lines_ || next_ >= lines_->size()) Fail("the program waits for something and the script has no line left");
-    RunLine((*lines_)[next_++]);
+    RunNextLine();
+}
+
+void ScriptRunner::RunNextLine() {
+    ScriptLine line = (*lines_)[next_++];
+    if (!loops_.empty()) {
+        FillInTurn(line.heading, loops_.back().turn);
+        for (ScriptWord& word : line.words) FillInTurn(word.text, loops_.back().turn);
+    }
+    RunLine(line);
+}
+
+std::string ScriptRunner::TurnsInWords() const {
+    std::string words;
+    for (const Loop& loop : loops_) words += (words.empty() ? " (turn " : ", ") + NumberText(loop.turn);
+    return words.empty() ? words : words + ')';
 }
 
 void ScriptRunner::RunLine(const ScriptLine& line) {
@@ -101,9 +130,9 @@ void ScriptRunner::RunLine(const ScriptLine& line) {
         if (line.words.size() > command->mostWords) Fail(name + " takes fewer words");
         (this->*command->run)(line.words);
     } catch (const ScriptStop& stop) {
-        throw ScriptError(line.number, stop.why);
+        throw ScriptError(line.number, stop.why + TurnsInWords());
     } catch (const UserError& error) {
-        throw ScriptError(line.number, error.what());
+        throw ScriptError(line.number, error.what() + TurnsInWords());
     }
 }
 
@@ -299,6 +328,26 @@ void ScriptRunner::Advance(const Words& words) {
         timers.RunDue();
     }
     clock_.Advance(end - clock_.Elapsed());
+}
+
+void ScriptRunner::PressEnter(const Words&) {
+    const Screen* front = program_.Screens.Front();
+    Button* pressed = front ? ButtonOfEnter(*front, front->Focus()) : nullptr;
+    if (!pressed) Fail("Enter presses no button of " + FrontName());
+    pressed->UserClick();
+}
+
+void ScriptRunner::BeginLoop(const Words& words) {
+    const int turns = WholeNumber(words[1]);
+    if (turns < 1) Fail("a repeat has at least one turn");
+    loops_.push_back({next_, turns});
+}
+
+void ScriptRunner::EndTurn(const Words&) {
+    Loop& loop = loops_.back();
+    if (loop.turn == loop.turns) return loops_.pop_back();
+    ++loop.turn;
+    next_ = loop.firstLine;
 }
 
 void ScriptRunner::Quit(const Words&) {

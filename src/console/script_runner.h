@@ -45,7 +45,15 @@ class ScriptRunner {
         std::string property;
     };
 
+    struct Loop {
+        std::size_t firstLine = 0;  ///< index of the line below the repeat
+        int turns = 0;
+        int turn = 1;
+    };
+
+    void RunNextLine();
     void RunLine(const ScriptLine& line);
+    std::string TurnsInWords() const;
     Target Find(const std::string& name) const;
     Control& FindControl(const std::string& name) const;
     Control& FindReachable(const std::string& name) const;
@@ -72,6 +80,9 @@ class ScriptRunner {
     void ShowBoxes(const Words& words);
     void SetClock(const Words& words);
     void Advance(const Words& words);
+    void PressEnter(const Words& words);
+    void BeginLoop(const Words& words);
+    void EndTurn(const Words& words);
     void Quit(const Words& words);
     std::string FrontName() const;
 
@@ -81,6 +92,7 @@ class ScriptRunner {
     std::ostream& output_;
     const std::vector<ScriptLine>* lines_ = nullptr;
     std::size_t next_ = 0;
+    std::vector<Loop> loops_;  ///< those that the next line lies in, the innermost last
     bool ended_ = false;
 };
 

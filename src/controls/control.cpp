@@ -6,32 +6,42 @@
 
 namespace bellmark {
 
-Control::Control(Screen& screen, std::string name) : screen_(screen), name_(std::move(name)) {
-    screen.Register(*this);
+Place::Place(const Frame& frame) : screen_(&frame.Owner()), frame_(&frame) {}
+
+Control::Control(Place place, std::string name) : place_(place), name_(std::move(name)) {
+    Owner().Register(*this);
 }
 
 std::string Control::FullName() const {
-    return screen_.Name() + '.' + name_;
+    return Owner().Name() + '.' + name_;
 }
 
 bool Control::IsReachable() const {
-    return Enabled && Visible && (!frame_ || frame_->IsReachable());
+    return Enabled && Visible && (!LiesIn() || LiesIn()->IsReachable());
 }
 
 void Control::RequireReachable() const {
-    if (screen_.Stack().IsLockedFor(*this)) throw UserError(FullName() + " is locked: the program waits");
+    if (Owner().Stack().IsLockedFor(*this)) throw UserError(FullName() + " is locked: the program waits");
     if (IsReachable()) return;
-    throw UserError(FullName() + (Visible && (!frame_ || frame_->Visible) ? " is disabled" : " is hidden"));
+    throw UserError(FullName() + (Visible && (!LiesIn() || LiesIn()->Visible) ? " is disabled" : " is hidden"));
 }
 
 void Control::Raise(const char* event, const std::function<void()>& handler) const {
-    if (handler) screen_.Stack().Dispatch(FullName() + '.' + event, handler);
+    if (handler) Owner().Stack().Dispatch(FullName() + '.' + event, handler);
 }
 
 void Control::UserClick() {
     RequireReachable();
     BeforeClick();
     Raise("Click", Click);
+}
+
+void SetVisible(std::initializer_list<Control*> controls, bool visible) {
+    for (Control* control : controls) control->Visible = visible;
+}
+
+void SetEnabled(std::initializer_list<Control*> controls, bool enabled) {
+    for (Control* control : controls) control->Enabled = enabled;
 }
 
 }  // namespace bellmark

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -39,17 +40,32 @@ class Property {
     Value value_;
 };
 
+/// Where a control lies: on the screen itself or in one of its frames.
+///
+///     Frame fraStart{*this, "fraStart"};
+///     Button cmdStart{fraStart, "cmdStart", "&Start"};
+class Place {
+  public:
+    Place(Screen& screen) : screen_(&screen) {}
+    Place(const Frame& frame);
+
+  private:
+    friend class Control;
+    Screen* screen_;
+    const Frame* frame_ = nullptr;
+};
+
 class Control {
   public:
     /// Registers itself with the screen under the name; control arrays under "lblZeroCalc(0)".
-    Control(Screen& screen, std::string name);
+    Control(Place place, std::string name);
     virtual ~Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
     const std::string& Name() const { return name_; }
     std::string FullName() const;  ///< "frmMainMenu.cmdQuit"
-    Screen& Owner() const { return screen_; }
+    Screen& Owner() const { return *place_.screen_; }
 
     /// What the user reads on it.
     virtual std::string DisplayText() const = 0;
@@ -59,9 +75,8 @@ class Control {
     Property<Color> BackColor{*this, colors::window};
     Property<std::string> ToolTip{*this, {}};
 
-    /// The frame it lies in: hidden and disabled with it.
-    void PutInto(const Frame& frame) { frame_ = &frame; }
-    const Frame* LiesIn() const { return frame_; }
+    /// The frame it lies in: hidden and disabled with it. Null for one that lies on the screen itself.
+    const Frame* LiesIn() const { return place_.frame_; }
     bool IsReachable() const;  ///< visible and enabled, and so is every frame around it
 
     std::function<void()> Click;
@@ -78,9 +93,8 @@ class Control {
     virtual void BeforeClick() {}
 
   private:
-    Screen& screen_;
+    Place place_;
     std::string name_;
-    const Frame* frame_ = nullptr;
 };
 
 template <class Value>
@@ -90,5 +104,9 @@ Property<Value>& Property<Value>::operator=(Value value) {
     owner_.TellChanged();
     return *this;
 }
+
+/// Shows or hides, enables or disables several controls at once.
+void SetVisible(std::initializer_list<Control*> controls, bool visible);
+void SetEnabled(std::initializer_list<Control*> controls, bool enabled);
 
 }  // namespace bellmark

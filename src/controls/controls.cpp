@@ -25,8 +25,8 @@ void RequireStorable(const std::string& text) {
 
 }  // namespace
 
-Button::Button(Screen& screen, std::string name, std::string caption)
-    : CaptionedControl(screen, std::move(name), std::move(caption)) {
+Button::Button(Place place, std::string name, std::string caption)
+    : CaptionedControl(place, std::move(name), std::move(caption)) {
     BackColor = colors::buttonFace;
 }
 

@@ -14,8 +14,8 @@ namespace bellmark {
 /// A control with a caption: "&" stands before the letter that reaches it by keyboard.
 class CaptionedControl : public Control {
   public:
-    CaptionedControl(Screen& screen, std::string name, std::string caption = {})
-        : Control(screen, std::move(name)), Caption(*this, std::move(caption)) {}
+    CaptionedControl(Place place, std::string name, std::string caption = {})
+        : Control(place, std::move(name)), Caption(*this, std::move(caption)) {}
     std::string DisplayText() const override { return Caption; }
     Property<std::string> Caption;
 };
@@ -23,7 +23,7 @@ class CaptionedControl : public Control {
 /// Buttons on screens, and the items of the main frame's menus.
 class Button : public CaptionedControl {
   public:
-    Button(Screen& screen, std::string name, std::string caption = {});
+    Button(Place place, std::string name, std::string caption = {});
     bool IsMenuItem = false;
 };
 
@@ -38,13 +38,13 @@ class Frame : public CaptionedControl {
     using CaptionedControl::CaptionedControl;
 
     /// What Enter and Escape press while the keyboard is in the frame, in place of the screen's own button.
-    const Button* DefaultButton = nullptr;
-    const Button* CancelButton = nullptr;
+    Button* DefaultButton = nullptr;
+    Button* CancelButton = nullptr;
 };
 
 class TextBox : public Control {
   public:
-    TextBox(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    TextBox(Place place, std::string name) : Control(place, std::move(name)) {}
     std::string DisplayText() const override { return Text; }
 
     Property<std::string> Text{*this, {}};
@@ -61,7 +61,7 @@ class TextBox : public Control {
 /// Shows a formatted text, as it will be printed.
 class RichTextBox : public Control {
   public:
-    RichTextBox(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    RichTextBox(Place place, std::string name) : Control(place, std::move(name)) {}
     std::string DisplayText() const override { return PlainText(Content.Get()); }
     Property<FormattedText> Content{*this, {}};
 };
@@ -79,8 +79,8 @@ class CheckBox : public CaptionedControl {
 /// screen.
 class OptionButton : public CaptionedControl {
   public:
-    OptionButton(Screen& screen, std::string name, std::string group, std::string caption = {})
-        : CaptionedControl(screen, std::move(name), std::move(caption)), group_(std::move(group)) {}
+    OptionButton(Place place, std::string name, std::string group, std::string caption = {})
+        : CaptionedControl(place, std::move(name), std::move(caption)), group_(std::move(group)) {}
     bool IsChosen() const { return chosen_; }
     void Choose();
     void Drop();
@@ -96,7 +96,7 @@ class OptionButton : public CaptionedControl {
 
 class ComboBox : public Control {
   public:
-    ComboBox(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    ComboBox(Place place, std::string name) : Control(place, std::move(name)) {}
     std::string DisplayText() const override;
 
     Property<std::vector<std::string>> Items{*this, {}};
@@ -116,8 +116,8 @@ class ComboBox : public Control {
 /// A table of texts. Row and column count from 0, fixed ones (headings) included.
 class Grid : public Control {
   public:
-    Grid(Screen& screen, std::string name, int fixedRows = 1, int fixedColumns = 0)
-        : Control(screen, std::move(name)), fixedRows_(fixedRows), fixedColumns_(fixedColumns) {}
+    Grid(Place place, std::string name, int fixedRows = 1, int fixedColumns = 0)
+        : Control(place, std::move(name)), fixedRows_(fixedRows), fixedColumns_(fixedColumns) {}
     std::string DisplayText() const override;  ///< rows joined by line breaks, cells by tabs
 
     int Rows() const { return static_cast<int>(cells_.size()); }
@@ -168,8 +168,8 @@ class Grid : public Control {
 /// Calls Tick each interval while it runs.
 class Timer : public Control {
   public:
-    Timer(Screen& screen, std::string name, std::chrono::milliseconds interval)
-        : Control(screen, std::move(name)), interval_(interval) {}
+    Timer(Place place, std::string name, std::chrono::milliseconds interval)
+        : Control(place, std::move(name)), interval_(interval) {}
     ~Timer() override { Stop(); }
     std::string DisplayText() const override { return IsRunning() ? "running" : "stopped"; }
 

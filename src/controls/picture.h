@@ -43,7 +43,7 @@ struct Plot {
 /// A plot area of a screen.
 class Picture : public Control {
   public:
-    Picture(Screen& screen, std::string name) : Control(screen, std::move(name)) {}
+    Picture(Place place, std::string name) : Control(place, std::move(name)) {}
     std::string DisplayText() const override;  ///< captions, ranges and marks
 
     void Draw(Plot plot);

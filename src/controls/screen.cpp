@@ -51,7 +51,7 @@ void Screen::SetFocus(Control& control) {
     TellChanged();
 }
 
-void Screen::SetDefaultButton(Control* button) {
+void Screen::SetDefaultButton(Button* button) {
     defaultButton_ = button;
     TellChanged();
 }

@@ -9,6 +9,7 @@
 
 namespace bellmark {
 
+class Button;
 class Control;
 class ScreenStack;
 class Timers;
@@ -36,18 +37,20 @@ class Screen {
     Color BackColor() const { return backColor_; }
     void SetBackColor(Color color);
 
-    /// The control that the keyboard goes to, and the button that Enter presses.
+    /// The control that the keyboard goes to, and the button of the next step: see enter_key.h.
     void SetFocus(Control& control);
     Control* Focus() const { return focus_; }
     int FocusRequests() const { return focusRequests_; }  ///< grows when a control is wanted once more, too
-    void SetDefaultButton(Control* button);
-    Control* DefaultButton() const { return defaultButton_; }
+    void SetDefaultButton(Button* button);
+    Button* DefaultButton() const { return defaultButton_; }
 
     /// True for the frame around all screens, whose menus the operator reaches whatever is in front.
     virtual bool IsAlwaysAtHand() const { return false; }
 
     /// The screen has come to the front.
     virtual void Activated() {}
+    /// Another screen has come to the front, or this one was hidden.
+    virtual void Left() {}
     /// The close box. A screen that says nothing else just hides.
     virtual void CloseRequested() { Hide(); }
 
@@ -65,7 +68,7 @@ class Screen {
     Color backColor_ = colors::buttonFace;
     Control* focus_ = nullptr;
     int focusRequests_ = 0;
-    Control* defaultButton_ = nullptr;
+    Button* defaultButton_ = nullptr;
 };
 
 }  // namespace bellmark

@@ -21,20 +21,21 @@ bool ScreenStack::IsShown(const Screen& screen) const {
 }
 
 void ScreenStack::Show(Screen& screen) {
-    const Screen* before = Front();
+    Screen* before = Front();
     std::erase(shown_, &screen);
     shown_.push_back(&screen);
     TellFrontChanged(before);
 }
 
 void ScreenStack::Hide(Screen& screen) {
-    const Screen* before = Front();
+    Screen* before = Front();
     std::erase(shown_, &screen);
     TellFrontChanged(before);
 }
 
-void ScreenStack::TellFrontChanged(const Screen* before) {
+void ScreenStack::TellFrontChanged(Screen* before) {
     if (Front() == before) return;
+    if (before) Dispatch(before->Name() + ".Left", [before] { before->Left(); });
     if (FrontChanged) FrontChanged();
     if (Screen* front = Front()) Dispatch(front->Name() + ".Activate", [front] { front->Activated(); });
 }

@@ -46,7 +46,7 @@ class ScreenStack {
     friend class Screen;
     void Add(Screen& screen);
     void Remove(Screen& screen);
-    void TellFrontChanged(const Screen* before);
+    void TellFrontChanged(Screen* before);
 
     Timers& timers_;
     std::vector<Screen*> screens_;

@@ -31,7 +31,7 @@ void frmDAQ::Unload() {
 }
 
 Board& frmDAQ::Capturing() {
-    return program_.Run.ReplayMode ? simulator_ : *current_;
+    return program_.Run.Trial.ReplayMode() ? simulator_ : *current_;
 }
 
 }  // namespace bellmark

@@ -9,6 +9,7 @@
 #include "platform/machine.h"
 #include "platform/numbers.h"
 #include "run/accel_adjustment.h"
+#include "run/trial.h"
 #include "run/paths.h"
 
 namespace bellmark {
@@ -105,20 +106,14 @@ Path frmSimulator::TemplatePath(const Path& folder) const {
 
 Path frmSimulator::SavedDropPath(const Path& folder) const {
     const CalibrationRun& run = program_.Run;
-    // While a finished trial is looked at again, the trial counter already counts it.
-    const int offset = run.TrialReview ? 0 : 1;
-    const auto name = [&](const std::string& kind, int trial, int drop) {
-        return PathFromText(kind + NumberText(trial + offset) + "-H" + NumberText(run.CurrentHeightIndex) + 'D' +
-                            NumberText(drop) + ".txt");
-    };
+    const DropPlace place{run.CurrentHeightIndex, run.CurrentDropIndex};
     switch (run.CurrentProcedure) {
-        case 4:
-            return folder / name("Reference", run.RefTrials, run.CurrentDropIndex);
-        case 5:
-            return folder / name("LoadCell", run.LoadCellRefTrials, run.CurrentDropIndex);
-        case 8:
-        case 9:
-            return folder / name("Reference", run.RefTrials, 1);
+        case Procedure::Sensors:
+        case Procedure::LoadCell:
+            return folder / DropFileName(run.CurrentProcedure, NumberOfTrialShown(run), place);
+        case Procedure::TriggerLevel:
+        case Procedure::NumberOfDrops:
+            return folder / DropFileName(Procedure::Sensors, run.RefTrials + 1, {place.height, 1});
         default:
             return TemplatePath(folder);
     }
@@ -127,7 +122,7 @@ Path frmSimulator::SavedDropPath(const Path& folder) const {
 void frmSimulator::LoadFile() {
     const FileSystem& files = program_.Services.files;
     const Path folder =
-        program_.Run.ReplayMode ? program_.InterimFolder() : program_.The<SetupDoor>().SimDataLocation();
+        program_.Run.Trial.ReplayMode() ? program_.InterimFolder() : program_.The<SetupDoor>().SimDataLocation();
     Path path = ActualPath(files, TemplatePath(folder));
     const bool isTemplate = files.IsFile(path);
     if (!isTemplate) path = ActualPath(files, SavedDropPath(folder));

@@ -12,7 +12,7 @@
 #include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
 #include "fwd/fwd_peaks.h"
-#include "fwd/trial.h"
+#include "fwd/std_error_color.h"
 #include "fwd/trial_report.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/dialogs.h"
@@ -20,6 +20,7 @@
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "run/paths.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -40,16 +41,14 @@ std::string FolderText(const Path& folder) {
 frmGetFWDData::frmGetFWDData(Program& program)
     : Screen(program.Screens, "frmGetFWDData", "FWD Data"),
       Header(*this, program.Header),
-      DataDisplay(*this, program.Run, "DataDisplay_"),
-      FWDData(*this, program.Run, "FWDData_"),
+      DataDisplay(fraDataDisplay, program.Run, "DataDisplay_"),
+      FWDData(fraFWDData, program.Run, "FWDData_"),
       program_(program),
       run_(program.Run) {
     for (TextBox* box : {&txtTrial, &txtFilename, &txtSensorNum, &txtNumSensors, &txtSerial, &txtInitialGain,
                          &txtAdjFactor, &txtStdError, &txtR2, &txtGain}) {
         box->Locked = true;
     }
-    DataDisplay.PutInto(fraDataDisplay);
-    FWDData.PutInto(fraFWDData);
     cmdBrowse.Click = [this] { cmdBrowse_Click(); };
     cmdFerrylink.Click = [this] { cmdFerrylink_Click(); };
     cmdUp.Click = [this] { cmdUp_Click(); };
@@ -63,17 +62,14 @@ frmGetFWDData::frmGetFWDData(Program& program)
 
 void frmGetFWDData::Start() {
     const bool isRedone = run_.FlagUnacceptedTrial && TrialCount(run_) > 0;
-    if (!isRedone && !HasRoomForTrial(program_)) return;
-    if (isRedone) {
-        run_.DropResults = TrialOf(run_, 0).RefDropData;
-        --TrialCount(run_);
-    }
-    run_.TotalDrops = DropsInTrial(run_);
+    if (!isRedone && !AskForRoom(program_)) return;
+    EndReplay(program_);
+    if (isRedone) TakeUpCountedTrial(run_);
     PrepareScreen();
     txtTrial.Text = NumberText(TrialCount(run_) + 1);
-    CountTrial();
-    ShowReferencePeaks();
-    run_.CurrentProcStep = CalibratesSensors(run_) ? 43 : 53;
+    CountTrial(run_);
+    DataDisplay.ShowResults();
+    run_.CurrentProcStep = CalibratesSensors(run_) ? step::sensorsFileRead : step::loadCellFileRead;
     run_.FlagUnacceptedTrial = true;
     SaveInterimCalibration(program_);
     Show();
@@ -82,6 +78,7 @@ void frmGetFWDData::Start() {
 
 void frmGetFWDData::PrepareScreen() {
     const bool sensors = CalibratesSensors(run_);
+    const TrialShape& shape = run_.Trial.shape;
     program_.Header.SetProcedureName(ProcedureTitle(run_.CurrentProcedure));
     Header.PageTitle.Caption = sensors ? "Get FWD Deflection Sensor Drop Data" : "Get FWD Load Cell Drop Data";
     run_.PlotReviewPending = true;
@@ -92,7 +89,7 @@ void frmGetFWDData::PrepareScreen() {
         sensors ? "Integrated Accelerometer Deflection Peak Data" : "Reference Load Cell Peak Data";
     fraFWDData.Caption = sensors ? "FWD Deflection Sensor Peak Data" : "FWD Load Cell Peak Data";
     for (ctrlHtDropArray* grid : {&DataDisplay, &FWDData}) {
-        grid->CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
+        grid->CreateResultTable(shape.dropsPerHeight, shape.heights);
         grid->Clear();
     }
     ClearResults();
@@ -136,36 +133,13 @@ void frmGetFWDData::ShowStage(Stage stage) {
     SetFocus(next);
 }
 
-void frmGetFWDData::CountTrial() {
-    ++TrialCount(run_);
-    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
-        TrialRecord& trial = TrialOf(run_, device);
-        trial = {};
-        trial.RefDropData = run_.DropResults;
-    }
-}
-
-void frmGetFWDData::ShowReferencePeaks() {
-    for (int drop = 0; drop < run_.TotalDrops; ++drop) {
-        const auto index = static_cast<std::size_t>(drop);
-        DataDisplay.ShowExcessNoise(drop, run_.DropNoiseFlags[index]);
-        DataDisplay.ShowResult(drop, run_.DropResults[index]);
-    }
-    DataDisplay.ShowStatistics(std::span(run_.DropResults).first(static_cast<std::size_t>(run_.TotalDrops)), false);
-}
-
 void frmGetFWDData::ShowSensorNavigation(bool visible) {
-    for (Control* control : {static_cast<Control*>(&lblSensorNum), static_cast<Control*>(&txtSensorNum),
-                             static_cast<Control*>(&lblNumSensors), static_cast<Control*>(&txtNumSensors),
-                             static_cast<Control*>(&cmdUp), static_cast<Control*>(&cmdDown)}) {
-        control->Visible = visible;
-    }
+    SetVisible({&lblSensorNum, &txtSensorNum, &lblNumSensors, &txtNumSensors, &cmdUp, &cmdDown}, visible);
 }
 
 void frmGetFWDData::ReviewDrop(int index) {
-    if (index >= run_.TotalDrops || !WantsToReview(program_, index)) return;
-    run_.TrialReview = true;
-    BeginReplay(program_, index);
+    if (index >= run_.Trial.shape.Drops() || !AskToReview(program_, index)) return;
+    BeginReplay(program_, index, true);
     program_.The<DropDoor>().StartReview();
 }
 
@@ -209,8 +183,8 @@ bool frmGetFWDData::MayUse(const PDDXFile& document) {
 bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
     const FWDPeaks peaks = ReadFWDPeaks(document, run_);
     if (!readable || !peaks.hasLocations) ShowMessage(106);
-    if (peaks.dropsInFile != run_.TotalDrops) {
-        program_.ShowBox("The number of drops (" + NumberText(run_.TotalDrops) +
+    if (peaks.dropsInFile != run_.Trial.shape.Drops()) {
+        program_.ShowBox("The number of drops (" + NumberText(run_.Trial.shape.Drops()) +
                              ") does not match the number of data points (" + NumberText(peaks.dropsInFile) +
                              ") in input file.",
                          box::exclamation);
@@ -252,7 +226,7 @@ void frmGetFWDData::CompareDevices() {
     // From the last to the first, so that the first one stays on the screen.
     for (std::size_t device = devices; device-- > 0;) {
         ShowDevice(device, CalibrateDevice(run_, device));
-        CheckScatter();
+        CheckScatter(device);
     }
 }
 
@@ -273,20 +247,22 @@ void frmGetFWDData::ShowDevice(std::size_t device, const OriginRegression& fit) 
 
 void frmGetFWDData::ShowFWDPeaks(std::size_t device) {
     const auto& peaks = TrialOf(run_, device).DropData;
-    for (int drop = 0; drop < run_.TotalDrops; ++drop) {
+    for (int drop = 0; drop < run_.Trial.shape.Drops(); ++drop) {
         FWDData.ShowResult(drop, peaks[static_cast<std::size_t>(drop)]);
     }
-    FWDData.ShowStatistics(std::span(peaks).first(static_cast<std::size_t>(run_.TotalDrops)), true);
+    FWDData.ShowStatistics(std::span(peaks).first(static_cast<std::size_t>(run_.Trial.shape.Drops())));
 }
 
-void frmGetFWDData::CheckScatter() {
-    const bool sensors = CalibratesSensors(run_);
-    for (int height = 0; height < run_.NumberLoadLevels; ++height) {
-        if (run_.StdDevWarningDone) return;
-        if (!ScatterDiffers(run_.HeightStats[static_cast<std::size_t>(height)], sensors, run_.EnglishUnits)) continue;
-        run_.StdDevWarningDone = true;
-        ShowMessage(214);
-    }
+void frmGetFWDData::CheckScatter(std::size_t device) {
+    if (run_.StdDevWarningDone) return;
+    const TrialShape& shape = run_.Trial.shape;
+    const auto heights = HeightStats(run_, device);
+    const bool differs = std::any_of(heights.begin(), heights.begin() + shape.heights, [&](const auto& height) {
+        return ScatterDiffers(height, CalibratesSensors(run_), shape.englishUnits);
+    });
+    if (!differs) return;
+    run_.StdDevWarningDone = true;
+    ShowMessage(214);
 }
 
 void frmGetFWDData::CheckLoadCell() {
@@ -332,7 +308,7 @@ void frmGetFWDData::AcceptTrial() {
         return;
     }
     PrintReport();
-    LeaveTrial();
+    EndTrial();
     if (run_.LoadCellRefTrials == 1) {
         program_.The<MainMenuDoor>().CalibrateLoadCell();
     } else {
@@ -340,11 +316,9 @@ void frmGetFWDData::AcceptTrial() {
     }
 }
 
-void frmGetFWDData::LeaveTrial() {
-    run_.FlagUnacceptedTrial = false;
-    run_.CurrentProcStep = CalibratesSensors(run_) ? 42 : 52;
-    // Its drops are no longer those of a trial in hand.
-    run_.DropSequenceIndex = 0;
+void frmGetFWDData::EndTrial() {
+    LeaveTrial(run_);
+    run_.CurrentProcStep = CalibratesSensors(run_) ? step::sensorsTrial : step::loadCellTrial;
     SaveInterimCalibration(program_);
 }
 
@@ -362,11 +336,8 @@ void frmGetFWDData::RejectTrial() {
         "Are you sure you want to reject this trial?\r\nClicking on YES will cause the trial data to be lost!",
         box::yesNo + box::question, title);
     if (sure != Answer::Yes) return;
-    if (TrialCount(run_) > 0) {
-        for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) TrialOf(run_, device) = {};
-        --TrialCount(run_);
-    }
-    LeaveTrial();
+    DropCountedTrial(run_);
+    EndTrial();
     if (repeat == Answer::Yes) {
         ReturnToProcedure(program_, run_.CurrentProcedure);
     } else {
@@ -385,12 +356,7 @@ void frmGetFWDData::cmdFerrylink_Click() {
 void frmGetFWDData::PrintReport() {
     const DateTime now = program_.Now();
     const double airTemperature = ReadTemperature(program_);
-    const std::size_t shown = device_;
-    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
-        ShowFWDPeaks(device);
-        WriteReport(device, now, airTemperature);
-    }
-    ShowFWDPeaks(shown);
+    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) WriteReport(device, now, airTemperature);
 }
 
 void frmGetFWDData::WriteReport(std::size_t device, const DateTime& now, double airTemperature) {

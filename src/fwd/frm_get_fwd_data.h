@@ -71,8 +71,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void ShowStage(Stage stage);
     void PrepareScreen();
     void ClearResults();
-    void CountTrial();
-    void ShowReferencePeaks();
     void ReviewDrop(int index);
     bool ReadFWDPeakData(const PDDXFile& document, bool readable);
     bool MayUse(const PDDXFile& document);
@@ -82,10 +80,10 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void ShowFWDPeaks(std::size_t device);
     void ShowSensorNavigation(bool visible);
     void StepSensor(int step);
-    void CheckScatter();
+    void CheckScatter(std::size_t device);
     void CheckLoadCell();
     void WriteReport(std::size_t device, const DateTime& now, double airTemperature);
-    void LeaveTrial();
+    void EndTrial();
     void ShowMessage(int code);
 
     Program& program_;

@@ -5,9 +5,10 @@
 #include "app/program.h"
 #include "app/workflow.h"
 #include "fwd/regression_plot.h"
-#include "fwd/trial.h"
+#include "fwd/std_error_color.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -70,10 +71,7 @@ void frmRegressionPlot::MarkSeen() {
 
 void frmRegressionPlot::ShowSensorControls() {
     const bool sensors = CalibratesSensors(run_);
-    for (Control* control : {static_cast<Control*>(&lblRPSensorNum), static_cast<Control*>(&txtRPSensorNum),
-                             static_cast<Control*>(&cmdUpRP), static_cast<Control*>(&cmdDownRP)}) {
-        control->Visible = sensors;
-    }
+    SetVisible({&lblRPSensorNum, &txtRPSensorNum, &cmdUpRP, &cmdDownRP}, sensors);
     lblReviewGraphs.Visible = sensors && run_.PlotReviewPending;
     if (!sensors) return;
     txtRPSensorNum.Text = NumberText(ShownSensorNumber(run_, static_cast<int>(device_)));
@@ -100,7 +98,8 @@ void frmRegressionPlot::ShowValues(double stdErrSlope) {
 
 void frmRegressionPlot::ShowAxisTexts() {
     const bool sensors = CalibratesSensors(run_);
-    const char* units = sensors ? (run_.EnglishUnits ? "mils" : "microns") : (run_.EnglishUnits ? "pounds" : "kN");
+    const bool english = run_.Trial.shape.englishUnits;
+    const char* units = sensors ? (english ? "mils" : "microns") : (english ? "pounds" : "kN");
     lblXAxis.Caption = sensors ? "FWD Deflection Sensor" : "FWD Load Cell";
     lblYAxis.Caption = sensors ? "Reference Accelerometer Deflection" : "Reference Load Cell";
     lblXAxisUnits.Caption = units;

@@ -4,11 +4,11 @@
 #include <array>
 #include <cmath>
 
-#include "fwd/trial.h"
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "run/stored_values.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -102,10 +102,10 @@ FWDPeaks ReadFWDPeaks(const PDDXFile& document, CalibrationRun& run) {
     FWDPeaks peaks;
     peaks.hasLocations = PDDXCount(ValueOf(document, "Deflection Data", "NumberOfTestLocations")) > 0;
     peaks.dropsInFile = PDDXCount(ValueOf(document, location, "NumberOfDrops"));
-    if (peaks.dropsInFile != run.TotalDrops) return peaks;
+    if (peaks.dropsInFile != run.Trial.shape.Drops()) return peaks;
     const DocumentUnits units = UnitsOf(document);
     JudgeUnits(units, sensors, peaks);
-    for (int drop = 1; drop <= run.TotalDrops; ++drop) {
+    for (int drop = 1; drop <= run.Trial.shape.Drops(); ++drop) {
         const std::string fields = ValueOf(document, location, "DropData_" + NumberText(drop));
         for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
             const std::string field = TrimmedField(fields, sensors ? static_cast<int>(device) + 2 : 1);

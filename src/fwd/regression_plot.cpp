@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "app/ctrl_ht_drop_array.h"
-#include "fwd/trial.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -22,24 +22,24 @@ struct TrialPoints {
 };
 
 const char* PeakPicture(const CalibrationRun& run) {
-    if (CalibratesSensors(run)) return run.EnglishUnits ? "#0.00" : "#,##0.0";
-    return run.EnglishUnits ? "#,##0.0" : "#0.000";
+    if (CalibratesSensors(run)) return run.Trial.shape.englishUnits ? "#0.00" : "#,##0.0";
+    return run.Trial.shape.englishUnits ? "#,##0.0" : "#0.000";
 }
 
 TrialPoints PointsOf(const CalibrationRun& run, std::size_t device) {
     const TrialRecord& trial = TrialOf(run, device);
     const char* picture = PeakPicture(run);
     TrialPoints points;
-    for (int drop = 0; drop < run.TotalDrops; ++drop) {
+    for (int drop = 0; drop < run.Trial.shape.Drops(); ++drop) {
         const auto index = static_cast<std::size_t>(drop);
+        const DropPlace place = PlaceOf(run.Trial.shape, drop);
         const double fwd = trial.DropData.at(index);
         const double reference = trial.RefDropData.at(index);
         const double residual = reference - trial.AdjFactor * fwd;
         points.fwd.push_back(fwd);
         points.reference.push_back(reference);
         points.residuals.push_back(residual);
-        points.notes.push_back("Height " + NumberText(HeightOfDrop(drop, run.NumberDropsPerLoadLevel) + 1) + ", drop " +
-                               NumberText(DropInHeight(drop, run.NumberDropsPerLoadLevel) + 1) + "\nFWD " +
+        points.notes.push_back("Height " + NumberText(place.height) + ", drop " + NumberText(place.drop) + "\nFWD " +
                                Format(fwd, picture) + ", reference " + Format(reference, picture) + "\nresidual " +
                                (residual > 0 ? "+" : "") + Format(residual, picture));
     }
@@ -55,7 +55,7 @@ PlotAxis RangeAxis(double range) {
 }
 
 double RangeOf(const CalibrationRun& run, const TrialPoints& points) {
-    return RegressionPlotRange(CalibratesSensors(run), run.EnglishUnits,
+    return RegressionPlotRange(CalibratesSensors(run), run.Trial.shape.englishUnits,
                                std::max(Largest(points.fwd), Largest(points.reference)));
 }
 

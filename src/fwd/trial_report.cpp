@@ -4,13 +4,13 @@
 #include <array>
 #include <cmath>
 
-#include "fwd/trial.h"
 #include "platform/column_text.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "run/accel_adjustment.h"
 #include "run/paths.h"
+#include "run/trial.h"
 #include "run/version.h"
 
 namespace bellmark {
@@ -24,7 +24,13 @@ constexpr const char* coefficientPicture = "##.00000e+00";
 class Report {
   public:
     Report(const CalibrationRun& run, const CenterConfig& center, std::size_t device, const TrialReportFacts& facts)
-        : run_(run), center_(center), device_(device), facts_(facts), sensors_(CalibratesSensors(run)) {}
+        : run_(run),
+          shape_(run.Trial.shape),
+          stats_(HeightStats(run, device)),
+          center_(center),
+          device_(device),
+          facts_(facts),
+          sensors_(CalibratesSensors(run)) {}
 
     std::string Text() {
         WriteHeading();
@@ -66,7 +72,7 @@ class Report {
         text_.At(Shifted(23), "Raw FWD File: ").Then(facts_.rawFileName).EndLine();
         text_.At(Shifted(31), "Date: ").Then(Format(facts_.now, "dd-mmm-yyyy"));
         text_.Then("     Time: ").Then(Format(facts_.now, "hh:nn")).EndLine();
-        const bool english = run_.EnglishUnits;
+        const bool english = shape_.englishUnits;
         const double degrees = english ? CelsiusToFahrenheit(facts_.airTemperature) : facts_.airTemperature;
         text_.At(Shifted(20), "Air Temperature: ").Then(Format(degrees, "##0.0"));
         text_.Then(english ? "\u00B0F" : "\u00B0C").EndLine();
@@ -83,6 +89,11 @@ class Report {
         Blank();
     }
 
+    /// Blank for a reading that is not known: nobody may take 0 for what was measured.
+    static std::string KnownReading(const std::optional<double>& volts) {
+        return volts ? Format(*volts, "#0.000") : std::string();
+    }
+
     void WriteLoadCell() {
         text_.At(5, "REFERENCE LOAD CELL DATA").EndLine();
         Labelled("Load Cell Serial Number: ", center_.ReferenceLoadCellName);
@@ -92,9 +103,9 @@ class Report {
         Labelled("Load Cell Sensitivity: ", NumberText(center_.ReferenceLoadCellSensitivity));
         Labelled("Reference + Calibration Reading: ",
                  Format(center_.ReferenceLoadCellPlusVoltage, "#0.000000") + " volts");
-        Labelled("Measured + Calibration Reading: ", Format(run_.MeasuredPlus, "#0.000"));
+        Labelled("Measured + Calibration Reading: ", KnownReading(run_.MeasuredPlus));
         Labelled("Reference Unbalanced Zero: ", NumberText(center_.ReferenceLoadCellUnbalancedZero));
-        Labelled("Measured Unbalanced Zero: ", Format(run_.MeasuredUnbalancedZero, "#0.000"));
+        Labelled("Measured Unbalanced Zero: ", KnownReading(run_.MeasuredUnbalancedZero));
         const auto& coefficients = center_.ReferenceLoadCellCalibrationCoefficients;
         const auto coefficient = [&](std::size_t index) { return Format(coefficients[index], coefficientPicture); };
         text_.At(5, " Load Cell Regression Coef. A1: ").Then(coefficient(0));
@@ -126,9 +137,9 @@ class Report {
 
     void WriteUnits() {
         if (sensors_) {
-            text_.At(20, "     All deflections are in ").Then(run_.EnglishUnits ? "mils" : "microns");
+            text_.At(20, "     All deflections are in ").Then(shape_.englishUnits ? "mils" : "microns");
         } else {
-            text_.At(20, "     All loads are in ").Then(run_.EnglishUnits ? "Pounds" : "kN");
+            text_.At(20, "     All loads are in ").Then(shape_.englishUnits ? "Pounds" : "kN");
         }
         text_.EndLine();
         Blank();
@@ -143,8 +154,8 @@ class Report {
     }
 
     void WriteTable(const std::array<double, maxDrops>& peaks, Column mean, Column deviation, bool marksNoise) {
-        const int heights = run_.NumberLoadLevels;
-        const int drops = run_.NumberDropsPerLoadLevel;
+        const int heights = shape_.heights;
+        const int drops = shape_.dropsPerHeight;
         for (int height = 1; height <= heights; ++height) text_.At(10 * height + 19, "Ht " + NumberText(height));
         text_.EndLine();
         text_.At(5, "Repeat Drop #").EndLine();
@@ -153,7 +164,7 @@ class Report {
             for (int height = 1; height <= heights; ++height) {
                 const auto index = static_cast<std::size_t>((height - 1) * drops + drop - 1);
                 text_.At(10 * height + 18, Format(peaks.at(index), PictureOf(peaks.at(index))));
-                if (marksNoise && run_.DropNoiseFlags.at(index)) text_.Then("*");
+                if (marksNoise && run_.Trial.DropNoiseFlags.at(index)) text_.Then("*");
             }
             text_.EndLine();
         }
@@ -167,8 +178,8 @@ class Report {
 
     void WriteStatistics(int labelColumn, std::string_view label, Column member) {
         text_.At(labelColumn, label);
-        for (int height = 1; height <= run_.NumberLoadLevels; ++height) {
-            const double value = run_.HeightStats.at(static_cast<std::size_t>(height - 1)).*member;
+        for (int height = 1; height <= shape_.heights; ++height) {
+            const double value = stats_.at(static_cast<std::size_t>(height - 1)).*member;
             text_.At(10 * height + 18, Format(value, PictureOf(value)));
         }
         text_.EndLine();
@@ -202,6 +213,8 @@ class Report {
 
     ColumnText text_;
     const CalibrationRun& run_;
+    const TrialShape& shape_;
+    const std::array<HeightStatistics, maxHeights> stats_;
     const CenterConfig& center_;
     std::size_t device_;
     const TrialReportFacts& facts_;

@@ -21,7 +21,8 @@ struct TrialReportFacts {
 /// becomes "-".
 std::string TrialReportName(const CalibrationRun& run, std::size_t device, DateTime today);
 
-/// The report of a device, to the column, lines ending in CR LF. The statistics of the heights are those of the run.
+/// The report of a device, to the column, lines ending in CR LF. It is a function of the trial in hand as it is
+/// counted.
 std::string TrialReportText(const CalibrationRun& run, const CenterConfig& center, std::size_t device,
                             const TrialReportFacts& facts);
 

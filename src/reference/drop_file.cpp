@@ -4,6 +4,7 @@
 
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -114,13 +115,8 @@ void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
 
 }  // namespace
 
-std::string LoadTrialFilePrefix(const CalibrationRun& run) {
-    return "LoadCell" + NumberText(run.LoadCellRefTrials + 1) + "-H";
-}
-
 std::string LoadDropFileName(const CalibrationRun& run) {
-    return LoadTrialFilePrefix(run) + NumberText(run.CurrentHeightIndex) + 'D' + NumberText(run.CurrentDropIndex) +
-           ".txt";
+    return DropFileName(Procedure::LoadCell, run.LoadCellRefTrials + 1, {run.CurrentHeightIndex, run.CurrentDropIndex});
 }
 
 std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, const CenterConfig& center,

@@ -23,15 +23,15 @@ struct Curve {
     double scale;
 };
 
-Curve CurveOf(const DropRecord& drop, LoadCurve curve, bool englishUnits) {
+Curve CurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
     const char* loadUnit = englishUnits ? "lbf" : "kN";
     const double loadScale = englishUnits ? 1 : kilonewtonsPerPound;
     switch (curve) {
-        case LoadCurve::Voltage:
+        case DropCurve::Acceleration:
             return {"Voltage", drop.RelAccelG, "volts", 1};
-        case LoadCurve::Offset:
+        case DropCurve::Velocity:
             return {"Offset", drop.Velocity, loadUnit, loadScale};
-        case LoadCurve::Force:
+        case DropCurve::Deflection:
             break;
     }
     return {"Force", drop.Displacement, loadUnit, loadScale};
@@ -39,7 +39,7 @@ Curve CurveOf(const DropRecord& drop, LoadCurve curve, bool englishUnits) {
 
 }  // namespace
 
-Plot LoadDropPlot(const DropRecord& drop, LoadCurve curve, bool zoomedIn, bool englishUnits) {
+Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits) {
     Plot plot;
     if (drop.NumSamples < 2) return plot;
     const int first = zoomedIn ? std::max(drop.FulcrumIndex - samplesBeforeFulcrum, 0) : 0;

@@ -9,9 +9,10 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
-#include "reference/drop_file.h"
 #include "reference/hand_button.h"
+#include "reference/reference_instrument.h"
 #include "run/accel_adjustment.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -33,28 +34,18 @@ frmBellmark_Accel::frmBellmark_Accel(Program& program)
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     TimerAccel.Tick = [this] { TimerAccel_Tick(); };
     DropDataDisplay.CellClick = [this](int index) { ReviewDrop(index); };
-    lblLoadNumber.PutInto(fraLoadLevel);
-    lblDropNumber.PutInto(fraDropNumber);
     SetDefaultButton(&cmdNext);
 }
 
-frmBellmark_Accel::Trial frmBellmark_Accel::TrialOfRun() const {
-    const int done = run_.CurrentProcedure == 5 ? run_.LoadCellRefTrials : run_.RefTrials;
-    return {run_.CurrentProcedure, done + 1, run_.NumberLoadLevels, run_.NumberDropsPerLoadLevel, run_.EnglishUnits};
-}
-
-bool frmBellmark_Accel::TrialIsInHand() const {
-    return run_.DropSequenceIndex > 0 && inGrid_ == TrialOfRun();
-}
-
 void frmBellmark_Accel::TellWhatIsToBeRepeated() {
-    const Trial trial = TrialOfRun();
-    const bool changed =
-        run_.DropSequenceIndex > 0 && inGrid_.procedure == trial.procedure && inGrid_.number == trial.number;
-    const bool isFirstSinceStart = inGrid_.procedure == 0;
+    const TrialInHand& left = run_.Trial;
+    const TrialInHand trial = TrialOfSetup(run_);
+    const bool changed = left.DropSequenceIndex > 0 && left.procedure == trial.procedure && left.number == trial.number;
+    const bool isFirstSinceStart = left.procedure == Procedure::None;
     const bool wasInterrupted =
-        isFirstSinceStart && trial.procedure == 5 &&
-        !ListFilesWithPrefix(program_.Services.files, program_.InterimFolder(), LoadTrialFilePrefix(run_)).empty();
+        isFirstSinceStart && !ListFilesWithPrefix(program_.Services.files, program_.InterimFolder(),
+                                                  DropFilePrefix(trial.procedure, trial.number))
+                                  .empty();
     if (!changed && !wasInterrupted) return;
     program_.ShowBox((changed ? std::string("Units, heights or drops were changed in the middle of trial ")
                               : std::string("The program ended in the middle of trial ")) +
@@ -62,16 +53,11 @@ void frmBellmark_Accel::TellWhatIsToBeRepeated() {
                      box::information);
 }
 
-bool frmBellmark_Accel::GoesToResults(int trials, const char* done, const char* review) {
+bool frmBellmark_Accel::OffersResults(int trials, const char* done, const char* review) {
     const Answer answer = program_.ShowBox(NumberText(trials) + done + "\r\n" + review, box::okCancel);
     if (answer != Answer::OK || !program_.Has<ResultsDoor>()) return false;
     program_.The<ResultsDoor>().Open();
     return true;
-}
-
-void frmBellmark_Accel::GoOnWithTrial() {
-    // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
-    Enter();
 }
 
 void frmBellmark_Accel::Enter() {
@@ -87,23 +73,20 @@ void frmBellmark_Accel::DisableButtons() {
 }
 
 void frmBellmark_Accel::Bellmark() {
+    EndReplay(program_);
     ComputeAccelAdjustment(program_.Center);
-    if (TrialIsInHand()) {
-        GoOnWithTrial();
-        return;
-    }
-    run_.DropNoiseFlags = {};
-    if (run_.CurrentProcedure == 5) {
-        Header.PageTitle.Caption = "Collect Data Using Reference Load Cell";
+    // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
+    Header.PageTitle.Caption = TextsOf(run_.CurrentProcedure).pageTitle;
+    if (IsTrialInHand(run_)) return Enter();
+    if (run_.CurrentProcedure == Procedure::LoadCell) {
         if (run_.LoadCellRefTrials >= 2 && !run_.LoadCellCalComplete &&
-            GoesToResults(run_.LoadCellRefTrials, "  load cell calibration trials have been completed so far.",
+            OffersResults(run_.LoadCellRefTrials, "  load cell calibration trials have been completed so far.",
                           "Please review the Load Cell Calibration Results")) {
             return;
         }
     } else {
-        Header.PageTitle.Caption = "Collect Data Using Accelerometer";
         if (run_.RefTrials >= 2 && run_.RefTrials % 2 == 0 &&
-            GoesToResults(run_.RefTrials, "  reference calibration trials have been completed so far.",
+            OffersResults(run_.RefTrials, "  reference calibration trials have been completed so far.",
                           "Please review the Reference Calibration Results")) {
             return;
         }
@@ -116,42 +99,35 @@ void frmBellmark_Accel::Bellmark() {
 }
 
 void frmBellmark_Accel::Start() {
-    if (!TrialIsInHand() && !HasRoomForTrial(program_)) return;
+    if (!IsTrialInHand(run_) && !AskForRoom(program_)) return;
     if (program_.Has<PrerequisitesDoor>() &&
         !program_.The<PrerequisitesDoor>().PrerequisitesMet(run_.CurrentProcedure)) {
         return;
     }
-    if (TrialIsInHand()) {
-        GoOnWithTrial();
-        return;
-    }
+    if (IsTrialInHand(run_)) return Enter();
     TellWhatIsToBeRepeated();
-    DropDataDisplay.CreateResultTable(run_.NumberDropsPerLoadLevel, run_.NumberLoadLevels);
-    run_.TotalDrops = DropsInTrial(run_);
+    BeginTrial(run_);
+    const TrialShape& shape = run_.Trial.shape;
+    DropDataDisplay.CreateResultTable(shape.dropsPerHeight, shape.heights);
     ClearDropData();
-    run_.DropSequenceIndex = 0;
-    inGrid_ = TrialOfRun();
-    const bool loadCell = run_.CurrentProcedure == 5;
-    lblTrialNum.Caption = NumberText(inGrid_.number);
-    if (loadCell) {
-        lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in pound-force)" : "(Drop data are in kilo-Newtons)";
-    } else {
-        lblUnits.Caption = run_.EnglishUnits ? "(Drop data are in mils)" : "(Drop data are in microns)";
-    }
+    lblTrialNum.Caption = NumberText(run_.Trial.number);
+    const InstrumentTexts& texts = TextsOf(run_.CurrentProcedure);
+    lblUnits.Caption = shape.englishUnits ? texts.englishUnits : texts.metricUnits;
     ShowDropInHand();
     Enter();
 }
 
 void frmBellmark_Accel::ClearDropData() {
-    run_.DropResults = {};
+    run_.Trial.DropResults = {};
     DropDataDisplay.Clear();
 }
 
 void frmBellmark_Accel::ShowDropInHand() {
-    const int index = run_.DropSequenceIndex;
-    const bool complete = index >= run_.TotalDrops;
-    const int drop = DropInHeight(index, run_.NumberDropsPerLoadLevel) + 1;
-    lblLoadNumber.Caption = NumberText(HeightOfDrop(index, run_.NumberDropsPerLoadLevel) + 1);
+    const int index = run_.Trial.DropSequenceIndex;
+    const bool complete = IsComplete(run_.Trial);
+    const DropPlace place = PlaceOf(run_.Trial.shape, index);
+    const int drop = place.drop;
+    lblLoadNumber.Caption = NumberText(place.height);
     lblDropNumber.Caption = NumberText(drop);
     fraLoadLevel.Visible = !complete;
     fraDropNumber.Visible = !complete;
@@ -162,24 +138,7 @@ void frmBellmark_Accel::ShowDropInHand() {
 }
 
 void frmBellmark_Accel::GetResults() {
-    run_.TrialReview = false;
-    if (run_.ReplayMode) {
-        EndReplay(program_);
-        ShowDropInHand();
-        return;
-    }
-    const int index = run_.DropSequenceIndex;
-    const bool storable = index >= 0 && index < static_cast<int>(maxDrops);
-    if (storable) {
-        const auto slot = static_cast<std::size_t>(index);
-        DropDataDisplay.ShowExcessNoise(index, run_.DropNoiseFlags[slot]);
-        DropDataDisplay.ShowResult(index, run_.DropResults[slot]);
-    }
-    ++run_.DropSequenceIndex;
-    if (storable) {
-        const auto taken = static_cast<std::size_t>(run_.DropSequenceIndex);
-        DropDataDisplay.ShowStatistics(std::span(run_.DropResults).first(taken), false);
-    }
+    DropDataDisplay.ShowResults();
     ShowDropInHand();
 }
 
@@ -205,12 +164,12 @@ void frmBellmark_Accel::Activated() {
 void frmBellmark_Accel::cmdNext_Click() {
     PollButton(false);
     run_.ButtonDown = false;
-    if (run_.DropSequenceIndex >= run_.TotalDrops) {
+    if (IsComplete(run_.Trial)) {
         program_.The<FWDDataDoor>().Start();
         return;
     }
-    if (!HasRoomForTrial(program_)) return;
-    if (run_.CurrentProcedure == 4 && !AccelCalCurrent(program_)) {
+    if (!AskForRoom(program_)) return;
+    if (run_.CurrentProcedure == Procedure::Sensors && !AccelCalCurrent(program_)) {
         program_.Compose(216);
         program_.ShowComposed();
         program_.The<FlipCalibrationDoor>().Start();
@@ -225,13 +184,9 @@ void frmBellmark_Accel::cmdMainMenu_Click() {
 }
 
 void frmBellmark_Accel::ReviewDrop(int index) {
-    if (index >= run_.DropSequenceIndex ||
-        DropDataDisplay.txtData[static_cast<std::size_t>(index)]->Text.Get().empty()) {
-        return;
-    }
-    if (!WantsToReview(program_, index)) return;
+    if (index >= run_.Trial.DropSequenceIndex || !AskToReview(program_, index)) return;
     PollButton(false);
-    BeginReplay(program_, index);
+    BeginReplay(program_, index, false);
     program_.The<DropDoor>().StartReview();
 }
 

@@ -19,9 +19,9 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     Label lblTrialNum{*this, "lblTrialNum"};
     Label lblUnits{*this, "lblUnits"};
     Frame fraLoadLevel{*this, "fraLoadLevel", "Height"};
-    Label lblLoadNumber{*this, "lblLoadNumber"};
+    Label lblLoadNumber{fraLoadLevel, "lblLoadNumber"};
     Frame fraDropNumber{*this, "fraDropNumber", "Drop"};
-    Label lblDropNumber{*this, "lblDropNumber"};
+    Label lblDropNumber{fraDropNumber, "lblDropNumber"};
     Label lblPrompt{*this, "lblPrompt"};
     ctrlHtDropArray DropDataDisplay;
     Button cmdNext{*this, "cmdNext", "&NEXT"};
@@ -42,27 +42,14 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void cmdMainMenu_Click();
     void TimerAccel_Tick();
     void ReviewDrop(int index);
-    bool TrialIsInHand() const;
-    void GoOnWithTrial();
     void Enter();
-    bool GoesToResults(int trials, const char* done, const char* review);
+    bool OffersResults(int trials, const char* done, const char* review);
     void ShowDropInHand();
 
     Program& program_;
-    CalibrationRun& run_;
-
-    /// What the drops in the grid belong to. Drops of different units or heights must never meet in one trial.
-    struct Trial {
-        int procedure = 0;
-        int number = 0;
-        int heights = 0;
-        int dropsPerHeight = 0;
-        bool englishUnits = true;
-        friend bool operator==(const Trial&, const Trial&) = default;
-    };
-    Trial TrialOfRun() const;
     void TellWhatIsToBeRepeated();
-    Trial inGrid_;
+
+    CalibrationRun& run_;
 };
 
 }  // namespace bellmark

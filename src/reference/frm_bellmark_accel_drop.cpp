@@ -1,17 +1,15 @@
 #include "reference/frm_bellmark_accel_drop.h"
 
 #include <algorithm>
-#include <stdexcept>
 
-#include "app/ctrl_ht_drop_array.h"
+#include "app/doors.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
-#include "reference/drop_file.h"
-#include "reference/drop_plot.h"
 #include "reference/hand_button.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -23,14 +21,8 @@ constexpr int blanksBeforeDate = 26;
 
 frmBellmark_AccelDrop::frmBellmark_AccelDrop(Program& program)
     : Screen(program.Screens, "frmBellmark_AccelDrop", "Drop"), Header(*this, program.Header), program_(program) {
-    for (Control* control : {static_cast<Control*>(&lblMessageTitle), static_cast<Control*>(&lblMessageText),
-                             static_cast<Control*>(&cmdErrOK)}) {
-        control->PutInto(fraMessage);
-    }
-    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection}) {
-        option->PutInto(Frame1);
+    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection})
         option->Click = [this] { PlotResponse(); };
-    }
     fraMessage.Visible = false;
     cmdErrOK.Click = [this] { cmdErrOK_Click(); };
     cmdAccept.Click = [this] { cmdAccept_Click(); };
@@ -57,6 +49,7 @@ void frmBellmark_AccelDrop::SetState(const char* words, Color color) {
 
 void frmBellmark_AccelDrop::Start() {
     CalibrationRun& run = program_.Run;
+    EndReplay(program_);
     run.DropAborted = false;
     run.DropRejected = false;
     cmdAccept.Caption = "&Accept";
@@ -76,10 +69,10 @@ void frmBellmark_AccelDrop::DisableButtons() {
 
 void frmBellmark_AccelDrop::PrepareDrop() {
     CalibrationRun& run = program_.Run;
-    run.CurrentHeightIndex = HeightOfDrop(run.DropSequenceIndex, run.NumberDropsPerLoadLevel) + 1;
-    run.CurrentDropIndex = DropInHeight(run.DropSequenceIndex, run.NumberDropsPerLoadLevel) + 1;
-    lblHeightDrop.Caption =
-        "Height: " + NumberText(run.CurrentHeightIndex) + "  Drop: " + NumberText(run.CurrentDropIndex);
+    const DropPlace place = PlaceOf(run.Trial.shape, DropShown(run.Trial));
+    run.CurrentHeightIndex = place.height;
+    run.CurrentDropIndex = place.drop;
+    lblHeightDrop.Caption = "Height: " + NumberText(place.height) + "  Drop: " + NumberText(place.drop);
     lblFilename.Caption = "Save Directory = " + PathText(program_.InterimFolder()) + "\r\n" +
                           std::string(blanksBeforeDate, ' ') + Format(program_.Now(), "dd-mmm-yyyy ttttt");
     DisableButtons();
@@ -90,6 +83,9 @@ void frmBellmark_AccelDrop::PrepareDrop() {
     ClearDropResults();
     picDropResponse.Clear();
     lblNoise.Visible = false;
+    // No conversion on the button's channel may run in an acquisition.
+    PollButton(false);
+    program_.The<CollectionDoor>().PollButton(false);
     Show();
     // A stray Enter must not leave the wait for the drop.
     SetDefaultButton(nullptr);
@@ -99,16 +95,18 @@ void frmBellmark_AccelDrop::PrepareDrop() {
 void frmBellmark_AccelDrop::ShowDrop() {
     CalibrationRun& run = program_.Run;
     PrepareDrop();
-    // The accelerometer's drops take their way from here once their analysis is part of the program.
-    if (run.CurrentProcedure != 5) throw std::logic_error("Deflection sensor drops cannot be measured yet.");
-    const LoadDropFindings findings = AnalyzeLoadDrop();
-    if (run.DropAborted) {
-        LeaveReplay();
+    instrument_ = MakeInstrument(program_);
+    const auto verdict = instrument_->Measure(
+        {[this] { SetState("Ready: drop now", armed); }, [this] { SetState("Captured: accept or reject", captured); }});
+    if (!verdict) {
+        LeaveReview();
         RejectDrop();
         return;
     }
-    acceptable_ = !findings.noPulse;
-    ShowLoadResults(findings);
+    acceptable_ = verdict->hasPeak;
+    outOfRange_ = verdict->outOfRange;
+    ShowNoiseVerdict(*verdict);
+    ShowResults(*verdict);
     chkZoom.Value = true;
     chkZoom.Caption = "&Zoomed In";
     optDeflection.Choose();
@@ -117,55 +115,25 @@ void frmBellmark_AccelDrop::ShowDrop() {
     AllowAnswers();
     run.ButtonDown = false;
     PollButton(true);
-    if (!run.ReplayMode && !WriteDropFile()) {
+    if (!run.Trial.ReplayMode() && !WriteDropFile()) {
         acceptable_ = false;
         cmdAccept.Enabled = false;
     }
-    if (findings.peakTooHigh) {
-        const double peak = program_.Drop.MaxAbsAccel;
-        program_.Compose(303, {peak});
+    for (const NumberedMessage& message : verdict->boxes) {
+        program_.Compose(message.code, message.values);
         program_.ShowComposed(box::critical + box::helpButton);
     }
     run.LastMessageCode = 0;
 }
 
-bool frmBellmark_AccelDrop::CaptureLoad() {
-    CalibrationRun& run = program_.Run;
-    auto& acquisition = program_.The<AcquisitionDoor>();
-    if (run.ReviewMode || run.ReplayMode) {
-        program_.The<SimulatorDoor>().SetFile("LoadCell" + NumberText(run.LoadCellRefTrials + 1));
-    }
-    acquisition.ShowDAQ(true);
-    SetState("Ready: drop now", armed);
-    acquisition.CaptureBlock(run.LoadCellChannel);
-    waiting_ = true;
-    while (!acquisition.BlockCaptured() && !run.DropAborted) program_.Services.yield();
-    waiting_ = false;
-    if (run.DropAborted) {
-        acquisition.AbortAcquisition();
-        return false;
-    }
-    SetState("Captured: accept or reject", captured);
-    acquisition.GetResultsVolts(program_.Drop.RawVolts, program_.Drop.NumSamples);
-    return true;
-}
-
-LoadDropFindings frmBellmark_AccelDrop::AnalyzeLoadDrop() {
-    program_.Run.DropAborted = false;
-    if (!CaptureLoad()) return {};
-    const LoadDropFindings findings = AnalyzeLoadSamples(program_.Drop, program_.Center, program_.Run.EnglishUnits);
-    ShowNoiseVerdict(findings);
-    return findings;
-}
-
-void frmBellmark_AccelDrop::ShowNoiseVerdict(const LoadDropFindings& findings) {
-    const bool excess = program_.Drop.ExcessNoise;
+void frmBellmark_AccelDrop::ShowNoiseVerdict(const DropVerdict& verdict) {
+    const bool excess = verdict.panel.has_value();
     lblNoise.Visible = excess;
     const Color color = excess ? colors::mustBeUpdated : colors::buttonFace;
     lblZeroCalc0.BackColor = color;
     lblZeroCalc1.BackColor = color;
     if (!excess) return;
-    program_.Compose(103, {findings.noise});
+    program_.Compose(verdict.panel->code, verdict.panel->values);
     OpenPanel();
 }
 
@@ -177,28 +145,26 @@ void frmBellmark_AccelDrop::OpenPanel() {
     program_.Run.ErrorPanelOpen = true;
 }
 
-void frmBellmark_AccelDrop::ShowLoadResults(const LoadDropFindings& findings) {
+void frmBellmark_AccelDrop::ShowResults(const DropVerdict& verdict) {
     const DropRecord& drop = program_.Drop;
-    lblPeakCaption.Caption = "Peak Load";
-    lblZeroCaption.Caption = "Load at Start of Pulse";
-    lblMilsUnit.Caption = "(pound-force)";
-    lblMicronsUnit.Caption = "(kilo-Newtons)";
-    optAcceleration.Caption = "&Voltage";
-    optVelocity.Caption = "&Offset";
-    optDeflection.Caption = "&Force";
-    lblPeakMicrons.Caption = Format(drop.PeakMetric, "#0.00");
-    lblPeakMils.Caption = Format(drop.PeakEnglish, "#,000");
+    const InstrumentTexts& texts = TextsOf(program_.Run.CurrentProcedure);
+    lblPeakCaption.Caption = texts.peak;
+    lblZeroCaption.Caption = texts.start;
+    lblMilsUnit.Caption = texts.englishUnit;
+    lblMicronsUnit.Caption = texts.metricUnit;
+    optAcceleration.Caption = texts.acceleration;
+    optVelocity.Caption = texts.velocity;
+    optDeflection.Caption = texts.deflection;
+    lblPeakMicrons.Caption = Format(drop.PeakMetric, texts.metricPicture);
+    lblPeakMils.Caption = Format(drop.PeakEnglish, texts.englishPicture);
     lblRiseTime.Caption = Format(drop.RiseTime, "#0.0");
-    lblZeroCalc0.Caption = Format(findings.loadAtStart, "#0.0");
-    lblZeroCalc1.Caption = Format(findings.loadAtStart * kilonewtonsPerPound, "#0.000");
-    if (findings.noPulse) {
-        lblState.Caption = "No pulse found: reject this drop";
-    } else if (findings.belowTrigger) {
-        lblState.Caption = "Below the trigger level: check this drop";
-    }
+    lblZeroCalc0.Caption = verdict.startEnglish;
+    lblZeroCalc1.Caption = verdict.startMetric;
+    if (!verdict.advice.empty()) lblState.Caption = verdict.advice;
 }
 
 void frmBellmark_AccelDrop::AllowAnswers() {
+    const bool replay = program_.Run.Trial.ReplayMode();
     if (program_.Run.ErrorPanelOpen) {
         SetDefaultButton(&cmdErrOK);
         SetFocus(cmdErrOK);
@@ -206,21 +172,30 @@ void frmBellmark_AccelDrop::AllowAnswers() {
     }
     // A drop without a pulse, or without its file, has no peak that could be accepted; one that is only looked at can
     // always be left.
-    cmdAccept.Enabled = acceptable_ || program_.Run.ReplayMode;
-    cmdReject.Enabled = !program_.Run.ReplayMode;
+    cmdAccept.Enabled = acceptable_ || replay;
+    cmdReject.Enabled = !replay;
     chkZoom.Visible = true;
     Frame1.Visible = true;
-    SetDefaultButton(&cmdAccept);
-    SetFocus(cmdAccept.Enabled ? cmdAccept : cmdMainMenu);
+    SuggestAnswer();
+}
+
+/// A drop beyond what the instrument may carry is to be rejected: accepting it takes a decision of its own.
+void frmBellmark_AccelDrop::SuggestAnswer() {
+    const bool reject = outOfRange_ && cmdReject.Enabled;
+    cmdAccept.BackColor = reject || !cmdAccept.Enabled ? colors::buttonFace : colors::suggestedNext;
+    cmdReject.BackColor = reject ? colors::suggestedNext : colors::buttonFace;
+    SetDefaultButton(reject ? &cmdReject : &cmdAccept);
+    SetFocus(reject ? cmdReject : cmdAccept.Enabled ? static_cast<Control&>(cmdAccept) : cmdMainMenu);
 }
 
 bool frmBellmark_AccelDrop::WriteDropFile() {
     const CalibrationRun& run = program_.Run;
     FileSystem& files = program_.Services.files;
+    const std::string name =
+        DropFileName(run.CurrentProcedure, NumberOfTrialShown(run), {run.CurrentHeightIndex, run.CurrentDropIndex});
     try {
         files.CreateFolder(program_.InterimFolder());
-        ReplaceTextFile(files, program_.InterimFolder() / PathFromText(LoadDropFileName(run)),
-                        LoadDropFileText(program_.Drop, run, program_.Center, program_.Now()));
+        ReplaceTextFile(files, program_.InterimFolder() / PathFromText(name), instrument_->FileText(program_.Now()));
         return true;
     } catch (const std::exception& error) {
         program_.Log(error.what());
@@ -232,10 +207,10 @@ bool frmBellmark_AccelDrop::WriteDropFile() {
 }
 
 void frmBellmark_AccelDrop::PlotResponse() {
-    const LoadCurve curve = optAcceleration.IsChosen() ? LoadCurve::Voltage
-                            : optVelocity.IsChosen()   ? LoadCurve::Offset
-                                                       : LoadCurve::Force;
-    picDropResponse.Draw(LoadDropPlot(program_.Drop, curve, chkZoom.Value, program_.Run.EnglishUnits));
+    const DropCurve curve = optAcceleration.IsChosen() ? DropCurve::Acceleration
+                            : optVelocity.IsChosen()   ? DropCurve::Velocity
+                                                       : DropCurve::Deflection;
+    if (instrument_) picDropResponse.Draw(instrument_->PlotOf(curve, chkZoom.Value));
 }
 
 void frmBellmark_AccelDrop::chkZoom_Click() {
@@ -273,25 +248,25 @@ void frmBellmark_AccelDrop::cmdErrOK_Click() {
 
 void frmBellmark_AccelDrop::cmdAccept_Click() {
     CalibrationRun& run = program_.Run;
+    TrialInHand& trial = run.Trial;
     PollButton(false);
     run.ButtonDown = false;
     run.DropRejected = false;
-    if (!run.ReplayMode && run.DropSequenceIndex < static_cast<int>(maxDrops)) {
-        const auto slot = static_cast<std::size_t>(run.DropSequenceIndex);
-        run.DropResults[slot] = run.EnglishUnits ? program_.Drop.PeakEnglish : program_.Drop.PeakMetric;
-        run.DropNoiseFlags[slot] = program_.Drop.ExcessNoise;
+    const bool wasReplay = trial.ReplayMode();
+    const bool backToFWDData = trial.TrialReview();
+    if (!wasReplay) {
+        const DropRecord& drop = program_.Drop;
+        TakePeak(trial, trial.shape.englishUnits ? drop.PeakEnglish : drop.PeakMetric, {drop.ExcessNoise, outOfRange_});
         program_.Drop.ExcessNoise = false;
     }
-    cmdAccept.Caption = "&Accept";
+    LeaveReview();
     Hide();
-    if (run.TrialReview) {
-        EndReplay(program_);
-        run.TrialReview = false;
+    if (backToFWDData) {
         program_.The<FWDDataDoor>().Refresh();
         return;
     }
     auto& collection = program_.The<CollectionDoor>();
-    collection.GetResults();
+    if (!wasReplay) collection.GetResults();
     collection.PollButton(true);
 }
 
@@ -314,29 +289,36 @@ void frmBellmark_AccelDrop::RejectDrop() {
     program_.The<CollectionDoor>().PollButton(true);
 }
 
-void frmBellmark_AccelDrop::LeaveReplay() {
+void frmBellmark_AccelDrop::LeaveReview() {
     EndReplay(program_);
     cmdAccept.Caption = "&Accept";
 }
 
+void frmBellmark_AccelDrop::Left() {
+    // Whichever way the screen is left, the next capture is a live one again.
+    if (program_.Run.Trial.ReplayMode()) LeaveReview();
+}
+
 void frmBellmark_AccelDrop::cmdMainMenu_Click() {
+    CalibrationRun& run = program_.Run;
+    const bool waiting = run.AcquisitionActive;
     ClearDropResults();
-    LeaveReplay();
-    program_.Run.DropAborted = true;
-    if (!program_.Run.ReviewMode) {
+    LeaveReview();
+    run.DropAborted = true;
+    if (!run.ReviewMode) {
         program_.The<AcquisitionDoor>().AbortAcquisition();
         PollButton(false);
-        program_.Run.ButtonDown = false;
+        run.ButtonDown = false;
     }
-    if (!waiting_) Hide();
+    if (!waiting) Hide();
     program_.The<MainMenuDoor>().Open();
 }
 
 void frmBellmark_AccelDrop::CloseRequested() {
     program_.Run.DropAborted = true;
     // A wait that is on ends by itself and cleans up; a drop that is only shown is left as a rejected one.
-    if (waiting_) return;
-    LeaveReplay();
+    if (program_.Run.AcquisitionActive) return;
+    LeaveReview();
     RejectDrop();
 }
 

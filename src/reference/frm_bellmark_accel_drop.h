@@ -5,7 +5,7 @@
 #include "controls/controls.h"
 #include "controls/picture.h"
 #include "controls/screen.h"
-#include "reference/load_analysis.h"
+#include "reference/reference_instrument.h"
 
 namespace bellmark {
 
@@ -23,9 +23,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Picture picDropResponse{*this, "picDropResponse"};
     CheckBox chkZoom{*this, "chkZoom", "&Zoomed In"};
     Frame Frame1{*this, "Frame1", "Show"};
-    OptionButton optAcceleration{*this, "optAcceleration", "curve"};
-    OptionButton optVelocity{*this, "optVelocity", "curve"};
-    OptionButton optDeflection{*this, "optDeflection", "curve"};
+    OptionButton optAcceleration{Frame1, "optAcceleration", "curve"};
+    OptionButton optVelocity{Frame1, "optVelocity", "curve"};
+    OptionButton optDeflection{Frame1, "optDeflection", "curve"};
     Label lblPeakCaption{*this, "lblPeakCaption"};
     Label lblPeakMils{*this, "lblPeakMils"};
     Label lblMilsUnit{*this, "lblMilsUnit"};
@@ -37,9 +37,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Label lblZeroCalc1{*this, "lblZeroCalc(1)"};
     Label lblNoise{*this, "lblNoise", "Excess noise in the average zero"};
     Frame fraMessage{*this, "fraMessage"};
-    Label lblMessageTitle{*this, "lblMessageTitle"};
-    Label lblMessageText{*this, "lblMessageText"};
-    Button cmdErrOK{*this, "cmdErrOK", "&OK"};
+    Label lblMessageTitle{fraMessage, "lblMessageTitle"};
+    Label lblMessageText{fraMessage, "lblMessageText"};
+    Button cmdErrOK{fraMessage, "cmdErrOK", "&OK"};
     Button cmdAccept{*this, "cmdAccept", "&Accept"};
     Button cmdReject{*this, "cmdReject", "&Reject"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
@@ -49,6 +49,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void StartReview() override;
     void DisableButtons() override;
     void Activated() override;
+    void Left() override;
     void CloseRequested() override;
 
     void ClearDropResults();
@@ -56,16 +57,15 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
   private:
     void PrepareDrop();
     void ShowDrop();
-    bool CaptureLoad();
-    LoadDropFindings AnalyzeLoadDrop();
-    void ShowLoadResults(const LoadDropFindings& findings);
-    void ShowNoiseVerdict(const LoadDropFindings& findings);
+    void ShowResults(const DropVerdict& verdict);
+    void ShowNoiseVerdict(const DropVerdict& verdict);
+    void SuggestAnswer();
     void AllowAnswers();
     bool WriteDropFile();
     void PlotResponse();
     void OpenPanel();
     void RejectDrop();
-    void LeaveReplay();
+    void LeaveReview();
     void SetState(const char* words, Color color);
     void PollButton(bool poll);
 
@@ -77,8 +77,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void TimerDrop_Tick();
 
     Program& program_;
-    bool waiting_ = false;     ///< for the board to deliver a block
-    bool acceptable_ = false;  ///< the drop in hand has a peak and its file
+    std::unique_ptr<ReferenceInstrument> instrument_;  ///< that the drop in hand is measured with
+    bool acceptable_ = false;                          ///< the drop in hand has a peak and its file
+    bool outOfRange_ = false;                          ///< it is beyond what the instrument may carry
 };
 
 }  // namespace bellmark

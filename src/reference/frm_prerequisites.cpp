@@ -13,7 +13,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr int loadCellProcedure = 5;
 constexpr std::size_t mostItems = 9;
 constexpr std::size_t setupItems = 3;          ///< from the top of either list
 constexpr std::size_t unbalancedZeroItem = 4;  ///< of the load cell's list; the readings end before its last item
@@ -21,8 +20,10 @@ constexpr double zeroLimitVolts = 0.01;
 constexpr const char* dateItem = "Verify that the computer's Date and Time are correct.";
 
 /// Step that a procedure goes on with once its list is passed.
-int StepAfter(int procedure) {
-    return procedure * 10 + 2;
+int StepAfter(Procedure procedure) {
+    constexpr int stepsPerProcedure = 10;
+    constexpr int afterCheck = 2;
+    return static_cast<int>(procedure) * stepsPerProcedure + afterCheck;
 }
 
 }  // namespace
@@ -33,10 +34,6 @@ frmPrerequisites::frmPrerequisites(Program& program)
         chkPrereq.push_back(std::make_unique<CheckBox>(*this, "chkPrereq(" + NumberText(i) + ')'));
         // Ticking the item in hand says the same as OK.
         chkPrereq.back()->Click = [this] { cmdOK_Click(); };
-    }
-    for (Control* control :
-         {static_cast<Control*>(&lblPrompt), static_cast<Control*>(&lblReading), static_cast<Control*>(&cmdOK)}) {
-        control->PutInto(fraStep);
     }
     Header.PageTitle.Caption = "Prerequisites";
     cmdChangeTimeDate.Click = [this] { cmdChangeTimeDate_Click(); };
@@ -56,13 +53,13 @@ void frmPrerequisites::ResetPreReq() {
     lblReading.Caption = "";
 }
 
-bool frmPrerequisites::PrerequisitesMet(int procedure) {
+bool frmPrerequisites::PrerequisitesMet(Procedure procedure) {
     // Between load cell and accelerometer the signal conditioner is set up anew.
-    const bool otherInstrument = (procedure == loadCellProcedure) != (procedure_ == loadCellProcedure);
+    const bool otherInstrument = (procedure == Procedure::LoadCell) != (procedure_ == Procedure::LoadCell);
     if (otherInstrument) ResetPreReq();
     procedure_ = procedure;
     if (IsComplete()) return true;
-    if (items_.empty()) items_ = procedure == loadCellProcedure ? LoadCellItems() : AccelerometerItems();
+    if (items_.empty()) items_ = procedure == Procedure::LoadCell ? LoadCellItems() : AccelerometerItems();
     ShowItems();
     Show();
     return false;
@@ -214,7 +211,7 @@ bool frmPrerequisites::TrimmedZeroPasses() {
 bool frmPrerequisites::PlusVoltagePasses() {
     ReadSignalConditioner(program_.Center.ReferenceLoadCellPlusVoltage);
     program_.Run.MeasuredPlus = program_.Run.LastReading;
-    if (ExceedsLimit(program_.Run.MeasuredPlus, 0)) return true;
+    if (ExceedsLimit(program_.Run.LastReading, 0)) return true;
     program_.Compose(202);
     program_.ShowComposed();
     return false;
@@ -223,7 +220,7 @@ bool frmPrerequisites::PlusVoltagePasses() {
 bool frmPrerequisites::MinusVoltagePasses() {
     ReadSignalConditioner(program_.Center.ReferenceLoadCellMinusVoltage);
     program_.Run.MeasuredMinus = program_.Run.LastReading;
-    if (ExceedsLimit(0, program_.Run.MeasuredMinus)) return ShuntDifferencePasses();
+    if (ExceedsLimit(0, program_.Run.LastReading)) return ShuntDifferencePasses();
     program_.Compose(202);
     program_.ShowComposed();
     return false;
@@ -232,7 +229,7 @@ bool frmPrerequisites::MinusVoltagePasses() {
 bool frmPrerequisites::ShuntDifferencePasses() {
     CenterConfig& center = program_.Center;
     const double reference = center.ReferenceLoadCellPlusVoltage - center.ReferenceLoadCellMinusVoltage;
-    const double measured = program_.Run.MeasuredPlus - program_.Run.MeasuredMinus;
+    const double measured = program_.Run.MeasuredPlus.value_or(0) - program_.Run.MeasuredMinus.value_or(0);
     const double error = std::abs(measured - reference);
     if (!ExceedsLimit(error, 0.01) || !ExceedsLimit(error, 0.005 * reference)) {
         if (!program_.Run.ReviewMode && reference != 0) center.ShuntCalibrationMultiplier = measured / reference;
@@ -272,7 +269,7 @@ void frmPrerequisites::cmdNext_Click() {
 }
 
 void frmPrerequisites::GoOn() {
-    if (procedure_ == 4 || procedure_ == loadCellProcedure) {
+    if (procedure_ == Procedure::Sensors || procedure_ == Procedure::LoadCell) {
         program_.The<CollectionDoor>().Start();
     } else {
         ReturnToProcedure(program_, procedure_);

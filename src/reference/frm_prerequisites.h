@@ -24,14 +24,14 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     Button cmdChangeTimeDate{*this, "cmdChangeTimeDate", "&Change Date and Time"};
     std::vector<std::unique_ptr<CheckBox>> chkPrereq;  ///< chkPrereq(0) to chkPrereq(8), those in use visible
     Frame fraStep{*this, "fraStep"};                   ///< the item in hand
-    Label lblPrompt{*this, "lblPrompt"};               ///< what is to be done for it
-    Label lblReading{*this, "lblReading"};             ///< the reading taken last
-    Button cmdOK{*this, "cmdOK", "&OK"};
+    Label lblPrompt{fraStep, "lblPrompt"};             ///< what is to be done for it
+    Label lblReading{fraStep, "lblReading"};           ///< the reading taken last
+    Button cmdOK{fraStep, "cmdOK", "&OK"};
     Button cmdNext{*this, "cmdNext", "&NEXT"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
     Timer tmrDateTime{*this, "tmrDateTime", std::chrono::milliseconds(1000)};
 
-    bool PrerequisitesMet(int procedure) override;
+    bool PrerequisitesMet(Procedure procedure) override;
     void ResetPreReq() override;
     void Activated() override;
     void CloseRequested() override { cmdMainMenu_Click(); }
@@ -71,9 +71,9 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     void cmdMainMenu_Click();
 
     Program& program_;
-    int procedure_ = 0;        ///< that the list is for
-    std::vector<Item> items_;  ///< empty until a list is begun
-    std::size_t done_ = 0;     ///< items of the list, from its top
+    Procedure procedure_ = Procedure::None;  ///< that the list is for
+    std::vector<Item> items_;                ///< empty until a list is begun
+    std::size_t done_ = 0;                   ///< items of the list, from its top
 };
 
 }  // namespace bellmark

@@ -54,7 +54,6 @@ std::string CalculatedAcceleromterValues(const CenterConfig& center) {
 AccelerometerTab::AccelerometerTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     for (TextBox* box : {&txtAccelID, &txtFlipDate, &txtFlipTime, &txtTemperature, &txtP1GAvg, &txtM1GAvg, &txtFP1GAvg,
                          &txtSlope, &txtDailyOffset, &txtCalc}) {
-        box->PutInto(fraAccel);
         box->Locked = true;
     }
 }

@@ -22,16 +22,16 @@ class AccelerometerTab {
 
     OptionButton optAccel{screen_, "optAccel", "tabs", "Accele&rometer"};
     Frame fraAccel{screen_, "fraAccel", "Accelerometer Calibration"};
-    TextBox txtAccelID{screen_, "txtAccelID"};
-    TextBox txtFlipDate{screen_, "txtFlipDate"};
-    TextBox txtFlipTime{screen_, "txtFlipTime"};
-    TextBox txtTemperature{screen_, "txtTemperature"};
-    TextBox txtP1GAvg{screen_, "txtP1GAvg"};
-    TextBox txtM1GAvg{screen_, "txtM1GAvg"};
-    TextBox txtFP1GAvg{screen_, "txtFP1GAvg"};
-    TextBox txtSlope{screen_, "txtSlope"};
-    TextBox txtDailyOffset{screen_, "txtDailyOffset"};
-    TextBox txtCalc{screen_, "txtCalc"};
+    TextBox txtAccelID{fraAccel, "txtAccelID"};
+    TextBox txtFlipDate{fraAccel, "txtFlipDate"};
+    TextBox txtFlipTime{fraAccel, "txtFlipTime"};
+    TextBox txtTemperature{fraAccel, "txtTemperature"};
+    TextBox txtP1GAvg{fraAccel, "txtP1GAvg"};
+    TextBox txtM1GAvg{fraAccel, "txtM1GAvg"};
+    TextBox txtFP1GAvg{fraAccel, "txtFP1GAvg"};
+    TextBox txtSlope{fraAccel, "txtSlope"};
+    TextBox txtDailyOffset{fraAccel, "txtDailyOffset"};
+    TextBox txtCalc{fraAccel, "txtCalc"};
 
     void Fill();
 

@@ -16,12 +16,11 @@ frmResults::frmResults(Program& program)
       Accelerometer(*this, program),
       Reference(*this, program),
       program_(program) {
-    cmdPrintPDDX[1].PutInto(LoadCell.fraLoadCell);
     txtPleaseWait.Locked = true;
     txtPleaseWait.Text = "Please wait ...";
     txtPleaseWait.Visible = false;
-    for (OptionButton* tab : {&Summary.optSummary, &LoadCell.optLoadCell, &Accelerometer.optAccel, &Reference.optRef}) {
-        tab->Click = [this, tab] { ChooseTab(*tab); };
+    for (const Tab& tab : tabs_.All()) {
+        tab.button.Click = [this, &button = tab.button] { ChooseTab(button); };
     }
     LoadCell.Changed = [this] {
         ShowNextSteps();
@@ -33,7 +32,7 @@ frmResults::frmResults(Program& program)
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     Recompute();
-    ShowTab(LoadCell.optLoadCell);
+    tabs_.Show(LoadCell.optLoadCell);
 }
 
 void frmResults::Activated() {
@@ -42,20 +41,20 @@ void frmResults::Activated() {
 }
 
 void frmResults::Open() {
-    const int procedure = program_.Run.CurrentProcedure;
-    if (procedure == 3) ShowTab(Accelerometer.optAccel);
+    const Procedure procedure = program_.Run.CurrentProcedure;
+    if (procedure == Procedure::Flip) tabs_.Show(Accelerometer.optAccel);
     // What is being calibrated comes first; afterwards it is the tab that was looked at last.
-    if (IsCalibrationLeft()) ShowTab(procedure == 4 ? Reference.optRef : LoadCell.optLoadCell);
+    if (IsCalibrationLeft()) tabs_.Show(procedure == Procedure::Sensors ? Reference.optRef : LoadCell.optLoadCell);
     Show();
 }
 
 void frmResults::OpenLoadCell() {
-    ShowTab(LoadCell.optLoadCell);
+    tabs_.Show(LoadCell.optLoadCell);
     Show();
 }
 
 void frmResults::OpenAccelerometer() {
-    ShowTab(Accelerometer.optAccel);
+    tabs_.Show(Accelerometer.optAccel);
     Show();
 }
 
@@ -72,42 +71,21 @@ void frmResults::Recompute() {
 }
 
 void frmResults::ChooseTab(OptionButton& tab) {
-    ShowTab(tab);
+    tabs_.Show(tab);
     Recompute();
     KeepStepOfTab();
 }
 
-void frmResults::ShowTab(OptionButton& tab) {
-    tab.Choose();
-    const std::pair<const OptionButton*, Frame*> pages[] = {{&Summary.optSummary, &Summary.fraSummary},
-                                                            {&LoadCell.optLoadCell, &LoadCell.fraLoadCell},
-                                                            {&Accelerometer.optAccel, &Accelerometer.fraAccel},
-                                                            {&Reference.optRef, &Reference.fraRef}};
-    // The old page goes before the new one comes: a window that had to hold both would grow.
-    for (const auto& [option, page] : pages) {
-        if (!IsOpen(*option)) page->Visible = false;
-    }
-    for (const auto& [option, page] : pages) {
-        if (IsOpen(*option)) page->Visible = true;
-    }
-}
-
 /// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.
 void frmResults::KeepStepOfTab() {
-    if (program_.Run.CurrentProcedure != 10) return;
-    const OptionButton* tabs[] = {&Summary.optSummary, &Accelerometer.optAccel, &Reference.optRef,
-                                  &LoadCell.optLoadCell};
-    int step = 101;
-    for (const OptionButton* tab : tabs) {
-        if (IsOpen(*tab)) program_.Run.CurrentProcStep = step;
-        ++step;
-    }
+    if (program_.Run.CurrentProcedure != Procedure::Results) return;
+    program_.Run.CurrentProcStep = step::resultsSummary + static_cast<int>(tabs_.IndexInView());
 }
 
 bool frmResults::IsCalibrationLeft() const {
     const CalibrationRun& run = program_.Run;
-    if (run.CurrentProcedure == 5) return !run.LoadCellCalComplete;
-    if (run.CurrentProcedure != 4) return false;
+    if (run.CurrentProcedure == Procedure::LoadCell) return !run.LoadCellCalComplete;
+    if (run.CurrentProcedure != Procedure::Sensors) return false;
     return !run.SensorRelCalComplete && !run.LoadCellOnly && program_.Has<FlipCalibrationDoor>();
 }
 
@@ -115,7 +93,7 @@ void frmResults::ShowNextSteps() {
     const CalibrationRun& run = program_.Run;
     const bool isComplete = run.LoadCellCalComplete && run.SensorRelCalComplete;
     const bool isAnyAccepted = run.LoadCellCalComplete || run.SensorRelCalComplete;
-    const bool onSummary = IsOpen(Summary.optSummary);
+    const bool onSummary = Summary.optSummary.IsChosen();
     const bool outputsAreNext = isAnyAccepted && !IsCalibrationLeft();
     const auto mark = [](Button& button, bool enabled, bool suggested, const char* whyNot) {
         button.Enabled = enabled;

@@ -4,6 +4,7 @@
 #include "app/page_header.h"
 #include "controls/controls.h"
 #include "controls/screen.h"
+#include "controls/tabs.h"
 #include "results/accelerometer_tab.h"
 #include "results/load_cell_tab.h"
 #include "results/reference_tab.h"
@@ -26,7 +27,7 @@ class frmResults : public Screen, public ResultsDoor {
     /// (1) is for a calibration that is complete, (0) for what was accepted so far: a load cell alone has a certificate
     /// too.
     Button cmdPrintPDDX[2]{{*this, "cmdPrintPDDX(0)", "&Final Outputs"},
-                           {*this, "cmdPrintPDDX(1)", "Final Outputs and &Certificate"}};
+                           {LoadCell.fraLoadCell, "cmdPrintPDDX(1)", "Final Outputs and &Certificate"}};
     Button cmdSaveCertificate{*this, "cmdSaveCertificate", "Save &Text Certificate"};
     Button cmdNext{*this, "cmdNext", "&NEXT"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
@@ -48,13 +49,15 @@ class frmResults : public Screen, public ResultsDoor {
     void SaveCertificateText();
     void AreYouDone();
     void ChooseTab(OptionButton& tab);
-    void ShowTab(OptionButton& tab);
     void KeepStepOfTab();
     void ShowNextSteps();
     bool IsCalibrationLeft() const;
-    bool IsOpen(const OptionButton& tab) const { return tab.IsChosen(); }
 
     Program& program_;
+    Tabs tabs_{{{Summary.optSummary, Summary.fraSummary},  // in the order of the review's steps
+                {Accelerometer.optAccel, Accelerometer.fraAccel},
+                {Reference.optRef, Reference.fraRef},
+                {LoadCell.optLoadCell, LoadCell.fraLoadCell}}};
 };
 
 }  // namespace bellmark

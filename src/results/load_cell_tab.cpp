@@ -31,15 +31,6 @@ std::string ChangeText(const std::optional<double>& change) {
 }  // namespace
 
 LoadCellTab::LoadCellTab(Screen& screen, Program& program) : screen_(screen), program_(program), run_(program.Run) {
-    for (Control* control : {static_cast<Control*>(&grdLoadCell), static_cast<Control*>(&txtMsg),
-                             static_cast<Control*>(&cmdAcceptLC), static_cast<Control*>(&cmdLCTrial),
-                             static_cast<Control*>(&cmdDelLCTrials), static_cast<Control*>(&fraDelLCTrails)}) {
-        control->PutInto(fraLoadCell);
-    }
-    lblDelLC.PutInto(fraDelLCTrails);
-    for (CheckBox& trial : ChkDelLC) trial.PutInto(fraDelLCTrails);
-    cmdDelLCOK.PutInto(fraDelLCTrails);
-    cmdDelLCCancel.PutInto(fraDelLCTrails);
     fraDelLCTrails.DefaultButton = &cmdDelLCOK;
     fraDelLCTrails.CancelButton = &cmdDelLCCancel;
     txtMsg.Locked = true;
@@ -159,12 +150,12 @@ void LoadCellTab::cmdAcceptLC_Click() {
     WhileWaiting([this] {
         KeepAcceptedGain();
         if (run_.SensorRelCalComplete) {
-            run_.CurrentProcedure = 10;
-            run_.CurrentProcStep = 104;
+            run_.CurrentProcedure = Procedure::Results;
+            run_.CurrentProcStep = step::resultsLast;
         } else {
-            run_.CurrentProcedure = 4;
-            run_.CurrentProcStep = 40;
-            program_.Header.SetProcedureName(ProcedureTitle(4));
+            run_.CurrentProcedure = Procedure::Sensors;
+            run_.CurrentProcStep = step::sensorsCheck;
+            program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
         }
         Evaluate();
         grdLoadCell.SetCellColor(gainRow, FinalColumn(), colors::complete);

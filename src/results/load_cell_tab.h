@@ -21,20 +21,20 @@ class LoadCellTab {
 
     OptionButton optLoadCell{screen_, "optLoadCell", "tabs", "&Load Cell"};
     Frame fraLoadCell{screen_, "fraLoadCell", "Load Cell Calibration"};
-    Grid grdLoadCell{screen_, "grdLoadCell", 2};
-    TextBox txtMsg{screen_, "txtMsg"};
-    Button cmdAcceptLC{screen_, "cmdAcceptLC", "&Accept Load Cell Calibration"};
-    Button cmdLCTrial{screen_, "cmdLCTrial"};
-    Button cmdDelLCTrials{screen_, "cmdDelLCTrials", "&Delete Load Cell Trials"};
-    Frame fraDelLCTrails{screen_, "fraDelLCTrails", "Delete Load Cell Trials"};
-    Label lblDelLC{screen_, "lblDelLC",
+    Grid grdLoadCell{fraLoadCell, "grdLoadCell", 2};
+    TextBox txtMsg{fraLoadCell, "txtMsg"};
+    Button cmdAcceptLC{fraLoadCell, "cmdAcceptLC", "&Accept Load Cell Calibration"};
+    Button cmdLCTrial{fraLoadCell, "cmdLCTrial"};
+    Button cmdDelLCTrials{fraLoadCell, "cmdDelLCTrials", "&Delete Load Cell Trials"};
+    Frame fraDelLCTrails{fraLoadCell, "fraDelLCTrails", "Delete Load Cell Trials"};
+    Label lblDelLC{fraDelLCTrails, "lblDelLC",
                    "Select the Load Cell Calibration Trials to be Deleted. Then Click OK to continue ..."};
-    CheckBox ChkDelLC[4]{{screen_, "ChkDelLC(0)", "Trial 1"},
-                         {screen_, "ChkDelLC(1)", "Trial 2"},
-                         {screen_, "ChkDelLC(2)", "Trial 3"},
-                         {screen_, "ChkDelLC(3)", "Trial 4"}};
-    Button cmdDelLCOK{screen_, "cmdDelLCOK", "&OK"};
-    Button cmdDelLCCancel{screen_, "cmdDelLCCancel", "&Cancel"};
+    CheckBox ChkDelLC[4]{{fraDelLCTrails, "ChkDelLC(0)", "Trial 1"},
+                         {fraDelLCTrails, "ChkDelLC(1)", "Trial 2"},
+                         {fraDelLCTrails, "ChkDelLC(2)", "Trial 3"},
+                         {fraDelLCTrails, "ChkDelLC(3)", "Trial 4"}};
+    Button cmdDelLCOK{fraDelLCTrails, "cmdDelLCOK", "&OK"};
+    Button cmdDelLCCancel{fraDelLCTrails, "cmdDelLCCancel", "&Cancel"};
 
     std::function<void()> Changed;                 ///< the trials or their acceptance are others now
     std::function<void(bool waiting)> PleaseWait;  ///< files are worked on

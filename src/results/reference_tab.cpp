@@ -7,13 +7,6 @@
 namespace bellmark {
 
 ReferenceTab::ReferenceTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
-    for (Control* control :
-         {static_cast<Control*>(&grdRefCal), static_cast<Control*>(&txtRefMsg),
-          static_cast<Control*>(&cmdAcceptReference), static_cast<Control*>(&cmdAdditionalRefTrial),
-          static_cast<Control*>(&cmdDelRefCal), static_cast<Control*>(&grdRelCal), static_cast<Control*>(&txtRelMsg),
-          static_cast<Control*>(&cmdReviewSensors), static_cast<Control*>(&cmdAdditionalRelCal)}) {
-        control->PutInto(fraRef);
-    }
     txtRefMsg.Locked = true;
     txtRelMsg.Locked = true;
     for (Button* button :

@@ -15,15 +15,15 @@ class ReferenceTab {
 
     OptionButton optRef{screen_, "optRef", "tabs", "Deflection S&ensors"};
     Frame fraRef{screen_, "fraRef", "Deflection Sensor Calibration"};
-    Grid grdRefCal{screen_, "grdRefCal", 2};
-    TextBox txtRefMsg{screen_, "txtRefMsg"};
-    Button cmdAcceptReference{screen_, "cmdAcceptReference", "Accept Reference &Calibration"};
-    Button cmdAdditionalRefTrial{screen_, "cmdAdditionalRefTrial"};
-    Button cmdDelRefCal{screen_, "cmdDelRefCal", "&Delete Reference Trials"};
-    Grid grdRelCal{screen_, "grdRelCal", 2};
-    TextBox txtRelMsg{screen_, "txtRelMsg"};
-    Button cmdReviewSensors{screen_, "cmdReviewSensors", "Accept Relati&ve Calibration"};
-    Button cmdAdditionalRelCal{screen_, "cmdAdditionalRelCal"};
+    Grid grdRefCal{fraRef, "grdRefCal", 2};
+    TextBox txtRefMsg{fraRef, "txtRefMsg"};
+    Button cmdAcceptReference{fraRef, "cmdAcceptReference", "Accept Reference &Calibration"};
+    Button cmdAdditionalRefTrial{fraRef, "cmdAdditionalRefTrial"};
+    Button cmdDelRefCal{fraRef, "cmdDelRefCal", "&Delete Reference Trials"};
+    Grid grdRelCal{fraRef, "grdRelCal", 2};
+    TextBox txtRelMsg{fraRef, "txtRelMsg"};
+    Button cmdReviewSensors{fraRef, "cmdReviewSensors", "Accept Relati&ve Calibration"};
+    Button cmdAdditionalRelCal{fraRef, "cmdAdditionalRelCal"};
 
     /// Shows the sensors as they came, while none of them has been calibrated.
     void Evaluate();

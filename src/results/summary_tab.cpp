@@ -7,7 +7,6 @@ namespace bellmark {
 
 SummaryTab::SummaryTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     for (TextBox* box : {&txtFWDOwner, &txtFWDUnit, &txtFWDOperator, &txtLastLCCalDate, &txtLastSensorCalDate}) {
-        box->PutInto(fraSummary);
         box->Locked = true;
     }
 }

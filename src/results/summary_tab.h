@@ -15,11 +15,11 @@ class SummaryTab {
 
     OptionButton optSummary{screen_, "optSummary", "tabs", "&Summary"};
     Frame fraSummary{screen_, "fraSummary", "Calibration Results Summary"};
-    TextBox txtFWDOwner{screen_, "txtFWDOwner"};
-    TextBox txtFWDUnit{screen_, "txtFWDUnit"};
-    TextBox txtFWDOperator{screen_, "txtFWDOperator"};
-    TextBox txtLastLCCalDate{screen_, "txtLastLCCalDate"};
-    TextBox txtLastSensorCalDate{screen_, "txtLastSensorCalDate"};
+    TextBox txtFWDOwner{fraSummary, "txtFWDOwner"};
+    TextBox txtFWDUnit{fraSummary, "txtFWDUnit"};
+    TextBox txtFWDOperator{fraSummary, "txtFWDOperator"};
+    TextBox txtLastLCCalDate{fraSummary, "txtLastLCCalDate"};
+    TextBox txtLastSensorCalDate{fraSummary, "txtLastSensorCalDate"};
 
     void Fill();
 

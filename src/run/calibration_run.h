@@ -2,12 +2,14 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "platform/date_time.h"
 #include "platform/files.h"
+#include "run/procedure.h"
 
 /// The calibration under way, as plain data. Names follow the keys of the files they are saved under.
 namespace bellmark {
@@ -76,22 +78,80 @@ struct HeightStatistics {
     double FWDStdDev = 0;
 };
 
+/// Heights and drops of a trial, and the units of its peaks. They belong to the trial, whatever the set-up says later.
+struct TrialShape {
+    int heights = 0;
+    int dropsPerHeight = 0;
+    bool englishUnits = true;  ///< pounds and mils; otherwise kN and microns
+    int Drops() const { return heights * dropsPerHeight; }
+    friend bool operator==(const TrialShape&, const TrialShape&) = default;
+};
+
+/// A drop of a trial is looked at again.
+struct DropReview {
+    int index = 0;  ///< from 0
+    bool isCounted =
+        false;  ///< its trial is counted and waits for its answer; otherwise its drops are still being taken
+};
+
+/// The trial whose drops are being taken, or that waits for its answer.
+struct TrialInHand {
+    Procedure procedure = Procedure::None;  ///< LoadCell or Sensors; None: no trial was begun
+    int number = 0;                         ///< from 1
+    TrialShape shape;
+    int DropSequenceIndex = 0;                   ///< drops that are in: the index of the next one, from 0
+    std::array<double, maxDrops> DropResults{};  ///< accepted peaks, in the trial's units
+    std::array<bool, maxDrops> DropNoiseFlags{};
+    std::array<bool, maxDrops> DropRangeFlags{};  ///< beyond what the reference instrument may carry
+    std::optional<DropReview> reviewed;
+    /// A saved drop is read again in place of a capture.
+    bool ReplayMode() const { return reviewed.has_value(); }
+    /// The operator came back to the drops from the FWD's data.
+    bool TrialReview() const { return reviewed && reviewed->isCounted; }
+};
+
 /// What a caller hands to a numbered message: elements 1 to 5, element 0 is not used.
 using MessageParameterList = std::array<std::variant<std::monostate, std::string, double, DateTime>, 6>;
 
-struct CalibrationRun {
+/// What belongs to this sitting of the program. No file keeps it.
+struct Session {
+    bool ReviewMode = false;  ///< no board was found at start
+    Path StartDirectory;
+
+    int AccelChannel = 1;
+    int LoadCellChannel = 1;
+    int TempChannel = 1;
+    int ButtonChannel = 2;
+    bool AcquisitionActive = false;
+    bool BurstCapture = false;  ///< capture fires at once, without waiting for a pulse
+
+    bool DropRejected = false;
+    bool DropAborted = false;     ///< the wait for a capture is to stop
+    bool ButtonDown = false;      ///< the hand button was pressed at the last poll
+    bool ButtonHeldOver = false;  ///< it has not been seen up since its screen came
+    bool ErrorPanelOpen = false;
+    bool PlotReviewPending = false;    ///< the FWD's peaks of the trial have not been looked at on the plot yet
+    bool StdDevWarningDone = false;    ///< message 214 was shown for the file that was loaded last
+    std::array<bool, 26> GraphSeen{};  ///< of each sensor, since the file was loaded
+
+    // The message composed last
+    std::string MessageTitle;
+    std::string MessageText;
+    int LastMessageCode = 0;
+    MessageParameterList MessageParameters;
+};
+
+struct CalibrationRun : Session {
     // Run header
-    int CurrentProcedure = 0;
-    int CurrentProcStep = 0;
+    Procedure CurrentProcedure = Procedure::None;
+    int CurrentProcStep = step::none;
     bool FlagUnacceptedTrial = false;  ///< a trial is in hand that was neither accepted nor rejected
-    bool ReviewMode = false;           ///< no board was found at start
     bool EnglishUnits = true;          ///< pounds and mils; otherwise kN and microns
     bool MonthlyCalibration = false;
     bool NewCalibration = false;
     bool InterimCalOpen = false;    ///< an interim calibration exists on disk
     std::string InterimFileName;    ///< bare name, "InterimCal20120309.DDX"
     std::string InterimFolderName;  ///< the same without its extension
-    Path StartDirectory;
     int NumberLoadLevels = 4;
     int NumberDropsPerLoadLevel = 6;
     int NumberSensors = 7;
@@ -105,6 +165,7 @@ struct CalibrationRun {
     std::string DeviceLoadType;
     std::string OperatorName;  ///< of the FWD
     int SensorType = 0;        ///< index in the make's list
+    Path SimDataLocation;      ///< where the simulated board finds its drops; empty for the program folder
     Path OwnerFolder;
     Path DeviceFolder;           ///< the FWD's folder under the owner's
     Path OutputFolder;           ///< the dated folder under the FWD's; empty until it is set
@@ -127,6 +188,7 @@ struct CalibrationRun {
     DateTime LoadCellCalibrationDate = ZeroDate();
     int LoadCellRefTrials = 0;
     std::array<TrialRecord, maxTrials> LCTrial;
+    std::array<TrialShape, maxTrials> LCTrialShape;  ///< of each counted trial
     bool LoadCellCalPassed = false;
     std::string LoadCellMessage;                        ///< what the last judgement said
     std::array<bool, maxTrials> LoadCellTrialDelete{};  ///< marked by the operator to be deleted
@@ -136,6 +198,7 @@ struct CalibrationRun {
 
     // Deflection sensors
     int RefTrials = 0;
+    std::array<TrialShape, maxTrials> RefTrialShape;  ///< of each counted trial, all its sensors alike
     std::array<ReferenceTrialSummary, maxTrials> RefTrial;
     double RefCalAvg = 0;
     double RefCalStdDev = 0;
@@ -152,58 +215,24 @@ struct CalibrationRun {
     std::array<SensorCalRecord, maxSensors> Sensor;
     DateTime SensorCalibrationDate = ZeroDate();
 
-    // Acquisition
-    int AccelChannel = 1;
-    int LoadCellChannel = 1;
-    int TempChannel = 1;
-    int ButtonChannel = 2;
-    bool ReplayMode = false;   ///< saved drops of a finished trial are read again
-    bool TrialReview = false;  ///< the operator came back to the drops of a finished trial
-    bool AcquisitionActive = false;
-    bool BurstCapture = false;  ///< capture fires at once, without waiting for a pulse
-
-    // The trial in hand
-    int DropSequenceIndex = 0;                   ///< from 0
-    int TotalDrops = 0;                          ///< heights times drops: the sequence index once every drop is in
-    std::array<double, maxDrops> DropResults{};  ///< accepted peaks in the units at acceptance
-    std::array<bool, maxDrops> DropNoiseFlags{};
-    std::array<HeightStatistics, maxHeights> HeightStats;
-    double HeightVariationLimit = 0;   ///< largest expected standard deviation of the height in hand; advises only
-    bool PlotReviewPending = false;    ///< the FWD's peaks of the trial have not been looked at on the plot yet
-    bool StdDevWarningDone = false;    ///< message 214 was shown for the file that was loaded last
-    std::array<bool, 26> GraphSeen{};  ///< of each sensor, since the file was loaded
-    bool DropRejected = false;
-    bool DropAborted = false;     ///< the wait for a capture is to stop
-    bool ButtonDown = false;      ///< the hand button was pressed at the last poll
-    bool ButtonHeldOver = false;  ///< it has not been seen up since its screen came
-    bool ErrorPanelOpen = false;
+    TrialInHand Trial;
 
     // Signal conditioner checks
     bool PrereqSetupDone = false;
     bool PrereqZeroDone = false;
     bool PrereqShuntDone = false;
-    bool PrereqPassed = false;          ///< the list was passed once in this run: the equipment is warm
-    double LastReading = 0;             ///< volts
-    double MeasuredUnbalancedZero = 0;  ///< volts, as the conditioner was found
+    bool PrereqPassed = false;  ///< the list was passed once in this run: the equipment is warm
+    double LastReading = 0;     ///< volts
+    std::optional<double>
+        MeasuredUnbalancedZero;  ///< volts, as the conditioner was found; nothing when it is not known
     bool ShuntWarningShown = false;
-    double MeasuredPlus = 0;   ///< volts
-    double MeasuredMinus = 0;  ///< volts
-
-    // The message composed last
-    std::string MessageTitle;
-    std::string MessageText;
-    int LastMessageCode = 0;
-    MessageParameterList MessageParameters;
+    std::optional<double> MeasuredPlus;   ///< volts
+    std::optional<double> MeasuredMinus;  ///< volts
 };
 
 /// Number of a sensor as everyone sees it; index: from 0.
 inline int ShownSensorNumber(const CalibrationRun& run, int index) {
     return run.Manufacturer == Make::Kuab ? index : index + 1;
-}
-
-/// Drops of one trial that are in use.
-inline int DropsInTrial(const CalibrationRun& run) {
-    return run.NumberLoadLevels * run.NumberDropsPerLoadLevel;
 }
 
 }  // namespace bellmark

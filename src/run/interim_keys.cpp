@@ -8,6 +8,7 @@
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_config.h"
 #include "run/center_keys.h"
 #include "run/run_document.h"
 #include "run/stored_values.h"
@@ -18,6 +19,8 @@ namespace {
 
 constexpr const char* calibration = "Device Calibration";
 constexpr const char* information = "Device Information";
+constexpr const char* interimState = "Interim State";
+constexpr const char* endMark = "Complete";
 /// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs
 /// them.
 constexpr std::size_t storedRelativeDrops = 40;
@@ -31,8 +34,8 @@ std::size_t Trials(int count) {
     return static_cast<std::size_t>(std::clamp(count, 0, mostTrials));
 }
 
-std::size_t Drops(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(DropsInTrial(run), 0, static_cast<int>(maxDrops)));
+std::size_t Drops(const TrialShape& shape) {
+    return static_cast<std::size_t>(std::clamp(shape.Drops(), 0, static_cast<int>(maxDrops)));
 }
 
 std::size_t Sensors(const CalibrationRun& run) {
@@ -80,8 +83,9 @@ void SetLoadCell(Writer& keys, const CalibrationRun& run, DateTime today) {
         keys.Text("NewLoadCellCalibrationCenterGain", Format(run.NewLoadCellCalibrationCenterGain, "0.00000000"));
     }
     for (std::size_t t = 0; t < trials; ++t) {
-        keys.List(Key("LCTrial", t, "RefDropData"), std::span(run.LCTrial[t].RefDropData).first(Drops(run)));
-        keys.List(Key("LCTrial", t, "DropData"), std::span(run.LCTrial[t].DropData).first(Drops(run)));
+        keys.List(Key("LCTrial", t, "RefDropData"),
+                  std::span(run.LCTrial[t].RefDropData).first(Drops(run.LCTrialShape[t])));
+        keys.List(Key("LCTrial", t, "DropData"), std::span(run.LCTrial[t].DropData).first(Drops(run.LCTrialShape[t])));
     }
 }
 
@@ -131,12 +135,12 @@ void SetSensorRefTrials(Writer& keys, const CalibrationRun& run) {
     for (std::size_t t = 0; t < trials; ++t) {
         // All sensors have seen the drops of the one accelerometer.
         keys.List(Key("SensorRefTrial", t, "RefDropData"),
-                  std::span(run.Sensor[0].RefTrial[t].RefDropData).first(Drops(run)));
+                  std::span(run.Sensor[0].RefTrial[t].RefDropData).first(Drops(run.RefTrialShape[t])));
     }
     for (std::size_t t = 0; t < trials; ++t) {
         for (std::size_t s = 0; s < Sensors(run); ++s) {
             keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
-                      std::span(run.Sensor[s].RefTrial[t].DropData).first(Drops(run)));
+                      std::span(run.Sensor[s].RefTrial[t].DropData).first(Drops(run.RefTrialShape[t])));
         }
     }
 }
@@ -169,7 +173,7 @@ void SetState(ProfileStrings& strings, const CalibrationRun& run) {
     center.Boolean("EnglishUnits", run.EnglishUnits);
     center.Number("SensorStand", run.SensorStand);
     Writer keys(strings, calibration);
-    keys.Number("CurrentProcedure", run.CurrentProcedure);
+    keys.Number("CurrentProcedure", static_cast<int>(run.CurrentProcedure));
     keys.Number("CurrentProcStep", run.CurrentProcStep);
     keys.Boolean("FlagUnacceptedTrial", run.FlagUnacceptedTrial);
     keys.Boolean("LoadCellCalComplete", run.LoadCellCalComplete);
@@ -184,6 +188,38 @@ void SetState(ProfileStrings& strings, const CalibrationRun& run) {
     if (!run.OutputFolder.empty()) keys.Text("DeviceOwnerSNDateFolder", PathText(run.OutputFolder));
 }
 
+std::string TextOf(const std::optional<double>& value) {
+    return value ? NumberText(*value) : std::string();
+}
+
+/// What the other keys do not tell of a run, and without which a resumed one would differ.
+void SetInterimState(ProfileStrings& strings, const CalibrationRun& run, const CenterConfig& center) {
+    Writer keys(strings, interimState);
+    keys.Text("MeasuredUnbalancedZero", TextOf(run.MeasuredUnbalancedZero));
+    keys.Text("MeasuredPlus", TextOf(run.MeasuredPlus));
+    keys.Text("MeasuredMinus", TextOf(run.MeasuredMinus));
+    keys.Number("SensorType", run.SensorType);
+    keys.Boolean("LoadCellOnly", run.LoadCellOnly);
+    keys.Number("AccelDailyCalibration+1GStdDev", center.AccelDailyCalibrationPlus1GStdDev);
+    keys.Number("AccelDailyCalibration-1GStdDev", center.AccelDailyCalibrationMinus1GStdDev);
+    keys.Number("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
+    keys.Text("SimDataLocation", PathText(run.SimDataLocation));
+    const auto shape = [&](const char* name, std::size_t t, const TrialShape& of) {
+        keys.Number(Key(name, t, "Heights"), of.heights);
+        keys.Number(Key(name, t, "Drops"), of.dropsPerHeight);
+        keys.Boolean(Key(name, t, "EnglishUnits"), of.englishUnits);
+    };
+    for (std::size_t t = 0; t < Trials(run.LoadCellRefTrials); ++t) shape("LCTrial", t, run.LCTrialShape[t]);
+    for (std::size_t t = 0; t < Trials(run.RefTrials); ++t) shape("SensorRefTrial", t, run.RefTrialShape[t]);
+    const auto marks = [&](const char* name, const std::array<bool, maxDrops>& flags) {
+        std::array<double, maxDrops> numbers{};
+        std::copy(flags.begin(), flags.end(), numbers.begin());
+        keys.List(name, numbers);
+    };
+    marks("NoiseMarks", run.Trial.DropNoiseFlags);
+    marks("RangeMarks", run.Trial.DropRangeFlags);
+}
+
 class Reader {
   public:
     Reader(const ProfileStrings& strings, const char* section) : strings_(strings), section_(section) {}
@@ -192,6 +228,11 @@ class Reader {
     double Number(const std::string& key) const { return StoredNumber(ZeroIfEmpty(Text(key))); }
     int Whole(const std::string& key, int most) const { return StoredWhole(Text(key), 0, most); }
     bool Boolean(const std::string& key) const { return StoredBoolean(Text(key)); }
+    std::optional<double> Known(const std::string& key) const { return NumberIn(Text(key)); }
+    int ListLength(const std::string& key) const {
+        const std::string list = Text(key);
+        return list.empty() ? 0 : static_cast<int>(Split(list, ',').size());
+    }
     /// Fills the values that the list has; the others stay 0.
     void List(const std::string& key, std::span<double> values) const {
         const auto fields = Split(Text(key), ',');
@@ -211,8 +252,8 @@ class Reader {
 };
 
 void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
-    constexpr int lastProcedure = 10;
-    constexpr int lastStep = 104;
+    constexpr int lastProcedure = static_cast<int>(Procedure::Results);
+    constexpr int lastStep = step::resultsLast;
     constexpr int greatest = 32767;
     const Reader center(strings, centerSection);
     ReadSequenceKeys(strings, run);
@@ -223,7 +264,7 @@ void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
     run.DeviceOwner = device.Text("DeviceOwner");
     run.DeviceSerialNumber = device.Text("DeviceSerialNumber");
     const Reader keys(strings, calibration);
-    run.CurrentProcedure = keys.Whole("CurrentProcedure", lastProcedure);
+    run.CurrentProcedure = static_cast<Procedure>(keys.Whole("CurrentProcedure", lastProcedure));
     run.CurrentProcStep = keys.Whole("CurrentProcStep", lastStep);
     run.FlagUnacceptedTrial = keys.Boolean("FlagUnacceptedTrial");
     run.SensorRefCalComplete = keys.Boolean("SensorRefCalComplete");
@@ -235,20 +276,60 @@ void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
     if (!run.DeviceFolder.empty()) run.DeviceName = PathText(run.DeviceFolder.filename());
 }
 
+/// The length of its list is the trial's number of drops. A file that does not tell heights and drops has them from
+/// the set-up where that makes the same number.
+TrialShape ShapeOf(const ProfileStrings& strings, const CalibrationRun& run, const char* name, std::size_t t) {
+    const Reader state(strings, interimState);
+    const Reader lists(strings, calibration);
+    const int stored =
+        std::min(std::max(lists.ListLength(Key(name, t, "RefDropData")), lists.ListLength(Key(name, t, "DropData"))),
+                 static_cast<int>(maxDrops));
+    TrialShape shape{state.Whole(Key(name, t, "Heights"), static_cast<int>(maxHeights)),
+                     state.Whole(Key(name, t, "Drops"), static_cast<int>(maxDrops)),
+                     state.Text(Key(name, t, "EnglishUnits")).empty() ? run.EnglishUnits
+                                                                      : state.Boolean(Key(name, t, "EnglishUnits"))};
+    if (shape.Drops() == stored) return shape;
+    for (const int heights : {run.NumberLoadLevels, 4, 3}) {
+        if (heights > 0 && stored % heights == 0) return {heights, stored / heights, shape.englishUnits};
+    }
+    return {1, stored, shape.englishUnits};
+}
+
+void ReadInterimState(const ProfileStrings& strings, CalibrationRun& run) {
+    constexpr int mostSensorTypes = 1;
+    const Reader keys(strings, interimState);
+    run.MeasuredUnbalancedZero = keys.Known("MeasuredUnbalancedZero");
+    run.MeasuredPlus = keys.Known("MeasuredPlus");
+    run.MeasuredMinus = keys.Known("MeasuredMinus");
+    run.SensorType = keys.Whole("SensorType", mostSensorTypes);
+    run.LoadCellOnly = keys.Boolean("LoadCellOnly");
+    run.SimDataLocation = PathFromText(keys.Text("SimDataLocation"));
+    const auto marks = [&](const char* name, std::array<bool, maxDrops>& flags) {
+        std::array<double, maxDrops> numbers{};
+        keys.List(name, numbers);
+        std::transform(numbers.begin(), numbers.end(), flags.begin(), [](double number) { return number != 0; });
+    };
+    marks("NoiseMarks", run.Trial.DropNoiseFlags);
+    marks("RangeMarks", run.Trial.DropRangeFlags);
+}
+
 /// The slope itself is stored; its standard error is not.
 double StandardErrorOfSlope(const TrialRecord& trial, std::size_t drops) {
     return RegressThroughOrigin(trial.DropData, trial.RefDropData, static_cast<int>(drops)).stdErrSlope;
 }
 
-void ReadLoadCell(const Reader& keys, CalibrationRun& run) {
+void ReadLoadCell(const ProfileStrings& strings, CalibrationRun& run) {
+    const Reader keys(strings, calibration);
     run.LoadCellRefTrials = keys.Whole("LoadCellRefTrials", mostTrials);
     for (std::size_t t = 0; t < Trials(run.LoadCellRefTrials); ++t) {
         TrialRecord& trial = run.LCTrial[t];
+        run.LCTrialShape[t] = ShapeOf(strings, run, "LCTrial", t);
+        const std::size_t drops = Drops(run.LCTrialShape[t]);
         trial.Gain = keys.Number(Key("LoadCellTrial", t, "Gain"));
         trial.AdjFactor = keys.Number(Key("LoadCellTrial", t, "AdjFactor"));
-        keys.List(Key("LCTrial", t, "DropData"), std::span(trial.DropData).first(Drops(run)));
-        keys.List(Key("LCTrial", t, "RefDropData"), std::span(trial.RefDropData).first(Drops(run)));
-        trial.StdErrAdjFactor = StandardErrorOfSlope(trial, Drops(run));
+        keys.List(Key("LCTrial", t, "DropData"), std::span(trial.DropData).first(drops));
+        keys.List(Key("LCTrial", t, "RefDropData"), std::span(trial.RefDropData).first(drops));
+        trial.StdErrAdjFactor = StandardErrorOfSlope(trial, drops);
     }
     run.NewLoadCellCalibrationCenterDate = keys.Text("NewLoadCellCalibrationCenterDate");
     run.NewLoadCellCalibrationCenterGain = keys.Number("NewLoadCellCalibrationCenterGain");
@@ -277,20 +358,23 @@ void ReadSummaries(const Reader& keys, CalibrationRun& run) {
     }
 }
 
-void ReadSensorRefTrials(const Reader& keys, CalibrationRun& run) {
+void ReadSensorRefTrials(const ProfileStrings& strings, CalibrationRun& run) {
+    const Reader keys(strings, calibration);
     for (std::size_t t = 0; t < Trials(run.RefTrials); ++t) {
+        run.RefTrialShape[t] = ShapeOf(strings, run, "SensorRefTrial", t);
+        const std::size_t drops = Drops(run.RefTrialShape[t]);
         keys.SensorList(Key("SensorRefTrial", t, "AdjFactor"), run,
                         [t](auto& sensor) -> double& { return sensor.RefTrial[t].AdjFactor; });
         keys.SensorList(Key("SensorRefTrial", t, "Gain"), run,
                         [t](auto& sensor) -> double& { return sensor.RefTrial[t].Gain; });
         std::array<double, maxDrops> reference{};
-        keys.List(Key("SensorRefTrial", t, "RefDropData"), std::span(reference).first(Drops(run)));
+        keys.List(Key("SensorRefTrial", t, "RefDropData"), std::span(reference).first(drops));
         for (std::size_t s = 0; s < Sensors(run); ++s) {
             TrialRecord& trial = run.Sensor[s].RefTrial[t];
             trial.RefDropData = reference;
             keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
-                      std::span(trial.DropData).first(Drops(run)));
-            trial.StdErrAdjFactor = StandardErrorOfSlope(trial, Drops(run));
+                      std::span(trial.DropData).first(drops));
+            trial.StdErrAdjFactor = StandardErrorOfSlope(trial, drops);
         }
     }
 }
@@ -331,13 +415,31 @@ void SetRunKeys(ProfileStrings& strings, const CalibrationRun& run, const std::s
 
 void ReadRunKeys(const ProfileStrings& strings, CalibrationRun& run) {
     ReadState(strings, run);
+    ReadInterimState(strings, run);
     const Reader keys(strings, calibration);
-    ReadLoadCell(keys, run);
+    ReadLoadCell(strings, run);
     ReadSummaries(keys, run);
     keys.SensorList("SensorInterimGain", run, [](auto& sensor) -> double& { return sensor.InterimGain; });
     keys.SensorList("SensorFinalGain", run, [](auto& sensor) -> double& { return sensor.FinalGain; });
-    ReadSensorRefTrials(keys, run);
+    ReadSensorRefTrials(strings, run);
     ReadSensorRelTrials(keys, run);
+}
+
+void SetStateKeys(ProfileStrings& strings, const CalibrationRun& run, const CenterConfig& center) {
+    SetInterimState(strings, run, center);
+    strings.Set(interimState, endMark, BooleanText(true));
+}
+
+void ReadDailyDeviations(const ProfileStrings& strings, CenterConfig& center) {
+    const Reader keys(strings, interimState);
+    const auto take = [&](const char* key, double& member) { member = keys.Known(key).value_or(member); };
+    take("AccelDailyCalibration+1GStdDev", center.AccelDailyCalibrationPlus1GStdDev);
+    take("AccelDailyCalibration-1GStdDev", center.AccelDailyCalibrationMinus1GStdDev);
+    take("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
+}
+
+bool HasEndMark(const ProfileStrings& strings) {
+    return StoredBoolean(strings.Get(interimState, endMark));
 }
 
 std::string ReadCommentKey(const ProfileStrings& strings) {

@@ -1,7 +1,6 @@
 #include "screens/page.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -9,6 +8,7 @@
 #include <algorithm>
 
 #include "controls/controls.h"
+#include "controls/enter_key.h"
 #include "controls/screen.h"
 #include "screens/binder.h"
 #include "screens/forms.h"
@@ -16,20 +16,6 @@
 #include "screens/state_colors.h"
 
 namespace bellmark {
-
-namespace {
-
-/// Holds the keyboard where nothing can be done but leave: that is no next step.
-bool IsWayBack(const Control* control) {
-    return control && control->Name() == "cmdMainMenu";
-}
-
-bool IsSuggested(const Control& control) {
-    return dynamic_cast<const Button*>(&control) && control.BackColor.Get() == colors::suggestedNext &&
-           control.IsReachable();
-}
-
-}  // namespace
 
 Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser)
     : screen_(screen) {
@@ -62,35 +48,17 @@ void Page::Follow() {
     update();
 }
 
-/// The button that the innermost frame around the keyboard has for something: "wanted" is the frame's member for it.
-template <class Wanted>
-const Button* Page::ButtonOfFrames(Wanted wanted) const {
+Control* Page::HasKeyboard() const {
     const QWidget* focused = focusWidget();
     if (!focused || !focused->hasFocus()) return nullptr;
-    for (const Control* control : screen_.Controls()) {
-        if (binder_->WidgetOf(*control) != focused) continue;
-        for (const Frame* frame = control->LiesIn(); frame; frame = frame->LiesIn()) {
-            const Button* button = frame->*wanted;
-            if (button && button->IsReachable()) return button;
-        }
-    }
-    return nullptr;
-}
-
-/// The frame's button while the keyboard is in one that has its own. Else the default button; without one the button in
-/// the colour of the suggestion, or the one that the screen gave the keyboard.
-const Button* Page::SuggestedButton() const {
-    if (const Button* ofFrame = ButtonOfFrames(&Frame::DefaultButton)) return ofFrame;
-    const auto* suggested = dynamic_cast<const Button*>(screen_.DefaultButton());
-    for (const Control* control : screen_.Controls()) {
-        if (!suggested && IsSuggested(*control)) suggested = dynamic_cast<const Button*>(control);
-    }
-    if (!suggested && !IsWayBack(screen_.Focus())) suggested = dynamic_cast<const Button*>(screen_.Focus());
-    return suggested && suggested->IsReachable() ? suggested : nullptr;
+    const auto& controls = screen_.Controls();
+    const auto found = std::find_if(controls.begin(), controls.end(),
+                                    [&](const Control* control) { return binder_->WidgetOf(*control) == focused; });
+    return found == controls.end() ? nullptr : *found;
 }
 
 void Page::MarkSuggestedStep() {
-    const Button* suggested = SuggestedButton();
+    const Button* suggested = SuggestedButton(screen_, HasKeyboard());
     for (const Control* control : screen_.Controls()) {
         if (auto* button = dynamic_cast<StateButton*>(binder_->WidgetOf(*control))) {
             button->SetSuggested(control == suggested);
@@ -101,7 +69,7 @@ void Page::MarkSuggestedStep() {
 
 void Page::TakeFocus() {
     focusRequestsMet_ = screen_.FocusRequests();
-    for (const Control* wanted : {screen_.Focus(), screen_.DefaultButton()}) {
+    for (const Control* wanted : std::initializer_list<const Control*>{screen_.Focus(), screen_.DefaultButton()}) {
         QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
         if (!widget || !widget->isEnabled() || widget->isHidden()) continue;
         widget->setFocus(Qt::OtherFocusReason);
@@ -111,16 +79,12 @@ void Page::TakeFocus() {
 }
 
 QString Page::SuggestedStep() const {
-    const Button* suggested = SuggestedButton();
+    const Button* suggested = SuggestedButton(screen_, HasKeyboard());
     return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
 bool Page::EnterSuggests() const {
-    const QWidget* focused = focusWidget();
-    if (!focused || !focused->hasFocus()) return true;
-    const auto* button = qobject_cast<const StateButton*>(focused);
-    // In a list Enter chooses the row.
-    return (!button || button->IsSuggested()) && !qobject_cast<const QAbstractItemView*>(focused);
+    return ButtonOfEnter(screen_, HasKeyboard()) == SuggestedButton(screen_, HasKeyboard());
 }
 
 bool Page::TakesKeys(const QKeySequence& keys) const {
@@ -132,23 +96,15 @@ bool Page::TakesKeys(const QKeySequence& keys) const {
 
 void Page::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // A button that has the keyboard is pressed itself.
-    if (auto* focused = qobject_cast<StateButton*>(focusWidget()); isEnter && focused && focused->hasFocus()) {
-        focused->click();
+    const Button* pressed = nullptr;
+    if (isEnter) pressed = ButtonOfEnter(screen_, HasKeyboard());
+    if (event->key() == Qt::Key_Escape) pressed = ButtonOfEscape(HasKeyboard());
+    auto* button = pressed ? qobject_cast<StateButton*>(binder_->WidgetOf(*pressed)) : nullptr;
+    if (!button) {
+        QWidget::keyPressEvent(event);
         return;
     }
-    const Button* wanted = nullptr;
-    if (isEnter && EnterSuggests()) wanted = SuggestedButton();
-    if (event->key() == Qt::Key_Escape) wanted = ButtonOfFrames(&Frame::CancelButton);
-    if (!Press(wanted)) QWidget::keyPressEvent(event);
-}
-
-/// False when it is no button of this page.
-bool Page::Press(const Button* button) {
-    auto* view = button ? qobject_cast<StateButton*>(binder_->WidgetOf(*button)) : nullptr;
-    if (!view) return false;
-    if (view->isEnabled() && view->isVisible()) view->click();
-    return true;
+    if (button->isEnabled() && button->isVisible()) button->click();
 }
 
 void Page::paintEvent(QPaintEvent*) {

@@ -11,9 +11,7 @@
 namespace bellmark {
 
 class Binder;
-class Button;
 class Control;
-class Frame;
 class Screen;
 
 /// One screen in the main window: the page header, where the screen has one, and the screen's form.
@@ -48,10 +46,7 @@ class Page : public QWidget {
   private:
     void Follow();
     void MarkSuggestedStep();
-    const Button* SuggestedButton() const;
-    template <class Wanted>
-    const Button* ButtonOfFrames(Wanted wanted) const;
-    bool Press(const Button* button);
+    Control* HasKeyboard() const;  ///< null when it is with none of the screen's controls
 
     Screen& screen_;
     std::unique_ptr<Binder> binder_;

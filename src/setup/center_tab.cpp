@@ -44,7 +44,6 @@ bool IsAccelCalibrationCurrent(Program& program) {
 
 CenterTab::CenterTab(Screen& screen, Program& program)
     : screen_(screen), program_(program), cells_(CenterCells(*this)) {
-    PutControlsIntoFrames();
     LockCells(true);
     fraCalCentersID.Visible = false;
     cmdWriteCalCenter.Caption = changeCaption;
@@ -84,26 +83,6 @@ CenterTab::CenterTab(Screen& screen, Program& program)
 }
 
 CenterTab::~CenterTab() = default;
-
-void CenterTab::PutControlsIntoFrames() {
-    const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
-        for (Control* control : controls) control->PutInto(frame);
-    };
-    put(fraCalCenter,
-        {&txtCenterID, &txtCalCenter, &txtCenterOperator, &txtSerialEquipment, &cmdReadCalCenter, &cmdWriteCalCenter,
-         &cmdApproveBellmarkCenter, &cmdSelectCenter, &cmdShowLC, &cmdShowAccel, &cmdAccelCalButton[1],
-         &cmdLoadCellOnly[0], &fraCalCentersID, &fraLoadCell, &fraAccelerometer, &lblCenterMissing});
-    put(fraCalCentersID, {&grdCalCenters, &cmdCloseCalCenters});
-    put(fraLoadCell, {&txtRefLoadCellID, &txtRefLoadCellExcitation, &txtRefLoadCellGain, &Label2[0], &Label2[1],
-                      &txtRefLoadCellBPlus, &txtRefLoadCellBMinus, &txtRefLoadCellUnbalancedZero,
-                      &txtRefLoadCellCalDate, &txtRefLoadCellCalUnits, &cmdLoadCellOnly[1], &cmdCloseLC});
-    for (TextBox& coefficient : txtRefLoadCellCalA) coefficient.PutInto(fraLoadCell);
-    put(fraAccelerometer,
-        {&txtAccelerometerSN, &txtAccelerometerModel, &txtAccelerometerExcitation, &txtAccelerometerGain, &txtCertDate,
-         &txtCertP1GDC, &txtCertM1GDC, &txtNISTGravity, &txtDailyDate, &txtDailyTime, &txtDailyP1GDC, &txtDailyM1GDC,
-         &txtFieldGravity, &txtDailyTemp, &txtDailyTempUnit, &txtSlopeFactor, &cmdAccelCalButton[0], &cmdCloseAcc});
-    for (TextBox& coefficient : txtCert) coefficient.PutInto(fraAccelerometer);
-}
 
 PDDXFile& CenterTab::Document() {
     if (!document_) document_ = std::make_unique<PDDXFile>();

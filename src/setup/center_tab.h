@@ -25,64 +25,68 @@ class CenterTab {
 
     OptionButton optCalCenter{screen_, "optCalCenter", "tabs", "Cal&ibration Center"};
     Frame fraCalCenter{screen_, "fraCalCenter", "FWD Calibration Center"};
-    TextBox txtCenterID{screen_, "txtCenterID"};
-    TextBox txtCalCenter{screen_, "txtCalCenter"};
-    TextBox txtCenterOperator{screen_, "txtCenterOperator"};
-    TextBox txtSerialEquipment{screen_, "txtSerialEquipment"};
-    Button cmdReadCalCenter{screen_, "cmdReadCalCenter", "&Read FWD Cal Center Configuration"};
-    Button cmdWriteCalCenter{screen_, "cmdWriteCalCenter"};
-    Button cmdApproveBellmarkCenter{screen_, "cmdApproveBellmarkCenter", "&Approve FWD Cal Center Information"};
-    Button cmdSelectCenter{screen_, "cmdSelectCenter", "Selec&t Center"};
-    Button cmdShowLC{screen_, "cmdShowLC", "Show Reference &Load Cell"};
-    Button cmdShowAccel{screen_, "cmdShowAccel", "Sho&w Accelerometer"};
-    std::array<Button, 2> cmdAccelCalButton{{{screen_, "cmdAccelCalButton(0)", "Calibrate Acceleromete&r"},
-                                             {screen_, "cmdAccelCalButton(1)", "Calibrate Acceleromete&r"}}};
-    std::array<Button, 2> cmdLoadCellOnly{
-        {{screen_, "cmdLoadCellOnly(0)", "Load Cell &Only"}, {screen_, "cmdLoadCellOnly(1)", "Load Cell Calibration"}}};
+    TextBox txtCenterID{fraCalCenter, "txtCenterID"};
+    TextBox txtCalCenter{fraCalCenter, "txtCalCenter"};
+    TextBox txtCenterOperator{fraCalCenter, "txtCenterOperator"};
+    TextBox txtSerialEquipment{fraCalCenter, "txtSerialEquipment"};
+    Button cmdReadCalCenter{fraCalCenter, "cmdReadCalCenter", "&Read FWD Cal Center Configuration"};
+    Button cmdWriteCalCenter{fraCalCenter, "cmdWriteCalCenter"};
+    Button cmdApproveBellmarkCenter{fraCalCenter, "cmdApproveBellmarkCenter", "&Approve FWD Cal Center Information"};
+    Button cmdSelectCenter{fraCalCenter, "cmdSelectCenter", "Selec&t Center"};
+    Button cmdShowLC{fraCalCenter, "cmdShowLC", "Show Reference &Load Cell"};
+    Button cmdShowAccel{fraCalCenter, "cmdShowAccel", "Sho&w Accelerometer"};
 
-    Frame fraCalCentersID{screen_, "fraCalCentersID", "Calibration Centers"};
-    Grid grdCalCenters{screen_, "grdCalCenters"};
-    Button cmdCloseCalCenters{screen_, "cmdCloseCalCenters", "Close"};
+    Frame fraCalCentersID{fraCalCenter, "fraCalCentersID", "Calibration Centers"};
+    Grid grdCalCenters{fraCalCentersID, "grdCalCenters"};
+    Button cmdCloseCalCenters{fraCalCentersID, "cmdCloseCalCenters", "Close"};
 
-    Frame fraLoadCell{screen_, "fraLoadCell", "Reference Load Cell"};
-    TextBox txtRefLoadCellID{screen_, "txtRefLoadCellID"};
-    TextBox txtRefLoadCellExcitation{screen_, "txtRefLoadCellExcitation"};
-    TextBox txtRefLoadCellGain{screen_, "txtRefLoadCellGain"};
-    std::array<Label, 2> Label2{{{screen_, "Label2(18)", "+B Voltage:"}, {screen_, "Label2(19)", "-B Voltage:"}}};
-    TextBox txtRefLoadCellBPlus{screen_, "txtRefLoadCellBPlus"};
-    TextBox txtRefLoadCellBMinus{screen_, "txtRefLoadCellBMinus"};
-    TextBox txtRefLoadCellUnbalancedZero{screen_, "txtRefLoadCellUnbalancedZero"};
-    TextBox txtRefLoadCellCalDate{screen_, "txtRefLoadCellCalDate"};
-    TextBox txtRefLoadCellCalUnits{screen_, "txtRefLoadCellCalUnits"};
-    std::array<TextBox, 5> txtRefLoadCellCalA{{{screen_, "txtRefLoadCellCalA(0)"},
-                                               {screen_, "txtRefLoadCellCalA(1)"},
-                                               {screen_, "txtRefLoadCellCalA(2)"},
-                                               {screen_, "txtRefLoadCellCalA(3)"},
-                                               {screen_, "txtRefLoadCellCalA(4)"}}};
-    Button cmdCloseLC{screen_, "cmdCloseLC", "Close"};
+    Frame fraLoadCell{fraCalCenter, "fraLoadCell", "Reference Load Cell"};
+    TextBox txtRefLoadCellID{fraLoadCell, "txtRefLoadCellID"};
+    TextBox txtRefLoadCellExcitation{fraLoadCell, "txtRefLoadCellExcitation"};
+    TextBox txtRefLoadCellGain{fraLoadCell, "txtRefLoadCellGain"};
+    std::array<Label, 2> Label2{
+        {{fraLoadCell, "Label2(18)", "+B Voltage:"}, {fraLoadCell, "Label2(19)", "-B Voltage:"}}};
+    TextBox txtRefLoadCellBPlus{fraLoadCell, "txtRefLoadCellBPlus"};
+    TextBox txtRefLoadCellBMinus{fraLoadCell, "txtRefLoadCellBMinus"};
+    TextBox txtRefLoadCellUnbalancedZero{fraLoadCell, "txtRefLoadCellUnbalancedZero"};
+    TextBox txtRefLoadCellCalDate{fraLoadCell, "txtRefLoadCellCalDate"};
+    TextBox txtRefLoadCellCalUnits{fraLoadCell, "txtRefLoadCellCalUnits"};
+    std::array<TextBox, 5> txtRefLoadCellCalA{{{fraLoadCell, "txtRefLoadCellCalA(0)"},
+                                               {fraLoadCell, "txtRefLoadCellCalA(1)"},
+                                               {fraLoadCell, "txtRefLoadCellCalA(2)"},
+                                               {fraLoadCell, "txtRefLoadCellCalA(3)"},
+                                               {fraLoadCell, "txtRefLoadCellCalA(4)"}}};
+    Button cmdCloseLC{fraLoadCell, "cmdCloseLC", "Close"};
 
-    Frame fraAccelerometer{screen_, "fraAccelerometer", "Accelerometer"};
-    TextBox txtAccelerometerSN{screen_, "txtAccelerometerSN"};
-    TextBox txtAccelerometerModel{screen_, "txtAccelerometerModel"};
-    TextBox txtAccelerometerExcitation{screen_, "txtAccelerometerExcitation"};
-    TextBox txtAccelerometerGain{screen_, "txtAccelerometerGain"};
-    TextBox txtCertDate{screen_, "txtCertDate"};
-    TextBox txtCertP1GDC{screen_, "txtCertP1GDC"};
-    TextBox txtCertM1GDC{screen_, "txtCertM1GDC"};
-    TextBox txtNISTGravity{screen_, "txtNISTGravity"};
-    std::array<TextBox, 4> txtCert{
-        {{screen_, "txtCert(0)"}, {screen_, "txtCert(1)"}, {screen_, "txtCert(2)"}, {screen_, "txtCert(3)"}}};
-    TextBox txtDailyDate{screen_, "txtDailyDate"};
-    TextBox txtDailyTime{screen_, "txtDailyTime"};
-    TextBox txtDailyP1GDC{screen_, "txtDailyP1GDC"};
-    TextBox txtDailyM1GDC{screen_, "txtDailyM1GDC"};
-    TextBox txtFieldGravity{screen_, "txtFieldGravity"};
-    TextBox txtDailyTemp{screen_, "txtDailyTemp"};
-    TextBox txtDailyTempUnit{screen_, "txtDailyTempUnit"};
-    TextBox txtSlopeFactor{screen_, "txtSlopeFactor"};
-    Button cmdCloseAcc{screen_, "cmdCloseAcc", "Close"};
+    Frame fraAccelerometer{fraCalCenter, "fraAccelerometer", "Accelerometer"};
+    TextBox txtAccelerometerSN{fraAccelerometer, "txtAccelerometerSN"};
+    TextBox txtAccelerometerModel{fraAccelerometer, "txtAccelerometerModel"};
+    TextBox txtAccelerometerExcitation{fraAccelerometer, "txtAccelerometerExcitation"};
+    TextBox txtAccelerometerGain{fraAccelerometer, "txtAccelerometerGain"};
+    TextBox txtCertDate{fraAccelerometer, "txtCertDate"};
+    TextBox txtCertP1GDC{fraAccelerometer, "txtCertP1GDC"};
+    TextBox txtCertM1GDC{fraAccelerometer, "txtCertM1GDC"};
+    TextBox txtNISTGravity{fraAccelerometer, "txtNISTGravity"};
+    std::array<TextBox, 4> txtCert{{{fraAccelerometer, "txtCert(0)"},
+                                    {fraAccelerometer, "txtCert(1)"},
+                                    {fraAccelerometer, "txtCert(2)"},
+                                    {fraAccelerometer, "txtCert(3)"}}};
+    TextBox txtDailyDate{fraAccelerometer, "txtDailyDate"};
+    TextBox txtDailyTime{fraAccelerometer, "txtDailyTime"};
+    TextBox txtDailyP1GDC{fraAccelerometer, "txtDailyP1GDC"};
+    TextBox txtDailyM1GDC{fraAccelerometer, "txtDailyM1GDC"};
+    TextBox txtFieldGravity{fraAccelerometer, "txtFieldGravity"};
+    TextBox txtDailyTemp{fraAccelerometer, "txtDailyTemp"};
+    TextBox txtDailyTempUnit{fraAccelerometer, "txtDailyTempUnit"};
+    TextBox txtSlopeFactor{fraAccelerometer, "txtSlopeFactor"};
+    Button cmdCloseAcc{fraAccelerometer, "cmdCloseAcc", "Close"};
 
-    Label lblCenterMissing{screen_, "lblCenterMissing"};  ///< in words, what keeps the tab from being approved
+    std::array<Button, 2> cmdAccelCalButton{{{fraAccelerometer, "cmdAccelCalButton(0)", "Calibrate Acceleromete&r"},
+                                             {fraCalCenter, "cmdAccelCalButton(1)", "Calibrate Acceleromete&r"}}};
+    std::array<Button, 2> cmdLoadCellOnly{{{fraCalCenter, "cmdLoadCellOnly(0)", "Load Cell &Only"},
+                                           {fraLoadCell, "cmdLoadCellOnly(1)", "Load Cell Calibration"}}};
+
+    Label lblCenterMissing{fraCalCenter, "lblCenterMissing"};  ///< in words, what keeps the tab from being approved
 
     std::function<void()> AllowCalibration;     ///< what unlocks the procedures is to be judged again
     std::function<void()> Approved;             ///< the operator has confirmed the tab, and it was written
@@ -114,7 +118,6 @@ class CenterTab {
     Path FileToSave() const;
     void cmdApproveBellmarkCenter_Click();
     void StoreText(const TextBox& box, std::string& member, const char* key);
-    void PutControlsIntoFrames();
 
     Program& program_;
     std::vector<CenterCell> cells_;

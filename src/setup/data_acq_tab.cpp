@@ -18,12 +18,6 @@ std::string WithFinalSeparator(std::string folder) {
 }
 
 DataAcqTab::DataAcqTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
-    for (Control* control : {static_cast<Control*>(&txtFWDDataFolder), static_cast<Control*>(&cmdBrowse),
-                             static_cast<Control*>(&txtSimDataLocation), static_cast<Control*>(&cmdBrowseData),
-                             static_cast<Control*>(&cboLoadCellChannel), static_cast<Control*>(&cboAccelChannel),
-                             static_cast<Control*>(&cboTempChannel)}) {
-        control->PutInto(fraDataAcq);
-    }
     txtFWDDataFolder.Leave = [this] { txtFWDDataFolder_Leave(); };
     txtSimDataLocation.Leave = [this] { txtSimDataLocation_Leave(); };
     cmdBrowse.Click = [this] { PickFolder(txtFWDDataFolder, "Select folder where FWD data files are located."); };

@@ -16,13 +16,13 @@ class DataAcqTab {
 
     OptionButton optDataAcq{screen_, "optDataAcq", "tabs", "&Data Acquisition"};
     Frame fraDataAcq{screen_, "fraDataAcq", "Data Acquisition"};
-    TextBox txtFWDDataFolder{screen_, "txtFWDDataFolder"};
-    Button cmdBrowse{screen_, "cmdBrowse", "&Browse"};
-    TextBox txtSimDataLocation{screen_, "txtSimDataLocation"};
-    Button cmdBrowseData{screen_, "cmdBrowseData", "Bro&wse"};
-    ComboBox cboLoadCellChannel{screen_, "cboLoadCellChannel"};
-    ComboBox cboAccelChannel{screen_, "cboAccelChannel"};
-    ComboBox cboTempChannel{screen_, "cboTempChannel"};
+    TextBox txtFWDDataFolder{fraDataAcq, "txtFWDDataFolder"};
+    Button cmdBrowse{fraDataAcq, "cmdBrowse", "&Browse"};
+    TextBox txtSimDataLocation{fraDataAcq, "txtSimDataLocation"};
+    Button cmdBrowseData{fraDataAcq, "cmdBrowseData", "Bro&wse"};
+    ComboBox cboLoadCellChannel{fraDataAcq, "cboLoadCellChannel"};
+    ComboBox cboAccelChannel{fraDataAcq, "cboAccelChannel"};
+    ComboBox cboTempChannel{fraDataAcq, "cboTempChannel"};
 
     /// Both folders are this one now, as if it had been typed into both cells.
     void SetFolders(const std::string& folder);

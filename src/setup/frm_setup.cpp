@@ -40,7 +40,7 @@ frmSetup::frmSetup(Program& program)
     General.optGeneral.Enabled = false;
     Center.optCalCenter.Click = [this] { OpenCenterPage(); };
     FWD.optFWD.Click = [this] {
-        ShowPage(FWD.optFWD, FWD.fraFWD);
+        tabs_.Show(FWD.optFWD);
         FWD.optFWDClick();
     };
     FWD.Document = [this]() -> PDDXFile& { return RunDocument(); };
@@ -51,11 +51,11 @@ frmSetup::frmSetup(Program& program)
         AllowCalibration();
     };
     FWD.Stored = [this] { SaveWhatIsKnown(); };
-    DataAcq.optDataAcq.Click = [this] { ShowPage(DataAcq.optDataAcq, DataAcq.fraDataAcq); };
+    DataAcq.optDataAcq.Click = [this] { tabs_.Show(DataAcq.optDataAcq); };
     General.optGeneral.Click = [this] {
         General.ShowSequence();
         DataAcq.ShowChannels();
-        ShowPage(General.optGeneral, General.fraGeneral);
+        tabs_.Show(General.optGeneral);
         General.ShowComment();
         AllowCalibration();
     };
@@ -73,7 +73,7 @@ frmSetup::frmSetup(Program& program)
     };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
-    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    tabs_.Show(Center.optCalCenter);
     Center.FrameCalCenterUpdate();
 }
 
@@ -83,25 +83,12 @@ void frmSetup::Activated() {
     General.ShowTrigger();
 }
 
-void frmSetup::ShowPage(OptionButton& tab, Frame& page) {
-    tab.Choose();
-    // The old page goes before the new one comes: a window that had to hold both would grow.
-    for (Frame* frame : {&Center.fraCalCenter, &FWD.fraFWD, &DataAcq.fraDataAcq, &General.fraGeneral}) {
-        if (frame != &page) frame->Visible = false;
-    }
-    page.Visible = true;
-}
-
 void frmSetup::BeginRun() {
     runDocument_.reset();
     centerPageApproved_ = false;
     FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
-    for (Control* control :
-         {static_cast<Control*>(&General.cmdApproveCalSeq), static_cast<Control*>(&General.cboNumHeights),
-          static_cast<Control*>(&General.cboNumDrops)}) {
-        control->Enabled = true;
-    }
+    SetEnabled({&General.cmdApproveCalSeq, &General.cboNumHeights, &General.cboNumDrops}, true);
     // The FWD's tab opens the way on, when it is complete.
     cmdNext.Enabled = false;
     cmdNext.BackColor = colors::buttonFace;
@@ -111,10 +98,7 @@ void frmSetup::BeginRun() {
 
 void frmSetup::EditCenter(bool editing) {
     if (editing) nextWasEnabled_ = cmdNext.Enabled;
-    for (Control* control : {static_cast<Control*>(&FWD.optFWD), static_cast<Control*>(&DataAcq.optDataAcq),
-                             static_cast<Control*>(&General.optGeneral), static_cast<Control*>(&cmdMainMenu)}) {
-        control->Enabled = !editing;
-    }
+    SetEnabled({&FWD.optFWD, &DataAcq.optDataAcq, &General.optGeneral, &cmdMainMenu}, !editing);
     cmdNext.Enabled = !editing && nextWasEnabled_;
 }
 
@@ -140,7 +124,7 @@ void frmSetup::RefreshFromRun() {
 }
 
 void frmSetup::OpenCenterPage() {
-    ShowPage(Center.optCalCenter, Center.fraCalCenter);
+    tabs_.Show(Center.optCalCenter);
     Center.CalCenterOptions();
 }
 
@@ -305,7 +289,7 @@ void frmSetup::CenterApproved() {
 }
 
 void frmSetup::AskForSequence() {
-    program_.Run.CurrentProcStep = 15;
+    program_.Run.CurrentProcStep = step::setupEnds;
     SaveInterimCalibration(program_);
     General.optGeneral.Enabled = true;
     General.optGeneral.Choose();
@@ -316,7 +300,7 @@ void frmSetup::AskForSequence() {
     SetFocus(General.cmdNumberDrops);
 }
 
-void frmSetup::EndSetup(int procedure, int step, const char* header) {
+void frmSetup::EndSetup(Procedure procedure, int step, const char* header) {
     CalibrationRun& run = program_.Run;
     run.SetupComplete = true;
     run.ProgramStarted = false;
@@ -333,11 +317,11 @@ void frmSetup::EndSetup(int procedure, int step, const char* header) {
 
 void frmSetup::cmdNext_Click() {
     const CalibrationRun& run = program_.Run;
-    if (run.CurrentProcedure != 1) return cmdMainMenu_Click();
+    if (run.CurrentProcedure != Procedure::Setup) return cmdMainMenu_Click();
     if (run.ProgramStarted && !centerPageApproved_) {
         OpenCenterPage();
     } else if (!run.ProgramStarted) {
-        EndSetup(0, 0, "");
+        EndSetup(Procedure::None, step::none, "");
     } else if (!run.NumberDropsSet) {
         AskForSequence();
         if (!run.TriggerLevelSet)
@@ -345,9 +329,9 @@ void frmSetup::cmdNext_Click() {
                                                                           : General.cmdTriggerLevel);
         AllowCalibration();
     } else if (run.TriggerLevelSet) {
-        EndSetup(4, 41, "FWD Deflection Sensor Calibration");
+        EndSetup(Procedure::Sensors, step::sensorsTrialStarts, "FWD Deflection Sensor Calibration");
     } else {
-        EndSetup(5, 51, "FWD Load Cell Calibration");
+        EndSetup(Procedure::LoadCell, step::loadCellTrialStarts, "FWD Load Cell Calibration");
     }
 }
 

@@ -4,6 +4,7 @@
 #include "app/page_header.h"
 #include "controls/controls.h"
 #include "controls/screen.h"
+#include "controls/tabs.h"
 #include "setup/center_tab.h"
 #include "setup/data_acq_tab.h"
 #include "setup/fwd_tab.h"
@@ -58,13 +59,16 @@ class frmSetup : public Screen, public SetupDoor {
     void EditCenter(bool editing);
     void SaveWhatIsKnown();
     void AskForSequence();
-    void EndSetup(int procedure, int step, const char* header);
-    void ShowPage(OptionButton& tab, Frame& page);
+    void EndSetup(Procedure procedure, int step, const char* header);
     void KeepConfigurationForRestore();
     void ReadTransferFolder();
     bool ReadRunForReview(const Path& path);
 
     Program& program_;
+    Tabs tabs_{{{Center.optCalCenter, Center.fraCalCenter},
+                {FWD.optFWD, FWD.fraFWD},
+                {DataAcq.optDataAcq, DataAcq.fraDataAcq},
+                {General.optGeneral, General.fraGeneral}}};
     std::unique_ptr<PDDXFile> runDocument_;
     bool centerPageApproved_ = false;
     bool nextWasEnabled_ = false;  ///< before the center's cells were unlocked

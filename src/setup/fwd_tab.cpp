@@ -42,15 +42,11 @@ void Set(PDDXFile& document, const char* section, const char* key, const std::st
 
 FWDTab::FWDTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     MakeLists();
-    PutControlsIntoFrames();
     ConnectCells();
     for (TextBox* shown : {&txtCalibrationFolder, &txtFWDOwner, &txtFWDUnitFolder, &Text2}) shown->Locked = true;
     for (TextBox* optional : {&txtFWDLCCalDate, &txtFWDSensorCalDate}) optional->EmptyHint = "recommended";
     Text2.Text = jilsFiles;
-    for (Control* hidden : {static_cast<Control*>(&fraSetupHelp), static_cast<Control*>(&cmdShowSetupHelp),
-                            static_cast<Control*>(&lblSameName), static_cast<Control*>(&lblHyphen)}) {
-        hidden->Visible = false;
-    }
+    SetVisible({&fraSetupHelp, &cmdShowSetupHelp, &lblSameName, &lblHyphen}, false);
     ShowMake();
 }
 
@@ -59,20 +55,6 @@ void FWDTab::MakeLists() {
     std::vector<std::string> counts;
     for (int count = fewestSensors; count <= static_cast<int>(maxSensors); ++count) counts.push_back(NumberText(count));
     cboNumSensors.Items = counts;
-}
-
-void FWDTab::PutControlsIntoFrames() {
-    const auto put = [](const Frame& frame, std::initializer_list<Control*> controls) {
-        for (Control* control : controls) control->PutInto(frame);
-    };
-    put(fraFWD, {&fraFWDDataBase, &cboFWDMfg, &lblSensorType, &cboSensorType, &cmdReadFWDConfig, &cmdShowSetupHelp,
-                 &fraSetupHelp, &fraFWDData, &fraFWDLoadCell, &fraFWDSensors, &lblMissing});
-    put(fraFWDDataBase,
-        {&txtCalibrationFolder, &DirFWDOwner, &cmdNewOwner, &cmdNewFWD, &txtFWDOwner, &txtFWDUnitFolder});
-    put(fraFWDData, {&txtFWDName, &txtFWDModel, &txtFWDSerial, &txtFWDOperator});
-    put(fraSetupHelp, {&Text2, &cmdCloseSetupHelp});
-    put(fraFWDLoadCell, {&txtFWDLCSerial, &txtFWDLCGain, &txtFWDLCCalDate});
-    put(fraFWDSensors, {&cboNumSensors, &txtFWDSensorCalDate, &grdSensor, &lblSameName, &lblHyphen});
 }
 
 void FWDTab::ConnectCells() {

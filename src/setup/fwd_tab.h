@@ -25,41 +25,41 @@ class FWDTab {
     OptionButton optFWD{screen_, "optFWD", "tabs", "&FWD"};
     Frame fraFWD{screen_, "fraFWD", "FWD"};
 
-    Frame fraFWDDataBase{screen_, "fraFWDDataBase", "Calibration Folder"};
-    TextBox txtCalibrationFolder{screen_, "txtCalibrationFolder"};
-    Grid DirFWDOwner{screen_, "DirFWDOwner", 0};
-    Button cmdNewOwner{screen_, "cmdNewOwner", "New &Owner"};
-    Button cmdNewFWD{screen_, "cmdNewFWD", "New F&WD"};
-    TextBox txtFWDOwner{screen_, "txtFWDOwner"};
-    TextBox txtFWDUnitFolder{screen_, "txtFWDUnitFolder"};
+    Frame fraFWDDataBase{fraFWD, "fraFWDDataBase", "Calibration Folder"};
+    TextBox txtCalibrationFolder{fraFWDDataBase, "txtCalibrationFolder"};
+    Grid DirFWDOwner{fraFWDDataBase, "DirFWDOwner", 0};
+    Button cmdNewOwner{fraFWDDataBase, "cmdNewOwner", "New &Owner"};
+    Button cmdNewFWD{fraFWDDataBase, "cmdNewFWD", "New F&WD"};
+    TextBox txtFWDOwner{fraFWDDataBase, "txtFWDOwner"};
+    TextBox txtFWDUnitFolder{fraFWDDataBase, "txtFWDUnitFolder"};
 
-    Frame fraFWDData{screen_, "fraFWDData", "FWD"};
-    ComboBox cboFWDMfg{screen_, "cboFWDMfg"};
-    Label lblSensorType{screen_, "lblSensorType", "Sensor type"};
-    ComboBox cboSensorType{screen_, "cboSensorType"};
-    Button cmdReadFWDConfig{screen_, "cmdReadFWDConfig", "&Read FWD Configuration"};
-    Button cmdShowSetupHelp{screen_, "cmdShowSetupHelp", "W&hich files?"};
-    Frame fraSetupHelp{screen_, "fraSetupHelp", "JILS Files to Open"};
-    TextBox Text2{screen_, "Text2"};
-    Button cmdCloseSetupHelp{screen_, "cmdCloseSetupHelp", "Close"};
-    TextBox txtFWDName{screen_, "txtFWDName"};
-    TextBox txtFWDModel{screen_, "txtFWDModel"};
-    TextBox txtFWDSerial{screen_, "txtFWDSerial"};
-    TextBox txtFWDOperator{screen_, "txtFWDOperator"};
+    Frame fraFWDData{fraFWD, "fraFWDData", "FWD"};
+    ComboBox cboFWDMfg{fraFWD, "cboFWDMfg"};
+    Label lblSensorType{fraFWD, "lblSensorType", "Sensor type"};
+    ComboBox cboSensorType{fraFWD, "cboSensorType"};
+    Button cmdReadFWDConfig{fraFWD, "cmdReadFWDConfig", "&Read FWD Configuration"};
+    Button cmdShowSetupHelp{fraFWD, "cmdShowSetupHelp", "W&hich files?"};
+    Frame fraSetupHelp{fraFWD, "fraSetupHelp", "JILS Files to Open"};
+    TextBox Text2{fraSetupHelp, "Text2"};
+    Button cmdCloseSetupHelp{fraSetupHelp, "cmdCloseSetupHelp", "Close"};
+    TextBox txtFWDName{fraFWDData, "txtFWDName"};
+    TextBox txtFWDModel{fraFWDData, "txtFWDModel"};
+    TextBox txtFWDSerial{fraFWDData, "txtFWDSerial"};
+    TextBox txtFWDOperator{fraFWDData, "txtFWDOperator"};
 
-    Frame fraFWDLoadCell{screen_, "fraFWDLoadCell", "FWD Load Cell"};
-    TextBox txtFWDLCSerial{screen_, "txtFWDLCSerial"};
-    TextBox txtFWDLCGain{screen_, "txtFWDLCGain"};
-    TextBox txtFWDLCCalDate{screen_, "txtFWDLCCalDate"};
+    Frame fraFWDLoadCell{fraFWD, "fraFWDLoadCell", "FWD Load Cell"};
+    TextBox txtFWDLCSerial{fraFWDLoadCell, "txtFWDLCSerial"};
+    TextBox txtFWDLCGain{fraFWDLoadCell, "txtFWDLCGain"};
+    TextBox txtFWDLCCalDate{fraFWDLoadCell, "txtFWDLCCalDate"};
 
-    Frame fraFWDSensors{screen_, "fraFWDSensors", "Deflection Sensors"};
-    ComboBox cboNumSensors{screen_, "cboNumSensors"};
-    TextBox txtFWDSensorCalDate{screen_, "txtFWDSensorCalDate"};
-    Grid grdSensor{screen_, "grdSensor"};
-    Label lblSameName{screen_, "lblSameName", "*Sensor name is the same as another"};
-    Label lblHyphen{screen_, "lblHyphen", "**Sensor name cannot end in a hypen"};
+    Frame fraFWDSensors{fraFWD, "fraFWDSensors", "Deflection Sensors"};
+    ComboBox cboNumSensors{fraFWDSensors, "cboNumSensors"};
+    TextBox txtFWDSensorCalDate{fraFWDSensors, "txtFWDSensorCalDate"};
+    Grid grdSensor{fraFWDSensors, "grdSensor"};
+    Label lblSameName{fraFWDSensors, "lblSameName", "*Sensor name is the same as another"};
+    Label lblHyphen{fraFWDSensors, "lblHyphen", "**Sensor name cannot end in a hypen"};
 
-    Label lblMissing{screen_, "lblMissing"};  ///< in words, what keeps the tab from being complete
+    Label lblMissing{fraFWD, "lblMissing"};  ///< in words, what keeps the tab from being complete
 
     std::function<PDDXFile&()> Document;                       ///< the run's document
     std::function<void()> Stored;                              ///< something is known that is worth coming back to
@@ -81,7 +81,6 @@ class FWDTab {
     static constexpr const char* createFolderText = "(Create using directory structure)";
 
     void MakeLists();
-    void PutControlsIntoFrames();
     void ConnectCells();
     void ShowDataFrames();
 

@@ -26,18 +26,6 @@ double ThroughPicture(double value, const char* picture) {
 }  // namespace
 
 GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
-    for (Control* control : {static_cast<Control*>(&optEnglish), static_cast<Control*>(&optMetric),
-                             static_cast<Control*>(&optAutoPrint[0]), static_cast<Control*>(&optAutoPrint[1]),
-                             static_cast<Control*>(&loadCellTrigger), static_cast<Control*>(&txtTriggerUnits),
-                             static_cast<Control*>(&AccelTrigger), static_cast<Control*>(&txtComment),
-                             static_cast<Control*>(&fraTestSequence)}) {
-        control->PutInto(fraGeneral);
-    }
-    for (Control* control : {static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops),
-                             static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
-                             static_cast<Control*>(&cmdTriggerLevel)}) {
-        control->PutInto(fraTestSequence);
-    }
     cboNumHeights.Items = {"3", "4"};
     cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
@@ -55,8 +43,8 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     AccelTrigger.Leave = [this] { AccelTrigger_Leave(); };
     txtComment.Leave = [this] { txtComment_Leave(); };
     cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
-    cmdNumberDrops.Click = [this] { EnterProcedure(9, 91, "Determine Minimum Number of Drops Per Load Level"); };
-    cmdTriggerLevel.Click = [this] { EnterProcedure(8, 81, "Determine Accelerometer Trigger Level"); };
+    cmdNumberDrops.Click = [this] { EnterProcedure(Procedure::NumberOfDrops, step::dropsCheck, "Determine Minimum Number of Drops Per Load Level"); };
+    cmdTriggerLevel.Click = [this] { EnterProcedure(Procedure::TriggerLevel, step::triggerCheck, "Determine Accelerometer Trigger Level"); };
     ShowAutoPrint();
     ShowUnits();
     ShowSequence();
@@ -147,7 +135,7 @@ void GeneralTab::txtComment_Leave() {
     ShowComment();
 }
 
-void GeneralTab::EnterProcedure(int procedure, int step, const char* header) {
+void GeneralTab::EnterProcedure(Procedure procedure, int step, const char* header) {
     program_.Run.CurrentProcedure = procedure;
     program_.Run.CurrentProcStep = step;
     if (program_.Has<PrerequisitesDoor>()) program_.The<PrerequisitesDoor>().ResetPreReq();
@@ -161,10 +149,7 @@ void GeneralTab::cmdApproveCalSeq_Click() {
     program_.Run.NumberDropsSet = true;
     program_.Run.TriggerLevelSet = false;
     program_.Run.LoadCellOnly = true;
-    for (Control* control : {static_cast<Control*>(&cmdApproveCalSeq), static_cast<Control*>(&cmdNumberDrops),
-                             static_cast<Control*>(&cboNumHeights), static_cast<Control*>(&cboNumDrops)}) {
-        control->Enabled = false;
-    }
+    SetEnabled({&cmdApproveCalSeq, &cmdNumberDrops, &cboNumHeights, &cboNumDrops}, false);
     SequenceApproved();
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "controls/controls.h"
+#include "run/procedure.h"
 
 namespace bellmark {
 
@@ -18,20 +19,20 @@ class GeneralTab {
 
     OptionButton optGeneral{screen_, "optGeneral", "tabs", "&General"};
     Frame fraGeneral{screen_, "fraGeneral", "General"};
-    OptionButton optEnglish{screen_, "optEnglish", "units", "&English"};
-    OptionButton optMetric{screen_, "optMetric", "units", "Metri&c"};
+    OptionButton optEnglish{fraGeneral, "optEnglish", "units", "&English"};
+    OptionButton optMetric{fraGeneral, "optMetric", "units", "Metri&c"};
     std::array<OptionButton, 2> optAutoPrint{
-        {{screen_, "optAutoPrint(0)", "auto print", "&Yes"}, {screen_, "optAutoPrint(1)", "auto print", "N&o"}}};
-    TextBox loadCellTrigger{screen_, "loadCellTrigger"};
-    Label txtTriggerUnits{screen_, "txtTriggerUnits"};
-    TextBox AccelTrigger{screen_, "AccelTrigger"};
-    TextBox txtComment{screen_, "txtComment"};
-    Frame fraTestSequence{screen_, "fraTestSequence", "Calibration Sequence"};
-    ComboBox cboNumHeights{screen_, "cboNumHeights"};
-    ComboBox cboNumDrops{screen_, "cboNumDrops"};
-    Button cmdApproveCalSeq{screen_, "cmdApproveCalSeq", "&Approve Sequence (Load Cell Cal. ONLY)"};
-    Button cmdNumberDrops{screen_, "cmdNumberDrops", "Determine &Number of Drops"};
-    Button cmdTriggerLevel{screen_, "cmdTriggerLevel", "Determine Accelerometer &Trigger Level"};
+        {{fraGeneral, "optAutoPrint(0)", "auto print", "&Yes"}, {fraGeneral, "optAutoPrint(1)", "auto print", "N&o"}}};
+    TextBox loadCellTrigger{fraGeneral, "loadCellTrigger"};
+    Label txtTriggerUnits{fraGeneral, "txtTriggerUnits"};
+    TextBox AccelTrigger{fraGeneral, "AccelTrigger"};
+    TextBox txtComment{fraGeneral, "txtComment"};
+    Frame fraTestSequence{fraGeneral, "fraTestSequence", "Calibration Sequence"};
+    ComboBox cboNumHeights{fraTestSequence, "cboNumHeights"};
+    ComboBox cboNumDrops{fraTestSequence, "cboNumDrops"};
+    Button cmdApproveCalSeq{fraTestSequence, "cmdApproveCalSeq", "&Approve Sequence (Load Cell Cal. ONLY)"};
+    Button cmdNumberDrops{fraTestSequence, "cmdNumberDrops", "Determine &Number of Drops"};
+    Button cmdTriggerLevel{fraTestSequence, "cmdTriggerLevel", "Determine Accelerometer &Trigger Level"};
 
     std::function<void()> SequenceApproved;  ///< for the load cell only
 
@@ -50,7 +51,7 @@ class GeneralTab {
     void AccelTrigger_Leave();
     void txtComment_Leave();
     void cmdApproveCalSeq_Click();
-    void EnterProcedure(int procedure, int step, const char* header);
+    void EnterProcedure(Procedure procedure, int step, const char* header);
 
     Program& program_;
 };

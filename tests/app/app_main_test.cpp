@@ -6,8 +6,7 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/program.h"
-#include "tests/support/fake_acquisition.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -137,8 +136,8 @@ TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
     EXPECT_FALSE(run.InterimCalOpen);
     EXPECT_EQ(run.LoadCellChannel, 3) << "the machine's own";
     EXPECT_EQ(run.InterimFileName, "InterimCal20120309-1.DDX");
-    EXPECT_EQ(run.CurrentProcedure, 1);
-    EXPECT_EQ(run.CurrentProcStep, 11);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::Setup);
+    EXPECT_EQ(run.CurrentProcStep, step::setupCenter);
     EXPECT_TRUE(run.ProgramStarted);
     EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
     EXPECT_EQ(setup->centerPageOpened, 1);

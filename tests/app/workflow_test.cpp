@@ -5,7 +5,8 @@
 
 #include "app/doors.h"
 #include "app/program.h"
-#include "tests/support/fake_setup.h"
+#include "platform/numbers.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -24,44 +25,31 @@ struct RecordingSetup : FakeSetup {
     Fakes& fakes;
 };
 
-struct RecordingCollection : CollectionDoor {
+struct RecordingCollection : IdleCollection {
     explicit RecordingCollection(Fakes& owner) : fakes(owner) {}
     void Bellmark() override { fakes.went.push_back("drops"); }
-    void Start() override {}
-    void GetResults() override {}
-    void ClearDropData() override {}
-    void PollButton(bool) override {}
     void DisableButtons() override { fakes.went.push_back("no drops"); }
     Fakes& fakes;
 };
 
-struct RecordingDrop : DropDoor {
+struct RecordingDrop : IdleDrop {
     explicit RecordingDrop(Fakes& owner) : fakes(owner) {}
-    void Start() override {}
-    void StartReview() override {}
     void DisableButtons() override { fakes.went.push_back("no answer"); }
     Fakes& fakes;
 };
 
-struct RecordingPrerequisites : PrerequisitesDoor {
+struct RecordingPrerequisites : IdlePrerequisites {
     explicit RecordingPrerequisites(Fakes& owner) : fakes(owner) {}
-    bool PrerequisitesMet(int procedure) override {
-        fakes.went.push_back("check " + std::to_string(procedure));
+    bool PrerequisitesMet(Procedure procedure) override {
+        fakes.went.push_back("check " + NumberText(static_cast<int>(procedure)));
         return fakes.prerequisitesMet;
     }
-    void ResetPreReq() override {}
     Fakes& fakes;
 };
 
-struct RecordingMenu : MainMenuDoor {
+struct RecordingMenu : IdleMainMenu {
     explicit RecordingMenu(Fakes& owner) : fakes(owner) {}
     void Open() override { fakes.went.push_back("menu"); }
-    void MarkAccelerometer() override {}
-    void AllowProcedures(bool, bool) override {}
-    void EditSetup() override {}
-    void CalibrateAccelerometer() override {}
-    void CalibrateLoadCell() override {}
-    void CalibrateSensors() override {}
     Fakes& fakes;
 };
 
@@ -71,14 +59,9 @@ struct RecordingFlip : FlipCalibrationDoor {
     Fakes& fakes;
 };
 
-struct RecordingResults : ResultsDoor {
+struct RecordingResults : IdleResults {
     explicit RecordingResults(Fakes& owner) : fakes(owner) {}
-    void Open() override {}
-    void OpenLoadCell() override {}
     void OpenAccelerometer() override { fakes.went.push_back("accelerometer results"); }
-    void Recompute() override {}
-    bool IsLoadCellComplete() const override { return false; }
-    bool AreSensorsComplete() const override { return false; }
     Fakes& fakes;
 };
 
@@ -189,9 +172,9 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
     for (const auto& c : cases) {
         fakes.went.clear();
         fakes.prerequisitesMet = c.met;
-        program.Run.CurrentProcedure = c.procedure;
+        program.Run.CurrentProcedure = static_cast<Procedure>(c.procedure);
         program.Run.CurrentProcStep = c.step;
-        ReturnToProcedure(program, c.procedure);
+        ReturnToProcedure(program, program.Run.CurrentProcedure);
         EXPECT_EQ(fakes.went, c.went) << c.procedure << ", " << c.step;
         EXPECT_EQ(program.Run.CurrentProcStep, c.stepAfter) << c.procedure << ", " << c.step;
     }
@@ -200,7 +183,7 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
 TEST_F(Workflow, SensorDropsWaitForAnAccelerometerThatHolds) {
     program.Run.CurrentProcStep = 42;
     program.Center.AccelDailyCalibrationDate -= std::chrono::days(1);
-    ReturnToProcedure(program, 4);
+    ReturnToProcedure(program, Procedure::Sensors);
     EXPECT_EQ(fakes.went, (Went{"no drops", "no answer", "flip"}));
 }
 

@@ -22,7 +22,7 @@ struct WholeProgram {
         machine.Write("Ferrylink.exe", "");
         machine.Write("Review/LoadCell1_000.txt", PulseOf(volts));
         Main(*program);
-        Run().CurrentProcedure = 5;
+        Run().CurrentProcedure = Procedure::LoadCell;
         Run().InterimFolderName = "InterimCal20120309";
         program->Center.ReferenceLoadCellUnits = poundForce;
         program->Center.ReferenceLoadCellCalibrationCoefficients = {1000, 0, 0, 0, 0};
@@ -53,8 +53,8 @@ TEST(Assembly, TwoProgramsLiveSideBySide) {
     second.program->The<DropDoor>().Start();
     EXPECT_EQ(first.program->Drop.PeakEnglish, 6000);
     EXPECT_EQ(second.program->Drop.PeakEnglish, 9000);
-    first.Run().CurrentProcStep = 52;
-    EXPECT_EQ(second.Run().CurrentProcStep, 0);
+    first.Run().CurrentProcStep = step::loadCellTrial;
+    EXPECT_EQ(second.Run().CurrentProcStep, step::none);
     EXPECT_EQ(dynamic_cast<CaptionedControl*>(second.program->Screens.Find("frmMainMenu")->Find("FWDOwnerName"))
                   ->Caption.Get()
                   .find("First"),

@@ -130,6 +130,14 @@ TEST_F(ConsoleTest, CommandsDoAndPrintWhatTheySay) {
         {"answer OK\nclick frmSample.lblText\nboxes\nclick frmSample.cmdGo\nshow frmSample.lblText",
          "Bellmark\tbroken\\n\\nWhile: frmSample.lblText.Click\t16\tOK\ngone\n"},
         {"answer No\nquit\nfront", "frmSample\n"},
+        {"repeat 2\nset frmSample.txtName \"a$i$i\"\nshow frmSample.txtName\nend\nset frmSample.txtName \"$i\"\n"
+         "show frmSample.txtName",
+         "a11\na22\n$i\n"},
+        // $i belongs to the innermost loop; the outer one's number is back behind its end.
+        {"repeat 2\nrepeat $i\nset frmSample.txtName \"$i\"\nshow frmSample.txtName\nend\nset frmSample.txtName "
+         "\"=$i\"\n"
+         "show frmSample.txtName\nend",
+         "1\n=1\n1\n2\n=2\n"},
         {"answer Yes\nquit", ""},
     };
     for (const Case& test : cases) EXPECT_EQ(OutputOf(test.script), test.output) << test.script;
@@ -169,6 +177,13 @@ TEST_F(ConsoleTest, FailingLinesSayWhereAndWhy) {
         {"show frmSample.cmdGo.BackColor 0 0", "line 1: a row and a column go with the BackColor of a grid\n"},
         {"clock \"soon\"", "line 1: \"soon\" is not a date and time\n"},
         {"advance -1", "line 1: the clock only goes forward\n"},
+        {"repeat 0\nend", "line 1: a repeat has at least one turn\n"},
+        {"repeat x\nend", "line 1: \"x\" is not a whole number\n"},
+        {"front\nrepeat 2\nrepeat 2\nfront\nend", "line 2: this repeat has no end\n"},
+        {"repeat 2\nend\nend", "line 3: there is no repeat that this end closes\n"},
+        {"repeat 2\nrepeat 3\nexpect frmSample.txtName \"\"\nset frmSample.txtName \"$i\"\nend\nend",
+         "line 3: expected \"\" and found \"1\" (turn 1, 2)\n"},
+        {"enter", "line 1: Enter presses no button of frmSample\n"},
         {"click frmSample.optFirst",
          "line 1: a message box came up and no answer is queued: Title\tStop?\\nNow.\t36\n"},
         {"answer OK\n\nclick frmSample.optFirst",
@@ -188,6 +203,35 @@ TEST_F(ConsoleTest, FailingLinesSayWhereAndWhy) {
     screen.cmdGo.Visible = false;
     EXPECT_EQ(OutputOf("click frmSample.cmdGo"), "line 1: frmSample.cmdGo is hidden\n");
     EXPECT_EQ(OutputOf("answer Yes\nquit\nfront"), "line 3: the program has ended\n");
+}
+
+TEST_F(ConsoleTest, EnterPressesTheButtonThatTheKeyWould) {
+    const auto pressed = [&] {
+        screen.lblText.Caption = "";
+        const std::string failed = OutputOf("enter");
+        return failed.empty() ? screen.lblText.Caption.Get() : failed;
+    };
+    const std::string none = "line 1: Enter presses no button of frmSample\n";
+    Button cmdOther{screen, "cmdOther"};
+    cmdOther.Click = [this] { screen.lblText.Caption = "other"; };
+    screen.SetFocus(screen.cmdGo);
+    EXPECT_EQ(pressed(), "gone") << "the button with the keyboard";
+    screen.SetFocus(screen.txtName);
+    cmdOther.BackColor = colors::suggestedNext;
+    EXPECT_EQ(pressed(), "other") << "the suggested step";
+    screen.SetDefaultButton(&screen.cmdGo);
+    EXPECT_EQ(pressed(), "gone") << "the default button comes before the suggestion";
+    screen.SetFocus(cmdOther);
+    EXPECT_EQ(pressed(), "other") << "and the keyboard before both";
+    cmdOther.Enabled = false;
+    EXPECT_EQ(pressed(), "gone");
+    screen.SetFocus(screen.grdRows);
+    EXPECT_EQ(pressed(), none) << "in a list Enter chooses the row";
+    screen.SetFocus(screen.txtName);
+    screen.cmdGo.Enabled = false;
+    EXPECT_EQ(pressed(), none) << "what cannot be pressed is not replaced by another button";
+    screen.SetDefaultButton(nullptr);
+    EXPECT_EQ(pressed(), none);
 }
 
 TEST_F(ConsoleTest, APrintedScreenTellsItsPlotAndTexts) {

@@ -11,23 +11,21 @@ namespace bellmark {
 
 /// A screen with one control of each kind.
 struct SampleScreen : Screen {
-    explicit SampleScreen(ScreenStack& stack, const std::string& name = "frmSample") : Screen(stack, name, "Sample") {
-        fraInner.PutInto(fraOuter);
-    }
+    explicit SampleScreen(ScreenStack& stack, const std::string& name = "frmSample") : Screen(stack, name, "Sample") {}
 
     Frame fraOuter{*this, "fraOuter", "Outer"};
-    Frame fraInner{*this, "fraInner", "Inner"};
-    Button cmdGo{*this, "cmdGo", "&Go"};
-    Label lblText{*this, "lblText"};
-    TextBox txtName{*this, "txtName"};
-    CheckBox chkSound{*this, "chkSound", "Sound"};
-    OptionButton optFirst{*this, "optFirst", "pair", "First"};
-    OptionButton optSecond{*this, "optSecond", "pair", "Second"};
-    OptionButton optOther{*this, "optOther", "other", "Other"};
-    ComboBox cboList{*this, "cboList"};
-    Grid grdRows{*this, "grdRows"};
-    Picture picPlot{*this, "picPlot"};
-    Timer tmrTick{*this, "tmrTick", std::chrono::milliseconds(10)};
+    Frame fraInner{fraOuter, "fraInner", "Inner"};
+    Button cmdGo{fraInner, "cmdGo", "&Go"};
+    Label lblText{fraInner, "lblText"};
+    TextBox txtName{fraInner, "txtName"};
+    CheckBox chkSound{fraInner, "chkSound", "Sound"};
+    OptionButton optFirst{fraInner, "optFirst", "pair", "First"};
+    OptionButton optSecond{fraInner, "optSecond", "pair", "Second"};
+    OptionButton optOther{fraInner, "optOther", "other", "Other"};
+    ComboBox cboList{fraInner, "cboList"};
+    Grid grdRows{fraInner, "grdRows"};
+    Picture picPlot{fraInner, "picPlot"};
+    Timer tmrTick{fraInner, "tmrTick", std::chrono::milliseconds(10)};
 
     int activations = 0;
     void Activated() override { ++activations; }

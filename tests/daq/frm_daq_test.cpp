@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/program.h"
+#include "run/trial.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -58,7 +59,7 @@ TEST(AcquisitionFacade, CapturesFromTheSimulatedBoardWhileSavedDropsAreReplayed)
     daq.FindBoard();
     daq.CaptureBlock(1);
     EXPECT_EQ(hardware.captures, 1);
-    program.Run.ReplayMode = true;
+    BeginReview(program.Run.Trial, 0, false);
     EXPECT_FALSE(daq.BlockCaptured());
     daq.CaptureBlock(1);
     daq.CaptureBlock(1);

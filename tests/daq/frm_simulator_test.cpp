@@ -4,7 +4,8 @@
 
 #include "app/program.h"
 #include "platform/numbers.h"
-#include "tests/support/fake_setup.h"
+#include "run/trial.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -24,7 +25,7 @@ struct SimulatorTest : ::testing::Test {
         setup->simDataLocation = machine.folder / "Review";
         program.Run.InterimFolderName = "InterimCal20120309";
         program.Run.NumberDropsPerLoadLevel = 4;
-        program.Run.CurrentProcedure = 5;
+        program.Run.CurrentProcedure = Procedure::LoadCell;
     }
 
     void Capture() {
@@ -37,22 +38,23 @@ struct SimulatorTest : ::testing::Test {
 TEST_F(SimulatorTest, NamesTheFileByWhatIsInHand) {
     const struct {
         const char* file;
-        int procedure, refTrials, loadCellRefTrials, height, drop;
-        bool trialReview = false, replay = false;
+        Procedure procedure;
+        int refTrials, loadCellRefTrials, height, drop;
+        bool replay = false, trialReview = false;
     } cases[] = {
-        {"Review/LoadCell1-H1D1.txt", 5, 3, 0, 1, 1},
-        {"Review/LoadCell3-H4D2.txt", 5, 0, 2, 4, 2},
-        {"Review/LoadCell2-H4D3.txt", 5, 0, 2, 4, 3, true},
-        {"InterimCal20120309/LoadCell3-H4D4.txt", 5, 0, 2, 4, 4, false, true},
-        {"InterimCal20120309/LoadCell2-H1D4.txt", 5, 0, 2, 1, 4, true, true},
-        {"Review/Reference1-H3D2.txt", 4, 0, 3, 3, 2},
-        {"Review/Reference2-H3D2.txt", 4, 2, 3, 3, 2, true},
-        {"Review/Reference1-H2D1.txt", 8, 0, 3, 2, 7},
-        {"Review/Reference3-H1D1.txt", 9, 2, 3, 1, 0},
-        {"Review/reference3-h2d2.TXT", 4, 2, 0, 2, 2},  // names count without case
-        {"Review/Base_009.txt", 5, 0, 0, 3, 2},         // the flat form goes first: drop 2 of height 3, of 4 drops each
-        {"Review/Base_000.txt", 4, 1, 1, 1, 1},
-        {"Review/Base_006.txt", 1, 0, 0, 2, 3},
+        {"Review/LoadCell1-H1D1.txt", Procedure::LoadCell, 3, 0, 1, 1},
+        {"Review/LoadCell3-H4D2.txt", Procedure::LoadCell, 0, 2, 4, 2},
+        {"InterimCal20120309/LoadCell3-H4D4.txt", Procedure::LoadCell, 0, 2, 4, 4, true},
+        {"InterimCal20120309/LoadCell2-H1D4.txt", Procedure::LoadCell, 0, 2, 1, 4, true, true},
+        {"Review/Reference1-H3D2.txt", Procedure::Sensors, 0, 3, 3, 2},
+        {"InterimCal20120309/Reference2-H3D2.txt", Procedure::Sensors, 2, 3, 3, 2, true, true},
+        {"Review/Reference1-H2D1.txt", Procedure::TriggerLevel, 0, 3, 2, 7},
+        {"Review/Reference3-H1D1.txt", Procedure::NumberOfDrops, 2, 3, 1, 0},
+        {"Review/reference3-h2d2.TXT", Procedure::Sensors, 2, 0, 2, 2},  // names count without case
+        {"Review/Base_009.txt", Procedure::LoadCell, 0, 0, 3,
+         2},  // the flat form goes first: drop 2 of height 3, of 4 drops each
+        {"Review/Base_000.txt", Procedure::Sensors, 1, 1, 1, 1},
+        {"Review/Base_006.txt", Procedure::Setup, 0, 0, 2, 3},
     };
     CalibrationRun& run = program.Run;
     simulator.SetFile("Base");
@@ -63,8 +65,8 @@ TEST_F(SimulatorTest, NamesTheFileByWhatIsInHand) {
         run.LoadCellRefTrials = test.loadCellRefTrials;
         run.CurrentHeightIndex = test.height;
         run.CurrentDropIndex = test.drop;
-        run.TrialReview = test.trialReview;
-        run.ReplayMode = test.replay;
+        EndReview(run.Trial);
+        if (test.replay) BeginReview(run.Trial, 0, test.trialReview);
         value += 1;
         const std::string text = NumberText(value);
         const bool flat = std::string_view(test.file).find('_') != std::string_view::npos;

@@ -70,7 +70,7 @@ TEST_F(Conversions, TheArgumentIsPathCommaType) {
 
 TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {
     InstallConverter(goodConverter);
-    program.Run.CurrentProcStep = 62;
+    program.Run.CurrentProcStep = step::monthlyAnalysis;
     EXPECT_EQ(Convert().path, machine.folder / "transfer/Trial 1cvt.ddx");
     EXPECT_FALSE(machine.Has("InterimCal20120309"));
 }

@@ -4,21 +4,19 @@
 
 #include "fwd/fwd_peaks.h"
 #include "fwd/regression_plot.h"
-#include "fwd/trial.h"
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 
 namespace bellmark {
 namespace {
 
 using ::testing::ElementsAre;
 
-CalibrationRun SmallRun(int procedure) {
+CalibrationRun SmallRun(Procedure procedure) {
     CalibrationRun run;
     run.CurrentProcedure = procedure;
-    run.NumberLoadLevels = 1;
-    run.NumberDropsPerLoadLevel = 3;
-    run.TotalDrops = 3;
+    run.Trial.shape = {1, 3, true};
     run.NumberSensors = 2;
     run.LoadCellRefTrials = 1;
     run.RefTrials = 1;
@@ -63,7 +61,7 @@ TEST(FWDPeaks, LoadsOfEveryUnit) {
 }
 
 TEST(FWDPeaks, DropsArePairedByTheirOrder) {
-    CalibrationRun run = SmallRun(5);
+    CalibrationRun run = SmallRun(Procedure::LoadCell);
     PDDXFile document;
     document.Sections("Units").Elements("LoadUnits").SetValue("kip");
     Fill(document, {"9.1, 10.1, 5.1", "9.2, 10.2, 5.2", "9.3, 10.3, 5.3"});
@@ -74,7 +72,7 @@ TEST(FWDPeaks, DropsArePairedByTheirOrder) {
     EXPECT_THAT(std::span(run.LCTrial[0].DropData).first(4), ElementsAre(9100, 9200, 9300, 0));
     EXPECT_EQ(run.LoadCellInitialGain, 1.0) << "without a gain anywhere the load cell has 1.0";
 
-    run = SmallRun(4);
+    run = SmallRun(Procedure::Sensors);
     document.Sections("Units").Elements("DeflectionUnits").SetValue("mils");
     document.Sections("Device Information").Elements("SensorSerialNumbers").SetValue("S1, S2");
     document.Sections("Device Calibration").Elements("SensorCalibrationCenterGain").SetValue("1.01");
@@ -89,13 +87,13 @@ TEST(FWDPeaks, DropsArePairedByTheirOrder) {
 }
 
 TEST(FWDPeaks, WhatIsNoPeakIsNamed) {
-    CalibrationRun run = SmallRun(5);
+    CalibrationRun run = SmallRun(Procedure::LoadCell);
     PDDXFile document;
     Fill(document, {"9100, 1", "abc, 1", ""});
     const FWDPeaks peaks = ReadFWDPeaks(document, run);
     EXPECT_THAT(peaks.unreadable, ElementsAre("Drop 2: \"abc\"", "Drop 3: \"\""));
     EXPECT_FALSE(peaks.unitsAreKnown);
-    run = SmallRun(4);
+    run = SmallRun(Procedure::Sensors);
     PDDXFile dead;
     Fill(dead, {"9100, 1, 0", "9100, 1", "9100, x"});
     EXPECT_THAT(ReadFWDPeaks(dead, run).unreadable, ElementsAre("Drop 3: \"x\"")) << "a dead sensor reads 0";
@@ -104,7 +102,7 @@ TEST(FWDPeaks, WhatIsNoPeakIsNamed) {
 }
 
 TEST(FWDPeaks, AnotherDeviceIsRecognised) {
-    CalibrationRun run = SmallRun(5);
+    CalibrationRun run = SmallRun(Procedure::LoadCell);
     PDDXFile document;
     EXPECT_TRUE(DifferencesFromRun(document, run).empty());
     run.DeviceSerialNumber = "8002-101";
@@ -139,7 +137,7 @@ TEST(Trial, ScatterOfReferenceAndFWD) {
 }
 
 TEST(Trial, GainStartsFromTheInitialOneInEveryTrial) {
-    CalibrationRun run = SmallRun(5);
+    CalibrationRun run = SmallRun(Procedure::LoadCell);
     run.LoadCellInitialGain = 1.01;
     for (int trial = 1; trial <= 2; ++trial) {
         run.LoadCellRefTrials = trial;
@@ -179,7 +177,7 @@ TEST(RegressionPlot, RangesAndTicks) {
 }
 
 TEST(RegressionPlot, TheLineEndsAtTheEdgeAndADropTellsItsResidual) {
-    CalibrationRun run = SmallRun(5);
+    CalibrationRun run = SmallRun(Procedure::LoadCell);
     run.LCTrial[0].DropData = {6000, 9000, 12000};
     run.LCTrial[0].RefDropData = {6303, 9450, 12600};
     run.LCTrial[0].AdjFactor = 1.05;

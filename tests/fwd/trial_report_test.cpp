@@ -3,21 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include "fwd/trial.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "run/trial.h"
 #include "run/version.h"
 
 namespace bellmark {
 namespace {
 
 /// Three heights of two drops, of peaks in every width of the table.
-CalibrationRun SampleRun(int procedure) {
+CalibrationRun SampleRun(Procedure procedure) {
     CalibrationRun run;
     run.CurrentProcedure = procedure;
-    run.NumberLoadLevels = 3;
-    run.NumberDropsPerLoadLevel = 2;
-    run.TotalDrops = 6;
+    run.Trial.shape = {3, 2, true};
     run.NumberSensors = 1;
     run.LoadCellRefTrials = 2;
     run.RefTrials = 1;
@@ -30,7 +28,7 @@ CalibrationRun SampleRun(int procedure) {
     run.Sensor[0].InitialGain = 0.995;
     run.MeasuredPlus = 3.7414;
     run.MeasuredUnbalancedZero = 1.2;
-    run.DropNoiseFlags[3] = true;
+    run.Trial.DropNoiseFlags[3] = true;
     return run;
 }
 
@@ -70,31 +68,25 @@ void ExpectReport(const CalibrationRun& run, const std::string& expectedFile) {
 }
 
 TEST(TrialReport, LoadCellInPounds) {
-    CalibrationRun run = SampleRun(5);
+    CalibrationRun run = SampleRun(Procedure::LoadCell);
     run.LCTrial[1].RefDropData = {6028.34, 5997.05, 9013.5, 9040.5, 12030.7, 12117.3};
     run.LCTrial[1].DropData = {6034, 6009, 9027.84, 9051, 12055, 12124};
     run.LCTrial[1].AdjFactor = 0.99825;
     run.LCTrial[1].StdErrAdjFactor = 0.000249;
     run.LCTrial[1].Gain = 1.0105285;
-    run.HeightStats[0] = {6012.695, 22.1253, 6021.5, 17.67767};
-    run.HeightStats[1] = {9027, 19.09188, 9039.42, 16.37659};
-    run.HeightStats[2] = {12074, 61.23545, 12089.5, 48.79037};
     EXPECT_EQ(TrialReportName(run, 0, MakeDateTime(2012, 3, 9)), "8002-101 09-Mar-2012 LC-8002.LC2");
     ExpectReport(run, "load_cell_report.txt");
 }
 
 TEST(TrialReport, SensorInMicrons) {
-    CalibrationRun run = SampleRun(4);
-    run.EnglishUnits = false;
+    CalibrationRun run = SampleRun(Procedure::Sensors);
+    run.Trial.shape.englishUnits = false;
     TrialRecord& trial = run.Sensor[0].RefTrial[0];
     trial.RefDropData = {9.994, 9.996, 99.94, 99.996, 312.34, 1012.5};
     trial.DropData = {10, 10.2, 100.1, 100.2, 313, 1013};
     trial.AdjFactor = 0.9991;
     trial.StdErrAdjFactor = 0.00055;
     trial.Gain = 0.9941045;
-    run.HeightStats[0] = {9.995, 0.001414, 10.1, 0.141421};
-    run.HeightStats[1] = {99.968, 0.039598, 100.15, 0.070711};
-    run.HeightStats[2] = {662.42, 495.0878, 663, 494.9747};
     EXPECT_EQ(TrialReportName(run, 0, MakeDateTime(2012, 3, 9)), "8002-101 09-Mar-2012 D1.RF1");
     ExpectReport(run, "sensor_report.txt");
 }

@@ -13,9 +13,7 @@
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_regression_plot.h"
 #include "platform/numbers.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -33,24 +31,14 @@ struct RecordingMenu : FakeMainMenu {
     void CalibrateLoadCell() override { ++loadCellEntered; }
 };
 
-struct RecordingCollection : CollectionDoor {
+struct RecordingCollection : IdleCollection {
     int entered = 0;
     void Bellmark() override { ++entered; }
-    void Start() override {}
-    void GetResults() override {}
-    void ClearDropData() override {}
-    void PollButton(bool) override {}
-    void DisableButtons() override {}
 };
 
-struct RecordingResults : ResultsDoor {
+struct RecordingResults : IdleResults {
     int loadCellOpened = 0;
-    void Open() override {}
     void OpenLoadCell() override { ++loadCellOpened; }
-    void OpenAccelerometer() override {}
-    void Recompute() override {}
-    bool IsLoadCellComplete() const override { return false; }
-    bool AreSensorsComplete() const override { return false; }
 };
 
 struct RecordingReview : ReferenceReviewDoor {
@@ -88,16 +76,17 @@ struct TrialScreens : testing::Test {
         run.ReviewMode = true;
         run.InterimFileName = "InterimCal20120309.DDX";
         run.InterimFolderName = "InterimCal20120309";
-        run.CurrentProcedure = 5;
-        run.CurrentProcStep = 52;
+        run.CurrentProcedure = Procedure::LoadCell;
+        run.CurrentProcStep = step::loadCellTrial;
         run.NumberLoadLevels = 2;
         run.NumberDropsPerLoadLevel = 2;
         run.NumberSensors = 3;
         run.DeviceSerialNumber = "8002/101";
         run.LoadCellSerialNumber = "LC-1";
         run.LoadCellInitialGain = 1;
-        run.DropSequenceIndex = 4;
-        run.DropResults = {9000, 9040, 12000, 12040};
+        BeginTrial(run);
+        run.Trial.DropSequenceIndex = 4;
+        run.Trial.DropResults = {9000, 9040, 12000, 12040};
     }
 
     /// The FWD's file: one line of fields a drop.
@@ -135,7 +124,7 @@ struct TrialScreens : testing::Test {
 
 TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
     data->Start();
-    EXPECT_EQ(run.CurrentProcStep, 53);
+    EXPECT_EQ(run.CurrentProcStep, step::loadCellFileRead);
     EXPECT_EQ(run.LoadCellRefTrials, 1);
     EXPECT_TRUE(run.FlagUnacceptedTrial);
     EXPECT_EQ(run.LCTrial[0].RefDropData[3], 12040);
@@ -162,8 +151,8 @@ TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
     data->cmdAccept.UserClick();
     EXPECT_TRUE(machine.Has("InterimCal20120309/8002-101 09-Mar-2012 LC-1.LC1"));
     EXPECT_FALSE(run.FlagUnacceptedTrial);
-    EXPECT_EQ(run.CurrentProcStep, 52);
-    EXPECT_EQ(run.DropSequenceIndex, 0) << "the next trial begins with its first drop";
+    EXPECT_EQ(run.CurrentProcStep, step::loadCellTrial);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 0) << "the next trial begins with its first drop";
     EXPECT_EQ(menu->loadCellEntered, 1);
 
     data->Start();
@@ -177,10 +166,10 @@ TEST_F(TrialScreens, AnUnacceptedTrialIsTakenUpAgain) {
     data->Start();
     WriteFile({"9001", "9038", "12001", "12038"});
     Browse();
-    run.DropResults = {};
+    run.Trial.DropResults = {};
     data->Start();
     EXPECT_EQ(run.LoadCellRefTrials, 1);
-    EXPECT_EQ(run.DropResults[3], 12040);
+    EXPECT_EQ(run.Trial.DropResults[3], 12040);
     EXPECT_EQ(run.LCTrial[0].Gain, 0) << "the file has to be read again";
     EXPECT_EQ(data->txtFilename.Text.Get(), "");
     EXPECT_FALSE(data->cmdGraph.Enabled);
@@ -297,7 +286,7 @@ TEST_F(TrialScreens, RejectingAsksTwice) {
     for (const auto& row : rows) {
         run.FlagUnacceptedTrial = false;
         run.LoadCellRefTrials = 1;
-        run.DropSequenceIndex = 4;
+        run.Trial.DropSequenceIndex = 4;
         collection->entered = 0;
         menu->opened = 0;
         data->Start();
@@ -306,7 +295,7 @@ TEST_F(TrialScreens, RejectingAsksTwice) {
         data->RejectTrial();
         EXPECT_EQ(run.LoadCellRefTrials, row.rejects ? 1 : 2);
         EXPECT_EQ(run.FlagUnacceptedTrial, !row.rejects);
-        EXPECT_EQ(run.DropSequenceIndex, row.rejects ? 0 : 4);
+        EXPECT_EQ(run.Trial.DropSequenceIndex, row.rejects ? 0 : 4);
         EXPECT_EQ(run.LCTrial[1].RefDropData[0], row.rejects ? 0 : 9000);
         EXPECT_EQ(collection->entered, row.collected);
         EXPECT_EQ(menu->opened, row.menus);
@@ -329,19 +318,19 @@ TEST_F(TrialScreens, AWaitingTrialIsAnsweredWithinItsOwnProcedure) {
         run.RefTrials = row.referenceTrials;
         run.LCTrial[1].Gain = row.lastLoadCellGain;
         run.LoadCellCalComplete = row.loadCellAccepted;
-        run.CurrentProcedure = row.procedure;
+        run.CurrentProcedure = static_cast<Procedure>(row.procedure);
         EXPECT_EQ(EnterUnacceptedTrial(program), row.expected != 0);
         if (row.expected == 0) continue;
-        EXPECT_EQ(run.CurrentProcedure, row.expected);
+        EXPECT_EQ(run.CurrentProcedure, static_cast<Procedure>(row.expected));
         EXPECT_EQ(run.LoadCellRefTrials, row.loadCellTrials) << "the same trial, not one more";
         EXPECT_EQ(run.RefTrials, row.referenceTrials);
-        ReturnToProcedure(program, row.expected);
+        ReturnToProcedure(program, run.CurrentProcedure);
         EXPECT_EQ(collection->entered, 0) << "no new drops before it is answered";
     }
 }
 
 TEST_F(TrialScreens, AFifthTrialIsRefused) {
-    for (const int procedure : {4, 5}) {
+    for (const Procedure procedure : {Procedure::Sensors, Procedure::LoadCell}) {
         run.CurrentProcedure = procedure;
         run.LoadCellRefTrials = 4;
         run.RefTrials = 4;
@@ -368,13 +357,13 @@ TEST_F(TrialScreens, AReportThatCannotBeWrittenKeepsTheTrial) {
 }
 
 TEST_F(TrialScreens, SensorsAreLookedAtOneByOne) {
-    run.CurrentProcedure = 4;
+    run.CurrentProcedure = Procedure::Sensors;
     run.Manufacturer = Make::Kuab;
     run.EnglishUnits = true;
     for (std::size_t s = 0; s < 3; ++s) run.Sensor[s].InitialGain = 1;
-    run.DropResults = {10, 10.1, 15, 15.1};
+    run.Trial.DropResults = {10, 10.1, 15, 15.1};
     data->Start();
-    EXPECT_EQ(run.CurrentProcStep, 43);
+    EXPECT_EQ(run.CurrentProcStep, step::sensorsFileRead);
     WriteFile({"1, 10.0, 10.0, 9.0", "1, 10.1, 10.1, 9.1", "1, 15.0, 15.0, 13.5", "1, 15.1, 15.1, 13.6"});
     Browse();
     EXPECT_EQ(data->txtSensorNum.Text.Get(), "0") << "a KUAB counts its sensors from 0";
@@ -396,9 +385,9 @@ TEST_F(TrialScreens, SensorsAreLookedAtOneByOne) {
 }
 
 TEST_F(TrialScreens, SensorsThatTheFileLacksReadZero) {
-    run.CurrentProcedure = 4;
+    run.CurrentProcedure = Procedure::Sensors;
     run.NumberSensors = static_cast<int>(maxSensors);
-    run.DropResults = {10, 10.1, 15, 15.1};
+    run.Trial.DropResults = {10, 10.1, 15, 15.1};
     data->Start();
     std::string hundredFields = "1";
     for (int field = 2; field <= 100; ++field) hundredFields += ", 10";

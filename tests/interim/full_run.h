@@ -7,7 +7,7 @@
 #include "pddx/mod_pddx_read.h"
 #include "platform/machine.h"
 #include "run/run_document.h"
-#include "tests/support/fake_setup.h"
+#include "tests/support/idle_doors.h"
 
 namespace bellmark {
 
@@ -45,8 +45,8 @@ inline CalibrationRun FullRun(std::uint64_t seed) {
     run.OwnerFolder = "/tree/Calibrations/Owner";
     run.DeviceFolder = "/tree/Calibrations/Owner/8002-123";
     run.OutputFolder = "/tree/Calibrations/Owner/8002-123/2012Mar09";
-    run.CurrentProcedure = 4;
-    run.CurrentProcStep = 44;
+    run.CurrentProcedure = Procedure::Sensors;
+    run.CurrentProcStep = step::sensorsRelative;
     run.FlagUnacceptedTrial = true;
     run.LoadCellCalComplete = true;
     run.SensorRefCalComplete = true;
@@ -59,6 +59,7 @@ inline CalibrationRun FullRun(std::uint64_t seed) {
     run.RefCalStdDev = any();
     run.RefCalChange = any();
     for (std::size_t t = 0; t < maxTrials; ++t) {
+        run.LCTrialShape[t] = run.RefTrialShape[t] = {4, 10, false};
         fill(run.LCTrial[t].RefDropData, 40);
         fill(run.LCTrial[t].DropData, 40);
         run.LCTrial[t].AdjFactor = any();

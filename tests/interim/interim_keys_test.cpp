@@ -28,6 +28,7 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.NumberLoadLevels = 1;
     run.NumberDropsPerLoadLevel = 2;
     run.NumberSensors = 2;
+    run.LCTrialShape[0] = run.LCTrialShape[1] = run.RefTrialShape[0] = {1, 2, true};
     run.LoadCellRefTrials = 2;
     run.LCTrial[0].Gain = 1.25;
     run.LCTrial[0].AdjFactor = 0.1;
@@ -48,8 +49,8 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.Sensor[0].RelTrial[0].Position = 1;
     run.Sensor[1].RelTrial[0].Position = 2;
     run.Sensor[1].RelTrial[0].DropData[0] = 4.5;
-    run.CurrentProcedure = 4;
-    run.CurrentProcStep = 44;
+    run.CurrentProcedure = Procedure::Sensors;
+    run.CurrentProcStep = step::sensorsRelative;
     run.SensorRefCalComplete = true;
     run.Manufacturer = Make::CarlBro;
     run.DeviceOwner = "Owner";
@@ -112,7 +113,7 @@ TEST_P(DamagedInterim, IsReadWithinWhatTheRecordHolds) {
     EXPECT_EQ(run.LoadCellRefTrials, GetParam().loadCellTrials);
     EXPECT_EQ(run.NumberLoadLevels, GetParam().levels);
     EXPECT_EQ(run.NumberDropsPerLoadLevel, GetParam().drops);
-    EXPECT_LE(DropsInTrial(run), static_cast<int>(maxDrops));
+    EXPECT_LE(run.NumberLoadLevels * run.NumberDropsPerLoadLevel, static_cast<int>(maxDrops));
 }
 
 const std::string levelsAndDrops = "[FWD Calibration Center]\nNumberLoadLevels=3\nNumberDropsPerLoadLevel=7\n";

@@ -111,8 +111,7 @@ TEST_F(InterimStoreTest, EveryDigitComesBack) {
 TEST_F(InterimStoreTest, StandardErrorsAreComputedAgain) {
     // Reference on FWD peaks (1, 2), (2, 4.1), (3, 5.9): slope 27.9 / 14, residuals 0.00714, 0.11429, -0.07857;
     // sqrt(0.0192857 / 2 / 14), by hand.
-    program.Run.NumberLoadLevels = 3;
-    program.Run.NumberDropsPerLoadLevel = 1;
+    program.Run.LCTrialShape[0] = {3, 1, true};
     program.Run.LCTrial[0].DropData = {1, 2, 3};
     program.Run.LCTrial[0].RefDropData = {2, 4.1, 5.9};
     SaveInterimCalibration(program);
@@ -128,6 +127,7 @@ TEST_F(InterimStoreTest, FileIsWhatDocumentCenterAndRunWriteOneAfterTheOther) {
     WriteCenterDataToPDDX(program, file);
     ProfileStrings strings = OpenProfileStrings(machine.files, file);
     SetRunKeys(strings, program.Run, "first,,third, with more", program.Now());
+    SetStateKeys(strings, program.Run, program.Center);
     SaveProfileStrings(machine.files, file, strings);
     EXPECT_EQ(saved, Bytes(file));
     EXPECT_NE(saved.find("DeviceOwner=Stra\xDF"

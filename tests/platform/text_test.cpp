@@ -51,6 +51,36 @@ TEST(Text, CountsAndCutsCharacters) {
     EXPECT_EQ(Trim(" \t "), "");
 }
 
+TEST(Text, ListsGiveTheirFields) {
+    const struct {
+        int index;
+        const char* list;
+        const char* field;
+    } cases[] = {
+        {1, "1.5, 2.5, 3.5", "1.5"},
+        {2, "1.5, 2.5, 3.5", " 2.5"},
+        {3, "1.5,2.5,   3.5  ", " 3.5"},
+        {4, "1.5,2.5", ""},
+        {2, "a,,b", ""},
+        {3, "a,,b", "b"},
+        {1, "", ""},
+        {0, "a,b", ""},
+        {-1, "a,b", ""},
+        {1, "  two   words , b", "two words "},
+    };
+    for (const auto& test : cases) EXPECT_EQ(GetListField(test.index, test.list), test.field) << test.list;
+}
+
+TEST(Text, BlanksExtensionsAndZeros) {
+    EXPECT_EQ(CompressBlanks("   a  b \t  c    "), "a b \t c");
+    EXPECT_EQ(CompressBlanks("    "), "");
+    EXPECT_EQ(FileExtension("a.b.ddx"), "ddx");
+    EXPECT_EQ(FileExtension("noextension"), "noextension");
+    EXPECT_EQ(FileExtension("ends."), "");
+    EXPECT_EQ(ZeroIfEmpty(""), "0");
+    EXPECT_EQ(ZeroIfEmpty("0.0"), "0.0");
+}
+
 TEST(Text, CaseIsOfTheLettersAToZAlone) {
     EXPECT_TRUE(EqualIgnoringCase("Sensor [1]", "SENSOR [1]"));
     EXPECT_FALSE(EqualIgnoringCase("[", "{")) << "they lie as far apart as the letters' cases";

@@ -6,8 +6,7 @@
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -18,22 +17,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-struct FakeFWDData : FWDDataDoor {
+struct FakeFWDData : IdleFWDData {
     int started = 0;
     int refreshed = 0;
     void Start() override { ++started; }
     void Refresh() override { ++refreshed; }
-    void ReturnFromPlot() override {}
-    void AcceptTrial() override {}
-    void RejectTrial() override {}
-    void PrintReport() override {}
-};
-
-/// What a replay asks of the simulated board.
-struct FakeSimulator : SimulatorDoor {
-    std::string file;
-    void SetFile(const std::string& baseName) override { file = baseName; }
-    void SetRandom(float, float) override {}
 };
 
 /// The two screens of a trial on a machine with a board: a cell of 1000 pounds a volt, 2 heights of 2 drops.
@@ -58,7 +46,7 @@ struct DropScreensTest : ::testing::Test {
         program.Center.ReferenceLoadCellUnits = poundForce;
         program.Center.ReferenceLoadCellCalibrationCoefficients = {1000, 0, 0, 0, 0};
         run.InterimFolderName = "InterimCal20120309";
-        run.CurrentProcedure = 5;
+        run.CurrentProcedure = Procedure::LoadCell;
         run.NumberLoadLevels = 2;
         run.NumberDropsPerLoadLevel = 2;
         SetPulse(9);
@@ -92,17 +80,18 @@ TEST_F(DropScreensTest, ATrialRunsHeightByHeight) {
     const char* names[] = {"H1D1", "H1D2", "H2D1", "H2D2"};
     for (const char* name : names) {
         EXPECT_EQ(fwdData->started, 0);
-        const int taken = run.DropSequenceIndex;
+        const int taken = run.Trial.DropSequenceIndex;
         SetPulse(static_cast<float>(6 + taken));
         EXPECT_EQ('H' + collection->lblLoadNumber.Caption.Get() + 'D' + collection->lblDropNumber.Caption.Get(), name);
         Take();
         EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-" + std::string(name) + ".txt"));
     }
-    EXPECT_THAT(run.DropResults, ::testing::Contains(9000).Times(1));
+    EXPECT_THAT(run.Trial.DropResults, ::testing::Contains(9000).Times(1));
     // Heights of 6000, 7000 and of 8000, 9000 pounds: means 6500 and 8500, deviations 1000 / sqrt 2.
-    EXPECT_EQ(run.HeightStats[0].RefMean, 6500);
-    EXPECT_EQ(run.HeightStats[1].RefMean, 8500);
-    EXPECT_NEAR(run.HeightStats[1].RefStdDev, 707.10678118654752, 1e-6);
+    const auto heights = StatisticsOfHeights(run.Trial.shape, std::span(run.Trial.DropResults).first(4));
+    EXPECT_EQ(heights.at(0).mean, 6500);
+    EXPECT_EQ(heights.at(1).mean, 8500);
+    EXPECT_NEAR(heights.at(1).stdDev, 707.10678118654752, 1e-6);
     EXPECT_EQ(collection->DropDataDisplay.lblMean[1]->Caption.Get(), "8,500");
     collection->cmdNext.UserClick();
     EXPECT_EQ(fwdData->started, 1);
@@ -120,7 +109,7 @@ TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
     EXPECT_EQ(menu->opened, 1);
     EXPECT_FALSE(drop->IsShown());
     EXPECT_TRUE(run.DropRejected);
-    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
     EXPECT_GT(board->aborts, 0);
     EXPECT_FALSE(machine.Has("InterimCal20120309/LoadCell1-H1D2.txt"));
     machine.WhileWaiting = nullptr;
@@ -134,7 +123,7 @@ TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
     collection->Bellmark();
     Take();
     EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D2.txt"));
-    EXPECT_EQ(run.DropSequenceIndex, 2);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 2);
 }
 
 TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
@@ -145,7 +134,7 @@ TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
     for (const bool reviewMode : {false, true}) {
         run.ReviewMode = reviewMode;
         collection->DisableButtons();
-        ReturnToProcedure(program, 5);
+        ReturnToProcedure(program, Procedure::LoadCell);
         EXPECT_TRUE(collection->cmdNext.Enabled) << reviewMode;
     }
 }
@@ -169,14 +158,14 @@ TEST_F(DropScreensTest, ARejectedDropIsTakenAgain) {
     machine.dialogs.QueueAnswer(Answer::Yes);
     drop->cmdReject.UserClick();
     EXPECT_TRUE(IsInFront(*collection));
-    EXPECT_EQ(run.DropSequenceIndex, 0);
-    EXPECT_EQ(run.DropResults[0], 0);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 0);
+    EXPECT_EQ(run.Trial.DropResults[0], 0);
     machine.Advance(milliseconds(200));
     EXPECT_TRUE(IsInFront(*collection)) << "the operator has not asked for the next drop yet";
     SetPulse(7);
     Take();
-    EXPECT_EQ(run.DropResults[0], 7000);
-    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropResults[0], 7000);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
 }
 
 TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed) {
@@ -184,7 +173,7 @@ TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed
     EXPECT_TRUE(IsInFront(*drop));
     PressAndRelease();
     EXPECT_TRUE(IsInFront(*collection));
-    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
 
     // Held down while the screen changes, its release does nothing there.
     board->volts = 5;
@@ -217,7 +206,7 @@ TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed
     EXPECT_FALSE(drop->fraMessage.Visible);
     PressAndRelease();
     EXPECT_TRUE(IsInFront(*collection));
-    EXPECT_TRUE(run.DropNoiseFlags[2]);
+    EXPECT_TRUE(run.Trial.DropNoiseFlags[2]);
 }
 
 TEST_F(DropScreensTest, TooHighAPeakIsToldOnceTheDropIsSaved) {
@@ -246,9 +235,9 @@ TEST_F(DropScreensTest, ADropThatCannotBeSavedCannotBeAccepted) {
     machine.files.FailFromWrite(0);
     machine.dialogs.QueueAnswer(Answer::Yes);
     drop->cmdReject.UserClick();
-    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
     Take();
-    EXPECT_EQ(run.DropSequenceIndex, 2);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 2);
 }
 
 TEST_F(DropScreensTest, ABlockWithoutAPulseCannotBeAccepted) {
@@ -277,16 +266,16 @@ TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     EXPECT_THAT(Boxes(),
                 ElementsAre("Review Collected Data\tDo you wish to review Drop Height 1, Drop Number 1?\t36\tYes"));
     ASSERT_TRUE(IsInFront(*drop));
-    EXPECT_TRUE(run.ReplayMode);
+    EXPECT_TRUE(run.Trial.ReplayMode());
     EXPECT_EQ(simulator->file, "LoadCell1");
     // As the simulated board does with the lines of the drop's file.
     program.Center.ShuntCalibrationMultiplier = 0.5;
     EXPECT_EQ(drop->cmdAccept.Caption.Get(), "&Return");
     drop->cmdAccept.UserClick();
     EXPECT_TRUE(IsInFront(*collection));
-    EXPECT_FALSE(run.ReplayMode);
-    EXPECT_EQ(run.DropSequenceIndex, 2);
-    EXPECT_EQ(run.DropResults[0], 9000);
+    EXPECT_FALSE(run.Trial.ReplayMode());
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 2);
+    EXPECT_EQ(run.Trial.DropResults[0], 9000);
     EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1);
     EXPECT_EQ(machine.files.ReadBytes(saved), text);
     // A click on a drop that is not there yet asks nothing.

@@ -6,8 +6,8 @@
 #include "app/program.h"
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
-#include "tests/reference/fake_main_menu.h"
-#include "tests/support/fake_acquisition.h"
+#include "run/trial.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -35,8 +35,8 @@ struct PrerequisitesTest : ::testing::Test {
         center.ReferenceLoadCellGain = "5.00";
         center.UseBVoltages = true;
         center.ShuntCalibrationMultiplier = 1.002;
-        run.CurrentProcedure = 5;
-        run.CurrentProcStep = 51;
+        run.CurrentProcedure = Procedure::LoadCell;
+        run.CurrentProcStep = step::loadCellTrialStarts;
     }
 
     void Ok(float volts = 0) {
@@ -49,7 +49,7 @@ struct PrerequisitesTest : ::testing::Test {
     /// Up to the reading of this item of the load cell's list, 4 being the first one.
     void GoToReading(int item) {
         list->ResetPreReq();
-        list->PrerequisitesMet(5);
+        list->PrerequisitesMet(Procedure::LoadCell);
         PassHandWork(4);
         const double readings[] = {center.ReferenceLoadCellUnbalancedZero, 0, center.ReferenceLoadCellPlusVoltage};
         for (int i = 4; i < item; ++i) Ok(static_cast<float>(readings[i - 4]));
@@ -90,7 +90,7 @@ TEST_F(PrerequisitesTest, LeadThroughTheLoadCellsChecks) {
     for (const auto& item : items) {
         EXPECT_EQ(list->lblPrompt.Caption.Get(), item.prompt);
         EXPECT_EQ(ItemsDone(), done++);
-        EXPECT_FALSE(list->PrerequisitesMet(5));
+        EXPECT_FALSE(list->PrerequisitesMet(Procedure::LoadCell));
         if (item.volts == -3.7425F) {
             EXPECT_EQ(list->fraStep.Caption.Get(), "-B Reading");
             // The switch is still held when the last reading is over.
@@ -107,10 +107,10 @@ TEST_F(PrerequisitesTest, LeadThroughTheLoadCellsChecks) {
         ::testing::StartsWith(
             "Shunt Switch Not Set to Neutral Position (211)\tThe Reference Load Cell has a measured unbalanced zero of "
             "-3.743 v.\\nThis may be d"));
-    EXPECT_EQ(run.CurrentProcStep, 51);
-    EXPECT_TRUE(list->PrerequisitesMet(5));
+    EXPECT_EQ(run.CurrentProcStep, step::loadCellTrialStarts);
+    EXPECT_TRUE(list->PrerequisitesMet(Procedure::LoadCell));
     list->cmdNext.UserClick();
-    EXPECT_EQ(run.CurrentProcStep, 52);
+    EXPECT_EQ(run.CurrentProcStep, step::loadCellTrial);
     EXPECT_EQ(program.Screens.Front(), collection.get());
     // 7.4925 V measured on 7.48 V, as single-precision readings give it.
     EXPECT_NEAR(center.ShuntCalibrationMultiplier, 7.4925 / 7.48, 1e-7);
@@ -206,7 +206,7 @@ TEST_F(PrerequisitesTest, WarnOfTheShuntSwitchOnceARunAndBeforeItsFirstTrialOnly
 TEST_F(PrerequisitesTest, InReviewTheStoredVoltagesAreRead) {
     run.ReviewMode = true;
     board->volts = 9;
-    list->PrerequisitesMet(5);
+    list->PrerequisitesMet(Procedure::LoadCell);
     machine.dialogs.QueueAnswer(Answer::OK);
     for (int i = 0; i < 9; ++i) list->cmdOK.UserClick();
     EXPECT_EQ(ItemsDone(), 9);
@@ -219,8 +219,8 @@ TEST_F(PrerequisitesTest, InReviewTheStoredVoltagesAreRead) {
 
 TEST_F(PrerequisitesTest, TheAccelerometersListIsShortAndLeadsOnByProcedure) {
     run.ReviewMode = true;
-    run.CurrentProcedure = 4;
-    EXPECT_FALSE(list->PrerequisitesMet(4));
+    run.CurrentProcedure = Procedure::Sensors;
+    EXPECT_FALSE(list->PrerequisitesMet(Procedure::Sensors));
     machine.dialogs.QueueAnswer(Answer::OK);
     list->cmdNext.UserClick();
     EXPECT_EQ(Boxes(),
@@ -232,18 +232,18 @@ TEST_F(PrerequisitesTest, TheAccelerometersListIsShortAndLeadsOnByProcedure) {
     for (int i = 0; i < 4; ++i) list->chkPrereq[static_cast<std::size_t>(i)]->UserClick();
     EXPECT_THROW(list->cmdOK.UserClick(), UserError);
     list->cmdNext.UserClick();
-    EXPECT_EQ(run.CurrentProcStep, 42);
+    EXPECT_EQ(run.CurrentProcStep, step::sensorsTrial);
     EXPECT_EQ(program.Screens.Front(), collection.get());
-    EXPECT_TRUE(list->PrerequisitesMet(4));
+    EXPECT_TRUE(list->PrerequisitesMet(Procedure::Sensors));
 
     // For the load cell the conditioner is set up anew, but it is warm by now.
-    EXPECT_FALSE(list->PrerequisitesMet(5));
+    EXPECT_FALSE(list->PrerequisitesMet(Procedure::LoadCell));
     EXPECT_EQ(ItemsDone(), 0);
     Ok();
     EXPECT_NE(list->lblPrompt.Caption.Get().find("warmed up for 10 minutes"), std::string::npos);
     list->cmdMainMenu.UserClick();
     EXPECT_EQ(menu->opened, 1);
-    EXPECT_FALSE(list->PrerequisitesMet(4)) << "the accelerometer's list was given up for it";
+    EXPECT_FALSE(list->PrerequisitesMet(Procedure::Sensors)) << "the accelerometer's list was given up for it";
 }
 
 TEST_F(PrerequisitesTest, KeepTheTrialInHand) {
@@ -252,17 +252,17 @@ TEST_F(PrerequisitesTest, KeepTheTrialInHand) {
     collection->Bellmark();
     PassHandWork(9);
     list->cmdNext.UserClick();
-    run.DropResults[0] = 6028;
+    TakePeak(run.Trial, 6028, {});
     collection->GetResults();
-    EXPECT_EQ(run.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
     list->ResetPreReq();
     collection->Start();
     ASSERT_EQ(program.Screens.Front(), list.get());
     PassHandWork(9);
     list->cmdNext.UserClick();
     EXPECT_EQ(program.Screens.Front(), collection.get());
-    EXPECT_EQ(run.DropSequenceIndex, 1);
-    EXPECT_EQ(run.DropResults[0], 6028);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
+    EXPECT_EQ(run.Trial.DropResults[0], 6028);
     EXPECT_EQ(collection->DropDataDisplay.txtData[0]->Text.Get(), "6,028");
 }
 

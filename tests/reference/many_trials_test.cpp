@@ -10,6 +10,7 @@
 #include "assembly/assembly.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 #include "virtual_fwd/virtual_center.h"
 
@@ -24,11 +25,6 @@ double ResidentMegabytes() {
     return resident * 4096 / 1e6;
 }
 
-struct AllChecked : PrerequisitesDoor {
-    bool PrerequisitesMet(int) override { return true; }
-    void ResetPreReq() override {}
-};
-
 TEST(ManyTrials, NeitherGrowNorSlowDown) {
     constexpr int trials = 1000;
     TestMachine machine;
@@ -39,12 +35,12 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     const auto program = AssembleProgram(machine.machine);
     CalibrationRun& run = program->Run;
     run.ReviewMode = true;
-    run.CurrentProcedure = 5;
+    run.CurrentProcedure = Procedure::LoadCell;
     run.InterimFolderName = "InterimCal20120309";
     run.NumberLoadLevels = 4;
     run.NumberDropsPerLoadLevel = 6;
     program->Center = virtual_fwd::VirtualCenter(false, machine.clock.Now());
-    program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<AllChecked>(); });
+    program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<IdlePrerequisites>(); });
     auto& collection = dynamic_cast<frmBellmark_Accel&>(program->The<CollectionDoor>());
     auto& drop = dynamic_cast<frmBellmark_AccelDrop&>(program->The<DropDoor>());
     // The simulated board reads the very files that the trial writes again.
@@ -56,16 +52,16 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     double megabytesAfterTen = 0;
     const auto begun = std::chrono::steady_clock::now();
     for (int trial = 0; trial < trials; ++trial) {
-        run.DropSequenceIndex = 0;
+        run.Trial.DropSequenceIndex = 0;
         collection.Start();
-        while (run.DropSequenceIndex < run.TotalDrops) {
+        while (run.Trial.DropSequenceIndex < run.Trial.shape.Drops()) {
             collection.cmdNext.UserClick();
             drop.cmdAccept.UserClick();
         }
         if (trial == 9) megabytesAfterTen = ResidentMegabytes();
     }
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - begun;
-    const double millisecondsPerDrop = took.count() / (trials * run.TotalDrops);
+    const double millisecondsPerDrop = took.count() / (trials * run.Trial.shape.Drops());
     const double megabytes = ResidentMegabytes();
     std::cout << "resident after 10 trials " << megabytesAfterTen << " MB, after " << trials << ' ' << megabytes
               << " MB; " << millisecondsPerDrop << " ms a drop\n";

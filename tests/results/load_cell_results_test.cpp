@@ -136,8 +136,8 @@ TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     EXPECT_TRUE(results.cmdNext.Enabled);
     EXPECT_EQ(results.cmdNext.BackColor.Get(), colors::suggestedNext);
     EXPECT_FALSE(results.txtPleaseWait.Visible);
-    EXPECT_EQ(run.CurrentProcedure, 4);
-    EXPECT_EQ(run.CurrentProcStep, 40);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::Sensors);
+    EXPECT_EQ(run.CurrentProcStep, step::sensorsCheck);
     EXPECT_EQ(program->Header.ProcedureName(), "FWD Deflection Sensor Calibration");
     EXPECT_EQ(run.NewLoadCellCalibrationCenterGain, 1.03);
     EXPECT_EQ(Saved("LoadCellCalComplete"), "True");
@@ -149,8 +149,8 @@ TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     run.LoadCellCalComplete = false;
     results.Recompute();
     tab.cmdAcceptLC.UserClick();
-    EXPECT_EQ(run.CurrentProcedure, 10);
-    EXPECT_EQ(run.CurrentProcStep, 104);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::Results);
+    EXPECT_EQ(run.CurrentProcStep, step::resultsLast);
     EXPECT_TRUE(results.cmdPrintPDDX[1].Enabled);
     EXPECT_EQ(results.cmdPrintPDDX[1].BackColor.Get(), colors::suggestedNext);
 }
@@ -163,7 +163,7 @@ TEST_F(LoadCellResultsTest, WhatCannotBeKeptIsNotAccepted) {
     tab.cmdAcceptLC.UserClick();
     machine.files.FailFromWrite(0);
     EXPECT_FALSE(run.LoadCellCalComplete);
-    EXPECT_EQ(run.CurrentProcedure, 5);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::LoadCell);
     EXPECT_FALSE(results.txtPleaseWait.Visible);
     tab.cmdAcceptLC.UserClick();
     EXPECT_TRUE(run.LoadCellCalComplete);

@@ -20,8 +20,8 @@ struct ResultsProgram {
 
     ResultsProgram() {
         run.SetupComplete = true;
-        run.CurrentProcedure = 5;
-        run.CurrentProcStep = 51;
+        run.CurrentProcedure = Procedure::LoadCell;
+        run.CurrentProcStep = step::loadCellTrialStarts;
         run.InterimFileName = "InterimCal20120309.DDX";
         run.InterimFolderName = "InterimCal20120309";
         run.DeviceOwner = "County Roads";

@@ -176,9 +176,8 @@ TEST_F(CenterTabTest, EditedCellsStayInTheRecordAndAreLostFromTheFile) {
     machine.dialogs.QueueAnswer(Answer::OK);
     tab.cmdWriteCalCenter.UserClick();
     EXPECT_EQ(tab.cmdWriteCalCenter.Caption.Get(), "&Save Calibration Center Config");
-    for (const Control* other :
-         {static_cast<Control*>(&setup.FWD.optFWD), static_cast<Control*>(&setup.DataAcq.optDataAcq),
-          static_cast<Control*>(&setup.General.optGeneral), static_cast<Control*>(&tab.cmdApproveBellmarkCenter)}) {
+    for (const Control* other : std::initializer_list<Control*>{
+             &setup.FWD.optFWD, &setup.DataAcq.optDataAcq, &setup.General.optGeneral, &tab.cmdApproveBellmarkCenter}) {
         EXPECT_FALSE(other->Enabled) << other->Name();
     }
     tab.txtRefLoadCellGain.UserEnter("5.00");

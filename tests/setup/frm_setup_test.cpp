@@ -9,6 +9,7 @@
 #include "pddx/pddx_file.h"
 #include "platform/text.h"
 #include "tests/setup/set_up_program.h"
+#include "tests/support/idle_doors.h"
 
 namespace bellmark {
 namespace {
@@ -91,16 +92,13 @@ TEST_F(FrmSetupTest, LoadTriggerIsStoredInTheUnitsOfTheFile) {
     EXPECT_EQ(setup.General.loadCellTrigger.Text.Get(), "4.4482") << "1000 pounds as read, unrounded";
 }
 
-struct FakeFlip : FlipCalibrationDoor {
-    void Start() override {}
-};
-
 TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
     auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
     auto& frame = dynamic_cast<frmMaster&>(program->The<MainFrameDoor>());
     ReadCenter();
     for (const bool canFlip : {false, true}) {
-        if (canFlip) program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<FakeFlip>(); });
+        if (canFlip)
+            program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<IdleFlipCalibration>(); });
         for (int inputs = 0; inputs < 8; ++inputs) {
             SCOPED_TRACE(inputs + (canFlip ? 8 : 0));
             run.SetupComplete = (inputs & 1) != 0;
@@ -120,7 +118,8 @@ TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
 struct NextCase {
     const char* what;
     bool started, triggerSet, dropsSet, loadCellOnly;
-    int procedure, step;
+    Procedure procedure;
+    int step;
     const char* header;
     Control* focus;  ///< while the set-up goes on; nullptr where it has ended
 };
@@ -130,13 +129,14 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
     constexpr const char* sensors = "FWD Deflection Sensor Calibration";
     constexpr const char* loadCell = "FWD Load Cell Calibration";
     const NextCase cases[] = {
-        {"both measured", true, true, true, false, 4, 41, sensors, nullptr},
-        {"trigger measured", true, true, false, false, 1, 15, "", &general.cmdNumberDrops},
-        {"drops approved for the load cell", true, false, true, true, 5, 51, loadCell, nullptr},
-        {"nothing measured", true, false, false, false, 1, 15, "", &general.cmdTriggerLevel},
-        {"nothing measured, load cell only", true, false, false, true, 1, 15, "", &general.cmdApproveCalSeq},
-        {"edit of a run", false, false, false, false, 0, 0, "", nullptr},
-        {"edit of a run, both measured", false, true, true, false, 0, 0, "", nullptr}};
+        {"both measured", true, true, true, false, Procedure::Sensors, 41, sensors, nullptr},
+        {"trigger measured", true, true, false, false, Procedure::Setup, 15, "", &general.cmdNumberDrops},
+        {"drops approved for the load cell", true, false, true, true, Procedure::LoadCell, 51, loadCell, nullptr},
+        {"nothing measured", true, false, false, false, Procedure::Setup, 15, "", &general.cmdTriggerLevel},
+        {"nothing measured, load cell only", true, false, false, true, Procedure::Setup, 15, "",
+         &general.cmdApproveCalSeq},
+        {"edit of a run", false, false, false, false, Procedure::None, 0, "", nullptr},
+        {"edit of a run, both measured", false, true, true, false, Procedure::None, 0, "", nullptr}};
     general.cmdTriggerLevel.Enabled = true;
     for (const NextCase& c : cases) {
         SCOPED_TRACE(c.what);
@@ -145,7 +145,7 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
         NameInterimStore(*program);
         setup.Show();
         tab.cmdApproveBellmarkCenter.UserClick();
-        run.CurrentProcedure = 1;
+        run.CurrentProcedure = Procedure::Setup;
         run.ProgramStarted = c.started;
         run.TriggerLevelSet = c.triggerSet;
         run.NumberDropsSet = c.dropsSet;
@@ -171,7 +171,7 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
 TEST_F(FrmSetupTest, NothingLeadsPastACenterThatWasNotApproved) {
     ReadCenter();
     BeginFreshRun(*program);
-    run.CurrentProcedure = 1;
+    run.CurrentProcedure = Procedure::Setup;
     EXPECT_FALSE(setup.cmdNext.Enabled);
     // Saving changes of the center opens the tabs.
     machine.dialogs.QueueAnswer(Answer::OK);
@@ -182,7 +182,7 @@ TEST_F(FrmSetupTest, NothingLeadsPastACenterThatWasNotApproved) {
     setup.General.optGeneral.UserClick();
     setup.cmdNext.UserClick();
     EXPECT_TRUE(tab.fraCalCenter.Visible);
-    EXPECT_EQ(run.CurrentProcStep, 0);
+    EXPECT_EQ(run.CurrentProcStep, step::none);
     tab.cmdApproveBellmarkCenter.UserClick();
     EXPECT_TRUE(setup.FWD.fraFWD.Visible) << "the first approval leads to the FWD";
     EXPECT_FALSE(setup.FWD.fraFWDData.Visible);
@@ -202,8 +202,8 @@ TEST_F(FrmSetupTest, LoadCellOnlySequenceEntersTheLoadCellProcedure) {
     setup.General.cmdApproveCalSeq.UserClick();
     EXPECT_EQ(run.LastMessageCode, 160);
     setup.cmdNext.UserClick();
-    EXPECT_EQ(run.CurrentProcedure, 5);
-    EXPECT_EQ(run.CurrentProcStep, 51);
+    EXPECT_EQ(run.CurrentProcedure, Procedure::LoadCell);
+    EXPECT_EQ(run.CurrentProcStep, step::loadCellTrialStarts);
     EXPECT_TRUE(run.SetupComplete);
     EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
     EXPECT_TRUE(machine.Has("InterimCal20120309/InterimCal.DDX"));
@@ -266,9 +266,10 @@ TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
     run.DeviceOwner = "Owner";
     run.EnglishUnits = false;  // the center's file says English: the run's own units must win
     run.LoadCellRefTrials = 1;
+    run.LCTrialShape[0] = {4, 6, false};
     run.LCTrial[0].RefDropData = {26.8125};
-    run.CurrentProcedure = 5;
-    run.CurrentProcStep = 52;
+    run.CurrentProcedure = Procedure::LoadCell;
+    run.CurrentProcStep = step::loadCellTrial;
     center.Notes[0] = "windy";
     center.LocationOfFWDDataTransfer = "/of the run/";
     ASSERT_TRUE(SaveInterimCalibration(*program));
@@ -282,7 +283,7 @@ TEST_F(FrmSetupTest, SavedRunGoesOnInAnotherProgramAlsoFromItsCopy) {
         EXPECT_FALSE(resumed->Run.EnglishUnits);
         EXPECT_EQ(resumed->Run.LoadCellRefTrials, 1);
         EXPECT_EQ(resumed->Run.LCTrial[0].RefDropData[0], 26.8125);
-        EXPECT_EQ(resumed->Run.CurrentProcStep, 52);
+        EXPECT_EQ(resumed->Run.CurrentProcStep, step::loadCellTrial);
         EXPECT_TRUE(resumed->Run.SetupComplete);
         EXPECT_EQ(resumed->Center.ReferenceLoadCellName, "RLC-07") << "the master, where the run has no copy";
         auto& menu = dynamic_cast<frmMainMenu&>(resumed->The<MainMenuDoor>());

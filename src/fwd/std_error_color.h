@@ -1,0 +1,16 @@
+#pragma once
+
+#include "analysis/limits.h"
+#include "controls/color.h"
+
+namespace bellmark {
+
+/// What the standard error of an adjustment factor is shown on: too large are those that do not even round to the limit
+/// of 0.002 (AASHTO R32).
+constexpr Color StdErrorColor(double stdErrSlope) {
+    constexpr double largest = 0.002049;
+    constexpr Color good{128, 255, 128};
+    return ExceedsLimit(stdErrSlope, largest) ? colors::mustBeUpdated : good;
+}
+
+}  // namespace bellmark

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace bellmark {
+
+class Program;
+
+/// Captures one block on a channel into the drop in hand (RawVolts, NumSamples) and waits for it; events are served
+/// meanwhile. False when the wait was aborted (DropAborted): the acquisition is stopped and the record stays as it was.
+bool CaptureAndWait(Program& program, int channel);
+
+}  // namespace bellmark

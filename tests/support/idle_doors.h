@@ -1,0 +1,146 @@
+#pragma once
+
+#include <algorithm>
+
+#include "app/doors.h"
+#include "app/program.h"
+#include "controls/screen.h"
+#include "pddx/pddx_file.h"
+
+/// What stands behind the doors of screens that a test is not about. Idle doors do nothing; a test overrides what it
+/// wants to see. Fake ones remember what was asked of them, or answer what the test sets.
+namespace bellmark {
+
+struct IdleMainMenu : MainMenuDoor {
+    void Open() override {}
+    void MarkAccelerometer() override {}
+    void AllowProcedures(bool, bool) override {}
+    void EditSetup() override {}
+    void CalibrateAccelerometer() override {}
+    void CalibrateLoadCell() override {}
+    void CalibrateSensors() override {}
+};
+
+struct IdleCollection : CollectionDoor {
+    void Bellmark() override {}
+    void Start() override {}
+    void GetResults() override {}
+    void ClearDropData() override {}
+    void PollButton(bool) override {}
+    void DisableButtons() override {}
+};
+
+struct IdleDrop : DropDoor {
+    void Start() override {}
+    void StartReview() override {}
+    void DisableButtons() override {}
+};
+
+/// All prerequisites are met.
+struct IdlePrerequisites : PrerequisitesDoor {
+    bool PrerequisitesMet(Procedure) override { return true; }
+    void ResetPreReq() override {}
+};
+
+struct IdleFlipCalibration : FlipCalibrationDoor {
+    void Start() override {}
+};
+
+struct IdleFWDData : FWDDataDoor {
+    void Start() override {}
+    void Refresh() override {}
+    void ReturnFromPlot() override {}
+    void AcceptTrial() override {}
+    void RejectTrial() override {}
+    void PrintReport() override {}
+};
+
+struct IdleResults : ResultsDoor {
+    void Open() override {}
+    void OpenLoadCell() override {}
+    void OpenAccelerometer() override {}
+    void Recompute() override {}
+    bool IsLoadCellComplete() const override { return false; }
+    bool AreSensorsComplete() const override { return false; }
+};
+
+/// Stands in for the main menu, as a screen that comes to the front.
+struct FakeMainMenu : Screen, IdleMainMenu {
+    explicit FakeMainMenu(Program& program) : Screen(program.Screens, "frmMainMenu", "Main Menu") {}
+    int opened = 0;
+    void Open() override {
+        ++opened;
+        Show();
+    }
+};
+
+/// Stands in for the set-up screen, and counts who asked it for what.
+struct FakeSetup : SetupDoor {
+    int opened = 0;
+    int centerPageOpened = 0;
+    int centerReads = 0;
+    Path configurationRead;
+    bool reviewChoices = false;
+    Path simDataLocation;
+    PDDXFile runDocument;
+
+    void Open() override { ++opened; }
+    void BeginRun() override {}
+    void OpenCenterPage() override { ++centerPageOpened; }
+    void OpenPage(int) override { ++opened; }
+    bool HasBeenThroughCenterPage() const override { return centerPageOpened > 0; }
+    void ReadCalCenter() override { ++centerReads; }
+    void ReadCalCenterConfig(const Path& path) override { configurationRead = path; }
+    void ReadCalCenterFromFolderOf(const Path& configuration) override { configurationRead = configuration; }
+    void ReadFWDConfig(const Path&) override {}
+    PDDXFile& RunDocument() override { return runDocument; }
+    void AllowCalibration() override {}
+    void SetReviewChoices(bool reviewMode) override { reviewChoices = reviewMode; }
+    void RefreshFromRun() override {}
+    Path SimDataLocation() const override { return simDataLocation; }
+    std::string LoadCellCalDate() const override { return "01-Mar-2011"; }
+    std::string SensorCalDate() const override { return "02-Mar-2011"; }
+};
+
+/// Stands in for all analog input.
+struct FakeAcquisition : AcquisitionDoor {
+    bool hardware = true;
+    float volts = 0;           ///< of every single conversion
+    std::vector<float> block;  ///< what a capture delivers
+    bool captured = true;      ///< the block is there as soon as it is asked for
+    int aborts = 0;
+    int conversions = 0;
+    bool unloaded = false;
+
+    std::string FindBoard() override { return hardware ? "KUSB-3100" : "Simulator"; }
+    bool HasHardware() const override { return hardware; }
+    bool BoardAvailable() override { return true; }
+    void InitializeBoard() override {}
+    void ShowDAQ(bool) override {}
+    float OneConversion(int) override {
+        ++conversions;
+        return volts;
+    }
+    int DAQWaitforButton(int) override { return 0; }
+    void CaptureBlock(int) override {}
+    bool BlockCaptured() override { return captured; }
+    void GetResultsVolts(std::vector<float>& samples, int& count) override {
+        std::copy(block.begin(), block.end(), samples.begin());
+        count = static_cast<int>(block.size());
+    }
+    void AbortAcquisition() override { ++aborts; }
+    int CurrentChannelType() const override { return 1; }
+    void SetCurrentChannelType(int) override {}
+    int TriggerThreshold() const override { return 0; }
+    void SetTriggerThreshold(int) override {}
+    void Unload() override { unloaded = true; }
+};
+
+/// Stands in for the simulated board, and keeps what it was asked to serve.
+struct FakeSimulator : SimulatorDoor {
+    std::string file;
+    void SetFile(const std::string& baseName) override { file = baseName; }
+    void SetRandom(float, float) override {}
+};
+
+}  // namespace bellmark
