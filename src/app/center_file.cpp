@@ -2,6 +2,7 @@
 
 #include "app/program.h"
 #include "app/save_text.h"
+#include "platform/date_time.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
@@ -36,11 +37,30 @@ void WriteKey(Program& program, const Path& path, std::string_view section, std:
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
 }
 
+namespace {
+
+/// A date that cannot be read would be written back as the zero date with the next save.
+std::string DateFault(const ProfileStrings& strings, const Path& path) {
+    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
+                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
+        const std::string text = strings.Get(centerSection, key);
+        if (text.empty() || ReadDateTime(text)) continue;
+        return PathText(path) + " cannot be used: " + key + " is \"" + text +
+               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
+    }
+    return {};
+}
+
+}  // namespace
+
 std::string CenterFileFault(const FileSystem& files, const Path& path) {
     try {
-        if (ProfileStrings(ReadTextFile(files, path)).HasSection(centerSection)) return {};
-        return PathText(path) + " is no configuration of a calibration center: it has no section [" + centerSection +
-               "].";
+        const ProfileStrings strings(ReadTextFile(files, path));
+        if (!strings.HasSection(centerSection)) {
+            return PathText(path) + " is no configuration of a calibration center: it has no section [" +
+                   centerSection + "].";
+        }
+        return DateFault(strings, path);
     } catch (const FileError& error) {
         return std::string("The configuration of the calibration center cannot be read.\r\n") + error.what();
     }

@@ -29,6 +29,7 @@ TEST_F(AnyFolderTest, ARunIsStartedSavedAndResumedThere) {
     run.OwnerFolder = device.parent_path();
     run.DeviceFolder = device;
     run.LoadCellRefTrials = 1;
+    run.LCTrialShape[0] = {4, 6, true};
     run.LCTrial[0].RefDropData = {26.8125};
     center.LocationOfFWDDataTransfer = PathText(here / "FWD/");
     ASSERT_TRUE(SaveInterimCalibration(*program));

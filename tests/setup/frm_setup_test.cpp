@@ -38,10 +38,17 @@ TEST_F(FrmSetupTest, AFileThatIsNoConfigurationIsRefusedAndLeavesTheRunsCopy) {
     const std::string before = MasterText();
     const Path foreign = machine.Write("foreign.ini", "[Settings]\r\nReferenceLoadCellName=other\r\n");
     const Path letters = machine.Write("letters.ini", std::string("\xFF\xFE\x41\x01", 4));
-    for (const Path& file : {machine.folder / "missing.ini", foreign, letters}) {
+    Set("ReferenceLoadCellCalibrationDate", "13/05/2026");
+    const Path date = machine.Write("date.ini", configuration.Text());
+    Set("ReferenceLoadCellCalibrationDate", "05/13/26");
+    const Path shortYear = machine.Write("year.ini", configuration.Text());
+    for (const Path& file : {machine.folder / "missing.ini", foreign, letters, date, shortYear}) {
         machine.dialogs.QueueAnswer(Answer::OK);
         setup.ReadCalCenterConfig(file);
-        EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U) << file;
+        const auto boxes = machine.dialogs.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1U) << file;
+        const bool namesKey = boxes[0].find("ReferenceLoadCellCalibrationDate is") != std::string::npos;
+        EXPECT_EQ(namesKey, file == date || file == shortYear) << boxes[0];
         EXPECT_EQ(MasterText(), before);
         EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
         EXPECT_EQ(tab.Document().Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(), "RLC-07")
