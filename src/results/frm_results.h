@@ -34,7 +34,6 @@ class frmResults : public Screen, public ResultsDoor {
     TextBox txtPleaseWait{*this, "txtPleaseWait"};
 
     void Activated() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
     void Open() override;
     void OpenLoadCell() override;

@@ -10,6 +10,7 @@
 #include "controls/controls.h"
 #include "controls/enter_key.h"
 #include "controls/screen.h"
+#include "controls/screen_stack.h"
 #include "screens/binder.h"
 #include "screens/forms.h"
 #include "screens/state_button.h"
@@ -105,6 +106,12 @@ void Page::keyPressEvent(QKeyEvent* event) {
         return;
     }
     if (button->isEnabled() && button->isVisible()) button->click();
+}
+
+/// A label passes its click on; every other control keeps it.
+void Page::mousePressEvent(QMouseEvent* event) {
+    QWidget::mousePressEvent(event);
+    screen_.Stack().Dispatch(screen_.Name() + ".Click", [this] { screen_.Clicked(); });
 }
 
 void Page::paintEvent(QPaintEvent*) {
