@@ -99,6 +99,9 @@ struct Machine {
     /// Puts a screen on paper as it is shown, by its name.
     std::function<void(const std::string& screen)> printScreen = [](const std::string&) {};
 
+    /// While true the operator sees that files are worked on: what is shown by now, and a waiting pointer.
+    std::function<void(bool waits)> showWaiting = [](bool) {};
+
     /// Lets a moment pass, with timers and events served, while another program works.
     std::function<void()> pause = [] {};
 };

@@ -44,6 +44,7 @@ class frmResults : public Screen, public ResultsDoor {
 
   private:
     void cmdNext_Click();
+    void cmdPrintPDDX_Click();
     void cmdMainMenu_Click();
     void SaveCertificateText();
     void AreYouDone();
