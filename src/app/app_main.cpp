@@ -4,6 +4,7 @@
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/start_cleaning.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -70,6 +71,7 @@ void Main(Program& program) {
     CalibrationRun& run = program.Run;
     run.StartDirectory = program.Services.startDirectory;
     run.NewCalibration = true;
+    CleanUpAtStart(program);
     run.InterimCalOpen = FileExists(program.Services.files, program.Folder() / interimPattern);
     auto& startForm = program.The<StartFormDoor>();
     if (run.InterimCalOpen) startForm.EnableInterimButtons();

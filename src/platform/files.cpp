@@ -107,13 +107,16 @@ void WriteAll(std::FILE* file, std::string_view bytes, const Path& path) {
     if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) FailWithLastError(path);
 }
 
+constexpr const char* temporaryPrefix = ".bellmark-";
+constexpr const char* temporaryEnding = ".tmp";
+
 /// A new file that is removed again unless it was renamed to its place.
 class TemporaryFile {
   public:
     explicit TemporaryFile(const Path& target) : target_(target) {
-        const std::string stem = ".bellmark-" + NumberText(ProcessNumber()) + "-";
+        const std::string stem = temporaryPrefix + NumberText(ProcessNumber()) + "-";
         for (int i = 0; !file_; ++i) {
-            path_ = target_.parent_path() / (stem + NumberText(i) + ".tmp");
+            path_ = target_.parent_path() / (stem + NumberText(i) + temporaryEnding);
             file_ = Open(path_, "wbx");
             if (!file_ && errno != EEXIST) FailWithLastError(target_);
         }
@@ -278,6 +281,17 @@ void DiskFileSystem::RemoveFolder(const Path& path) {
     if (disk::exists(path, error) && !disk::is_directory(path, error)) throw FileError(path, "is no folder");
     disk::remove_all(path, error);
     if (error) Fail(path, error);
+}
+
+void DiskFileSystem::RemoveTemporaryFiles(const Path& folder) {
+    std::vector<Path> leftovers;
+    std::error_code error;
+    for (disk::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = PathText(entry->path().filename());
+        const bool isTemporary = StartsWith(name, temporaryPrefix) && name.ends_with(temporaryEnding);
+        if (isTemporary) leftovers.push_back(entry->path());
+    }
+    for (const Path& leftover : leftovers) disk::remove(leftover, error);
 }
 
 bool MatchesPattern(std::string_view name, std::string_view pattern) {

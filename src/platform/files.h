@@ -47,6 +47,10 @@ class FileSystem {
     virtual void RemoveFile(const Path& path) = 0;    ///< nothing when it is not there
     virtual void RemoveFolder(const Path& path) = 0;  ///< with all it holds; nothing when it is not there
 
+    /// What a ReplaceFile that was broken off by force has left in the folder; only where no other program writes. One
+    /// that cannot be removed stays.
+    virtual void RemoveTemporaryFiles(const Path& folder) = 0;
+
     static constexpr std::uintmax_t defaultLimit = std::uintmax_t{64} * 1024 * 1024;
 };
 
@@ -65,6 +69,7 @@ class DiskFileSystem : public FileSystem {
     void Rename(const Path& from, const Path& to) override;
     void RemoveFile(const Path& path) override;
     void RemoveFolder(const Path& path) override;
+    void RemoveTemporaryFiles(const Path& folder) override;
 };
 
 /// Whether a whole name fits a pattern: "*" is any number of characters, "?" exactly one; letters without case.
