@@ -118,26 +118,13 @@ class PosixProgram : public RunningProgram {
     int exitStatus_ = 0;
 };
 
-/// Words of a command line: blanks part them, double quotes hold blanks together.
-std::vector<std::string> CommandWords(const std::string& text) {
-    std::vector<std::string> words;
-    std::string word;
-    bool quoted = false;
-    bool started = false;
-    for (const char c : text) {
-        if (c == '"') {
-            quoted = !quoted;
-            started = true;
-        } else if (c == ' ' && !quoted) {
-            if (started) words.push_back(std::exchange(word, {}));
-            started = false;
-        } else {
-            word += c;
-            started = true;
-        }
-    }
-    if (started) words.push_back(word);
-    return words;
+/// A command line's words. The whole line is one, so that a file's name arrives as it is, whatever blanks and quotes it
+/// has. wine would put quotes around a word with blanks, which a converter for that system does not expect: for it each
+/// single blank parts words that it puts together again.
+std::vector<std::string> CommandWords(const std::string& line, bool forWine) {
+    if (line.empty()) return {};
+    const bool survivesWine = line.find("  ") == std::string::npos && line.find('"') == std::string::npos;
+    return forWine && survivesWine ? Split(line, ' ') : std::vector<std::string>{line};
 }
 
 bool IsOnSearchPath(const std::string& program) {
@@ -161,9 +148,10 @@ bool IsWindowsProgram(const Path& program) {
 }  // namespace
 
 std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const std::string& arguments) {
-    std::vector<std::string> words = CommandWords(arguments);
+    const bool forWine = IsWindowsProgram(program);
+    std::vector<std::string> words = CommandWords(arguments, forWine);
     words.insert(words.begin(), program.string());
-    if (IsWindowsProgram(program)) {
+    if (forWine) {
         if (!IsOnSearchPath("wine")) throw FileError(program, "is a Windows program, and wine is not installed");
         words.insert(words.begin(), "wine");
     }

@@ -68,6 +68,20 @@ TEST_F(Conversions, TheArgumentIsPathCommaType) {
               PathText(machine.folder / "InterimCal20120309/T.F20") + ",2\n");
 }
 
+TEST_F(Conversions, BlanksAndQuotesOfTheNameReachTheConverter) {
+    InstallConverter(
+        "#!/bin/sh\n"
+        "echo \"$#:$1\" > \"$(dirname \"$0\")/arguments.txt\"\n"
+        "file=${1%,*}\n"
+        "echo new > \"${file%.*}cvt.ddx\"\n");
+    for (const char* name : {"Trial  1.F25", "a \"quoted\" name.F25", " - 'x'.F25"}) {
+        machine.Write(Path("transfer") / name, "drops");
+        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1).done) << name;
+        EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
+                  "1:" + PathText(machine.folder / "InterimCal20120309" / name) + ",1\n");
+    }
+}
+
 TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {
     InstallConverter(goodConverter);
     program.Run.CurrentProcStep = step::monthlyAnalysis;
