@@ -4,6 +4,7 @@
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/start_cleaning.h"
 #include "app/workflow.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
@@ -57,6 +58,7 @@ void Main(Program& program) {
     CalibrationRun& run = program.Run;
     run.StartDirectory = program.Services.startDirectory;
     run.NewCalibration = true;
+    CleanUpAtStart(program);
     run.InterimCalOpen = FileExists(program.Services.files, program.Folder() / interimPattern);
     auto& startForm = program.The<StartFormDoor>();
     if (run.InterimCalOpen) startForm.EnableInterimButtons();

@@ -1,8 +1,10 @@
 #include "app/center_file.h"
 
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/mod_pddx_read.h"
 #include "pddx/pddx_file.h"
+#include "platform/date_time.h"
 #include "platform/dialogs.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
@@ -30,7 +32,7 @@ void ChangeFile(Program& program, const Path& path, Change change) {
     change(strings, file);
     // The data folder of a run comes into being with the first that is written into it.
     files.CreateFolder(file.parent_path());
-    SaveProfileStrings(files, file, strings);
+    SaveText(program, file, strings.Text());
 }
 
 /// What of the files that the FWD's operator brings belongs to the run.
@@ -63,6 +65,35 @@ void WriteKey(Program& program, const Path& path, std::string_view section, std:
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
 }
 
+namespace {
+
+/// A date that cannot be read would be written back as the zero date with the next save.
+std::string DateFault(const ProfileStrings& strings, const Path& path) {
+    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
+                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
+        const std::string text = strings.Get(centerSection, key);
+        if (text.empty() || ReadDateTime(text)) continue;
+        return PathText(path) + " cannot be used: " + key + " is \"" + text +
+               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string CenterFileFault(const FileSystem& files, const Path& path) {
+    try {
+        const ProfileStrings strings(ReadTextFile(files, path));
+        if (!strings.HasSection(centerSection)) {
+            return PathText(path) + " is no configuration of a calibration center: it has no section [" +
+                   centerSection + "].";
+        }
+        return DateFault(strings, path);
+    } catch (const FileError& error) {
+        return std::string("The configuration of the calibration center cannot be read.\r\n") + error.what();
+    }
+}
+
 Path MasterCenterConfig(const Program& program) {
     return ActualPath(program.Services.files, program.Folder() / centerConfigName);
 }
@@ -74,19 +105,10 @@ Path RunCenterConfig(const Program& program) {
 
 bool ReadCenterConfiguration(Program& program, const Path& path) {
     const FileSystem& files = program.Services.files;
-    std::string problem;
-    try {
-        if (!ProfileStrings(ReadTextFile(files, path)).HasSection(centerSection)) {
-            problem = "It does not hold the configuration of a calibration center.";
-        }
-    } catch (const FileError& error) {
-        problem = error.what();
-    }
-    if (!problem.empty()) {
-        program.Log("The center configuration could not be taken: " + PathText(path) + ": " + problem);
-        program.ShowBox(
-            "The configuration of the calibration center could not be read:\r\n" + PathText(path) + "\r\n" + problem,
-            box::exclamation);
+    if (const std::string fault = CenterFileFault(files, path); !fault.empty()) {
+        // Nothing must be written over the run's copy in its place.
+        program.Log(fault);
+        program.ShowBox(fault, box::exclamation, "Bellmark");
         return false;
     }
     CenterConfig& center = program.Center;
@@ -94,6 +116,8 @@ bool ReadCenterConfiguration(Program& program, const Path& path) {
     ReadPDDXFile(files, path, *program.CenterDocument, false);
     ReadCenterKeys(*program.CenterDocument, center);
     center.IsKnown = true;
+    center.LocationOfFWDDataTransfer =
+        PathText(StoredPath(program, PathFromText(center.LocationOfFWDDataTransfer)));
     const Path runCopy = RunCenterConfig(program);
     if (center.FileName.empty()) center.FileName = PathText(runCopy);
     const std::string& units = program.CenterDocument->Sections(centerSection).Elements("EnglishUnits").Value();
@@ -106,7 +130,7 @@ bool ReadCenterConfiguration(Program& program, const Path& path) {
     ProfileStrings strings;
     SetCenterKeys(strings, center, run.EnglishUnits, runCopy, program.Now());
     program.Services.files.CreateFolder(runCopy.parent_path());
-    SaveProfileStrings(program.Services.files, runCopy, strings);
+    SaveText(program, runCopy, strings.Text());
     return true;
 }
 

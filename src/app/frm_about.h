@@ -36,6 +36,7 @@ class frmAbout : public Screen, public StartFormDoor {
     void AllowReadingCenter(bool allowed) override { cmdReadCalCenterA.Enabled = allowed; }
     void AnnounceReviewMode() override;
     void StartShowTimer() override { tmrShowTime.Start(); }
+    void Clicked() override { tmrShowTime.Stop(); }
     void ListInterimCalibrations();
 
   private:

@@ -32,7 +32,6 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     Button cmdQuit{*this, "cmdQuit", "&Quit"};
 
     void Activated() override;
-    void CloseRequested() override {}  // there is nothing behind it to go back to
 
     void Open() override;
     void MarkAccelerometer() override;

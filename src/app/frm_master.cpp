@@ -69,6 +69,13 @@ void frmMaster::BeginWaiting(const std::string& text) {
     waitingCancelled_ = false;
     lblWaiting.Caption = text;
     fraWaiting.Visible = true;
+    // A second file chosen meanwhile, or another screen, would meet half of what is waited for.
+    Stack().LockAllBut(&fraWaiting);
+}
+
+void frmMaster::EndWaiting() {
+    fraWaiting.Visible = false;
+    Stack().LockAllBut(nullptr);
 }
 
 void frmMaster::AllowWhatNeedsARun(bool isInHand) {

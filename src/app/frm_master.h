@@ -37,7 +37,7 @@ class frmMaster : public Screen, public MainFrameDoor {
     void AllowWhatNeedsARun(bool isInHand) override;
     void BeginWaiting(const std::string& text) override;
     bool WaitingCancelled() const override { return waitingCancelled_; }
-    void EndWaiting() override { fraWaiting.Visible = false; }
+    void EndWaiting() override;
 
   private:
     void mnuAccelerometerCalibration_Click();

@@ -8,6 +8,7 @@
 #include "app/doors.h"
 #include "app/fwd_configuration.h"
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -63,7 +64,7 @@ bool WriteOrTell(Program& program, const Path& path, const std::string& text) {
     FileSystem& files = program.Services.files;
     try {
         files.CreateFolder(path.parent_path());
-        ReplaceTextFile(files, path, text);
+        SaveText(program, path, text);
         return true;
     } catch (const std::exception& error) {
         program.Log(error.what());
@@ -152,7 +153,11 @@ bool LoadInterimCalibration(Program& program) {
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     ReadDailyDeviations(strings, program.Center);
-    program.Center.LocationOfFWDDataTransfer = strings.Get(centerSection, "LocationOfFWDDataTransfer");
+    for (Path* folder : {&run.OwnerFolder, &run.DeviceFolder, &run.OutputFolder}) {
+        *folder = StoredPath(program, *folder);
+    }
+    const Path transfer = PathFromText(strings.Get(centerSection, "LocationOfFWDDataTransfer"));
+    program.Center.LocationOfFWDDataTransfer = PathText(StoredPath(program, transfer));
     // A run that was left in the middle of its set-up goes on there, and nothing of it counts as approved.
     const bool setupIsUnderWay = run.CurrentProcedure == Procedure::Setup && run.CurrentProcStep >= step::setupCenter;
     run.SetupComplete = !setupIsUnderWay;

@@ -36,6 +36,7 @@ class Program {
     std::unique_ptr<PDDXFile> RunDocument;       ///< what of the FWD and of the calibration goes into files
     std::unique_ptr<PDDXFile> CenterDocument;    ///< the center's file as it was read
     std::optional<CenterConfig> CenterSetAside;  ///< while a saved drop is replayed
+    bool ToldOfLetters = false;                  ///< the operator knows that a name could not be stored
     PageHeader Header;
     ScreenStack Screens;
 

@@ -1,6 +1,7 @@
 #include "app/save_pddx.h"
 
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 
@@ -11,7 +12,7 @@ bool SavePDDX(Program& program, const PDDXFile& document, const Path& path) {
     try {
         std::string text;
         document.PDDX_Output(text);
-        ReplaceTextFile(program.Services.files, path, text);
+        SaveText(program, path, text);
         return true;
     } catch (const std::exception& error) {
         program.Log(error.what());

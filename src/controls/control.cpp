@@ -21,6 +21,7 @@ bool Control::IsReachable() const {
 }
 
 void Control::RequireReachable() const {
+    if (Owner().Stack().IsLockedFor(*this)) throw UserError(FullName() + " is locked: the program waits");
     if (IsReachable()) return;
     throw UserError(FullName() + (Visible && (!LiesIn() || LiesIn()->Visible) ? " is disabled" : " is hidden"));
 }

@@ -36,6 +36,10 @@ class Label : public CaptionedControl {
 class Frame : public CaptionedControl {
   public:
     using CaptionedControl::CaptionedControl;
+
+    /// What Enter and Escape press while the keyboard is in the frame, in place of the screen's own button.
+    Button* DefaultButton = nullptr;
+    Button* CancelButton = nullptr;
 };
 
 class TextBox : public Control {

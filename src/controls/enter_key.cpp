@@ -23,9 +23,18 @@ Button* ReachableButton(Control* control) {
     return control && control->IsReachable() ? dynamic_cast<Button*>(control) : nullptr;
 }
 
+/// button: the frame's member for it.
+Button* ButtonOfFrames(const Control* control, Button* Frame::*button) {
+    for (const Frame* frame = control ? control->LiesIn() : nullptr; frame; frame = frame->LiesIn()) {
+        if (Button* reachable = ReachableButton(frame->*button)) return reachable;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
-Button* SuggestedButton(const Screen& screen) {
+Button* SuggestedButton(const Screen& screen, const Control* hasKeyboard) {
+    if (Button* button = ButtonOfFrames(hasKeyboard, &Frame::DefaultButton)) return button;
     if (Button* button = screen.DefaultButton()) return ReachableButton(button);
     const auto& controls = screen.Controls();
     const auto suggested = std::find_if(controls.begin(), controls.end(), IsSuggested);
@@ -36,7 +45,11 @@ Button* SuggestedButton(const Screen& screen) {
 Button* ButtonOfEnter(const Screen& screen, Control* hasKeyboard) {
     if (dynamic_cast<Grid*>(hasKeyboard) && hasKeyboard->IsReachable()) return nullptr;
     if (Button* button = ReachableButton(hasKeyboard)) return button;
-    return SuggestedButton(screen);
+    return SuggestedButton(screen, hasKeyboard);
+}
+
+Button* ButtonOfEscape(const Control* hasKeyboard) {
+    return ButtonOfFrames(hasKeyboard, &Frame::CancelButton);
 }
 
 }  // namespace bellmark

@@ -51,8 +51,10 @@ class Screen {
     virtual void Activated() {}
     /// Another screen has come to the front, or this one was hidden.
     virtual void Left() {}
-    /// The close box. A screen that says nothing else just hides.
-    virtual void CloseRequested() { Hide(); }
+    /// The close box of the window, which the main frame answers.
+    virtual void CloseRequested() {}
+    /// A click beside all controls.
+    virtual void Clicked() {}
 
     std::function<void()> Changed;  ///< the view's: colour, focus or default button changed
     void TellChanged() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "controls/controls.h"
 #include "controls/screen.h"
 #include "platform/text.h"
 
@@ -37,6 +38,18 @@ void ScreenStack::TellFrontChanged(Screen* before) {
     if (before) Dispatch(before->Name() + ".Left", [before] { before->Left(); });
     if (FrontChanged) FrontChanged();
     if (Screen* front = Front()) Dispatch(front->Name() + ".Activate", [front] { front->Activated(); });
+}
+
+void ScreenStack::LockAllBut(const Frame* frame) {
+    unlocked_ = frame;
+    if (LockChanged) LockChanged();
+}
+
+bool ScreenStack::IsLockedFor(const Control& control) const {
+    if (!unlocked_) return false;
+    const Frame* frame = control.LiesIn();
+    while (frame && frame != unlocked_) frame = frame->LiesIn();
+    return !frame;
 }
 
 void ScreenStack::Dispatch(const std::string& what, const std::function<void()>& handler) const {

@@ -7,6 +7,8 @@
 
 namespace bellmark {
 
+class Control;
+class Frame;
 class Screen;
 class Timers;
 
@@ -29,7 +31,14 @@ class ScreenStack {
     /// further.
     void Dispatch(const std::string& what, const std::function<void()>& handler) const;
 
+    /// While the program waits for something outside, the user reaches nothing but what lies in this frame; nullptr
+    /// ends that.
+    void LockAllBut(const Frame* frame);
+    bool IsLocked() const { return unlocked_ != nullptr; }
+    bool IsLockedFor(const Control& control) const;
+
     std::function<void(const std::string& what, const std::string& why)> HandleFailure;
+    std::function<void()> LockChanged;  ///< the front end's
     std::function<void()>
         FrontChanged;  ///< the front end's: it builds a screen's view when that first comes to the front
 
@@ -42,6 +51,7 @@ class ScreenStack {
     Timers& timers_;
     std::vector<Screen*> screens_;
     std::vector<Screen*> shown_;
+    const Frame* unlocked_ = nullptr;
 };
 
 }  // namespace bellmark

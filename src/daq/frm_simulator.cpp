@@ -136,7 +136,11 @@ void frmSimulator::LoadFile() {
         const DropSamples read = isTemplate ? ReadTemplateFile(text) : ReadSavedDropFile(text);
         if (!isTemplate) TakeHeader(read.header);
         TakeSamples(read);
-        if (!read.complete) TellFileProblem(path);
+        if (!read.complete) {
+            TellFileProblem(path);
+        } else if (read.volts.empty()) {
+            program_.ShowBox("The simulation input file " + PathText(path) + " holds no samples.", box::exclamation);
+        }
     } catch (const FileError& error) {
         program_.Log(error.what());
         TellFileProblem(path);

@@ -107,6 +107,8 @@ std::string RunConverter(Program& program, const Path& file, int fileType, const
     while (!converter->HasEnded()) {
         if (notice.Cancelled() || machine.clock.Elapsed() - begun > longestWait) {
             converter->Kill();
+            // Nobody can tell how much of it is there.
+            machine.files.RemoveFile(document);
             return notice.Cancelled() ? "The conversion was cancelled."
                                       : "The converter did not end within 60 seconds.";
         }

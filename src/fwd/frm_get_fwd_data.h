@@ -56,7 +56,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void AcceptTrial() override;
     void RejectTrial() override;
     void PrintReport() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
   private:
     void cmdBrowse_Click();

@@ -43,7 +43,6 @@ class frmRegressionPlot : public Screen, public RegressionPlotDoor {
     Button cmdNext{*this, "cmdNext", "&Next"};
 
     void PlotGraph(const Path& file, int sensor, double stdErrSlope) override;
-    void CloseRequested() override { cmdBack_Click(); }
 
   private:
     void cmdNext_Click();

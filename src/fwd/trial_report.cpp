@@ -223,10 +223,22 @@ class Report {
 
 }  // namespace
 
+namespace {
+
+/// A file's name has room for some 200 letters. A long serial number is cut there, and the device's place tells two
+/// that begin alike apart.
+std::string ShortSerial(const std::string& serial, std::size_t device) {
+    constexpr std::size_t longest = 60;
+    if (CharacterCount(serial) <= longest) return serial;
+    return FirstCharacters(serial, longest) + '~' + NumberText(device + 1);
+}
+
+}  // namespace
+
 std::string TrialReportName(const CalibrationRun& run, std::size_t device, DateTime today) {
     const char* kind = CalibratesSensors(run) ? ".RF" : ".LC";
-    return FileNameOf(run.DeviceSerialNumber + ' ' + Format(today, "dd-mmm-yyyy") + ' ' + SerialNumberOf(run, device) +
-                      kind + NumberText(TrialCount(run)));
+    return FileNameOf(ShortSerial(run.DeviceSerialNumber, device) + ' ' + Format(today, "dd-mmm-yyyy") + ' ' +
+                      ShortSerial(SerialNumberOf(run, device), device) + kind + NumberText(TrialCount(run)));
 }
 
 std::string TrialReportText(const CalibrationRun& run, const CenterConfig& center, std::size_t device,

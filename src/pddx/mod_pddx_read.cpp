@@ -19,6 +19,14 @@ std::string Reply(const ProfileStrings& strings, std::string_view section, std::
     return strings.Get(section, key, {}, bufferSize);
 }
 
+/// Some programs fill their names up with NUL bytes, which no list or file name can hold. A number keeps them: what is
+/// left of a damaged one must not pass for it.
+std::string ReplyFor(const PDDXElement& element, const ProfileStrings& strings, std::string_view section) {
+    std::string reply = Reply(strings, section, element.Handle());
+    if (element.DataType() == PDDXDataType::Text) std::erase(reply, '\0');
+    return reply;
+}
+
 bool IsCount(std::string_view handle) {
     return handle == "NumberOfTestLocations" || handle == "NumberOfDrops" || handle == "NumberCalibrations";
 }
@@ -87,7 +95,7 @@ class Reading {
     void ReadAdded(PDDXSection& section, std::string_view source) {
         for (PDDXElement& element : section.Elements()) {
             if (keepExisting_ && IsCount(element.Handle())) continue;
-            element.SetValue(Reply(strings_, source, element.Handle()));
+            element.SetValue(ReplyFor(element, strings_, source));
         }
     }
 
@@ -130,7 +138,7 @@ void GoOnAfter(Step step) {
 
 void ReadPDDXElement(const ProfileStrings& strings, PDDXElement& element, bool keepExisting) {
     if (keepExisting && IsCount(element.Handle())) return;
-    std::string reply = Reply(strings, element.Parent().Handle(), element.Handle());
+    std::string reply = ReplyFor(element, strings, element.Parent().Handle());
     if (!reply.empty() || !keepExisting) element.SetValue(std::move(reply));
 }
 

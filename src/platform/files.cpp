@@ -7,6 +7,7 @@
 #include <memory>
 #include <system_error>
 
+#include "platform/file_text.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -106,13 +107,16 @@ void WriteAll(std::FILE* file, std::string_view bytes, const Path& path) {
     if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) FailWithLastError(path);
 }
 
+constexpr const char* temporaryPrefix = ".bellmark-";
+constexpr const char* temporaryEnding = ".tmp";
+
 /// A new file that is removed again unless it was renamed to its place.
 class TemporaryFile {
   public:
     explicit TemporaryFile(const Path& target) : target_(target) {
-        const std::string stem = ".bellmark-" + NumberText(ProcessNumber()) + "-";
+        const std::string stem = temporaryPrefix + NumberText(ProcessNumber()) + "-";
         for (int i = 0; !file_; ++i) {
-            path_ = target_.parent_path() / (stem + NumberText(i) + ".tmp");
+            path_ = target_.parent_path() / (stem + NumberText(i) + temporaryEnding);
             file_ = Open(path_, "wbx");
             if (!file_ && errno != EEXIST) FailWithLastError(target_);
         }
@@ -279,6 +283,17 @@ void DiskFileSystem::RemoveFolder(const Path& path) {
     if (error) Fail(path, error);
 }
 
+void DiskFileSystem::RemoveTemporaryFiles(const Path& folder) {
+    std::vector<Path> leftovers;
+    std::error_code error;
+    for (disk::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = PathText(entry->path().filename());
+        const bool isTemporary = StartsWith(name, temporaryPrefix) && name.ends_with(temporaryEnding);
+        if (isTemporary) leftovers.push_back(entry->path());
+    }
+    for (const Path& leftover : leftovers) disk::remove(leftover, error);
+}
+
 bool MatchesPattern(std::string_view name, std::string_view pattern) {
     std::string_view retryName;
     std::string_view retryPattern;
@@ -314,11 +329,22 @@ std::vector<std::string> FilesMatching(const FileSystem& files, const Path& fold
 }
 
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit) {
-    return FromWindows1252(files.ReadBytes(path, limit));
+    const std::string bytes = files.ReadBytes(path, limit);
+    try {
+        return FromFileBytes(bytes);
+    } catch (const EncodingError& error) {
+        throw FileError(path, error.what());
+    }
 }
 
 void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text) {
-    files.ReplaceFile(path, ToWindows1252(text));
+    std::string bytes;
+    try {
+        bytes = ToWindows1252(text);
+    } catch (const EncodingError&) {
+        bytes = ToWindows1252(WithoutUnstorable(text).text);
+    }
+    files.ReplaceFile(path, bytes);
 }
 
 std::string PathText(const Path& path) {

@@ -24,7 +24,7 @@ class RunningProgram {
     virtual ~RunningProgram() = default;
     virtual bool HasEnded() = 0;
     virtual int ExitStatus() const = 0;  ///< once it has ended
-    virtual void Kill() = 0;
+    virtual void Kill() = 0;             ///< with every program that it has started itself
 };
 
 class Launcher {
@@ -98,6 +98,9 @@ struct Machine {
 
     /// Puts a screen on paper as it is shown, by its name.
     std::function<void(const std::string& screen)> printScreen = [](const std::string&) {};
+
+    /// While true the operator sees that files are worked on: what is shown by now, and a waiting pointer.
+    std::function<void(bool waits)> showWaiting = [](bool) {};
 
     /// Lets a moment pass, with timers and events served, while another program works.
     std::function<void()> pause = [] {};

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/file_text.h"
 #include "platform/text.h"
 
 #ifdef _WIN32
@@ -27,7 +28,7 @@ void FilePrinter::Print(const std::string& title, const std::vector<std::vector<
         for (const auto& line : page) text += line + "\r\n";
         text += '\f';
     }
-    files_.AppendToFile(file_, ToWindows1252(text));
+    files_.AppendToFile(file_, ToWindows1252(WithoutUnstorable(text).text));
 }
 
 void FilePrinter::Print(const std::string& title, const FormattedText& text) {
@@ -44,18 +45,23 @@ namespace {
 
 class WindowsProgram : public RunningProgram {
   public:
-    explicit WindowsProgram(HANDLE process) : process_(process) {}
-    ~WindowsProgram() override { CloseHandle(process_); }
+    /// job: holds the process and all that it starts.
+    WindowsProgram(HANDLE process, HANDLE job) : process_(process), job_(job) {}
+    ~WindowsProgram() override {
+        CloseHandle(process_);
+        CloseHandle(job_);
+    }
     bool HasEnded() override { return WaitForSingleObject(process_, 0) == WAIT_OBJECT_0; }
     int ExitStatus() const override {
         DWORD status = 0;
         GetExitCodeProcess(process_, &status);
         return static_cast<int>(status);
     }
-    void Kill() override { TerminateProcess(process_, 1); }
+    void Kill() override { TerminateJobObject(job_, 1); }
 
   private:
     HANDLE process_;
+    HANDLE job_;
 };
 
 }  // namespace
@@ -65,11 +71,16 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     STARTUPINFOW start{};
     start.cb = sizeof(start);
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+    // Suspended: it belongs to its job before it can start others.
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr, &start,
+                        &process)) {
         throw FileError(program, "could not be started");
     }
+    HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    AssignProcessToJobObject(job, process.hProcess);
+    ResumeThread(process.hThread);
     CloseHandle(process.hThread);
-    return std::make_unique<WindowsProgram>(process.hProcess);
+    return std::make_unique<WindowsProgram>(process.hProcess, job);
 }
 
 #else
@@ -78,6 +89,7 @@ namespace {
 
 class PosixProgram : public RunningProgram {
   public:
+    /// process: leads a group of its own, with all that it starts.
     explicit PosixProgram(pid_t process) : process_(process) {}
     ~PosixProgram() override {
         // A program that still runs goes on by itself; one that has ended must not stay behind as a zombie.
@@ -94,7 +106,7 @@ class PosixProgram : public RunningProgram {
     int ExitStatus() const override { return exitStatus_; }
     void Kill() override {
         if (ended_) return;
-        kill(process_, SIGKILL);
+        kill(-process_, SIGKILL);
         waitpid(process_, nullptr, 0);
         ended_ = true;
         exitStatus_ = 128 + SIGKILL;
@@ -106,26 +118,13 @@ class PosixProgram : public RunningProgram {
     int exitStatus_ = 0;
 };
 
-/// Words of a command line: blanks part them, double quotes hold blanks together.
-std::vector<std::string> CommandWords(const std::string& text) {
-    std::vector<std::string> words;
-    std::string word;
-    bool quoted = false;
-    bool started = false;
-    for (const char c : text) {
-        if (c == '"') {
-            quoted = !quoted;
-            started = true;
-        } else if (c == ' ' && !quoted) {
-            if (started) words.push_back(std::exchange(word, {}));
-            started = false;
-        } else {
-            word += c;
-            started = true;
-        }
-    }
-    if (started) words.push_back(word);
-    return words;
+/// A command line's words. The whole line is one, so that a file's name arrives as it is, whatever blanks and quotes it
+/// has. wine would put quotes around a word with blanks, which a converter for that system does not expect: for it each
+/// single blank parts words that it puts together again.
+std::vector<std::string> CommandWords(const std::string& line, bool forWine) {
+    if (line.empty()) return {};
+    const bool survivesWine = line.find("  ") == std::string::npos && line.find('"') == std::string::npos;
+    return forWine && survivesWine ? Split(line, ' ') : std::vector<std::string>{line};
 }
 
 bool IsOnSearchPath(const std::string& program) {
@@ -149,9 +148,10 @@ bool IsWindowsProgram(const Path& program) {
 }  // namespace
 
 std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const std::string& arguments) {
-    std::vector<std::string> words = CommandWords(arguments);
+    const bool forWine = IsWindowsProgram(program);
+    std::vector<std::string> words = CommandWords(arguments, forWine);
     words.insert(words.begin(), program.string());
-    if (IsWindowsProgram(program)) {
+    if (forWine) {
         if (!IsOnSearchPath("wine")) throw FileError(program, "is a Windows program, and wine is not installed");
         words.insert(words.begin(), "wine");
     }
@@ -164,6 +164,7 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw FileError(program, "could not be started");
     const pid_t process = fork();
     if (process == 0) {
+        setpgid(0, 0);
         execvp(parameters[0], parameters.data());
         const int reason = errno;
         const auto written = write(pipeEnds[1], &reason, sizeof(reason));

@@ -42,8 +42,8 @@ class ProfileStrings {
 /// file system tells the difference where it matters.
 ProfileStrings OpenProfileStrings(const FileSystem& files, const std::filesystem::path& path);
 
-/// Replaces the file by the image. Throws FileError when the folder is missing or the file cannot be written, and
-/// EncodingError for text that the code page lacks; the old file stays as it was.
+/// Replaces the file by the image. Throws FileError when the folder is missing or the file cannot be written; the old
+/// file stays as it was.
 void SaveProfileStrings(FileSystem& files, const std::filesystem::path& path, const ProfileStrings& strings);
 
 }  // namespace bellmark

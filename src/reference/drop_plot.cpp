@@ -42,7 +42,7 @@ Curve CurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
 Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits) {
     Plot plot;
     if (drop.NumSamples < 2) return plot;
-    const int first = zoomedIn ? std::max(drop.FulcrumIndex - samplesBeforeFulcrum, 0) : 0;
+    const int first = zoomedIn ? std::max(drop.FulcrumIndex - samplesBeforeFulcrum, 0) : 1;
     const int last = zoomedIn ? std::min(first + zoomedSamples, drop.NumSamples) : drop.NumSamples;
     const Curve drawn = CurveOf(drop, curve, englishUnits);
     const auto valueAt = [&](int sample) { return drawn.values[static_cast<std::size_t>(sample)] * drawn.scale; };

@@ -35,7 +35,6 @@ class frmBellmark_Accel : public Screen, public CollectionDoor {
     void PollButton(bool poll) override;
     void DisableButtons() override;
     void Activated() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
   private:
     void cmdNext_Click();

@@ -214,7 +214,7 @@ void frmBellmark_AccelDrop::PlotResponse() {
 }
 
 void frmBellmark_AccelDrop::chkZoom_Click() {
-    chkZoom.Caption = chkZoom.Value ? "&Zoomed In" : "&Zoomed Out";
+    chkZoom.Caption = chkZoom.Value ? "&Zoomed In" : "Un&zoomed";
     PlotResponse();
 }
 
@@ -312,14 +312,6 @@ void frmBellmark_AccelDrop::cmdMainMenu_Click() {
     }
     if (!waiting) Hide();
     program_.The<MainMenuDoor>().Open();
-}
-
-void frmBellmark_AccelDrop::CloseRequested() {
-    program_.Run.DropAborted = true;
-    // A wait that is on ends by itself and cleans up; a drop that is only shown is left as a rejected one.
-    if (program_.Run.AcquisitionActive) return;
-    LeaveReview();
-    RejectDrop();
 }
 
 }  // namespace bellmark

@@ -35,7 +35,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Label lblZeroCaption{*this, "lblZeroCaption"};
     Label lblZeroCalc0{*this, "lblZeroCalc(0)"};
     Label lblZeroCalc1{*this, "lblZeroCalc(1)"};
-    Label lblNoise{*this, "lblNoise", "Excess noise in the average zero"};
+    Label lblNoise{*this, "lblNoise", "Excess Noise in the Zero Array!"};
     Frame fraMessage{*this, "fraMessage"};
     Label lblMessageTitle{fraMessage, "lblMessageTitle"};
     Label lblMessageText{fraMessage, "lblMessageText"};
@@ -50,7 +50,6 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void DisableButtons() override;
     void Activated() override;
     void Left() override;
-    void CloseRequested() override;
 
     void ClearDropResults();
 

@@ -34,7 +34,6 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     bool PrerequisitesMet(Procedure procedure) override;
     void ResetPreReq() override;
     void Activated() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
   private:
     enum class Check { ByHand, UnbalancedZero, TrimmedZero, PlusVoltage, MinusVoltage };

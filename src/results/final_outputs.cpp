@@ -4,6 +4,7 @@
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/printed_pages.h"
@@ -25,7 +26,7 @@ void RewriteCenterConfiguration(Program& program) {
     ProfileStrings strings;
     SetCenterKeys(strings, program.Center, program.Run.EnglishUnits, copy, program.Now());
     program.Services.files.CreateFolder(copy.parent_path());
-    SaveProfileStrings(program.Services.files, copy, strings);
+    SaveText(program, copy, strings.Text());
 }
 
 Path AskWhereToSave(Program& program, const char* title, const Path& folder, const std::string& name) {
@@ -50,6 +51,18 @@ Path TransferFolder(const Program& program) {
     return folder.empty() ? program.Run.OutputFolder : program.Services.startDirectory / PathFromText(folder);
 }
 
+/// The waiting pointer, as long as it lives.
+class WaitCursor {
+  public:
+    explicit WaitCursor(Machine& machine) : machine_(machine) { machine_.showWaiting(true); }
+    ~WaitCursor() { machine_.showWaiting(false); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+  private:
+    Machine& machine_;
+};
+
 /// The run as it was last saved becomes the record of the calibration.
 void KeepRecord(Program& program, const std::string& today) {
     FileSystem& files = program.Services.files;
@@ -59,6 +72,16 @@ void KeepRecord(Program& program, const std::string& today) {
     if (!files.IsFile(saved)) return;
     files.RemoveFile(record);
     files.Rename(saved, record);
+}
+
+void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& today) {
+    const WaitCursor wait(program.Services);
+    SaveInterimCalibration(program);
+    // Saving the run has named another file. What is added to the FWD's history later goes to the FWD's own document.
+    PDDXFile& document = *program.RunDocument;
+    document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
+    CopyTrialData(program);
+    KeepRecord(program, today);
 }
 
 }  // namespace
@@ -86,12 +109,7 @@ void WriteFinalOutputs(Program& program) {
     const Path forFWD =
         AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
     WriteRunDocument(program, forFWD);
-
-    SaveInterimCalibration(program);
-    // Saving the run has named another file. What is added to the FWD's history later goes to the FWD's own document.
-    document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
-    CopyTrialData(program);
-    KeepRecord(program, today);
+    KeepRunInOutputs(program, forFWD, today);
     if (program.Has<ReportDoor>()) program.The<ReportDoor>().PrintReferenceCalReport();
     if (run.LoadCellCalComplete && run.SensorRelCalComplete) run.CertificationComplete = true;
 }

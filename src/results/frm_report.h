@@ -23,7 +23,6 @@ class frmReport : public Screen, public ReportDoor {
     Button cmdNext{*this, "cmdNext", "&NEXT"};
 
     void PrintReferenceCalReport() override;
-    void CloseRequested() override { GoToResults(); }
 
   private:
     void WriteCertificate(const std::string& rtf);

@@ -27,7 +27,7 @@ frmResults::frmResults(Program& program)
         if (program_.Run.LoadCellCalComplete) SetFocus(cmdNext);
     };
     LoadCell.PleaseWait = [this](bool waiting) { txtPleaseWait.Visible = waiting; };
-    for (Button& button : cmdPrintPDDX) button.Click = [this] { WriteFinalOutputs(program_); };
+    for (Button& button : cmdPrintPDDX) button.Click = [this] { cmdPrintPDDX_Click(); };
     cmdSaveCertificate.Click = [this] { SaveCertificateText(); };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
@@ -107,6 +107,17 @@ void frmResults::ShowNextSteps() {
          "Outputs.");
     mark(cmdNext, IsCalibrationLeft() || !onSummary, isAnyAccepted && !isComplete,
          "There is nothing left to calibrate in this run.");
+}
+
+void frmResults::cmdPrintPDDX_Click() {
+    txtPleaseWait.Visible = true;
+    try {
+        WriteFinalOutputs(program_);
+    } catch (...) {
+        txtPleaseWait.Visible = false;
+        throw;
+    }
+    txtPleaseWait.Visible = false;
 }
 
 void frmResults::cmdNext_Click() {

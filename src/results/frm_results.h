@@ -34,7 +34,6 @@ class frmResults : public Screen, public ResultsDoor {
     TextBox txtPleaseWait{*this, "txtPleaseWait"};
 
     void Activated() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
     void Open() override;
     void OpenLoadCell() override;
@@ -43,6 +42,7 @@ class frmResults : public Screen, public ResultsDoor {
 
   private:
     void cmdNext_Click();
+    void cmdPrintPDDX_Click();
     void cmdMainMenu_Click();
     void SaveCertificateText();
     void AreYouDone();

@@ -31,12 +31,15 @@ std::string ChangeText(const std::optional<double>& change) {
 }  // namespace
 
 LoadCellTab::LoadCellTab(Screen& screen, Program& program) : screen_(screen), program_(program), run_(program.Run) {
+    fraDelLCTrails.DefaultButton = &cmdDelLCOK;
+    fraDelLCTrails.CancelButton = &cmdDelLCCancel;
     txtMsg.Locked = true;
     fraDelLCTrails.Visible = false;
     cmdAcceptLC.Click = [this] { cmdAcceptLC_Click(); };
     cmdLCTrial.Click = [this] { program_.The<MainMenuDoor>().CalibrateLoadCell(); };
     cmdDelLCTrials.Click = [this] { cmdDelLCTrials_Click(); };
     cmdDelLCOK.Click = [this] { cmdDelLCOK_Click(); };
+    cmdDelLCCancel.Click = [this] { CloseDeletion(); };
 }
 
 std::vector<double> LoadCellTab::Gains() const {
@@ -210,9 +213,15 @@ std::string LoadCellTab::MarkedTrialsInWords() {
     return words;
 }
 
+/// The keyboard goes back to where the frame was opened: nothing that is accepted lies below the next Enter.
+void LoadCellTab::CloseDeletion() {
+    fraDelLCTrails.Visible = false;
+    screen_.SetFocus(cmdDelLCTrials);
+}
+
 void LoadCellTab::cmdDelLCOK_Click() {
     const std::string words = MarkedTrialsInWords();
-    fraDelLCTrails.Visible = false;
+    CloseDeletion();
     if (words.empty()) return;
     const Answer answer = program_.ShowBox("Do you really want to delete " + words + '?', box::yesNo + box::question,
                                            "Delete Reference Calibrations");

@@ -34,6 +34,7 @@ class LoadCellTab {
                          {fraDelLCTrails, "ChkDelLC(2)", "Trial 3"},
                          {fraDelLCTrails, "ChkDelLC(3)", "Trial 4"}};
     Button cmdDelLCOK{fraDelLCTrails, "cmdDelLCOK", "&OK"};
+    Button cmdDelLCCancel{fraDelLCTrails, "cmdDelLCCancel", "&Cancel"};
 
     std::function<void()> Changed;                 ///< the trials or their acceptance are others now
     std::function<void(bool waiting)> PleaseWait;  ///< files are worked on
@@ -45,6 +46,7 @@ class LoadCellTab {
     void cmdAcceptLC_Click();
     void cmdDelLCTrials_Click();
     void cmdDelLCOK_Click();
+    void CloseDeletion();
     void DeleteMarkedTrials();
     void WhileWaiting(const std::function<void()>& work);
     std::string MarkedTrialsInWords();

@@ -22,6 +22,16 @@ constexpr std::chrono::milliseconds simulatedCapture{1500};
 
 constexpr QSize firstSize{1280, 800};
 
+void ShowWaiting(bool waits) {
+    if (waits) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+    // Painted at once; what the operator presses meanwhile waits.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 }  // namespace
 
 Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
@@ -46,6 +56,7 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
         QThread::msleep(10);
         timerDriver_.Yield();
     };
+    machine_.showWaiting = ShowWaiting;
     machine_.showHelp = [this](int context) { ShowHelp(context); };
     machine_.printScreen = [this](const std::string& screen) { PrintScreen(screen); };
     machine_.endProgram = [this] { End(); };

@@ -43,12 +43,14 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     for (QAction* item : menuBar()->actions()) menuTitles_.emplace_back(item, item->text());
     screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
     screens_.FrontChanged = [this] { ShowFront(); };
+    screens_.LockChanged = [this] { ShowLock(); };
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::FollowPage, Qt::QueuedConnection);
     ShowFront();
 }
 
 MainWindow::~MainWindow() {
     screens_.FrontChanged = nullptr;
+    screens_.LockChanged = nullptr;
     menuBinder_.reset();
 }
 
@@ -83,6 +85,20 @@ void MainWindow::ShowFront() {
     FollowPage();
 }
 
+/// Only the way to end the wait stays alive, with a pointer that says so.
+void MainWindow::ShowLock() {
+    const bool isLocked = screens_.IsLocked();
+    menuBar()->setEnabled(!isLocked);
+    pages_->setEnabled(!isLocked);
+    if (isLocked) {
+        setCursor(Qt::BusyCursor);
+        return;
+    }
+    unsetCursor();
+    // The keyboard has left what could not take it.
+    if (auto* page = qobject_cast<Page*>(pages_->currentWidget())) page->TakeFocus();
+}
+
 void MainWindow::FollowPage() {
     const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
     ShowSuggestedStep(page);
@@ -106,6 +122,7 @@ void MainWindow::YieldLetters(const Page* page) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     // The program decides; it ends by itself when everything that is still under way has come to an end.
     event->ignore();
+    if (screens_.IsLocked()) return;
     screens_.Dispatch(mainFrame_.Name() + ".Close", [this] { mainFrame_.CloseRequested(); });
 }
 

@@ -44,6 +44,7 @@ class MainWindow : public QMainWindow {
 
   private:
     void FollowPage();
+    void ShowLock();
     void ShowSuggestedStep(const Page* page);
     void YieldLetters(const Page* page);
 

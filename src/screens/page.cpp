@@ -1,6 +1,7 @@
 #include "screens/page.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -9,6 +10,7 @@
 #include "controls/controls.h"
 #include "controls/enter_key.h"
 #include "controls/screen.h"
+#include "controls/screen_stack.h"
 #include "screens/binder.h"
 #include "screens/forms.h"
 #include "screens/state_button.h"
@@ -28,6 +30,10 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
     binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser), [this] { soon_.start(0); });
     screen_.Changed = [this] { Follow(); };
+    // A frame with a button of its own takes the suggestion over while the keyboard is in it.
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (isVisible()) soon_.start(0);
+    });
     Follow();
 }
 
@@ -53,7 +59,7 @@ Control* Page::HasKeyboard() const {
 }
 
 void Page::MarkSuggestedStep() {
-    const Button* suggested = SuggestedButton(screen_);
+    const Button* suggested = SuggestedButton(screen_, HasKeyboard());
     for (const Control* control : screen_.Controls()) {
         if (auto* button = dynamic_cast<StateButton*>(binder_->WidgetOf(*control))) {
             button->SetSuggested(control == suggested);
@@ -74,12 +80,12 @@ void Page::TakeFocus() {
 }
 
 QString Page::SuggestedStep() const {
-    const Button* suggested = SuggestedButton(screen_);
+    const Button* suggested = SuggestedButton(screen_, HasKeyboard());
     return suggested ? QString::fromStdString(suggested->Caption).remove(QLatin1Char('&')) : QString();
 }
 
 bool Page::EnterSuggests() const {
-    return ButtonOfEnter(screen_, HasKeyboard()) == SuggestedButton(screen_);
+    return ButtonOfEnter(screen_, HasKeyboard()) == SuggestedButton(screen_, HasKeyboard());
 }
 
 bool Page::TakesKeys(const QKeySequence& keys) const {
@@ -91,13 +97,21 @@ bool Page::TakesKeys(const QKeySequence& keys) const {
 
 void Page::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const Button* pressed = isEnter ? ButtonOfEnter(screen_, HasKeyboard()) : nullptr;
+    const Button* pressed = nullptr;
+    if (isEnter) pressed = ButtonOfEnter(screen_, HasKeyboard());
+    if (event->key() == Qt::Key_Escape) pressed = ButtonOfEscape(HasKeyboard());
     auto* button = pressed ? qobject_cast<StateButton*>(binder_->WidgetOf(*pressed)) : nullptr;
     if (!button) {
         QWidget::keyPressEvent(event);
         return;
     }
     if (button->isEnabled() && button->isVisible()) button->click();
+}
+
+/// A label passes its click on; every other control keeps it.
+void Page::mousePressEvent(QMouseEvent* event) {
+    QWidget::mousePressEvent(event);
+    screen_.Stack().Dispatch(screen_.Name() + ".Click", [this] { screen_.Clicked(); });
 }
 
 void Page::paintEvent(QPaintEvent*) {

@@ -4,6 +4,7 @@
 
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "platform/typed_number.h"
 #include "run/accel_adjustment.h"
 #include "run/center_config.h"
 #include "setup/center_tab.h"
@@ -14,22 +15,32 @@ namespace {
 
 constexpr double millivoltsPerVolt = 1000;
 
-double TypedNumber(std::string text) {
-    std::erase(text, ',');  // grouping of thousands, as the cells show it
-    const auto number = NumberIn(text);
-    if (!number) throw std::invalid_argument("\"" + text + "\" is not a number.");
+[[noreturn]] void Refuse(const std::string& text, const char* why) {
+    throw std::invalid_argument('"' + text + "\" is " + why);
+}
+
+double CellNumber(const std::string& text) {
+    const auto number = TypedNumber(text);
+    if (!number) Refuse(text, "not a number. The decimal sign is the point; commas part groups of three digits only.");
     return *number;
+}
+
+/// For cells that never show thousands with a comma: "3,742" volts may well be meant as 3.742.
+double SmallNumber(const std::string& text) {
+    const bool isDoubtful = text.find(',') != std::string::npos && text.find('.') == std::string::npos;
+    if (isDoubtful) Refuse(text, "not a number here. The decimal sign is the point; please leave the comma out.");
+    return CellNumber(text);
 }
 
 DateTime TypedDate(const std::string& text) {
     const auto date = ReadDateTime(text);
-    if (!date) throw std::invalid_argument("\"" + text + "\" is not a date.");
+    if (!date) Refuse(text, "not a date. Dates are written 09-Mar-2012, or with the month first, 03-09-2012.");
     return *date;
 }
 
 int TypedId(const std::string& text) {
-    const double number = TypedNumber(text);
-    if (number < -32768 || number > 32767) throw std::invalid_argument("\"" + text + "\" is not an ID code.");
+    const double number = SmallNumber(text);
+    if (number < -32768 || number > 32767) Refuse(text, "not an ID code.");
     return static_cast<int>(RoundToWhole(number));
 }
 
@@ -54,82 +65,94 @@ std::string DailyMillivolts(const CenterConfig& center, double volts) {
     return Format(volts * millivoltsPerVolt, center.AccelDailyCalibrationPlus1GVoltage < 1.0 ? "#,##0.0" : "#,##0");
 }
 
-CenterCell TextCell(TextBox& box, std::string CenterConfig::*member, const char* behind) {
-    return {&box, [=](const CenterConfig& center) { return center.*member + behind; },
+CenterCell TextCell(const char* name, TextBox& box, std::string CenterConfig::*member, const char* behind) {
+    return {name, &box, [=](const CenterConfig& center) { return center.*member + behind; },
             [=](CenterConfig& center, const std::string& text) { center.*member = text; }};
 }
 
-CenterCell NumberCell(TextBox& box, double CenterConfig::*member, const char* before, const char* picture,
-                      const char* behind) {
-    return {&box, [=](const CenterConfig& center) { return before + Format(center.*member, picture) + behind; },
-            [=](CenterConfig& center, const std::string& text) { center.*member = TypedNumber(text); }};
+CenterCell NumberCell(const char* name, TextBox& box, double CenterConfig::*member, const char* before,
+                      const char* picture, const char* behind) {
+    return {name, &box, [=](const CenterConfig& center) { return before + Format(center.*member, picture) + behind; },
+            [=](CenterConfig& center, const std::string& text) { center.*member = SmallNumber(text); }};
 }
 
-CenterCell MillivoltCell(TextBox& box, double CenterConfig::*member, const char* behind) {
+CenterCell MillivoltCell(const char* name, TextBox& box, double CenterConfig::*member, const char* behind) {
     return {
-        &box, [=](const CenterConfig& center) { return Format(center.*member * millivoltsPerVolt, "#,000") + behind; },
-        [=](CenterConfig& center, const std::string& text) { center.*member = TypedNumber(text) / millivoltsPerVolt; }};
+        name, &box,
+        [=](const CenterConfig& center) { return Format(center.*member * millivoltsPerVolt, "#,000") + behind; },
+        [=](CenterConfig& center, const std::string& text) { center.*member = CellNumber(text) / millivoltsPerVolt; }};
 }
 
-CenterCell DateCell(TextBox& box, DateTime CenterConfig::*member, const char* before, const char* behind) {
-    return {&box, [=](const CenterConfig& center) { return before + Format(center.*member, "dd-mmm-yyyy") + behind; },
+CenterCell DateCell(const char* name, TextBox& box, DateTime CenterConfig::*member, const char* before,
+                    const char* behind) {
+    return {name, &box,
+            [=](const CenterConfig& center) { return before + Format(center.*member, "dd-mmm-yyyy") + behind; },
             [=](CenterConfig& center, const std::string& text) { center.*member = TypedDate(text); }};
 }
 
 CenterCell ShownOnly(TextBox& box, std::function<std::string(const CenterConfig&)> shown) {
-    return {&box, std::move(shown), {}};
+    return {{}, &box, std::move(shown), {}};
 }
 
 void AddCenter(std::vector<CenterCell>& cells, CenterTab& tab) {
-    cells.push_back({&tab.txtCenterID, [](const CenterConfig& center) { return Format(center.CalCenterIDCode, "00"); },
+    cells.push_back({"Center ID", &tab.txtCenterID,
+                     [](const CenterConfig& center) { return Format(center.CalCenterIDCode, "00"); },
                      [](CenterConfig& center, const std::string& text) { center.CalCenterIDCode = TypedId(text); }});
-    cells.push_back(TextCell(tab.txtCalCenter, &CenterConfig::CalibrationCenter, ""));
+    cells.push_back(TextCell("Center", tab.txtCalCenter, &CenterConfig::CalibrationCenter, ""));
     cells.back().lockedWhileShowing = false;
-    cells.push_back(TextCell(tab.txtCenterOperator, &CenterConfig::CalibrationCenterOperator, ""));
+    cells.push_back(TextCell("Operator", tab.txtCenterOperator, &CenterConfig::CalibrationCenterOperator, ""));
     cells.back().lockedWhileShowing = false;
     cells.push_back(ShownOnly(tab.txtSerialEquipment, SerialEquipment));
 }
 
 void AddLoadCell(std::vector<CenterCell>& cells, CenterTab& tab) {
-    cells.push_back(TextCell(tab.txtRefLoadCellID, &CenterConfig::ReferenceLoadCellName, " "));
     cells.push_back(
-        NumberCell(tab.txtRefLoadCellExcitation, &CenterConfig::ReferenceLoadCellExcitationVolts, " ", "00", ""));
-    cells.push_back(TextCell(tab.txtRefLoadCellGain, &CenterConfig::ReferenceLoadCellGain, " "));
+        TextCell("Reference load cell, name", tab.txtRefLoadCellID, &CenterConfig::ReferenceLoadCellName, " "));
+    cells.push_back(NumberCell("Reference load cell, excitation", tab.txtRefLoadCellExcitation,
+                               &CenterConfig::ReferenceLoadCellExcitationVolts, " ", "00", ""));
     cells.push_back(
-        NumberCell(tab.txtRefLoadCellBPlus, &CenterConfig::ReferenceLoadCellPlusVoltage, "  ", "#0.0000", ""));
+        TextCell("Reference load cell, gain", tab.txtRefLoadCellGain, &CenterConfig::ReferenceLoadCellGain, " "));
+    cells.push_back(NumberCell("Reference load cell, positive voltage", tab.txtRefLoadCellBPlus,
+                               &CenterConfig::ReferenceLoadCellPlusVoltage, "  ", "#0.0000", ""));
+    cells.push_back(NumberCell("Reference load cell, negative voltage", tab.txtRefLoadCellBMinus,
+                               &CenterConfig::ReferenceLoadCellMinusVoltage, " ", "#0.0000", ""));
+    cells.push_back(NumberCell("Reference load cell, unbalanced zero", tab.txtRefLoadCellUnbalancedZero,
+                               &CenterConfig::ReferenceLoadCellUnbalancedZero, " ", "#0.0000", ""));
+    cells.push_back(DateCell("Reference load cell, date of calibration", tab.txtRefLoadCellCalDate,
+                             &CenterConfig::ReferenceLoadCellCalibrationDate, " ", ""));
     cells.push_back(
-        NumberCell(tab.txtRefLoadCellBMinus, &CenterConfig::ReferenceLoadCellMinusVoltage, " ", "#0.0000", ""));
-    cells.push_back(NumberCell(tab.txtRefLoadCellUnbalancedZero, &CenterConfig::ReferenceLoadCellUnbalancedZero, " ",
-                               "#0.0000", ""));
-    cells.push_back(DateCell(tab.txtRefLoadCellCalDate, &CenterConfig::ReferenceLoadCellCalibrationDate, " ", ""));
-    cells.push_back(TextCell(tab.txtRefLoadCellCalUnits, &CenterConfig::ReferenceLoadCellUnits, " "));
+        TextCell("Reference load cell, units", tab.txtRefLoadCellCalUnits, &CenterConfig::ReferenceLoadCellUnits, " "));
     for (std::size_t i = 0; i < tab.txtRefLoadCellCalA.size(); ++i) {
-        cells.push_back({&tab.txtRefLoadCellCalA[i],
+        cells.push_back({"Reference load cell, coefficient A" + NumberText(i + 1), &tab.txtRefLoadCellCalA[i],
                          [i](const CenterConfig& center) {
                              return LoadCellCoefficient(center.ReferenceLoadCellCalibrationCoefficients[i]);
                          },
                          [i](CenterConfig& center, const std::string& text) {
-                             center.ReferenceLoadCellCalibrationCoefficients[i] = TypedNumber(text);
+                             center.ReferenceLoadCellCalibrationCoefficients[i] = SmallNumber(text);
                          }});
     }
 }
 
 void AddCertificate(std::vector<CenterCell>& cells, CenterTab& tab) {
-    cells.push_back(TextCell(tab.txtAccelerometerSN, &CenterConfig::AccelerometerSerialNumber, " "));
-    cells.push_back(TextCell(tab.txtAccelerometerModel, &CenterConfig::AccelerometerModelNumber, " "));
-    cells.push_back(NumberCell(tab.txtAccelerometerExcitation, &CenterConfig::AccelExcitationVolts, "", "00", " "));
-    cells.push_back(TextCell(tab.txtAccelerometerGain, &CenterConfig::AccelGain, " "));
-    cells.push_back(DateCell(tab.txtCertDate, &CenterConfig::AccelReferenceCalibrationDate, "", "  "));
-    cells.push_back(MillivoltCell(tab.txtCertP1GDC, &CenterConfig::AccelRefPlus1GDC, "  "));
-    cells.push_back(MillivoltCell(tab.txtCertM1GDC, &CenterConfig::AccelRefMinus1GDC, " "));
+    cells.push_back(TextCell("Accelerometer, serial number", tab.txtAccelerometerSN,
+                             &CenterConfig::AccelerometerSerialNumber, " "));
+    cells.push_back(
+        TextCell("Accelerometer, model", tab.txtAccelerometerModel, &CenterConfig::AccelerometerModelNumber, " "));
+    cells.push_back(NumberCell("Accelerometer, excitation", tab.txtAccelerometerExcitation,
+                               &CenterConfig::AccelExcitationVolts, "", "00", " "));
+    cells.push_back(TextCell("Accelerometer, gain", tab.txtAccelerometerGain, &CenterConfig::AccelGain, " "));
+    cells.push_back(DateCell("Accelerometer, date of calibration", tab.txtCertDate,
+                             &CenterConfig::AccelReferenceCalibrationDate, "", "  "));
+    cells.push_back(MillivoltCell("Accelerometer, +1 g DC", tab.txtCertP1GDC, &CenterConfig::AccelRefPlus1GDC, "  "));
+    cells.push_back(MillivoltCell("Accelerometer, -1 g DC", tab.txtCertM1GDC, &CenterConfig::AccelRefMinus1GDC, " "));
     cells.push_back(ShownOnly(tab.txtNISTGravity, [](const auto&) { return Format(standardGravity, "0.00000"); }));
     for (std::size_t i = 0; i < tab.txtCert.size(); ++i) {
-        cells.push_back({&tab.txtCert[i],
+        cells.push_back({"Accelerometer, coefficient C" + NumberText(i), &tab.txtCert[i],
                          [i](const CenterConfig& center) {
                              return Aligned(center.AccelRefCalibrationCoefficients[i], "0.000E+00");
                          },
                          [i](CenterConfig& center, const std::string& text) {
-                             center.AccelRefCalibrationCoefficients[i] = TypedNumber(text);
+                             center.AccelRefCalibrationCoefficients[i] = SmallNumber(text);
                          }});
     }
 }

@@ -14,6 +14,7 @@
 #include "platform/text.h"
 #include "run/center_keys.h"
 #include "run/stored_values.h"
+#include "setup/folder_tree.h"
 #include "tables/table.h"
 
 namespace bellmark {
@@ -186,7 +187,13 @@ void CenterTab::UpdateCalCenter() {
     for (const CenterCell& cell : cells_) {
         // A cell shows fewer digits than its value has: only what the operator changed is taken from it.
         const std::string& text = cell.box->Text.Get();
-        if (cell.take && text != cell.shown(program_.Center)) cell.take(changed, std::string(Trim(text)));
+        if (!cell.take || text == cell.shown(program_.Center)) continue;
+        try {
+            cell.take(changed, std::string(Trim(text)));
+        } catch (const std::invalid_argument& error) {
+            screen_.SetFocus(*cell.box);
+            throw std::invalid_argument(cell.name + ": " + error.what());
+        }
     }
     program_.Center = changed;
 }
@@ -221,6 +228,10 @@ void CenterTab::cmdSelectCenter_Click() {
 
 void CenterTab::grdCalCenters_DoubleClick(int row) {
     if (row < grdCalCenters.FixedRows()) return;
+    if (const auto problem = UnstorableCharacter(grdCalCenters.Cell(row, 1)); !problem.empty()) {
+        program_.ShowBox("This name cannot be used: " + problem + '.', box::exclamation);
+        return;
+    }
     constexpr int greatestId = 32767;
     program_.Center.CalCenterIDCode = StoredWhole(grdCalCenters.Cell(row, 0), -greatestId, greatestId);
     program_.Center.CalibrationCenter = grdCalCenters.Cell(row, 1);

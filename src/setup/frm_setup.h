@@ -28,7 +28,6 @@ class frmSetup : public Screen, public SetupDoor {
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
 
     void Activated() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
 
     void Open() override { Show(); }
     void BeginRun() override;

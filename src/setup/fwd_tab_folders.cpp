@@ -70,7 +70,9 @@ void FWDTab::DirFWDOwner_Click(int row) {
         EnsureRoot();
         return;
     }
-    if (const auto problem = UnstorableCharacter(PathText(folder)); !problem.empty()) {
+    // The owner's and the FWD's names are records; the folders above them are only where they lie.
+    const std::string ownNames = PathText(folder.lexically_relative(DriveRoot(program_.Folder())));
+    if (const auto problem = UnstorableCharacter(ownNames); !problem.empty()) {
         program_.ShowBox("This folder cannot be used: " + problem + '.', box::exclamation);
         return;
     }

@@ -7,6 +7,7 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "platform/typed_number.h"
 #include "run/stored_values.h"
 
 namespace bellmark {
@@ -16,11 +17,6 @@ namespace {
 constexpr const char* poundsPicture = "#,##0";
 constexpr const char* kilonewtonsPicture = "#,##0.0";
 constexpr int mostTrigger = 1'000'000;
-
-std::optional<double> TypedNumber(std::string text) {
-    std::erase(text, ',');
-    return NumberIn(text);
-}
 
 /// The number as a picture shows it.
 double ThroughPicture(double value, const char* picture) {
@@ -101,9 +97,10 @@ void GeneralTab::ChooseUnits(bool english) {
 }
 
 void GeneralTab::loadCellTrigger_Leave() {
-    const auto typed = TypedNumber(loadCellTrigger.Text);
+    const auto typed = TypedNumber(loadCellTrigger.Text.Get());
     if (!typed || *typed < 0 || *typed > mostTrigger) {
-        program_.ShowBox("Please type in a number", box::exclamation);
+        program_.ShowBox("Please type in a number", box::exclamation, "Load Cell Trigger");
+        ShowTrigger();
         return;
     }
     const bool english = program_.Run.EnglishUnits;
@@ -117,9 +114,10 @@ void GeneralTab::loadCellTrigger_Leave() {
 }
 
 void GeneralTab::AccelTrigger_Leave() {
-    const auto typed = TypedNumber(AccelTrigger.Text);
+    const auto typed = TypedNumber(AccelTrigger.Text.Get());
     if (!typed || *typed < 0 || *typed > mostTrigger) {
-        program_.ShowBox("Please type in a number", box::exclamation);
+        program_.ShowBox("Please type in a number", box::exclamation, "Accelerometer Trigger");
+        AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
         return;
     }
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");

@@ -298,5 +298,33 @@ TEST_F(AppMainTest, AFailingHandlerIsLoggedShownAndSurvived) {
     EXPECT_EQ(program.Screens.Front(), &StartForm());
 }
 
+TEST_F(AppMainTest, WhatAKilledProgramLeftIsCleanedAtStart) {
+    const char* const goes[] = {".bellmark-77-0.tmp", "InterimCal20120101/.bellmark-77-1.tmp",
+                                "InterimCal20120102/BellmarkCenterConfig.ini"};
+    const char* const stays[] = {
+        "bellmark-notes.tmp",
+        "InterimCal20120101/InterimCal.DDX",      // saved, though only its copy is left
+        "InterimCal20120103/LoadCell1-H1D1.txt",  // measured
+        "InterimCal20120103/BellmarkCenterConfig.ini",
+        "InterimCal20120104.DDX",
+        "InterimCal20120104/BellmarkCenterConfig.ini",
+        "InterimCal20120105/kept/BellmarkCenterConfig.ini",
+    };
+    for (const char* name : goes) machine.Write(name, "x");
+    for (const char* name : stays) machine.Write(name, "x");
+    Main(program);
+    for (const char* name : goes) EXPECT_FALSE(machine.Has(name)) << name;
+    EXPECT_FALSE(machine.Has("InterimCal20120102"));
+    for (const char* name : stays) EXPECT_TRUE(machine.Has(name)) << name;
+}
+
+TEST_F(AppMainTest, AClickOnTheAboutViewStopsItsTimer) {
+    Main(program);
+    StartForm().ShowAbout();
+    EXPECT_TRUE(StartForm().tmrShowTime.IsRunning());
+    StartForm().Clicked();
+    EXPECT_FALSE(StartForm().tmrShowTime.IsRunning());
+}
+
 }  // namespace
 }  // namespace bellmark

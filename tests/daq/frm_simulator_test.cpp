@@ -220,5 +220,18 @@ TEST_F(SimulatorTest, ReplaysForAWhileAndThenIsCapturedForGood) {
     EXPECT_FALSE(simulator.Timer1.IsRunning()) << "stopped at the next tick";
 }
 
+TEST_F(SimulatorTest, AFileWithoutSamplesIsTold) {
+    for (const char* text : {"", "Daily Shunt = 1.002\r\nSample\r\n"}) {
+        machine.Write("Review/LoadCell1-H1D1.txt", text);
+        program.Run.CurrentHeightIndex = program.Run.CurrentDropIndex = 1;
+        machine.dialogs.QueueAnswer(Answer::OK);
+        Capture();
+        const auto boxes = machine.dialogs.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1U);
+        EXPECT_NE(boxes[0].find("LoadCell1-H1D1.txt holds no samples."), std::string::npos) << boxes[0];
+        EXPECT_TRUE(program.Run.DropAborted);
+    }
+}
+
 }  // namespace
 }  // namespace bellmark

@@ -89,6 +89,20 @@ TEST_F(Conversions, NoFileOfTheRunIsReplacedByAnotherOfItsName) {
     EXPECT_TRUE(machine.dialogs.TakeBoxes().empty());
 }
 
+TEST_F(Conversions, BlanksAndQuotesOfTheNameReachTheConverter) {
+    InstallConverter(
+        "#!/bin/sh\n"
+        "echo \"$#:$1\" > \"$(dirname \"$0\")/arguments.txt\"\n"
+        "file=${1%,*}\n"
+        "echo new > \"${file%.*}cvt.ddx\"\n");
+    for (const char* name : {"Trial  1.F25", "a \"quoted\" name.F25", " - 'x'.F25"}) {
+        machine.Write(Path("transfer") / name, "drops");
+        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1, true).done) << name;
+        EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
+                  "1:" + PathText(machine.folder / "InterimCal20120309" / name) + ",1\n");
+    }
+}
+
 TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {
     InstallConverter(goodConverter);
     EXPECT_EQ(Convert(1, false).path, machine.folder / "transfer/Trial 1cvt.ddx");
@@ -106,6 +120,40 @@ TEST_F(Conversions, AnExistingDocumentIsReplacedOnlyOnYes) {
     machine.dialogs.QueueAnswer(Answer::Yes);
     EXPECT_TRUE(Convert().done);
     EXPECT_EQ(machine.files.ReadBytes(document), "new\n");
+}
+
+TEST_F(Conversions, WhileTheConverterRunsOnlyCancelIsLive) {
+    InstallConverter("#!/bin/sh\nexec sleep 100\n");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    WhilePaused = [this] {
+        auto& frame = dynamic_cast<frmMaster&>(program.The<MainFrameDoor>());
+        EXPECT_THROW(frame.mnuExit.UserClick(), UserError);
+        EXPECT_TRUE(program.Screens.IsLocked());
+        frame.cmdCancelWaiting.UserClick();
+    };
+    Convert();
+    EXPECT_FALSE(program.Screens.IsLocked());
+}
+
+/// What the converter has started itself goes with it, and what it has written so far is no document.
+TEST_F(Conversions, AnEndedConverterLeavesNothingBehind) {
+    InstallConverter(
+        "#!/bin/sh\n"
+        "file=${*%,*}\n"
+        "echo half > \"${file%.*}cvt.ddx\"\n"
+        "sh -c 'sleep 1; echo late > \"$0\"' \"$(dirname \"$0\")/late.txt\" &\n"
+        "touch \"$(dirname \"$0\")/begun.txt\"\n"
+        "wait\n");
+    machine.dialogs.QueueAnswer(Answer::OK);
+    WhilePaused = [this] {
+        if (machine.Has("begun.txt"))
+            dynamic_cast<frmMaster&>(program.The<MainFrameDoor>()).cmdCancelWaiting.UserClick();
+    };
+    EXPECT_FALSE(Convert().done);
+    EXPECT_TRUE(machine.Has("begun.txt"));
+    EXPECT_FALSE(machine.files.IsFile(document));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1300));
+    EXPECT_FALSE(machine.Has("late.txt"));
 }
 
 struct FailureCase {

@@ -91,5 +91,15 @@ TEST(TrialReport, SensorInMicrons) {
     ExpectReport(run, "sensor_report.txt");
 }
 
+TEST(TrialReport, LongSerialNumbersFitIntoTheNameAndStayApart) {
+    CalibrationRun run = SampleRun(Procedure::Sensors);
+    run.NumberSensors = 2;
+    run.DeviceSerialNumber = run.Sensor[0].SerialNumber = run.Sensor[1].SerialNumber = std::string(200, 'S');
+    const DateTime now = MakeDateTime(2012, 3, 9);
+    const std::string cut(60, 'S');
+    EXPECT_EQ(TrialReportName(run, 0, now), cut + "~1 09-Mar-2012 " + cut + "~1.RF1");
+    EXPECT_EQ(TrialReportName(run, 1, now), cut + "~2 09-Mar-2012 " + cut + "~2.RF1");
+}
+
 }  // namespace
 }  // namespace bellmark

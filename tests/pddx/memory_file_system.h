@@ -29,6 +29,7 @@ class MemoryFileSystem : public FileSystem {
     void Rename(const Path&, const Path& to) override { Refuse(to); }
     void RemoveFile(const Path& path) override { Refuse(path); }
     void RemoveFolder(const Path& path) override { Refuse(path); }
+    void RemoveTemporaryFiles(const Path& folder) override { Refuse(folder); }
 
   private:
     [[noreturn]] static void Refuse(const Path& path) { throw FileError(path, "it can only be read"); }

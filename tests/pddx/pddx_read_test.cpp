@@ -212,5 +212,20 @@ TEST(ReadPDDXFile, ReadsASurveyOfAnotherMaker) {
                             {{"Operations Information", "EndDate"}, "12-Apr-2023"}});
 }
 
+TEST(PDDXRead, NulBytesAreDroppedFromNamesAlone) {
+    using namespace std::string_literals;
+    PDDXFile document;
+    Read(
+        "[Device Information]\nSensorSerialNumbers = S-1\0\0, S-2\0\n"
+        "[Device Calibration]\nSensorCalibrationCenterGain = 1.0\0"
+        "5\n"s,
+        document, false);
+    EXPECT_EQ(Value(document, "Device Information", "SensorSerialNumbers"), "S-1, S-2");
+    EXPECT_EQ(Value(document, "Device Calibration", "SensorCalibrationCenterGain"),
+              "1.0\0"
+              "5"s)
+        << "a damaged number must not become another one";
+}
+
 }  // namespace
 }  // namespace bellmark

@@ -1,4 +1,5 @@
 #include "platform/numbers.h"
+#include "platform/typed_number.h"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,21 @@ TEST(Numbers, ResultsAreRoundedHalfToEven) {
     EXPECT_EQ(RoundToWhole(-9223372036854775808.0), std::numeric_limits<long long>::min());
     for (const double value : {9223372036854775808.0, -1e19, std::numeric_limits<double>::quiet_NaN()}) {
         EXPECT_THROW(RoundToWhole(value), std::range_error) << value;
+    }
+}
+
+TEST(TypedNumber, CommasPartThousandsAndNothingElse) {
+    for (const auto& [text, number] : {std::pair{"3995.2", 3995.2},
+                                       {" 3,995.2 ", 3995.2},
+                                       {"-1,234,567", -1234567.0},
+                                       {"+12,345", 12345.0},
+                                       {"1E-05", 1e-5},
+                                       {"1,234.5", 1234.5}}) {
+        EXPECT_EQ(TypedNumber(text), number) << text;
+    }
+    for (const char* text : {"3995,2", "3,99", "0,125", "3.995,2", "1,234,56", ",125", "12,", "1,2345", "1234,567",
+                             "-,125", "1,234.5,6", "--1,234", "", "abc", "1,abc", "1.5 V"}) {
+        EXPECT_EQ(TypedNumber(text), std::nullopt) << text;
     }
 }
 

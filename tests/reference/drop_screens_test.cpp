@@ -106,7 +106,7 @@ TEST_F(DropScreensTest, ADropIsShownAndKeptInTheUnitsOfTheRun) {
     for (const auto& test : cases) {
         SCOPED_TRACE(test.unit);
         run.EnglishUnits = test.englishUnits;
-        run.DropSequenceIndex = 0;
+        run.Trial.DropSequenceIndex = 0;
         collection->Bellmark();
         collection->cmdNext.UserClick();
         drop->optDeflection.UserClick();
@@ -117,7 +117,7 @@ TEST_F(DropScreensTest, ADropIsShownAndKeptInTheUnitsOfTheRun) {
         ASSERT_FALSE(plot.marks.empty());
         EXPECT_NEAR(plot.marks.back().y, test.peak, 1e-4 * test.peak) << "the mark of the peak";
         drop->cmdAccept.UserClick();
-        EXPECT_NEAR(run.DropResults[0], test.peak, 1e-6 * test.peak);
+        EXPECT_NEAR(run.Trial.DropResults[0], test.peak, 1e-6 * test.peak);
     }
 }
 

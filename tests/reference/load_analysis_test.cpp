@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference/drop_plot.h"
 #include "run/center_config.h"
 
 namespace bellmark {
@@ -247,6 +248,14 @@ TEST(LoadAnalysis, TriggersOnElevenSamplesRunningAboveTheLevel) {
     EXPECT_EQ(samplesUntilTrigger(volts), 17U);
     EXPECT_EQ(samplesUntilTrigger(std::vector<double>(20, 0.45)), 0U);
     EXPECT_EQ(drop.LastTriggerValue, 450);
+}
+
+TEST(LoadDropPlot, UnzoomedShowsTheWholeBlockButItsFirstSample) {
+    const Plot whole = LoadDropPlot(DropOf(std::vector<float>(100)), DropCurve::Acceleration, false, true);
+    ASSERT_EQ(whole.series.size(), 1U);
+    EXPECT_EQ(whole.series[0].x.size(), 99U);
+    EXPECT_DOUBLE_EQ(whole.series[0].x.front(), 1000.0 * 1 / samplesPerSecond);
+    EXPECT_DOUBLE_EQ(whole.series[0].x.back(), 1000.0 * 99 / samplesPerSecond);
 }
 
 }  // namespace

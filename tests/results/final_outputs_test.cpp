@@ -189,5 +189,17 @@ TEST_F(FinalOutputsTest, PrintsWhenAskedAndSavesTheTextCertificate) {
     EXPECT_THAT(machine.files.ReadBytes(chosen), HasSubstr("LOAD CELL CALIBRATION\r\n"));
 }
 
+TEST_F(FinalOutputsTest, WaitingIsShownWhileFilesAreCopied) {
+    std::vector<bool> told;
+    machine.machine.showWaiting = [&](bool waits) {
+        told.push_back(waits);
+        EXPECT_TRUE(results.txtPleaseWait.Visible);
+        EXPECT_EQ(std::filesystem::exists(run.OutputFolder / "BellmarkCalibrationRecord 09-Mar-2012.ddx"), !waits);
+    };
+    Produce({}, {});
+    EXPECT_THAT(told, ElementsAre(true, false));
+    EXPECT_FALSE(results.txtPleaseWait.Visible);
+}
+
 }  // namespace
 }  // namespace bellmark

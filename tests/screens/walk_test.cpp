@@ -134,7 +134,7 @@ class SlowWalkTest : public WalkTest {
 
 class HastyWalkTest : public WalkTest {
   protected:
-    HastyWalkTest() : WalkTest(0ms, 200ms) {}
+    HastyWalkTest() : WalkTest(0ms, 3s) {}
 };
 
 TEST_F(HastyWalkTest, AHeldEnterOrAnEarlyOneTakesNoDrop) {
@@ -143,7 +143,7 @@ TEST_F(HastyWalkTest, AHeldEnterOrAnEarlyOneTakesNoDrop) {
     ASSERT_EQ(Front(), "frmBellmark_AccelDrop");
     PressEnter();
     EXPECT_EQ(Front(), "frmBellmark_AccelDrop") << "pressed before anyone can have seen the peak";
-    QTest::qWait(250);
+    QTest::qWait(3200);
     for (int i = 0; i < 3; ++i) {
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
         QApplication::sendEvent(desktop_.window->focusWidget(), &held);
@@ -178,7 +178,15 @@ TEST_F(WalkTest, FromANewCalibrationToTheCertificate) {
     TakeTrial("Trial2.ddx");
     ASSERT_EQ(Front(), "frmResults");
     EXPECT_EQ(desktop_.TextOf("frmResults", "txtMsg"), "All data checks passed");
-    PressEnter();
+    // Enter and Escape belong to the frame that is open.
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
+        Press("frmResults", "cmdDelLCTrials");
+        EXPECT_TRUE(desktop_.WidgetOf("frmResults", "cmdDelLCCancel").isVisible());
+        QTest::keyClick(desktop_.window->focusWidget(), key);
+        EXPECT_FALSE(desktop_.WidgetOf("frmResults", "fraDelLCTrails").isVisible());
+        ASSERT_FALSE(desktop_.program->Run.LoadCellCalComplete);
+    }
+    Press("frmResults", "cmdAcceptLC");
     ASSERT_TRUE(desktop_.program->Run.LoadCellCalComplete);
     desktop_.dialogs.files = {desktop_.Folder() / "ForTheCenter.ddx", desktop_.Folder() / "ForTheFWD.ddx"};
     Press("frmResults", "optSummary");
@@ -220,6 +228,23 @@ TEST_F(SlowWalkTest, TheArmedScreenSaysSoAndCanBeLeft) {
     Press("frmBellmark_Accel", "cmdNext");
     EXPECT_TRUE(looked);
     EXPECT_EQ(Front(), "frmMainMenu");
+}
+
+TEST_F(WalkTest, WhileSomethingIsWaitedForOnlyCancelIsLive) {
+    auto& frame = desktop_.program->The<MainFrameDoor>();
+    frame.BeginWaiting("Converting ...");
+    EXPECT_FALSE(desktop_.WidgetOf("frmAbout", "cmdStartNewCal").isEnabled());
+    EXPECT_FALSE(desktop_.window->menuBar()->isEnabled());
+    EXPECT_EQ(desktop_.window->cursor().shape(), Qt::BusyCursor);
+    desktop_.window->close();
+    EXPECT_TRUE(desktop_.dialogs.shown.empty());
+    auto* cancel = desktop_.window->findChild<QAbstractButton*>("cmdCancelWaiting");
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    EXPECT_TRUE(frame.WaitingCancelled());
+    frame.EndWaiting();
+    EXPECT_TRUE(desktop_.WidgetOf("frmAbout", "cmdStartNewCal").isEnabled());
+    EXPECT_EQ(desktop_.window->cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(desktop_.window->focusWidget(), &desktop_.WidgetOf("frmAbout", "cmdStartNewCal"));
 }
 
 TEST_F(SlowWalkTest, ClosingTheWindowEndsTheWaitForADrop) {

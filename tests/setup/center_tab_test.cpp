@@ -199,18 +199,44 @@ TEST_F(CenterTabTest, EditedCellsStayInTheRecordAndAreLostFromTheFile) {
     EXPECT_EQ(Written("ReferenceLoadCellGain"), "5.00");
 }
 
-TEST_F(CenterTabTest, CellThatIsNoNumberIsToldAndTakesNothing) {
+TEST_F(CenterTabTest, CellThatIsNoNumberOrDateIsToldByItsNameAndTakesNothing) {
     ReadCenter();
     machine.dialogs.QueueAnswer(Answer::OK);
     tab.cmdWriteCalCenter.UserClick();
     tab.txtRefLoadCellGain.UserEnter("5.00");
-    tab.txtRefLoadCellBPlus.UserEnter("three");
+    struct Refused {
+        TextBox& cell;
+        const char* typed;
+        const char* told;
+    };
+    const Refused refused[] = {
+        {tab.txtRefLoadCellBPlus, "three", "Reference load cell, positive voltage: \"three\" is not a number."},
+        {tab.txtRefLoadCellBPlus, "3,742", "Reference load cell, positive voltage: \"3,742\" is not a number here."},
+        {tab.txtRefLoadCellCalA[0], "3995,2", "Reference load cell, coefficient A1: \"3995,2\" is not a number here."},
+        {tab.txtRefLoadCellCalA[0], "3.995,2", "coefficient A1: \"3.995,2\" is not a number."},
+        {tab.txtCertP1GDC, "2971,3", "Accelerometer, +1 g DC: \"2971,3\" is not a number."},
+        {tab.txtRefLoadCellCalDate, "13/05/2026", "Reference load cell, date of calibration: \"13/05/2026\" is not a"},
+        {tab.txtCertDate, "03/05/26", "Accelerometer, date of calibration: \"03/05/26\" is not a date."},
+    };
     machine.dialogs.TakeBoxes();
-    machine.dialogs.QueueAnswer(Answer::OK);
+    for (const auto& [cell, typed, told] : refused) {
+        const std::string shown = cell.Text;
+        cell.UserEnter(typed);
+        machine.dialogs.QueueAnswer(Answer::OK);
+        tab.cmdWriteCalCenter.UserClick();
+        const auto boxes = machine.dialogs.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1U) << typed;
+        EXPECT_NE(boxes[0].find(told), std::string::npos) << boxes[0];
+        EXPECT_EQ(setup.Focus(), &cell);
+        EXPECT_EQ(center.ReferenceLoadCellGain, "");
+        EXPECT_EQ(tab.cmdWriteCalCenter.Caption.Get(), "&Save Calibration Center Config") << "still editing";
+        cell.UserEnter(shown);
+    }
+    tab.txtRefLoadCellCalA[0].UserEnter("4,012.37");
+    tab.txtCertP1GDC.UserEnter("2,971");
     tab.cmdWriteCalCenter.UserClick();
-    EXPECT_NE(machine.dialogs.TakeBoxes().at(0).find("\"three\" is not a number."), std::string::npos);
-    EXPECT_EQ(center.ReferenceLoadCellGain, "");
-    EXPECT_EQ(tab.cmdWriteCalCenter.Caption.Get(), "&Save Calibration Center Config") << "still editing";
+    EXPECT_EQ(center.ReferenceLoadCellCalibrationCoefficients[0], 4012.37);
+    EXPECT_EQ(center.AccelRefPlus1GDC, 2.971);
 }
 
 TEST_F(CenterTabTest, CenterIsChosenFromTheTable) {

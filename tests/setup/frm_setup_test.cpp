@@ -6,6 +6,8 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/interim_store.h"
+#include "pddx/pddx_file.h"
+#include "platform/text.h"
 #include "tests/setup/set_up_program.h"
 #include "tests/support/idle_doors.h"
 
@@ -31,17 +33,38 @@ TEST_F(FrmSetupTest, CancelOfTheNoticeStillAsksForAFileWithABoard) {
     EXPECT_EQ(setup.DataAcq.txtSimDataLocation.Text.Get(), folder);
 }
 
-TEST_F(FrmSetupTest, UnreadableConfigurationLeavesTheRunsCopy) {
+TEST_F(FrmSetupTest, AFileThatIsNoConfigurationIsRefusedAndLeavesTheRunsCopy) {
     ReadCenter();
     const std::string before = MasterText();
-    for (const char* text : {"", "[Other Section]\r\nCalibrationCenter=Elsewhere\r\n"}) {
-        const Path file = *text ? machine.Write("other.ini", text) : machine.folder / "missing.ini";
+    const Path foreign = machine.Write("foreign.ini", "[Settings]\r\nReferenceLoadCellName=other\r\n");
+    const Path letters = machine.Write("letters.ini", std::string("\xFF\xFE\x41\x01", 4));
+    Set("ReferenceLoadCellCalibrationDate", "13/05/2026");
+    const Path date = machine.Write("date.ini", configuration.Text());
+    Set("ReferenceLoadCellCalibrationDate", "05/13/26");
+    const Path shortYear = machine.Write("year.ini", configuration.Text());
+    for (const Path& file : {machine.folder / "missing.ini", foreign, letters, date, shortYear}) {
         machine.dialogs.QueueAnswer(Answer::OK);
         EXPECT_FALSE(ReadCenterConfiguration(*program, file));
+        const auto boxes = machine.dialogs.TakeBoxes();
+        ASSERT_EQ(boxes.size(), 1U) << file;
+        const bool namesKey = boxes[0].find("ReferenceLoadCellCalibrationDate is") != std::string::npos;
+        EXPECT_EQ(namesKey, file == date || file == shortYear) << boxes[0];
         EXPECT_EQ(MasterText(), before);
         EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
-        EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1u) << "the operator is told";
+        EXPECT_EQ(program->CenterDocument->Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(), "RLC-07")
+            << "what is saved from the document later is still the center's";
     }
+}
+
+TEST_F(FrmSetupTest, ConfigurationOfWideCharactersIsRead) {
+    Set("CalibrationCenterOperator", "M. Müller");
+    std::string wide = "\xFF\xFE";
+    for (const char byte : ToWindows1252(configuration.Text())) wide += {byte, '\0'};
+    machine.Write("BellmarkCenterConfig.ini", wide);
+    ReadCenterConfiguration(*program, Master());
+    EXPECT_EQ(center.CalibrationCenterOperator, "M. Müller");
+    EXPECT_EQ(center.ReferenceLoadCellPlusVoltage, 3.742);
+    EXPECT_EQ(Written("ReferenceLoadCellName"), "RLC-07");
 }
 
 struct TriggerCase {
