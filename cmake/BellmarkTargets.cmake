@@ -54,6 +54,29 @@ function(bellmark_library name)
   add_library(bellmark_${name} STATIC ${LIBRARY_SOURCES})
   target_link_libraries(bellmark_${name} PUBLIC bellmark_options ${LIBRARY_DEPENDS})
   bellmark_precompile(bellmark_${name} bellmark_standard_headers ${LIBRARY_PRECOMPILE})
+  bellmark_record_dependencies("${name}" ${LIBRARY_DEPENDS})
+  # Target all_verify_interface_header_sets compiles each header by itself.
+  file(GLOB headers CONFIGURE_DEPENDS "*.h")
+  target_sources(bellmark_${name} INTERFACE FILE_SET HEADERS BASE_DIRS "${CMAKE_SOURCE_DIR}/src" FILES ${headers})
+  set_target_properties(bellmark_${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()
+
+# bellmark_program(NAME DEPENDS bellmark_x): the program of a folder, from its main.cpp.
+function(bellmark_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 PROGRAM "" "" "DEPENDS")
+  add_executable(${name} main.cpp)
+  target_link_libraries(${name} PRIVATE ${PROGRAM_DEPENDS})
+  get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+  bellmark_record_dependencies("${folder}/main.cpp" ${PROGRAM_DEPENDS})
+endfunction()
+
+# The graph of the libraries, for the test of the architecture: a line "setup fwd tables" for each library, and one with
+# "console/main.cpp" in front for each program.
+function(bellmark_record_dependencies from)
+  list(FILTER ARGN INCLUDE REGEX "^bellmark_")
+  list(TRANSFORM ARGN REPLACE "^bellmark_" "")
+  list(JOIN ARGN " " depends)
+  set_property(GLOBAL APPEND PROPERTY BELLMARK_DEPENDENCIES "${from} ${depends}")
 endfunction()
 
 # bellmark_test(NAME SOURCES a_test.cpp DEPENDS bellmark_x PRECOMPILE <x.h>): a GoogleTest program, its cases found by ctest.

@@ -6,6 +6,7 @@
 #include "app/program.h"
 #include "app/start_cleaning.h"
 #include "app/workflow.h"
+#include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/format.h"
@@ -37,22 +38,6 @@ void ResetForStart(CalibrationRun& run) {
     run.EnglishUnits = true;
 }
 
-/// A review has put another center's configuration in place of the machine's own: put that back.
-void RestoreCenterConfiguration(Program& program) {
-    FileSystem& files = program.Services.files;
-    const Path old = ActualPath(files, program.Folder() / oldCenterConfigName);
-    if (!program.Run.ReviewMode || !files.IsFile(old)) return;
-    const Path current = ActualPath(files, program.Folder() / centerConfigName);
-    try {
-        // Renaming replaces the file in one step, so that there is a configuration at every moment.
-        files.Rename(old, current);
-    } catch (const FileError& error) {
-        program.Log(error.what());
-        program.ShowBox(std::string("The center's own configuration could not be put back.\r\n") + error.what(),
-                        box::exclamation, "Bellmark");
-    }
-}
-
 bool OperatorWantsToQuit(Program& program) {
     constexpr int cannotReadInterim = 304;
     const CalibrationRun& run = program.Run;
@@ -68,6 +53,8 @@ void Main(Program& program) {
         program.Services.endProgram();
         return;
     }
+    // A review that was broken off has left the machine's own configuration aside.
+    PutBackCenterConfiguration(program);
     CalibrationRun& run = program.Run;
     run.StartDirectory = program.Services.startDirectory;
     run.NewCalibration = true;
@@ -92,9 +79,8 @@ bool CheckCriticalFiles(Program& program) {
     auto& missing = program.Run.MessageParameters;
     missing = {};
     double count = 0;
-    if (!program.Run.ReviewMode && !FileExists(files, program.Folder() / centerConfigName)) {
-        program.The<SetupDoor>().ReadCalCenter();
-    }
+    const bool lacksCenter = !program.Run.ReviewMode && !FileExists(files, program.Folder() / centerConfigName);
+    if (lacksCenter && !program.The<SetupDoor>().ReadCalCenter()) return false;
     if (!FileExists(files, program.Folder() / converterName)) {
         missing[2] = "Ferrylink";
         ++count;
@@ -108,9 +94,9 @@ bool CheckCriticalFiles(Program& program) {
         return false;
     }
     missing = {};
-    if (!program.Run.ReviewMode) {
-        program.The<SetupDoor>().ReadCalCenterConfig(ActualPath(files, program.Folder() / centerConfigName));
-    }
+    if (program.Run.ReviewMode) return true;
+    if (!ReadCenterConfiguration(program, MasterCenterConfig(program))) return false;
+    program.The<SetupDoor>().ShowCenter();
     return true;
 }
 
@@ -150,13 +136,15 @@ void BeginFreshRun(Program& program) {
     program.Drop = DropRecord();
     program.Run.NewCalibration = true;
     program.Run.ProgramStarted = true;
+    program.Run.IsInHand = true;
+    program.RunDocument = std::make_unique<PDDXFile>();
     program.The<SetupDoor>().BeginRun();
     if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
 }
 
-void StartNewCalibration(Program& program) {
+bool StartNewCalibration(Program& program) {
     LeaveInterimStore(program);
-    if (!CheckCriticalFiles(program)) return;
+    if (!CheckCriticalFiles(program)) return false;
     BeginFreshRun(program);
     // The name is always searched for: a finished calibration of today may have left its file.
     NameInterimStore(program);
@@ -165,7 +153,7 @@ void StartNewCalibration(Program& program) {
     startForm.StartShowTimer();
     auto& setup = program.The<SetupDoor>();
     setup.Open();
-    if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
+    if (!program.Run.CenterApproved) setup.OpenCenterPage();
     program.The<MainMenuDoor>().MarkAccelerometer();
     program.Run.CurrentProcedure = Procedure::Setup;
     program.Run.CurrentProcStep = step::setupCenter;
@@ -173,6 +161,7 @@ void StartNewCalibration(Program& program) {
     // The set-up adds single values to the run's copy of the center's configuration. A review reads that copy, so it
     // has to be a whole one; in a review itself the copy comes from the file that was chosen.
     if (!program.Run.ReviewMode) WriteCenterDataToPDDX(program, RunCenterConfig(program));
+    return true;
 }
 
 bool OpenInterimCalibration(Program& program) {
@@ -198,7 +187,7 @@ void QuitApplication(Program& program) {
     if (program.Run.ProgramStarted && program.Run.InterimCalOpen && program.Run.CurrentProcedure == Procedure::Setup) {
         SaveInterimCalibration(program);
     }
-    RestoreCenterConfiguration(program);
+    if (program.Run.ReviewMode) PutBackCenterConfiguration(program);
     bool quit = true;
     if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {
         RemoveInterimCalibration(program);

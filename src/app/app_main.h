@@ -23,8 +23,8 @@ void LeaveInterimStore(Program& program);
 /// Puts a fresh record in place of the run's: what is kept of the last one is the machine's, not the run's.
 void BeginFreshRun(Program& program);
 
-/// Starts from a fresh record and opens the set-up.
-void StartNewCalibration(Program& program);
+/// Starts from a fresh record and opens the set-up. False, after a box, when it cannot: then nothing has begun.
+bool StartNewCalibration(Program& program);
 
 /// Makes sure that a stored run can be gone on with, and brings the screens up to the run in hand. False when the
 /// program is ending.

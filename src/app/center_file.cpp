@@ -2,14 +2,25 @@
 
 #include "app/program.h"
 #include "app/save_text.h"
+#include "pddx/mod_pddx_read.h"
+#include "pddx/pddx_file.h"
 #include "platform/date_time.h"
+#include "platform/dialogs.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
+#include "run/run_document.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 
 namespace {
+
+/// The major number of the version that wrote a file: the two characters from the first blank of "Version 2.1.0".
+int VersionIn(const std::string& text) {
+    const auto blank = text.find(' ');
+    return blank == std::string::npos ? 0 : StoredWhole(std::string_view(text).substr(blank, 2), 0, 9);
+}
 
 /// A file that is there but cannot be read must not be taken for an empty one, or the change would cost all it holds.
 /// change: called with the file's strings and its path.
@@ -22,6 +33,46 @@ void ChangeFile(Program& program, const Path& path, Change change) {
     // The data folder of a run comes into being with the first that is written into it.
     files.CreateFolder(file.parent_path());
     SaveText(program, file, strings.Text());
+}
+
+/// What of the files that the FWD's operator brings belongs to the run.
+void ReadTransferFolder(Program& program) {
+    const FileSystem& files = program.Services.files;
+    CalibrationRun& run = program.Run;
+    const Path folder = PathFromText(program.Center.LocationOfFWDDataTransfer);
+    run.TransferFileVersion2 = false;
+    if (folder.empty()) return;
+    const auto interim = OpenProfileStrings(files, ActualPath(files, folder / interimCopyName));
+    run.TransferFileVersion2 = VersionIn(interim.Get(centerSection, "VersionNumber")) > 1;
+    if (!run.ReviewFromInterim) return;
+    ReadSequenceKeys(OpenProfileStrings(files, ActualPath(files, folder / "BellmarkCalibration.ddx")), run);
+}
+
+Path KeptConfiguration(const Program& program) {
+    return ActualPath(program.Services.files, program.Folder() / oldCenterConfigName);
+}
+
+/// A date that cannot be read would be written back as the zero date with the next save.
+std::string DateFault(const ProfileStrings& strings) {
+    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
+                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
+        const std::string text = strings.Get(centerSection, key);
+        if (text.empty() || ReadDateTime(text)) continue;
+        return std::string(key) + " is \"" + text +
+               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
+    }
+    return {};
+}
+
+/// Why the file is not taken for a center's configuration, in words for the operator; empty when it is one.
+std::string CenterFileFault(const FileSystem& files, const Path& path) {
+    try {
+        const ProfileStrings strings(ReadTextFile(files, path));
+        return strings.HasSection(centerSection) ? DateFault(strings)
+                                                 : "It does not hold the configuration of a calibration center.";
+    } catch (const FileError& error) {
+        return error.what();
+    }
 }
 
 }  // namespace
@@ -37,41 +88,74 @@ void WriteKey(Program& program, const Path& path, std::string_view section, std:
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
 }
 
-namespace {
-
-/// A date that cannot be read would be written back as the zero date with the next save.
-std::string DateFault(const ProfileStrings& strings, const Path& path) {
-    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
-                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
-        const std::string text = strings.Get(centerSection, key);
-        if (text.empty() || ReadDateTime(text)) continue;
-        return PathText(path) + " cannot be used: " + key + " is \"" + text +
-               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
-    }
-    return {};
-}
-
-}  // namespace
-
-std::string CenterFileFault(const FileSystem& files, const Path& path) {
-    try {
-        const ProfileStrings strings(ReadTextFile(files, path));
-        if (!strings.HasSection(centerSection)) {
-            return PathText(path) + " is no configuration of a calibration center: it has no section [" +
-                   centerSection + "].";
-        }
-        return DateFault(strings, path);
-    } catch (const FileError& error) {
-        return std::string("The configuration of the calibration center cannot be read.\r\n") + error.what();
-    }
-}
-
 Path MasterCenterConfig(const Program& program) {
     return ActualPath(program.Services.files, program.Folder() / centerConfigName);
 }
 
 Path RunCenterConfig(const Program& program) {
+    if (program.Run.InterimFolderName.empty()) return MasterCenterConfig(program);
     return ActualPath(program.Services.files, program.InterimFolder() / centerConfigName);
+}
+
+bool ReadCenterConfiguration(Program& program, const Path& path) {
+    const FileSystem& files = program.Services.files;
+    const std::string problem = CenterFileFault(files, path);
+    if (!problem.empty()) {
+        program.Log("The center configuration could not be taken: " + PathText(path) + ": " + problem);
+        program.ShowBox(
+            "The configuration of the calibration center could not be read:\r\n" + PathText(path) + "\r\n" + problem,
+            box::exclamation);
+        return false;
+    }
+    CenterConfig& center = program.Center;
+    CalibrationRun& run = program.Run;
+    ReadPDDXFile(files, path, *program.CenterDocument, false);
+    ReadCenterKeys(*program.CenterDocument, center);
+    const Path transfer = StoredPath(program, PathFromText(center.LocationOfFWDDataTransfer));
+    center.LocationOfFWDDataTransfer = PathText(transfer);
+    center.IsKnown = true;
+    const Path runCopy = RunCenterConfig(program);
+    if (center.FileName.empty()) center.FileName = PathText(runCopy);
+    const std::string& units = program.CenterDocument->Sections(centerSection).Elements("EnglishUnits").Value();
+    run.EnglishUnits = units.empty() || StoredBoolean(units);
+    if (run.ReviewFromInterim) {
+        center.AccelDailyCalibrationDate = program.Now();
+        center.AccelDailyCalibrationTime = program.Now();
+    }
+    ReadTransferFolder(program);
+    ProfileStrings strings;
+    SetCenterKeys(strings, center, run.EnglishUnits, runCopy, program.Now());
+    program.Services.files.CreateFolder(runCopy.parent_path());
+    SaveText(program, runCopy, strings.Text());
+    return true;
+}
+
+void KeepCenterConfiguration(Program& program) {
+    FileSystem& files = program.Services.files;
+    const Path master = MasterCenterConfig(program);
+    // The first one that is kept is the machine's own; what a review puts in its place is not.
+    if (files.IsFile(KeptConfiguration(program)) || !files.IsFile(master)) return;
+    if (!OpenProfileStrings(files, master).HasSection(centerSection)) return;
+    files.CopyFile(master, program.Folder() / oldCenterConfigName);
+}
+
+void PutBackCenterConfiguration(Program& program) {
+    FileSystem& files = program.Services.files;
+    const Path kept = KeptConfiguration(program);
+    if (!files.IsFile(kept)) return;
+    try {
+        if (!OpenProfileStrings(files, kept).HasSection(centerSection)) return files.RemoveFile(kept);
+        // Renaming replaces the file in one step, so that there is a configuration at every moment.
+        files.Rename(kept, MasterCenterConfig(program));
+    } catch (const FileError& error) {
+        program.Log(error.what());
+        program.ShowBox(std::string("The center's own configuration could not be put back.\r\n") + error.what(),
+                        box::exclamation, "Bellmark");
+    }
+}
+
+void ForgetKeptConfiguration(Program& program) {
+    program.Services.files.RemoveFile(KeptConfiguration(program));
 }
 
 }  // namespace bellmark

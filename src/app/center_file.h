@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "platform/files.h"
@@ -13,12 +12,24 @@ class Program;
 /// Sets the keys in a file and leaves all else in it. Throws FileError.
 void WriteCenterDataToPDDX(Program& program, const Path& path);
 
+/// Takes a center's configuration from a file into the program's document and record, and writes the copy of the run in
+/// hand anew. False, after a box, when the file cannot be read or is not a center's configuration; nothing changes
+/// then.
+bool ReadCenterConfiguration(Program& program, const Path& path);
+
+/// Keeps the center's own configuration aside before a review puts another one in its place. One that is no
+/// configuration is not worth keeping.
+void KeepCenterConfiguration(Program& program);
+
+/// Puts the configuration back that was kept aside, by this process or by one that did not come to its end.
+void PutBackCenterConfiguration(Program& program);
+
+/// The center's configuration was approved: what was kept aside before is out of date.
+void ForgetKeptConfiguration(Program& program);
+
 /// Sets one key of a file. Throws FileError.
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value);
-
-/// Why the file is not taken for a center's configuration, in words for the operator; empty when it is one.
-std::string CenterFileFault(const FileSystem& files, const Path& path);
 
 /// The master copy beside the program, and the copy of the run in hand; one and the same before a run has a name.
 Path MasterCenterConfig(const Program& program);

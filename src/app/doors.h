@@ -11,12 +11,11 @@
 /// and a test can stand another behind it.
 namespace bellmark {
 
-class PDDXFile;
-
 class MainFrameDoor {  // frmMaster
   public:
     virtual ~MainFrameDoor() = default;
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
+    virtual void AllowWhatNeedsARun(bool isInHand) = 0;             ///< set-up, accelerometer, results
     virtual void BeginWaiting(const std::string& text) = 0;  ///< says what is waited for, with a button to end it
     virtual bool WaitingCancelled() const = 0;
     virtual void EndWaiting() = 0;
@@ -52,18 +51,12 @@ class SetupDoor {  // frmSetup
     virtual void BeginRun() = 0;          ///< the run's record is a fresh one
     virtual void OpenCenterPage() = 0;    ///< optCalCenter
     virtual void OpenPage(int step) = 0;  ///< 11 the center, 12 the FWD, 13 the sequence
-    virtual bool HasBeenThroughCenterPage() const = 0;
-    virtual void ReadCalCenter() = 0;  ///< cmdReadCalCenter: the operator picks a file
-    virtual void ReadCalCenterConfig(const Path& path) = 0;
-    virtual void ReadCalCenterFromFolderOf(const Path& configuration) = 0;
-    virtual void ReadFWDConfig(const Path& path) = 0;  ///< into the run and its document
-    virtual PDDXFile& RunDocument() = 0;
+    virtual bool ReadCalCenter() = 0;     ///< cmdReadCalCenter: the operator picks a file; false when none was taken
+    virtual void ShowCenter() = 0;        ///< the center's configuration was read
+    virtual bool ReadCalCenterFromFolderOf(const Path& configuration) = 0;
     virtual void AllowCalibration() = 0;
     virtual void SetReviewChoices(bool reviewMode) = 0;
     virtual void RefreshFromRun() = 0;
-    virtual Path SimDataLocation() const = 0;
-    virtual std::string LoadCellCalDate() const = 0;  ///< of the FWD, as the FWD's tab shows it
-    virtual std::string SensorCalDate() const = 0;
 };
 
 /// frmDAQ: all analog input of the program.
@@ -159,8 +152,6 @@ class ResultsDoor {  // frmResults
     virtual void OpenLoadCell() = 0;
     virtual void OpenAccelerometer() = 0;
     virtual void Recompute() = 0;
-    virtual bool IsLoadCellComplete() const = 0;  ///< its tab is green
-    virtual bool AreSensorsComplete() const = 0;
 };
 
 class ReportDoor {  // frmReport

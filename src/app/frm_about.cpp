@@ -96,20 +96,22 @@ void frmAbout::ListInterimCalibrations() {
 
 void frmAbout::grdInterim_Click(int row) {
     if (row < grdInterim.FixedRows()) return;
+    // Marking marks: the run in hand, if there is one, stays what it is.
     grdInterim.SelectedRow = row;
-    TakeMarkedInterim();
     EnableInterimButtons();
 }
 
-bool frmAbout::TakeMarkedInterim() {
+std::optional<InterimCalibration> frmAbout::MarkedInterim() {
     if (grdInterim.SelectedRow < 0) {
         SetFocus(grdInterim);
-        return false;
+        return {};
     }
-    const std::string& name = grdInterim.Cell(grdInterim.SelectedRow, 0);
-    program_.Run.InterimFileName = name;
-    program_.Run.InterimFolderName = InterimFolderOf(name);
-    return true;
+    return ReadInterim(program_.Services.files, program_.Folder(), grdInterim.Cell(grdInterim.SelectedRow, 0));
+}
+
+void frmAbout::TakeName(const InterimCalibration& interim) {
+    program_.Run.InterimFileName = interim.fileName;
+    program_.Run.InterimFolderName = InterimFolderOf(interim.fileName);
 }
 
 bool frmAbout::OffersCopy(const InterimCalibration& interim) {
@@ -124,12 +126,12 @@ bool frmAbout::OffersCopy(const InterimCalibration& interim) {
 
 void frmAbout::cmdOpenInterimCal_Click() {
     CalibrationRun& run = program_.Run;
-    if (!TakeMarkedInterim()) return;
-    const InterimCalibration interim = ReadInterim(program_.Services.files, program_.Folder(), run.InterimFileName);
-    if (interim.endDate.empty() || !run.InterimCalOpen) return;
-    if (interim.copyOnly && !OffersCopy(interim)) return;
+    const auto interim = MarkedInterim();
+    if (!interim || interim->endDate.empty() || !run.InterimCalOpen) return;
+    if (interim->copyOnly && !OffersCopy(*interim)) return;
     const int style = box::yesNo + box::question + box::secondIsDefault;
-    if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;
+    if (program_.ShowBox(QuestionAbout(*interim), style, continueTitle) != Answer::Yes) return;
+    TakeName(*interim);
     if (!OpenInterimCalibration(program_)) return;
     run.ReviewFromInterim = run.ReviewMode;
     run.NewCalibration = false;
@@ -140,12 +142,12 @@ void frmAbout::cmdOpenInterimCal_Click() {
 }
 
 void frmAbout::cmdDeleteInterim_Click() {
-    if (!TakeMarkedInterim()) return;
-    const InterimCalibration interim =
-        ReadInterim(program_.Services.files, program_.Folder(), program_.Run.InterimFileName);
+    const auto interim = MarkedInterim();
+    if (!interim) return;
     // The box asks the same question as opening does; the title and the icon are what tells the two apart.
     const int style = box::yesNo + box::exclamation + box::secondIsDefault;
-    if (program_.ShowBox(QuestionAbout(interim), style, continueTitle) != Answer::Yes) return;
+    if (program_.ShowBox(QuestionAbout(*interim), style, continueTitle) != Answer::Yes) return;
+    TakeName(*interim);
     CalibrationRun& run = program_.Run;
     run.LoadCellRefTrials = 0;
     run.RefTrials = 0;
@@ -165,8 +167,11 @@ void frmAbout::cmdStartNewCal_Click() {
     program_.Compose(100);
     if (program_.ShowComposed() == Answer::Cancel) return;
     LeaveInterimStore(program_);
-    program_.The<SetupDoor>().Open();
-    program_.The<SetupDoor>().ReadCalCenter();
+    // Nothing has begun while no file was chosen.
+    if (program_.The<SetupDoor>().ReadCalCenter()) return program_.The<SetupDoor>().Open();
+    LeaveInterimStore(program_);
+    program_.Run.IsInHand = false;
+    ShowStart();
 }
 
 void frmAbout::cmdReadCalCenterA_Click() {
@@ -176,8 +181,7 @@ void frmAbout::cmdReadCalCenterA_Click() {
     if (!chosen) return;
     LeaveInterimStore(program_);
     auto& setup = program_.The<SetupDoor>();
-    setup.ReadCalCenterFromFolderOf(*chosen);
-    setup.OpenCenterPage();
+    if (setup.ReadCalCenterFromFolderOf(*chosen)) setup.OpenCenterPage();
     ShowStart();
 }
 

@@ -45,7 +45,9 @@ class frmAbout : public Screen, public StartFormDoor {
     void cmdOpenInterimCal_Click();
     void cmdDeleteInterim_Click();
     void grdInterim_Click(int row);
-    bool TakeMarkedInterim();
+    std::optional<InterimCalibration>
+    MarkedInterim();  ///< nothing, with the keyboard at the list, when no row is marked
+    void TakeName(const InterimCalibration& interim);
     bool OffersCopy(const InterimCalibration& interim);
 
     Program& program_;

@@ -54,11 +54,20 @@ void frmMainMenu::Activated() {
     ShowHeaderLabels();
     if (program_.Run.MonthlyCalibration) return;
     if (program_.Has<ResultsDoor>()) program_.The<ResultsDoor>().Recompute();
+    AllowWhatNeedsARun();
     MarkAccelerometer();
     ShowLoadCellStatus();
     ShowSensorStatus();
     ShowCertificateStatus();
     SuggestNextStep();
+}
+
+/// Without a run in hand there is nothing to set up, to measure or to look at.
+void frmMainMenu::AllowWhatNeedsARun() {
+    const bool isInHand = program_.Run.IsInHand;
+    cmdEditSetup.Enabled = isInHand;
+    cmdFWDDoc.Enabled = isInHand && program_.Has<ResultsDoor>();
+    program_.The<MainFrameDoor>().AllowWhatNeedsARun(isInHand);
 }
 
 void frmMainMenu::ShowHeaderLabels() {
@@ -137,6 +146,7 @@ void frmMainMenu::SuggestNextStep() {
 
 Button& frmMainMenu::NextStep() {
     const CalibrationRun& run = program_.Run;
+    if (!run.IsInHand) return cmdQuit;
     if (!cmdCalLoadCell.Enabled) return cmdEditSetup;
     if (!run.LoadCellCalComplete) return cmdCalLoadCell;
     return cmdRefCalDefAccel.Enabled && !run.SensorRelCalComplete ? cmdRefCalDefAccel : cmdFWDDoc;
@@ -179,6 +189,7 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
 }
 
 void frmMainMenu::cmdEditSetup_Click() {
+    if (!program_.Run.IsInHand) return;
     auto& setup = program_.The<SetupDoor>();
     setup.RefreshFromRun();
     program_.Run.CurrentProcedure = Procedure::Setup;
@@ -186,7 +197,7 @@ void frmMainMenu::cmdEditSetup_Click() {
     if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = step::editSetup;
     setup.Open();
     // What was approved before the program ended has to be looked at anew.
-    if (!setup.HasBeenThroughCenterPage()) setup.OpenCenterPage();
+    if (!program_.Run.CenterApproved) setup.OpenCenterPage();
 }
 
 }  // namespace bellmark

@@ -46,6 +46,7 @@ class frmMainMenu : public Screen, public MainMenuDoor {
     void cmdCalLoadCell_Click();
     void cmdRefCalDefAccel_Click();
     void cmdEditSetup_Click();
+    void AllowWhatNeedsARun();
     void ShowHeaderLabels();
     void ShowLoadCellStatus();
     void ShowSensorStatus();

@@ -30,8 +30,7 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
 
     // The load cell itself is calibrated by a laboratory; the center only records the result.
     mnuReferenceLoadCellCalibration.Enabled = false;
-    mnuAccelerometerCalibration.Enabled = program_.Has<FlipCalibrationDoor>();
-    mnuDocumentation.Enabled = program_.Has<ResultsDoor>();
+    AllowWhatNeedsARun(false);
     mnuRelativeCalibration.Enabled = program_.Has<RelativeDoor>();
     mnuReplaceSensor.Enabled = program_.Has<RelativeDoor>();
 }
@@ -77,6 +76,12 @@ void frmMaster::BeginWaiting(const std::string& text) {
 void frmMaster::EndWaiting() {
     fraWaiting.Visible = false;
     Stack().LockAllBut(nullptr);
+}
+
+void frmMaster::AllowWhatNeedsARun(bool isInHand) {
+    mnuSetup.Enabled = isInHand;
+    mnuAccelerometerCalibration.Enabled = isInHand && program_.Has<FlipCalibrationDoor>();
+    mnuDocumentation.Enabled = isInHand && program_.Has<ResultsDoor>();
 }
 
 void frmMaster::AllowProcedures(bool loadCell, bool sensors) {

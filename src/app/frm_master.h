@@ -34,6 +34,7 @@ class frmMaster : public Screen, public MainFrameDoor {
     bool IsAlwaysAtHand() const override { return true; }
     void CloseRequested() override;
     void AllowProcedures(bool loadCell, bool sensors) override;
+    void AllowWhatNeedsARun(bool isInHand) override;
     void BeginWaiting(const std::string& text) override;
     bool WaitingCancelled() const override { return waitingCancelled_; }
     void EndWaiting() override;

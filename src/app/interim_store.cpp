@@ -6,6 +6,7 @@
 #include "app/app_main.h"
 #include "app/center_file.h"
 #include "app/doors.h"
+#include "app/fwd_configuration.h"
 #include "app/program.h"
 #include "app/save_text.h"
 #include "pddx/pddx_file.h"
@@ -47,7 +48,7 @@ void TakeComment(const std::string& comment, CenterConfig& center) {
 
 /// What the document, the center's keys and the run's keys, written one after the other, leave in the file.
 std::string InterimText(Program& program, const Path& file) {
-    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    PDDXFile& document = *program.RunDocument;
     SaveBellmarkDDX(document, program.Run, program.Center, file, program.Now(), DocumentGains::Initial);
     std::string text;
     document.PDDX_Output(text);
@@ -94,7 +95,9 @@ void ReadCenterForReview(Program& program) {
     const Path runCopy = RunCenterConfig(program);
     const bool hasCopy = program.Services.files.IsFile(runCopy);
     try {
-        program.The<SetupDoor>().ReadCalCenterConfig(hasCopy ? runCopy : MasterCenterConfig(program));
+        if (ReadCenterConfiguration(program, hasCopy ? runCopy : MasterCenterConfig(program))) {
+            program.The<SetupDoor>().ShowCenter();
+        }
     } catch (const std::exception& error) {
         // The copy is written anew once it is read: a run can be looked at where nothing can be written.
         program.Log(error.what());
@@ -146,7 +149,7 @@ bool LoadInterimCalibration(Program& program) {
     if (!readable) return false;
     if (reviewFromInterim) ReadCenterForReview(program);
     auto& setup = program.The<SetupDoor>();
-    setup.ReadFWDConfig(file);
+    ReadFWDConfiguration(program, file, FWDReading::Fresh);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     ReadDailyDeviations(strings, program.Center);

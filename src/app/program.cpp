@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "pddx/pddx_file.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
@@ -9,8 +10,19 @@
 
 namespace bellmark {
 
-Program::Program(Machine& machine) : Services(machine), Screens(machine.timers) {
+Program::Program(Machine& machine)
+    : Services(machine),
+      RunDocument(std::make_unique<PDDXFile>()),
+      CenterDocument(std::make_unique<PDDXFile>()),
+      Screens(machine.timers) {
     Screens.HandleFailure = [this](const std::string& what, const std::string& why) { TellFailure(what, why); };
+}
+
+Program::~Program() = default;
+
+Path Program::InterimFolder() const {
+    if (Run.InterimFolderName.empty()) throw std::logic_error("No calibration has been begun.");
+    return Folder() / PathFromText(Run.InterimFolderName);
 }
 
 std::shared_ptr<void>& Program::Open(std::type_index door) {

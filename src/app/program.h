@@ -18,11 +18,14 @@
 
 namespace bellmark {
 
+class PDDXFile;
+
 /// One running program: its records, its services and its screens behind their doors. Passed by reference; there is
 /// nothing global, so that two of them can live side by side.
 class Program {
   public:
     explicit Program(Machine& machine);
+    ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -30,6 +33,8 @@ class Program {
     CalibrationRun Run;
     CenterConfig Center;
     DropRecord Drop;
+    std::unique_ptr<PDDXFile> RunDocument;       ///< what of the FWD and of the calibration goes into files
+    std::unique_ptr<PDDXFile> CenterDocument;    ///< the center's file as it was read
     std::optional<CenterConfig> CenterSetAside;  ///< while a saved drop is replayed
     bool ToldOfLetters = false;                  ///< the operator knows that a name could not be stored
     PageHeader Header;
@@ -59,7 +64,12 @@ class Program {
 
     DateTime Now() const;
     const Path& Folder() const { return Services.programFolder; }
-    Path InterimFolder() const { return Folder() / PathFromText(Run.InterimFolderName); }
+    /// The run's data folder. Throws std::logic_error while the run has no name: its files must never end up beside the
+    /// program.
+    Path InterimFolder() const;
+
+    /// Folder of the drops that the simulated board serves.
+    Path SimDataFolder() const { return Run.SimDataLocation.empty() ? Folder() : Run.SimDataLocation; }
 
     /// Appends a line to Bellmark.log in the program folder, where that can be written.
     void Log(const std::string& what);

@@ -121,8 +121,7 @@ Path frmSimulator::SavedDropPath(const Path& folder) const {
 
 void frmSimulator::LoadFile() {
     const FileSystem& files = program_.Services.files;
-    const Path folder =
-        program_.Run.Trial.ReplayMode() ? program_.InterimFolder() : program_.The<SetupDoor>().SimDataLocation();
+    const Path folder = program_.Run.Trial.ReplayMode() ? program_.InterimFolder() : program_.SimDataFolder();
     Path path = ActualPath(files, TemplatePath(folder));
     const bool isTemplate = files.IsFile(path);
     if (!isTemplate) path = ActualPath(files, SavedDropPath(folder));

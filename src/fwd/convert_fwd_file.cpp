@@ -13,14 +13,37 @@ namespace {
 
 constexpr std::chrono::seconds longestWait{60};
 
-Path CopyToDataFolder(Program& program, const Path& file) {
-    const int step = program.Run.CurrentProcStep;
-    const bool analysesMonthlyTrial = step == 62 || step == 72;
-    if (analysesMonthlyTrial) return file;
+bool AreEqual(const FileSystem& files, const Path& one, const Path& other) {
+    return files.ReadBytes(one) == files.ReadBytes(other);
+}
+
+/// A name like the file's that nothing in the folder has: "Trial-1.F25".
+Path FreeName(const FileSystem& files, const Path& folder, const Path& file) {
+    for (int n = 1;; ++n) {
+        Path name = file.stem();
+        name += "-" + NumberText(n);
+        name += file.extension();
+        if (!files.IsFile(ActualPath(files, folder / name))) return name;
+    }
+}
+
+/// Where the file stands in the run's data folder, which gets a copy of it. Nothing when the operator wants none: what
+/// the run has under that name already is its own and stays.
+std::optional<Path> CopyToDataFolder(Program& program, const Path& file) {
     FileSystem& files = program.Services.files;
-    const Path copy = program.InterimFolder() / file.filename();
-    files.CreateFolder(program.InterimFolder());
-    if (copy != file) files.CopyFile(file, copy);
+    const Path folder = program.InterimFolder();
+    files.CreateFolder(folder);
+    Path copy = ActualPath(files, folder / file.filename());
+    if (copy == file) return copy;
+    if (files.IsFile(copy)) {
+        if (AreEqual(files, copy, file)) return copy;
+        const Path free = FreeName(files, folder, file);
+        const std::string question = "This calibration has another file of the name " + PathText(file.filename()) +
+                                     " already.\r\nDo you want to add the chosen file as " + PathText(free) + '?';
+        if (program.ShowBox(question, box::yesNo + box::exclamation) != Answer::Yes) return {};
+        copy = folder / free;
+    }
+    files.CopyFile(file, copy);
     return copy;
 }
 
@@ -107,15 +130,16 @@ bool CheckReportOverwrite(Program& program, const Path& path) {
     return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
 }
 
-Conversion ConvertFWDFile(Program& program, const Path& file, int fileType) {
+Conversion ConvertFWDFile(Program& program, const Path& file, int fileType, bool copyIntoRun) {
     const Conversion unchanged{file, false, false};
     std::string problem;
     try {
-        const Path copy = CopyToDataFolder(program, file);
-        const Path document = ConvertedName(copy);
+        const auto source = copyIntoRun ? CopyToDataFolder(program, file) : file;
+        if (!source) return {file, false, true};
+        const Path document = ConvertedName(*source);
         if (!CheckReportOverwrite(program, document)) return unchanged;
         const OldDocument old(program.Services.files, document);
-        problem = RunConverter(program, copy, fileType, document);
+        problem = RunConverter(program, *source, fileType, document);
         if (problem.empty()) return {document, true, false};
     } catch (const FileError& error) {
         problem = error.what();

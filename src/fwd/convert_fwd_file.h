@@ -15,10 +15,10 @@ struct Conversion {
     bool told = false;  ///< it failed, and the operator has been told why
 };
 
-/// Has the external converter turn an FWD's file into a PDDX document: "<name>cvt.ddx" beside it. The file is first
-/// copied into the run's data folder, except while a monthly trial is analysed. An existing document is replaced only
-/// when the operator says so. The converter's document is waited for, 60 seconds at most, since an old one must never
-/// be read in its place; the operator can end the wait.
-Conversion ConvertFWDFile(Program& program, const Path& file, int fileType);
+/// Has the external converter turn an FWD's file into a PDDX document: "<name>cvt.ddx" beside it. With copyIntoRun the
+/// file is first copied into the run's data folder; one that the run has already is never replaced by another of its
+/// name. An existing document is replaced only when the operator says so. The converter's document is waited for, 60
+/// seconds at most, since an old one must never be read in its place; the operator can end the wait.
+Conversion ConvertFWDFile(Program& program, const Path& file, int fileType, bool copyIntoRun);
 
 }  // namespace bellmark

@@ -11,6 +11,7 @@
 #include "app/workflow.h"
 #include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
+#include "fwd/fwd_intake.h"
 #include "fwd/fwd_peaks.h"
 #include "fwd/std_error_color.h"
 #include "fwd/trial_report.h"
@@ -30,11 +31,6 @@ constexpr const char* browsePrompt = "Choose the file that the FWD wrote during 
 constexpr const char* graphPrompt = "Look at the plot of the trial: GRAPH.";
 constexpr const char* acceptPrompt = "Accept the trial with NEXT, or reject it.";
 constexpr const char* rejectPrompt = "This file cannot be used. Browse for another one, or reject the trial.";
-
-/// The path with the final separator that folders in the files carry.
-std::string FolderText(const Path& folder) {
-    return PathText(folder / "");
-}
 
 }  // namespace
 
@@ -145,30 +141,26 @@ void frmGetFWDData::ReviewDrop(int index) {
 
 void frmGetFWDData::cmdBrowse_Click() {
     run_.StdDevWarningDone = false;
-    const Path start = PathFromText(program_.Center.LocationOfFWDDataTransfer);
-    const auto chosen =
-        program_.Services.dialogs.OpenFile({"FWD Drop Data", DropDataFilter(run_.Manufacturer), start, ""});
-    if (!chosen) return;
-    const Path file = program_.Services.startDirectory / *chosen;
-    program_.Center.LocationOfFWDDataTransfer = FolderText(file.parent_path());
-    const std::string extension = FileExtension(PathText(file));
-    const Conversion conversion = ConvertFWDFile(program_, file, FWDFileType(run_.Manufacturer, extension));
-    if (conversion.told) return;
-    Path path = conversion.path;
-    path.replace_extension(".ddx");
-    PDDXFile document;
-    const bool readable = ReadPDDXFile(program_.Services.files, path, document, false).readable;
-    if (!MayUse(document)) return;
-    txtFilename.Text = PathText(file.filename());
-    document_ = path;
+    const auto file = AskForFWDFile(program_, {"FWD Drop Data", DropDataFilter(run_.Manufacturer)});
+    if (!file) return;
     run_.PlotReviewPending = true;
     // Values of a former file must not stand beside the name of this one.
     ClearResults();
-    if (!ReadFWDPeakData(document, readable)) return ShowStage(Stage::Refused);
+    txtFilename.Text = file->told ? std::string() : PathText(file->chosen.filename());
+    ShowStage(TakeFile(*file) ? Stage::Look : Stage::Refused);
+}
+
+bool frmGetFWDData::TakeFile(const FWDFile& file) {
+    if (file.told) return false;
+    document_ = file.document;
+    document_.replace_extension(".ddx");
+    PDDXFile document;
+    const bool readable = ReadPDDXFile(program_.Services.files, document_, document, false).readable;
+    if (!MayUse(document) || !ReadFWDPeakData(document, readable)) return false;
     run_.GraphSeen = {};
     CompareDevices();
     CheckLoadCell();
-    ShowStage(Stage::Look);
+    return true;
 }
 
 bool frmGetFWDData::MayUse(const PDDXFile& document) {

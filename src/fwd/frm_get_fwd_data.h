@@ -13,6 +13,7 @@ namespace bellmark {
 
 class PDDXFile;
 class Program;
+struct FWDFile;
 struct FWDPeaks;
 struct OriginRegression;
 
@@ -71,6 +72,7 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void PrepareScreen();
     void ClearResults();
     void ReviewDrop(int index);
+    bool TakeFile(const FWDFile& file);
     bool ReadFWDPeakData(const PDDXFile& document, bool readable);
     bool MayUse(const PDDXFile& document);
     bool CanBeUsed(const FWDPeaks& peaks);

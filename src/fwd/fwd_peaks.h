@@ -32,10 +32,10 @@ double StoredDeflection(double value, std::string_view deflectionUnits);
 /// Takes the peaks of every device into the trial in hand: drop n of the file is drop n of the reference. Serial
 /// numbers and gains that the run does not know yet are taken along; a load cell without any gain gets 1.0, a sensor
 /// does not.
-FWDPeaks ReadFWDPeaks(const PDDXFile& document, CalibrationRun& run);
+FWDPeaks ReadFWDPeaks(const PDDXFile& file, CalibrationRun& run);
 
 /// In what the document says of the FWD differently from the run, as "Serial Number 12 in place of 11"; empty where
 /// either is silent.
-std::vector<std::string> DifferencesFromRun(const PDDXFile& document, const CalibrationRun& run);
+std::vector<std::string> DifferencesFromRun(const PDDXFile& file, const CalibrationRun& run);
 
 }  // namespace bellmark

@@ -78,7 +78,7 @@ void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& t
     const WaitCursor wait(program.Services);
     SaveInterimCalibration(program);
     // Saving the run has named another file. What is added to the FWD's history later goes to the FWD's own document.
-    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    PDDXFile& document = *program.RunDocument;
     document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
     CopyTrialData(program);
     KeepRecord(program, today);
@@ -88,7 +88,7 @@ void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& t
 
 void WriteFinalOutputs(Program& program) {
     CalibrationRun& run = program.Run;
-    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    PDDXFile& document = *program.RunDocument;
     const std::string today = TodayText(program);
     const std::string outputName = "BellmarkCalibrationOutput " + today + ".ddx";
 

@@ -31,12 +31,11 @@ frmReport::frmReport(Program& program)
 
 void frmReport::PrintReferenceCalReport() {
     const Path path = ActualPath(program_.Services.files, program_.Folder() / certificateTemplateName);
-    const auto& results = program_.The<ResultsDoor>();
     try {
         RichText text(program_.Services.files.ReadBytes(path));
         const auto missing =
             FillCertificate(text, program_.Run, program_.Center,
-                            {results.IsLoadCellComplete(), results.AreSensorsComplete()}, program_.Now());
+                            {program_.Run.LoadCellCalComplete, program_.Run.SensorRelCalComplete}, program_.Now());
         lblMissing.Visible = !missing.empty();
         lblMissing.Caption = "The template " + std::string(certificateTemplateName) +
                              " does not hold these keywords, whose values are missing here: " + Joined(missing) + '.';

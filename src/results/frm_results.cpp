@@ -24,7 +24,7 @@ frmResults::frmResults(Program& program)
     }
     LoadCell.Changed = [this] {
         ShowNextSteps();
-        if (IsLoadCellComplete()) SetFocus(cmdNext);
+        if (program_.Run.LoadCellCalComplete) SetFocus(cmdNext);
     };
     LoadCell.PleaseWait = [this](bool waiting) { txtPleaseWait.Visible = waiting; };
     for (Button& button : cmdPrintPDDX) button.Click = [this] { cmdPrintPDDX_Click(); };
@@ -64,7 +64,7 @@ void frmResults::Recompute() {
     LoadCell.Evaluate();
     Accelerometer.Fill();
     Reference.Evaluate();
-    const bool isComplete = IsLoadCellComplete() && AreSensorsComplete();
+    const bool isComplete = program_.Run.LoadCellCalComplete && program_.Run.SensorRelCalComplete;
     Summary.optSummary.BackColor = isComplete ? colors::complete : colors::window;
     Accelerometer.optAccel.BackColor = isComplete ? colors::complete : colors::window;
     ShowNextSteps();
@@ -136,13 +136,13 @@ void frmResults::cmdMainMenu_Click() {
 
 void frmResults::AreYouDone() {
     CalibrationRun& run = program_.Run;
-    if (IsLoadCellComplete() && AreSensorsComplete()) {
+    if (program_.Run.LoadCellCalComplete && program_.Run.SensorRelCalComplete) {
         run.InterimCalOpen = false;
         return;
     }
     std::string question = "Calibration is not complete!\r\n";
-    if (!IsLoadCellComplete()) question += "Load Cell Calibration is not complete\r\n";
-    if (!AreSensorsComplete()) question += "Deflection Sensor Calibration is not complete\r\n";
+    if (!program_.Run.LoadCellCalComplete) question += "Load Cell Calibration is not complete\r\n";
+    if (!program_.Run.SensorRelCalComplete) question += "Deflection Sensor Calibration is not complete\r\n";
     question += "Are you done with the FWD calibration?\r\nIf No, any interim data will be saved";
     run.InterimCalOpen = program_.ShowBox(question, box::yesNo + box::question) != Answer::Yes;
 }

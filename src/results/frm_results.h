@@ -39,8 +39,6 @@ class frmResults : public Screen, public ResultsDoor {
     void OpenLoadCell() override;
     void OpenAccelerometer() override;
     void Recompute() override;
-    bool IsLoadCellComplete() const override { return LoadCell.IsComplete(); }
-    bool AreSensorsComplete() const override { return Reference.IsComplete(); }
 
   private:
     void cmdNext_Click();

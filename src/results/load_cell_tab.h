@@ -41,7 +41,6 @@ class LoadCellTab {
 
     /// Judges the trials of the run and shows them.
     void Evaluate();
-    bool IsComplete() const { return optLoadCell.BackColor.Get() == colors::complete; }
 
   private:
     void cmdAcceptLC_Click();

@@ -50,7 +50,7 @@ void OpenOutputFolder(Program& program) {
 }
 
 bool WriteRunDocument(Program& program, const Path& path) {
-    PDDXFile& document = program.The<SetupDoor>().RunDocument();
+    PDDXFile& document = *program.RunDocument;
     document.Sections("Operations Information").Elements("FileName").SetValue(PathText(path));
     return SavePDDX(program, document, path);
 }

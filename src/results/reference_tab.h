@@ -27,7 +27,6 @@ class ReferenceTab {
 
     /// Shows the sensors as they came, while none of them has been calibrated.
     void Evaluate();
-    bool IsComplete() const { return optRef.BackColor.Get() == colors::complete; }
 
   private:
     void ShowReferenceGrid();

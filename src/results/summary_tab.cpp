@@ -1,9 +1,18 @@
 #include "results/summary_tab.h"
 
-#include "app/doors.h"
 #include "app/program.h"
+#include "platform/format.h"
 
 namespace bellmark {
+
+namespace {
+
+/// As the set-up shows it; empty when the date is not known.
+std::string DateText(DateTime date) {
+    return DayOf(date) == ZeroDate() ? std::string() : Format(date, "d-mmm-yyyy");
+}
+
+}  // namespace
 
 SummaryTab::SummaryTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     for (TextBox* box : {&txtFWDOwner, &txtFWDUnit, &txtFWDOperator, &txtLastLCCalDate, &txtLastSensorCalDate}) {
@@ -12,12 +21,11 @@ SummaryTab::SummaryTab(Screen& screen, Program& program) : screen_(screen), prog
 }
 
 void SummaryTab::Fill() {
-    const SetupDoor& setup = program_.The<SetupDoor>();
     txtFWDOwner.Text = program_.Run.DeviceOwner;
     txtFWDUnit.Text = program_.Run.DeviceName;
     txtFWDOperator.Text = program_.Run.OperatorName;
-    txtLastLCCalDate.Text = setup.LoadCellCalDate();
-    txtLastSensorCalDate.Text = setup.SensorCalDate();
+    txtLastLCCalDate.Text = DateText(program_.Run.LoadCellCalibrationDate);
+    txtLastSensorCalDate.Text = DateText(program_.Run.SensorCalibrationDate);
 }
 
 }  // namespace bellmark

@@ -173,6 +173,8 @@ struct CalibrationRun : Session {
     int CurrentDropIndex = 1;    ///< from 1
 
     // Set-up
+    bool IsInHand = false;        ///< a run was begun or opened; without one there is nothing to set up or to measure
+    bool CenterApproved = false;  ///< the operator has confirmed the center and its equipment
     bool ProgramStarted = false;  ///< from the start of a new run until set-up ends
     bool SetupComplete = false;
     bool TriggerLevelSet = false;

@@ -9,6 +9,7 @@ namespace bellmark {
 
 /// The center and its reference equipment, as read from BellmarkCenterConfig.ini. Names follow the file's keys.
 struct CenterConfig {
+    bool IsKnown = false;  ///< taken from a file with a center's section
     std::string PDDXVersionNumber;
     std::string DelimiterSymbol;
     std::string DecimalSymbol;

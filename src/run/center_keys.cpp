@@ -92,6 +92,7 @@ class CenterKeys {
     explicit CenterKeys(ProfileStrings& strings) : strings_(strings) {}
     void Set(const char* key, const std::string& value) { strings_.Set(centerSection, key, value); }
     void Set(const char* key, double value) { Set(key, NumberText(value)); }
+    void Remove(const char* key) { strings_.RemoveKey(centerSection, key); }
 
   private:
     ProfileStrings& strings_;
@@ -102,6 +103,9 @@ void SetReferenceLoadCell(CenterKeys& keys, const CenterConfig& center) {
     keys.Set("ReferenceLoadCellCalibrationDate", Format(center.ReferenceLoadCellCalibrationDate, "mm-dd-yyyy"));
     keys.Set("ReferenceLoadCellExcitationVolts", center.ReferenceLoadCellExcitationVolts);
     keys.Set("ReferenceLoadCellGain", center.ReferenceLoadCellGain);
+    // A pair left over from another configuration would be taken for the one that counts.
+    keys.Remove(center.UseBVoltages ? "ReferenceLoadCell+AVoltage" : "ReferenceLoadCell+BVoltage");
+    keys.Remove(center.UseBVoltages ? "ReferenceLoadCell-AVoltage" : "ReferenceLoadCell-BVoltage");
     keys.Set(center.UseBVoltages ? "ReferenceLoadCell+BVoltage" : "ReferenceLoadCell+AVoltage",
              center.ReferenceLoadCellPlusVoltage);
     keys.Set(center.UseBVoltages ? "ReferenceLoadCell-BVoltage" : "ReferenceLoadCell-AVoltage",

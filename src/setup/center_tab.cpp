@@ -84,11 +84,6 @@ CenterTab::CenterTab(Screen& screen, Program& program)
 
 CenterTab::~CenterTab() = default;
 
-PDDXFile& CenterTab::Document() {
-    if (!document_) document_ = std::make_unique<PDDXFile>();
-    return *document_;
-}
-
 void CenterTab::CalCenterOptions() {
     if (program_.Run.ReviewMode) {
         cmdReadCalCenter.ToolTip =
@@ -105,9 +100,13 @@ void CenterTab::CalCenterOptions() {
     MarkAccelerometer(accelerometerIsCurrent);
     MarkOperator();
     ShowMissing(accelerometerIsCurrent);
-    const bool complete = HasOperator() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
+    const bool known = program_.Center.IsKnown;
+    const bool complete = known && HasOperator() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
     optCalCenter.BackColor = complete ? colors::complete : colors::mustBeUpdated;
     cmdApproveBellmarkCenter.Enabled = complete && !editing_;
+    // Of a center that no file has told of nothing may be written.
+    cmdWriteCalCenter.Enabled = known;
+    for (TextBox* cell : {&txtCalCenter, &txtCenterOperator}) cell->Locked = !known;
     cmdApproveBellmarkCenter.ToolTip = complete ? "Click to confirm FWD Calibration Center information."
                                                 : "All orange cells must be updated before continuing.";
     // While cells are edited the keyboard goes from one to the next.
@@ -117,7 +116,8 @@ void CenterTab::CalCenterOptions() {
 
 void CenterTab::ShowMissing(bool accelerometerIsCurrent) {
     std::string missing;
-    if (!HasOperator()) missing = "the operator's name";
+    if (!program_.Center.IsKnown) missing = "the configuration of the calibration center";
+    if (program_.Center.IsKnown && !HasOperator()) missing = "the operator's name";
     if (!accelerometerIsCurrent && !program_.Run.LoadCellOnly) {
         if (!missing.empty()) missing += ", ";
         missing += std::string("a calibration of the accelerometer (") + AccelerometerFault(program_) +
@@ -207,7 +207,7 @@ void CenterTab::cmdWriteCalCenter_Click() {
         const Path path = FileToSave();
         WriteCenterDataToPDDX(program_, path);
         // The document is as it was read: changed cells are back in the file with the next approval.
-        SavePDDX(program_, Document(), path);
+        SavePDDX(program_, *program_.CenterDocument, path);
     }
     editing_ = !editing_;
     LockCells(!editing_);
@@ -246,13 +246,15 @@ Path CenterTab::FileToSave() const {
 }
 
 void CenterTab::cmdApproveBellmarkCenter_Click() {
-    WriteCenterDataToPDDX(program_, program_.Run.ReviewMode ? RunCenterConfig(program_) : MasterCenterConfig(program_));
+    const bool review = program_.Run.ReviewMode;
+    WriteCenterDataToPDDX(program_, review ? RunCenterConfig(program_) : MasterCenterConfig(program_));
+    if (!review) ForgetKeptConfiguration(program_);
     Approved();
 }
 
 void CenterTab::StoreText(const TextBox& box, std::string& member, const char* key) {
     member = box.Text;
-    Document().Sections(centerSection).Elements(key).SetValue(member);
+    program_.CenterDocument->Sections(centerSection).Elements(key).SetValue(member);
     WriteKey(program_, RunCenterConfig(program_), centerSection, key, member);
     CalCenterOptions();
 }

@@ -11,7 +11,6 @@
 
 namespace bellmark {
 
-class PDDXFile;
 class Program;
 
 /// The tab of frmSetup with the center and its reference equipment. It shows the program's CenterConfig, lets the
@@ -101,9 +100,6 @@ class CenterTab {
     /// "+B Voltage:" or "+A Voltage:".
     void ShowVoltageCaptions();
 
-    /// The center's document as read, created on first use. What it holds goes back into the file when edits are saved.
-    PDDXFile& Document();
-
   private:
     void MarkLoadCellDate();
     void MarkAccelerometer(bool isCurrent);
@@ -121,7 +117,6 @@ class CenterTab {
 
     Program& program_;
     std::vector<CenterCell> cells_;
-    std::unique_ptr<PDDXFile> document_;
     bool editing_ = false;
 };
 

@@ -51,9 +51,8 @@ void DataAcqTab::SetFolders(const std::string& folder) {
     txtSimDataLocation_Leave();
 }
 
-Path DataAcqTab::SimDataLocation() const {
-    const std::string& folder = txtSimDataLocation.Text.Get();
-    return folder.empty() ? program_.Folder() : PathFromText(folder);
+void DataAcqTab::ShowSimDataFolder() {
+    txtSimDataLocation.Text = WithFinalSeparator(PathText(program_.Run.SimDataLocation));
 }
 
 void DataAcqTab::txtFWDDataFolder_Leave() {
@@ -62,7 +61,8 @@ void DataAcqTab::txtFWDDataFolder_Leave() {
 }
 
 void DataAcqTab::txtSimDataLocation_Leave() {
-    txtSimDataLocation.Text = WithFinalSeparator(txtSimDataLocation.Text);
+    program_.Run.SimDataLocation = PathFromText(WithFinalSeparator(txtSimDataLocation.Text));
+    ShowSimDataFolder();
 }
 
 void DataAcqTab::PickFolder(TextBox& cell, const std::string& prompt) {
@@ -70,6 +70,7 @@ void DataAcqTab::PickFolder(TextBox& cell, const std::string& prompt) {
     if (picked.empty()) return;
     const std::string folder = WithFinalSeparator(PathText(program_.Services.startDirectory / picked));
     cell.Text = folder;
+    if (&cell == &txtSimDataLocation) program_.Run.SimDataLocation = PathFromText(folder);
     program_.Center.LocationOfFWDDataTransfer = folder;
     WriteKey(program_, MasterCenterConfig(program_), centerSection, "LocationOfFWDDataTransfer", folder);
 }

@@ -26,7 +26,7 @@ class DataAcqTab {
 
     /// Both folders are this one now, as if it had been typed into both cells.
     void SetFolders(const std::string& folder);
-    Path SimDataLocation() const;
+    void ShowSimDataFolder();
     void ShowChannels();
     void ShowTransferFolder();
 

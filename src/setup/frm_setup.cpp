@@ -2,11 +2,9 @@
 
 #include "app/app_main.h"
 #include "app/center_file.h"
+#include "app/fwd_configuration.h"
 #include "app/interim_store.h"
 #include "app/program.h"
-#include "app/save_text.h"
-#include "pddx/mod_pddx_read.h"
-#include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
@@ -17,16 +15,6 @@
 #include "run/stored_values.h"
 
 namespace bellmark {
-
-namespace {
-
-/// The major number of the version that wrote a file: the two characters from the first blank of "Version 2.1.0".
-int VersionIn(const std::string& text) {
-    const auto blank = text.find(' ');
-    return blank == std::string::npos ? 0 : StoredWhole(std::string_view(text).substr(blank, 2), 0, 9);
-}
-
-}  // namespace
 
 frmSetup::frmSetup(Program& program)
     : Screen(program.Screens, "frmSetup", "Setup and Configuration"),
@@ -43,7 +31,6 @@ frmSetup::frmSetup(Program& program)
         tabs_.Show(FWD.optFWD);
         FWD.optFWDClick();
     };
-    FWD.Document = [this]() -> PDDXFile& { return RunDocument(); };
     FWD.DataFolderChosen = [this](const Path& folder) { DataAcq.SetFolders(PathText(folder)); };
     FWD.Checked = [this](bool complete) {
         cmdNext.Enabled = complete;
@@ -59,7 +46,7 @@ frmSetup::frmSetup(Program& program)
         General.ShowComment();
         AllowCalibration();
     };
-    Center.cmdReadCalCenter.Click = [this] { cmdReadCalCenter_Click(); };
+    Center.cmdReadCalCenter.Click = [this] { ReadCalCenter(); };
     Center.AllowCalibration = [this] { AllowCalibration(); };
     Center.Approved = [this] { CenterApproved(); };
     Center.Editing = [this](bool editing) { EditCenter(editing); };
@@ -77,15 +64,11 @@ frmSetup::frmSetup(Program& program)
     Center.FrameCalCenterUpdate();
 }
 
-frmSetup::~frmSetup() = default;
-
 void frmSetup::Activated() {
     General.ShowTrigger();
 }
 
 void frmSetup::BeginRun() {
-    runDocument_.reset();
-    centerPageApproved_ = false;
     FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
     SetEnabled({&General.cmdApproveCalSeq, &General.cboNumHeights, &General.cboNumDrops}, true);
@@ -120,6 +103,7 @@ void frmSetup::RefreshFromRun() {
     General.ShowAutoPrint();
     DataAcq.ShowChannels();
     DataAcq.ShowTransferFolder();
+    DataAcq.ShowSimDataFolder();
     Center.FrameCalCenterUpdate();
 }
 
@@ -141,90 +125,44 @@ void frmSetup::SetReviewChoices(bool reviewMode) {
     DataAcq.cmdBrowseData.Enabled = reviewMode;
 }
 
-void frmSetup::ReadCalCenterConfig(const Path& path) {
-    if (path.empty()) return;
-    CenterConfig& center = program_.Center;
-    CalibrationRun& run = program_.Run;
-    if (const std::string fault = CenterFileFault(program_.Services.files, path); !fault.empty()) {
-        // Nothing must be written over the run's copy in its place.
-        program_.Log(fault);
-        program_.ShowBox(fault, box::exclamation, "Bellmark");
-        return;
-    }
-    ReadPDDXFile(program_.Services.files, path, Center.Document(), false);
-    ReadCenterKeys(Center.Document(), center);
-    const Path transfer = StoredPath(program_, PathFromText(center.LocationOfFWDDataTransfer));
-    center.LocationOfFWDDataTransfer = PathText(transfer);
-    const Path runCopy = RunCenterConfig(program_);
-    if (center.FileName.empty()) center.FileName = PathText(runCopy);
+void frmSetup::ShowCenter() {
     Center.ShowVoltageCaptions();
-    const std::string& units = Center.Document().Sections(centerSection).Elements("EnglishUnits").Value();
-    run.EnglishUnits = units.empty() || StoredBoolean(units);
     General.ShowUnits();
     General.ShowPlainTrigger();
-    if (run.ReviewFromInterim) {
-        center.AccelDailyCalibrationDate = program_.Now();
-        center.AccelDailyCalibrationTime = program_.Now();
-    }
-    ReadTransferFolder();
-    General.ShowComment();
-    ProfileStrings strings;
-    SetCenterKeys(strings, center, run.EnglishUnits, runCopy, program_.Now());
-    program_.Services.files.CreateFolder(runCopy.parent_path());
-    SaveText(program_, runCopy, strings.Text());
-}
-
-void frmSetup::ReadTransferFolder() {
-    const FileSystem& files = program_.Services.files;
-    CalibrationRun& run = program_.Run;
-    const Path folder = PathFromText(program_.Center.LocationOfFWDDataTransfer);
-    run.TransferFileVersion2 = false;
-    if (folder.empty()) return;
     DataAcq.ShowTransferFolder();
-    const auto interim = OpenProfileStrings(files, ActualPath(files, folder / interimCopyName));
-    run.TransferFileVersion2 = VersionIn(interim.Get(centerSection, "VersionNumber")) > 1;
-    if (!run.ReviewFromInterim) return;
-    const auto final = OpenProfileStrings(files, ActualPath(files, folder / "BellmarkCalibration.ddx"));
-    ReadSequenceKeys(final, run);
+    General.ShowComment();
 }
 
-PDDXFile& frmSetup::RunDocument() {
-    if (!runDocument_) runDocument_ = std::make_unique<PDDXFile>();
-    return *runDocument_;
-}
-
-void frmSetup::KeepConfigurationForRestore() {
-    FileSystem& files = program_.Services.files;
-    const Path runCopy = RunCenterConfig(program_);
-    if (!files.IsFile(runCopy)) return;
-    files.CopyFile(runCopy, ActualPath(files, runCopy.parent_path() / oldCenterConfigName));
-}
-
-void frmSetup::cmdReadCalCenter_Click() {
-    if (program_.Run.ReviewMode) {
-        KeepConfigurationForRestore();
-    } else {
+bool frmSetup::ReadCalCenter() {
+    CalibrationRun& run = program_.Run;
+    if (!run.ReviewMode) {
         // The answer makes no difference here.
         program_.Compose(101);
         program_.ShowComposed();
     }
     const auto chosen = program_.Services.dialogs.OpenFile({"", "FWD Cal. Center Files|*.ini", program_.Folder(), ""});
-    if (!chosen) return;
+    if (!chosen) return false;
     const Path path = program_.Services.startDirectory / *chosen;
-    if (program_.Run.ReviewMode) StartNewCalibration(program_);
-    ReadCalCenterFromFolderOf(path);
+    if (run.ReviewMode) {
+        KeepCenterConfiguration(program_);
+        if (!StartNewCalibration(program_)) return false;
+    }
+    if (!ReadCalCenterFromFolderOf(path)) return false;
     OpenCenterPage();
     AllowCalibration();
     const FileSystem& files = program_.Services.files;
-    const Path interim = ActualPath(files, DataAcq.SimDataLocation() / interimCopyName);
-    const bool hasStarted = program_.Run.ReviewMode && program_.Run.ProgramStarted;
+    const Path interim = ActualPath(files, program_.SimDataFolder() / interimCopyName);
+    const bool hasStarted = run.ReviewMode && run.ProgramStarted;
     if (hasStarted && files.IsFile(interim)) ReviewDataRestore(interim);
+    return true;
 }
 
-void frmSetup::ReadCalCenterFromFolderOf(const Path& configuration) {
+bool frmSetup::ReadCalCenterFromFolderOf(const Path& configuration) {
     const Path path = program_.Services.startDirectory / configuration;
+    if (!ReadCenterConfiguration(program_, path)) return false;
     DataAcq.SetFolders(PathText(path.parent_path()));
-    ReadCalCenterConfig(path);
+    ShowCenter();
+    return true;
 }
 
 void frmSetup::AllowCalibration() {
@@ -240,7 +178,7 @@ void frmSetup::AllowCalibration() {
 bool frmSetup::ReadRunForReview(const Path& path) {
     CalibrationRun& run = program_.Run;
     if (!program_.Services.files.IsFile(path)) return false;
-    ReadFWDConfig(path);
+    ReadFWDConfiguration(program_, path, FWDReading::Fresh);
     const auto strings = OpenProfileStrings(program_.Services.files, path);
     ReadSequenceKeys(strings, run);
     run.EnglishUnits = StoredBoolean(strings.Get(centerSection, "EnglishUnits"));
@@ -258,7 +196,7 @@ void frmSetup::ReviewDataRestore(const Path& path) {
     CalibrationRun& run = program_.Run;
     run.ReviewFromInterim = true;
     const FileSystem& files = program_.Services.files;
-    ReadCalCenterConfig(ActualPath(files, path.parent_path() / centerConfigName));
+    if (ReadCenterConfiguration(program_, ActualPath(files, path.parent_path() / centerConfigName))) ShowCenter();
     if (ReadRunForReview(path)) run.SetupComplete = true;
     program_.Header.SetFWDOwnerName(run.DeviceOwner);
     program_.Header.SetFWDNameCtrl(run.DeviceName);
@@ -273,8 +211,8 @@ void frmSetup::ReviewDataRestore(const Path& path) {
 
 void frmSetup::CenterApproved() {
     // Changing the center's cells has opened the tabs, too, but did not lead through them.
-    const bool isFirstApproval = !FWD.optFWD.Enabled || (program_.Run.ProgramStarted && !centerPageApproved_);
-    centerPageApproved_ = true;
+    const bool isFirstApproval = !FWD.optFWD.Enabled || (program_.Run.ProgramStarted && !program_.Run.CenterApproved);
+    program_.Run.CenterApproved = true;
     if (isFirstApproval && program_.Run.ProgramStarted) FWD.ShowForNewRun();
     Center.optCalCenter.BackColor = colors::complete;
     FWD.optFWD.Enabled = true;
@@ -318,7 +256,7 @@ void frmSetup::EndSetup(Procedure procedure, int step, const char* header) {
 void frmSetup::cmdNext_Click() {
     const CalibrationRun& run = program_.Run;
     if (run.CurrentProcedure != Procedure::Setup) return cmdMainMenu_Click();
-    if (run.ProgramStarted && !centerPageApproved_) {
+    if (run.ProgramStarted && !run.CenterApproved) {
         OpenCenterPage();
     } else if (!run.ProgramStarted) {
         EndSetup(Procedure::None, step::none, "");

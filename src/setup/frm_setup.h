@@ -18,7 +18,6 @@ class Program;
 class frmSetup : public Screen, public SetupDoor {
   public:
     explicit frmSetup(Program& program);
-    ~frmSetup() override;
 
     ctrlHeader Header;
     CenterTab Center;
@@ -34,24 +33,17 @@ class frmSetup : public Screen, public SetupDoor {
     void BeginRun() override;
     void OpenCenterPage() override;
     void OpenPage(int step) override;
-    bool HasBeenThroughCenterPage() const override { return centerPageApproved_; }
-    void ReadCalCenter() override { cmdReadCalCenter_Click(); }
-    void ReadCalCenterConfig(const Path& path) override;
-    void ReadCalCenterFromFolderOf(const Path& configuration) override;
-    void ReadFWDConfig(const Path& path) override { FWD.ReadFWDConfig(path); }
-    PDDXFile& RunDocument() override;  ///< created on first use, a new one for each run
+    bool ReadCalCenter() override;
+    bool ReadCalCenterFromFolderOf(const Path& configuration) override;
+    void ShowCenter() override;
     void AllowCalibration() override;
     void SetReviewChoices(bool reviewMode) override;
     void RefreshFromRun() override;
-    Path SimDataLocation() const override { return DataAcq.SimDataLocation(); }
-    std::string LoadCellCalDate() const override { return FWD.txtFWDLCCalDate.Text; }
-    std::string SensorCalDate() const override { return FWD.txtFWDSensorCalDate.Text; }
 
     /// Restores the run of an interim file for review.
     void ReviewDataRestore(const Path& path);
 
   private:
-    void cmdReadCalCenter_Click();
     void cmdNext_Click();
     void cmdMainMenu_Click();
     void CenterApproved();
@@ -59,8 +51,6 @@ class frmSetup : public Screen, public SetupDoor {
     void SaveWhatIsKnown();
     void AskForSequence();
     void EndSetup(Procedure procedure, int step, const char* header);
-    void KeepConfigurationForRestore();
-    void ReadTransferFolder();
     bool ReadRunForReview(const Path& path);
 
     Program& program_;
@@ -68,8 +58,6 @@ class frmSetup : public Screen, public SetupDoor {
                 {FWD.optFWD, FWD.fraFWD},
                 {DataAcq.optDataAcq, DataAcq.fraDataAcq},
                 {General.optGeneral, General.fraGeneral}}};
-    std::unique_ptr<PDDXFile> runDocument_;
-    bool centerPageApproved_ = false;
     bool nextWasEnabled_ = false;  ///< before the center's cells were unlocked
 };
 

@@ -4,11 +4,11 @@
 #include <array>
 
 #include "app/center_file.h"
+#include "app/fwd_configuration.h"
 #include "app/program.h"
 #include "controls/screen.h"
-#include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
-#include "pddx/mod_pddx_read.h"
+#include "fwd/fwd_intake.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
@@ -186,26 +186,14 @@ void FWDTab::cboFWDMfg_Leave() {
 
 void FWDTab::cmdReadFWDConfig_Click() {
     CalibrationRun& run = program_.Run;
-    const Path start = PathFromText(program_.Center.LocationOfFWDDataTransfer);
     const bool nextOfJils = run.Manufacturer == Make::Jils && jilsFilter_;
     const char* filter = nextOfJils ? jilsFilter_ : ConfigurationFilter(run.Manufacturer);
-    const auto chosen = program_.Services.dialogs.OpenFile({"Open FWD Warm-up or config file", filter, start, ""});
-    if (!chosen) return;
-    const Path file = program_.Services.startDirectory / *chosen;
-    if (DataFolderChosen) DataFolderChosen(file.parent_path());
-    const std::string extension = FileExtension(PathText(file));
-    if (run.Manufacturer == Make::Jils) jilsFilter_ = NextJilsFilter(extension);
-    Path document = file;
-    if (const int type = FWDFileType(run.Manufacturer, extension); type != 0) {
-        const Conversion conversion = ConvertFWDFile(program_, file, type);
-        document = conversion.path;
-        if (PathText(document).find("cvt.ddx") == std::string::npos) {
-            if (!conversion.told) program_.ShowBox("There was a problem reading the PDDX file.", box::exclamation);
-            return;
-        }
-    }
-    ReadFWDConfig(document);
-    if (run.AutoPrint) PrintTextFile(program_.Services.files, program_.Services.printer, document);
+    const auto file = AskForFWDFile(program_, {"Open FWD Warm-up or config file", filter, false});
+    if (!file) return;
+    if (DataFolderChosen) DataFolderChosen(file->chosen.parent_path());
+    if (run.Manufacturer == Make::Jils) jilsFilter_ = NextJilsFilter(FileExtension(PathText(file->chosen)));
+    TakeConfiguration(*file, nextOfJils ? FWDReading::Added : FWDReading::Fresh);
+    // What no file tells can be typed.
     ShowDataFrames();
     optFWDClick();
     screen_.SetFocus(cmdReadFWDConfig);
@@ -213,29 +201,19 @@ void FWDTab::cmdReadFWDConfig_Click() {
     if (Stored) Stored();
 }
 
-void FWDTab::ReadFWDConfig(const Path& path) {
-    if (path.empty()) return;
-    const auto strings = OpenProfileStrings(program_.Services.files, path);
-    const double sensors = ReadNumber(strings.Get("Device Configuration", "NumberOfDeflectionSensors"));
-    if (sensors > static_cast<double>(maxSensors)) {
-        program_.ShowBox("The file tells of " + NumberText(sensors) + " deflection sensors. No more than " +
-                             NumberText(maxSensors) + " can be calibrated; nothing was taken from the file.",
-                         box::exclamation);
+void FWDTab::TakeConfiguration(const FWDFile& file, FWDReading reading) {
+    if (!file.isReady) {
+        if (!file.told) program_.ShowBox("There was a problem reading the PDDX file.", box::exclamation);
         return;
     }
-    // The three files of a JILS are read one after the other into the same document.
-    if (!ReadPDDXFile(program_.Services.files, path, Document(), true).readable) {
-        program_.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
-        return;
-    }
-    ReadFWDKeys(Document(), program_.Run);
-    doubt_.clear();
-    const auto gains = Split(Trim(strings.Get(calibration, "SensorCalibrationCenterGain")), ',');
-    if (gains.size() > std::max<std::size_t>(1, static_cast<std::size_t>(program_.Run.NumberSensors))) {
-        // Decimal commas, for one, fall apart into fields that all look like gains.
-        doubt_ = "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(program_.Run.NumberSensors) +
-                 " sensors: please check them.";
-    }
+    const auto doubt = ReadFWDConfiguration(program_, file.document, reading);
+    if (!doubt) return;
+    doubt_ = *doubt;
+    if (program_.Run.AutoPrint) PrintTextFile(program_.Services.files, program_.Services.printer, file.document);
+}
+
+PDDXFile& FWDTab::Document() {
+    return *program_.RunDocument;
 }
 
 // ---- cells

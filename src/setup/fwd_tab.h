@@ -12,6 +12,8 @@
 namespace bellmark {
 
 class PDDXFile;
+enum class FWDReading;
+struct FWDFile;
 class Program;
 
 /// The tab of frmSetup with the FWD: owner and folder, make, name and serial numbers, load cell and sensors with their
@@ -61,7 +63,6 @@ class FWDTab {
 
     Label lblMissing{fraFWD, "lblMissing"};  ///< in words, what keeps the tab from being complete
 
-    std::function<PDDXFile&()> Document;                       ///< the run's document
     std::function<void()> Stored;                              ///< something is known that is worth coming back to
     std::function<void()> ConfigurationRead;                   ///< from the FWD's file
     std::function<void(bool complete)> Checked;                ///< the tab was judged anew
@@ -71,7 +72,6 @@ class FWDTab {
     void optFWDClick();  ///< fills the tab from the run
     /// Judges the tab and copies it into the run and its document. True when nothing is missing.
     bool CheckFWDData();
-    void ReadFWDConfig(const Path& path);
     /// Of an FWD that nothing is known of only the folders and the make are asked for.
     void ShowForNewRun();
 
@@ -101,7 +101,10 @@ class FWDTab {
     void cboFWDMfg_Click();
     void cboFWDMfg_Leave();
     void cmdReadFWDConfig_Click();
+    void TakeConfiguration(const FWDFile& file, FWDReading reading);
     void ShowMake();
+
+    PDDXFile& Document();
 
     // cells
     void StoreText(const TextBox& box, std::string& member, const char* section, const char* key);

@@ -1,4 +1,5 @@
 #include "app/app_main.h"
+#include "app/center_file.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +28,8 @@ struct AppMainTest : ::testing::Test {
         program.Register<StartFormDoor>([](Program& owner) { return std::make_shared<frmAbout>(owner); });
         program.Register<MainMenuDoor>([](Program& owner) { return std::make_shared<frmMainMenu>(owner); });
         machine.Write("Ferrylink.exe", "");
-        machine.Write("BellmarkCenterConfig.ini", "machine's own");
+        machine.Write("BellmarkCenterConfig.ini",
+                      "[FWD Calibration Center]\r\nCalibrationCenter=the machine's own\r\n");
     }
 
     frmAbout& StartForm() { return dynamic_cast<frmAbout&>(program.The<StartFormDoor>()); }
@@ -89,8 +91,7 @@ TEST_F(AppMainTest, ListsInterimCalibrationsAndOpensOneWithAnEndDateOnly) {
     start.cmdOpenInterimCal.UserClick();
     EXPECT_TRUE(Boxes().empty()) << "no end date, nothing to open";
     start.grdInterim.UserClickCell(2, 0);
-    EXPECT_EQ(run.InterimFileName, "InterimCal20120308.DDX");
-    EXPECT_EQ(run.InterimFolderName, "InterimCal20120308");
+    EXPECT_EQ(run.InterimFileName, "") << "marking marks, and nothing else";
     machine.dialogs.QueueAnswer(Answer::No);
     start.cmdOpenInterimCal.UserClick();
     EXPECT_EQ(Boxes(), std::vector<std::string>{
@@ -139,7 +140,8 @@ TEST_F(AppMainTest, ANewCalibrationStartsFromAFreshRecord) {
     EXPECT_EQ(run.CurrentProcedure, Procedure::Setup);
     EXPECT_EQ(run.CurrentProcStep, step::setupCenter);
     EXPECT_TRUE(run.ProgramStarted);
-    EXPECT_EQ(setup->configurationRead, machine.folder / "BellmarkCenterConfig.ini");
+    EXPECT_EQ(program.Center.CalibrationCenter, "the machine's own");
+    EXPECT_EQ(setup->centerShown, 1);
     EXPECT_EQ(setup->centerPageOpened, 1);
     EXPECT_TRUE(Boxes().empty());
     EXPECT_NE(FileText("InterimCal20120309-1/BellmarkCenterConfig.ini").find("ReferenceLoadCellName="),
@@ -166,8 +168,10 @@ TEST_F(AppMainTest, EndsWithoutTheConverter) {
 TEST_F(AppMainTest, FetchesAMissingCenterConfiguration) {
     Main(program);
     std::filesystem::remove(machine.folder / "BellmarkCenterConfig.ini");
-    StartNewCalibration(program);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    EXPECT_FALSE(StartNewCalibration(program)) << "the operator's choice has brought none";
     EXPECT_EQ(setup->centerReads, 1);
+    EXPECT_FALSE(run.IsInHand);
     EXPECT_FALSE(machine.ended);
 }
 
@@ -242,16 +246,41 @@ TEST_F(AppMainTest, QuitOfARunWithoutANameHarmsNoFolder) {
 }
 
 TEST_F(AppMainTest, QuitOfAReviewPutsTheMachinesOwnCenterBack) {
+    const std::string own = "[FWD Calibration Center]\r\nCalibrationCenter=the machine's own\r\n";
     machine.Write("BellmarkCenterConfig.ini", "reviewed center's");
-    machine.Write("BellmarkCenterConfigOld.Ini", "machine's own");
+    machine.Write("BellmarkCenterConfigOld.Ini", own);
     QuitApplication(program);
     EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "reviewed center's") << "not in Review Mode";
     run.ReviewMode = true;
     QuitApplication(program);
-    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "machine's own");
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), own);
     EXPECT_FALSE(machine.Has("BellmarkCenterConfigOld.Ini"));
     QuitApplication(program);
-    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), "machine's own");
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), own);
+}
+
+TEST_F(AppMainTest, AConfigurationThatABrokenOffReviewHasLeftIsPutBackAtStart) {
+    const std::string own = "[FWD Calibration Center]\r\nCalibrationCenter=the machine's own\r\n";
+    machine.Write("BellmarkCenterConfig.ini", "reviewed center's");
+    machine.Write("BellmarkCenterConfigOld.Ini", own);
+    Main(program);
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), own);
+    EXPECT_FALSE(machine.Has("BellmarkCenterConfigOld.Ini")) << "it must not come back over a newer one";
+    machine.Write("BellmarkCenterConfigOld.Ini", "no configuration");
+    PutBackCenterConfiguration(program);
+    EXPECT_EQ(FileText("BellmarkCenterConfig.ini"), own);
+}
+
+TEST_F(AppMainTest, ACancelledStartOfAReviewHasBegunNothing) {
+    board->hardware = false;
+    Main(program);
+    setup->readsCenter = false;
+    machine.dialogs.QueueAnswer(Answer::OK);
+    StartForm().cmdStartNewCal.UserClick();
+    EXPECT_EQ(setup->opened, 1) << "by the start of the program alone";
+    EXPECT_EQ(program.Screens.Front(), &StartForm());
+    EXPECT_FALSE(run.IsInHand);
+    EXPECT_EQ(run.InterimFileName, "");
 }
 
 TEST_F(AppMainTest, AFailingHandlerIsLoggedShownAndSurvived) {

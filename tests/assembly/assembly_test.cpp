@@ -26,8 +26,7 @@ struct WholeProgram {
         Run().InterimFolderName = "InterimCal20120309";
         program->Center.ReferenceLoadCellUnits = poundForce;
         program->Center.ReferenceLoadCellCalibrationCoefficients = {1000, 0, 0, 0, 0};
-        auto* folder = dynamic_cast<TextBox*>(program->Screens.Find("frmSetup")->Find("txtSimDataLocation"));
-        folder->Text = PathText(machine.folder / "Review");
+        Run().SimDataLocation = machine.folder / "Review";
     }
 
     CalibrationRun& Run() { return program->Run; }

@@ -22,7 +22,7 @@ struct SimulatorTest : ::testing::Test {
 
     SimulatorTest() {
         program.Register<SetupDoor>([this](Program&) { return setup; });
-        setup->simDataLocation = machine.folder / "Review";
+        program.Run.SimDataLocation = machine.folder / "Review";
         program.Run.InterimFolderName = "InterimCal20120309";
         program.Run.NumberDropsPerLoadLevel = 4;
         program.Run.CurrentProcedure = Procedure::LoadCell;

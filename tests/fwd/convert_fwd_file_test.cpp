@@ -1,6 +1,7 @@
 // The converter is another program: here small shell scripts, each with its own way of misbehaving.
 #include "fwd/convert_fwd_file.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -13,6 +14,8 @@
 
 namespace bellmark {
 namespace {
+
+using ::testing::HasSubstr;
 
 constexpr const char* goodConverter =
     "#!/bin/sh\n"
@@ -39,7 +42,9 @@ class Conversions : public testing::Test {
         std::filesystem::permissions(machine.folder / "Ferrylink.exe", std::filesystem::perms::owner_all);
     }
 
-    Conversion Convert(int type = 1) { return ConvertFWDFile(program, machine.folder / "transfer/Trial 1.F25", type); }
+    Conversion Convert(int type = 1, bool copyIntoRun = true) {
+        return ConvertFWDFile(program, machine.folder / "transfer/Trial 1.F25", type, copyIntoRun);
+    }
     std::string BoxText() {
         const auto boxes = machine.dialogs.TakeBoxes();
         return boxes.size() == 1 ? boxes.front() : "number of boxes: " + std::to_string(boxes.size());
@@ -63,7 +68,7 @@ TEST_F(Conversions, TheCopyInTheDataFolderIsConverted) {
 TEST_F(Conversions, TheArgumentIsPathCommaType) {
     InstallConverter(goodConverter);
     machine.files.Rename(machine.folder / "transfer/Trial 1.F25", machine.folder / "transfer/T.F20");
-    ConvertFWDFile(program, machine.folder / "transfer/T.F20", 2);
+    ConvertFWDFile(program, machine.folder / "transfer/T.F20", 2, true);
     EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
               PathText(machine.folder / "InterimCal20120309/T.F20") + ",2\n");
 }
@@ -76,16 +81,31 @@ TEST_F(Conversions, BlanksAndQuotesOfTheNameReachTheConverter) {
         "echo new > \"${file%.*}cvt.ddx\"\n");
     for (const char* name : {"Trial  1.F25", "a \"quoted\" name.F25", " - 'x'.F25"}) {
         machine.Write(Path("transfer") / name, "drops");
-        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1).done) << name;
+        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1, true).done) << name;
         EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
                   "1:" + PathText(machine.folder / "InterimCal20120309" / name) + ",1\n");
     }
 }
 
+TEST_F(Conversions, NoFileOfTheRunIsReplacedByAnotherOfItsName) {
+    InstallConverter(goodConverter);
+    const Path own = machine.Write("InterimCal20120309/Trial 1.F25", "the run's own");
+    machine.dialogs.QueueAnswer(Answer::No);
+    EXPECT_FALSE(Convert().done);
+    EXPECT_THAT(BoxText(), HasSubstr("Do you want to add the chosen file as Trial 1-1.F25?"));
+    EXPECT_FALSE(machine.Has("InterimCal20120309/Trial 1-1.F25"));
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    EXPECT_EQ(Convert().path, machine.folder / "InterimCal20120309/Trial 1-1cvt.ddx");
+    EXPECT_EQ(machine.files.ReadBytes(own), "the run's own");
+    machine.Write("InterimCal20120309/Trial 1.F25", "drops");
+    machine.dialogs.TakeBoxes();
+    EXPECT_EQ(Convert().path, document) << "the same file once more needs no question";
+    EXPECT_TRUE(machine.dialogs.TakeBoxes().empty());
+}
+
 TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {
     InstallConverter(goodConverter);
-    program.Run.CurrentProcStep = step::monthlyAnalysis;
-    EXPECT_EQ(Convert().path, machine.folder / "transfer/Trial 1cvt.ddx");
+    EXPECT_EQ(Convert(1, false).path, machine.folder / "transfer/Trial 1cvt.ddx");
     EXPECT_FALSE(machine.Has("InterimCal20120309"));
 }
 
@@ -184,7 +204,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(Conversions, AVanishedFileIsTold) {
     InstallConverter(goodConverter);
     machine.dialogs.QueueAnswer(Answer::OK);
-    EXPECT_FALSE(ConvertFWDFile(program, machine.folder / "gone.F25", 1).done);
+    EXPECT_FALSE(ConvertFWDFile(program, machine.folder / "gone.F25", 1, true).done);
     EXPECT_NE(BoxText().find("could not be converted"), std::string::npos);
 }
 

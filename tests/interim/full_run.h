@@ -7,23 +7,8 @@
 #include "pddx/mod_pddx_read.h"
 #include "platform/machine.h"
 #include "run/run_document.h"
-#include "tests/support/idle_doors.h"
 
 namespace bellmark {
-
-/// A set-up screen of which the run's document is real.
-struct DocumentSetup : FakeSetup {
-    explicit DocumentSetup(Program& owner) : program(owner) {}
-    Program& program;
-    std::unique_ptr<PDDXFile> document = std::make_unique<PDDXFile>();
-
-    void BeginRun() override { document = std::make_unique<PDDXFile>(); }
-    PDDXFile& RunDocument() override { return *document; }
-    void ReadFWDConfig(const Path& path) override {
-        ReadPDDXFile(program.Services.files, path, *document, true);
-        ReadFWDKeys(*document, program.Run);
-    }
-};
 
 /// Four trials of each kind over twelve sensors: as much as a run can hold, each value another one with all its digits.
 inline CalibrationRun FullRun(std::uint64_t seed) {

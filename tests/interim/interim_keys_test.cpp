@@ -39,8 +39,11 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.RefTrial[0] = {0.5, 0.25, -1};
     run.RefCalAvg = 2;
     run.RelTrials = 1;
+    run.RelTrial[0].Avg = 21;
+    run.RelTrial[0].StdDev = 22;
     run.RelTrial[0].ChiSq = 3.5;
     run.RelTrial[0].SetAvg[0] = 9;
+    run.RelTrial[0].SetStdDev[0] = 23;
     run.Sensor[0].InterimGain = 1.01;
     run.Sensor[1].FinalGain = 7;  // the first sensor's 0 says that there is none
     run.Sensor[0].RefTrial[0].Gain = 1.02;
@@ -48,6 +51,10 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.Sensor[1].RefTrial[0].DropData = {12, 13};
     run.Sensor[0].RelTrial[0].Position = 1;
     run.Sensor[1].RelTrial[0].Position = 2;
+    run.Sensor[1].RelTrial[0].StdDev = 24;
+    run.Sensor[1].RelTrial[0].Average = 25;
+    run.Sensor[1].RelTrial[0].Gain = 26;
+    run.Sensor[1].RelTrial[0].AdjFactor = 27;
     run.Sensor[1].RelTrial[0].DropData[0] = 4.5;
     run.CurrentProcedure = Procedure::Sensors;
     run.CurrentProcStep = step::sensorsRelative;
@@ -67,14 +74,14 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
         "NewLoadCellCalibrationCenterGain=0.33333333\r\nLCTrial1RefDropData=6000.5, 7000\r\n"
         "LCTrial1DropData=0, 0\r\nLCTrial2RefDropData=0, 0\r\nLCTrial2DropData=1E-07, 1E+15\r\nRefTrials=1\r\n"
         "RefTrial1Avg=0.5\r\nRefTrial1StdDev=0.25\r\nRefTrial1Change=-1\r\nRefCalAvg=2\r\nRefCalStdDev=0\r\n"
-        "RefCalChange=0\r\nRelTrials=1\r\nRelTrial1Avg=0\r\nRelTrial1StdDev=0\r\nRelTrial1ChiSq=3.5\r\n"
-        "RelTrial1SetAvg1=9\r\nRelTrial1SetStdDev1=0\r\n" +
+        "RefCalChange=0\r\nRelTrials=1\r\nRelTrial1Avg=21\r\nRelTrial1StdDev=22\r\nRelTrial1ChiSq=3.5\r\n"
+        "RelTrial1SetAvg1=9\r\nRelTrial1SetStdDev1=23\r\n" +
             EmptySets(2, 1) +
             "SensorInterimGain=1.01, 0\r\nSensorRefTrial1Gain=1.02, 0\r\nSensorRefTrial1AdjFactor=0, 0\r\n"
             "SensorRefTrial1RefDropData=10, 11\r\nSensorRefTrial1Sensor1DropData=0, 0\r\n"
-            "SensorRefTrial1Sensor2DropData=12, 13\r\nSensorRelTrial1StdDev=0, 0\r\n"
-            "SensorRelTrial1Average=0, 0\r\nSensorRelTrial1Position=1, 2\r\nSensorRelTrial1Gain=0, 0\r\n"
-            "SensorRelTrial1AdjFactor=0, 0\r\nSensorRelTrial1Sensor1DropData=" +
+            "SensorRefTrial1Sensor2DropData=12, 13\r\nSensorRelTrial1StdDev=0, 24\r\n"
+            "SensorRelTrial1Average=0, 25\r\nSensorRelTrial1Position=1, 2\r\nSensorRelTrial1Gain=0, 26\r\n"
+            "SensorRelTrial1AdjFactor=0, 27\r\nSensorRelTrial1Sensor1DropData=" +
             Padded("0", 1) + "\r\nSensorRelTrial1Sensor2DropData=" + Padded("4.5", 1) +
             "\r\nCalibrationComment=first,second\r\nCurrentProcedure=4\r\nCurrentProcStep=44\r\n"
             "FlagUnacceptedTrial=False\r\nLoadCellCalComplete=False\r\nSensorRefCalComplete=True\r\n"

@@ -10,6 +10,7 @@
 #include "app/interim_store.h"
 #include "platform/numbers.h"
 #include "tests/interim/full_run.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -35,8 +36,7 @@ pid_t StartSaving(Program& program, const CalibrationRun& one, const Calibration
 TEST(InterimKill, LeavesTheOldRunOrTheNewOne) {
     TestMachine machine;
     Program program(machine.machine);
-    const auto setup = std::make_shared<DocumentSetup>(program);
-    program.Register<SetupDoor>([&](Program&) { return setup; });
+    program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
     const Path file = machine.folder / "InterimCal20120309.DDX";
     const Path copy = machine.folder / "InterimCal20120309" / "InterimCal.DDX";
     const CalibrationRun one = FullRun(1);

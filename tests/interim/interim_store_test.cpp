@@ -8,6 +8,7 @@
 #include "run/center_keys.h"
 #include "run/interim_keys.h"
 #include "tests/interim/full_run.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -16,12 +17,11 @@ namespace {
 struct InterimStoreTest : ::testing::Test {
     TestMachine machine;
     Program program{machine.machine};
-    std::shared_ptr<DocumentSetup> setup = std::make_shared<DocumentSetup>(program);
     Path file = machine.folder / "InterimCal20120309.DDX";
     Path copy = machine.folder / "InterimCal20120309" / "InterimCal.DDX";
 
     InterimStoreTest() {
-        program.Register<SetupDoor>([this](Program&) { return setup; });
+        program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Run = FullRun(1);
         program.Center.Notes = {"first", "", "third, with more"};
         program.Center.LocationOfFWDDataTransfer = "/data/";
@@ -123,7 +123,7 @@ TEST_F(InterimStoreTest, FileIsWhatDocumentCenterAndRunWriteOneAfterTheOther) {
     ASSERT_TRUE(SaveInterimCalibration(program));
     const std::string saved = Bytes(file);
     EXPECT_EQ(saved, Bytes(copy));
-    SavePDDX(program, setup->RunDocument(), file);
+    SavePDDX(program, *program.RunDocument, file);
     WriteCenterDataToPDDX(program, file);
     ProfileStrings strings = OpenProfileStrings(machine.files, file);
     SetRunKeys(strings, program.Run, "first,,third, with more", program.Now());

@@ -97,6 +97,30 @@ TEST_F(DropScreensTest, ATrialRunsHeightByHeight) {
     EXPECT_EQ(fwdData->started, 1);
 }
 
+TEST_F(DropScreensTest, ADropIsShownAndKeptInTheUnitsOfTheRun) {
+    const struct {
+        bool englishUnits;
+        const char* unit;
+        double peak;  // of 9000 pounds; a pound-force is 4.4482216152605 N
+    } cases[] = {{true, "lbf", 9000}, {false, "kN", 40.0339945373445}};
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.unit);
+        run.EnglishUnits = test.englishUnits;
+        run.DropSequenceIndex = 0;
+        collection->Bellmark();
+        collection->cmdNext.UserClick();
+        drop->optDeflection.UserClick();
+        const Plot& plot = drop->picDropResponse.Drawn();
+        EXPECT_EQ(plot.vertical.caption, test.unit);
+        // A tenth of the curve's range lies above its top.
+        EXPECT_NEAR(plot.vertical.highest, 1.1 * test.peak, 1e-3 * test.peak);
+        ASSERT_FALSE(plot.marks.empty());
+        EXPECT_NEAR(plot.marks.back().y, test.peak, 1e-4 * test.peak) << "the mark of the peak";
+        drop->cmdAccept.UserClick();
+        EXPECT_NEAR(run.DropResults[0], test.peak, 1e-6 * test.peak);
+    }
+}
+
 TEST_F(DropScreensTest, ADropCanBeAbortedWhileItIsWaitedFor) {
     Take();
     board->captured = false;

@@ -37,6 +37,7 @@ struct PrerequisitesTest : ::testing::Test {
         center.ShuntCalibrationMultiplier = 1.002;
         run.CurrentProcedure = Procedure::LoadCell;
         run.CurrentProcStep = step::loadCellTrialStarts;
+        run.InterimFolderName = "InterimCal20120309";
     }
 
     void Ok(float volts = 0) {

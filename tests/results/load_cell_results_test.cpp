@@ -122,13 +122,31 @@ TEST_F(LoadCellResultsTest, ShowsTheTrialsAndWhatComesNext) {
     EXPECT_FALSE(run.LoadCellCalPassed);
 }
 
+TEST_F(LoadCellResultsTest, TheTabInViewIsTheStepOfTheReviewAlone) {
+    run.CurrentProcedure = 10;
+    OptionButton* tabs[] = {&results.Summary.optSummary, &results.Accelerometer.optAccel, &results.Reference.optRef,
+                            &results.LoadCell.optLoadCell};
+    const Frame* pages[] = {&results.Summary.fraSummary, &results.Accelerometer.fraAccel, &results.Reference.fraRef,
+                            &results.LoadCell.fraLoadCell};
+    results.Show();
+    for (int i = 0; i < 4; ++i) {
+        tabs[i]->UserClick();
+        EXPECT_EQ(run.CurrentProcStep, 101 + i) << tabs[i]->Name();
+        for (int j = 0; j < 4; ++j) EXPECT_EQ(pages[j]->Visible, i == j) << pages[j]->Name();
+    }
+    run.CurrentProcedure = 5;
+    run.CurrentProcStep = 53;
+    tabs[0]->UserClick();
+    EXPECT_EQ(run.CurrentProcStep, 53);
+}
+
 TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     SetTrials({1.0, 1.06});
     SaveInterimCalibration(*program);
     tab.cmdAcceptLC.UserClick();
     EXPECT_EQ(tab.txtMsg.Text.Get(), "Load Cell Calibration Complete!\r\n" + difference + tooLarge + changed);
     EXPECT_EQ(tab.grdLoadCell.CellColor(2, 4), colors::complete);
-    EXPECT_TRUE(results.IsLoadCellComplete());
+    EXPECT_TRUE(program->Run.LoadCellCalComplete);
     for (const Button* button : {&tab.cmdAcceptLC, &tab.cmdLCTrial, &tab.cmdDelLCTrials, &results.cmdPrintPDDX[1]}) {
         EXPECT_FALSE(button->Enabled) << button->Name();
     }

@@ -44,14 +44,15 @@ TEST_F(FrmSetupTest, AFileThatIsNoConfigurationIsRefusedAndLeavesTheRunsCopy) {
     const Path shortYear = machine.Write("year.ini", configuration.Text());
     for (const Path& file : {machine.folder / "missing.ini", foreign, letters, date, shortYear}) {
         machine.dialogs.QueueAnswer(Answer::OK);
-        setup.ReadCalCenterConfig(file);
+        EXPECT_FALSE(ReadCenterConfiguration(*program, file));
         const auto boxes = machine.dialogs.TakeBoxes();
         ASSERT_EQ(boxes.size(), 1U) << file;
         const bool namesKey = boxes[0].find("ReferenceLoadCellCalibrationDate is") != std::string::npos;
         EXPECT_EQ(namesKey, file == date || file == shortYear) << boxes[0];
         EXPECT_EQ(MasterText(), before);
         EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
-        EXPECT_EQ(tab.Document().Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(), "RLC-07")
+        EXPECT_EQ(program->CenterDocument->Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(),
+                  "RLC-07")
             << "what is saved from the document later is still the center's";
     }
 }
@@ -61,7 +62,7 @@ TEST_F(FrmSetupTest, ConfigurationOfWideCharactersIsRead) {
     std::string wide = "\xFF\xFE";
     for (const char byte : ToWindows1252(configuration.Text())) wide += {byte, '\0'};
     machine.Write("BellmarkCenterConfig.ini", wide);
-    setup.ReadCalCenterConfig(Master());
+    EXPECT_TRUE(ReadCenterConfiguration(*program, Master()));
     EXPECT_EQ(center.CalibrationCenterOperator, "M. Müller");
     EXPECT_EQ(center.ReferenceLoadCellPlusVoltage, 3.742);
     EXPECT_EQ(Written("ReferenceLoadCellName"), "RLC-07");

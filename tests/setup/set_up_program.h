@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/center_file.h"
 #include "app/frm_about.h"
 #include "app/program.h"
 #include "assembly/assembly.h"
@@ -44,7 +45,8 @@ struct SetUpProgram {
     Path Master() const { return machine.folder / "BellmarkCenterConfig.ini"; }
     void ReadCenter() {
         machine.Write("BellmarkCenterConfig.ini", configuration.Text());
-        setup.ReadCalCenterConfig(Master());
+        ReadCenterConfiguration(*program, Master());
+        setup.ShowCenter();
         setup.OpenCenterPage();
     }
     std::string Written(const char* key) const {

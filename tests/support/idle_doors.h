@@ -60,8 +60,6 @@ struct IdleResults : ResultsDoor {
     void OpenLoadCell() override {}
     void OpenAccelerometer() override {}
     void Recompute() override {}
-    bool IsLoadCellComplete() const override { return false; }
-    bool AreSensorsComplete() const override { return false; }
 };
 
 /// Stands in for the main menu, as a screen that comes to the front.
@@ -79,27 +77,27 @@ struct FakeSetup : SetupDoor {
     int opened = 0;
     int centerPageOpened = 0;
     int centerReads = 0;
+    int centerShown = 0;
+    bool readsCenter = true;
     Path configurationRead;
     bool reviewChoices = false;
-    Path simDataLocation;
-    PDDXFile runDocument;
 
     void Open() override { ++opened; }
     void BeginRun() override {}
     void OpenCenterPage() override { ++centerPageOpened; }
     void OpenPage(int) override { ++opened; }
-    bool HasBeenThroughCenterPage() const override { return centerPageOpened > 0; }
-    void ReadCalCenter() override { ++centerReads; }
-    void ReadCalCenterConfig(const Path& path) override { configurationRead = path; }
-    void ReadCalCenterFromFolderOf(const Path& configuration) override { configurationRead = configuration; }
-    void ReadFWDConfig(const Path&) override {}
-    PDDXFile& RunDocument() override { return runDocument; }
+    bool ReadCalCenter() override {
+        ++centerReads;
+        return readsCenter;
+    }
+    void ShowCenter() override { ++centerShown; }
+    bool ReadCalCenterFromFolderOf(const Path& configuration) override {
+        configurationRead = configuration;
+        return true;
+    }
     void AllowCalibration() override {}
     void SetReviewChoices(bool reviewMode) override { reviewChoices = reviewMode; }
     void RefreshFromRun() override {}
-    Path SimDataLocation() const override { return simDataLocation; }
-    std::string LoadCellCalDate() const override { return "01-Mar-2011"; }
-    std::string SensorCalDate() const override { return "02-Mar-2011"; }
 };
 
 /// Stands in for all analog input.

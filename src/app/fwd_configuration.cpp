@@ -1,0 +1,62 @@
+#include "app/fwd_configuration.h"
+
+#include <algorithm>
+
+#include "app/program.h"
+#include "pddx/mod_pddx_read.h"
+#include "pddx/pddx_file.h"
+#include "platform/dialogs.h"
+#include "platform/numbers.h"
+#include "platform/profile_strings.h"
+#include "platform/text.h"
+#include "run/run_document.h"
+
+namespace bellmark {
+
+namespace {
+
+/// What is known of the FWD itself; make and folders are chosen by the operator and stay.
+void ForgetFWD(CalibrationRun& run) {
+    const CalibrationRun none;
+    run.DeviceDesignationName.clear();
+    run.DeviceModelNumber.clear();
+    run.DeviceSerialNumber.clear();
+    run.DeviceLoadType.clear();
+    run.OperatorName.clear();
+    run.LoadCellSerialNumber.clear();
+    run.LoadCellInitialGain = 0;
+    run.LoadCellCalibrationDate = none.LoadCellCalibrationDate;
+    run.SensorCalibrationDate = none.SensorCalibrationDate;
+    for (SensorCalRecord& sensor : run.Sensor) {
+        sensor.SerialNumber.clear();
+        sensor.InitialGain = 0;
+    }
+}
+
+}  // namespace
+
+std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& path, FWDReading reading) {
+    CalibrationRun& run = program.Run;
+    const auto strings = OpenProfileStrings(program.Services.files, path);
+    const double sensors = ReadNumber(strings.Get("Device Configuration", "NumberOfDeflectionSensors"));
+    if (sensors > static_cast<double>(maxSensors)) {
+        program.ShowBox("The file tells of " + NumberText(sensors) + " deflection sensors. No more than " +
+                            NumberText(maxSensors) + " can be calibrated; nothing was taken from the file.",
+                        box::exclamation);
+        return {};
+    }
+    if (!program.Services.files.IsFile(path)) {
+        program.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
+        return {};
+    }
+    if (reading == FWDReading::Fresh) ForgetFWD(run);
+    ReadPDDXFile(program.Services.files, path, *program.RunDocument, reading == FWDReading::Added);
+    ReadFWDKeys(*program.RunDocument, run);
+    const auto gains = Split(Trim(strings.Get("Device Calibration", "SensorCalibrationCenterGain")), ',');
+    if (gains.size() <= std::max<std::size_t>(1, static_cast<std::size_t>(run.NumberSensors))) return "";
+    // Decimal commas, for one, fall apart into fields that all look like gains.
+    return "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(run.NumberSensors) +
+           " sensors: please check them.";
+}
+
+}  // namespace bellmark

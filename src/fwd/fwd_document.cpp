@@ -1,0 +1,71 @@
+#include "fwd/fwd_document.h"
+
+#include "pddx/pddx_file.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "run/stored_values.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr const char* location = "Test Location 1";
+constexpr const char* information = "Device Information";
+constexpr const char* calibration = "Device Calibration";
+
+std::string TrimmedField(const std::string& list, int field) {
+    return std::string(Trim(GetListField(field, list)));
+}
+
+double NumberField(const std::string& list, int field) {
+    return StoredNumber(ZeroIfEmpty(TrimmedField(list, field)));
+}
+
+}  // namespace
+
+/// Empty for a section or key that the document does not have.
+std::string FWDDocument::Value(std::string_view section, std::string_view key) const {
+    if (!document_.Sections().Contains(section)) return {};
+    const auto& elements = document_.Sections(section).Elements();
+    return elements.Contains(key) ? elements.At(key).Value() : std::string();
+}
+
+int FWDDocument::Locations() const {
+    return PDDXCount(Value("Deflection Data", "NumberOfTestLocations"));
+}
+
+int FWDDocument::Drops() const {
+    return PDDXCount(Value(location, "NumberOfDrops"));
+}
+
+std::string FWDDocument::DropField(int drop, int field) const {
+    return TrimmedField(Value(location, "DropData_" + NumberText(drop)), field);
+}
+
+std::string FWDDocument::DeviceSerialNumber() const {
+    return std::string(Trim(Value(information, "DeviceSerialNumber")));
+}
+
+std::string FWDDocument::LoadCellSerialNumber() const {
+    return std::string(Trim(Value(information, "LoadCellSerialNumber")));
+}
+
+std::string FWDDocument::SensorSerialNumber(int sensor) const {
+    return TrimmedField(Value(information, "SensorSerialNumbers"), sensor);
+}
+
+double FWDDocument::LoadCellGain() const {
+    return NumberField(Value(calibration, "LoadCellCalibrationCenterGain"), 1);
+}
+
+double FWDDocument::SensorGain(int sensor) const {
+    return NumberField(Value(calibration, "SensorCalibrationCenterGain"), sensor);
+}
+
+FWDUnits FWDDocument::Units() const {
+    const auto word = [&](const char* key) { return std::string(Trim(Value("Units", key))); };
+    return {word("LoadUnits"), word("DeflectionUnits"), word("LoadPlateRadiusUnits"),
+            NumberField(Value("Device Configuration", "LoadPlateRadius"), 1)};
+}
+
+}  // namespace bellmark

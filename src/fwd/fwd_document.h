@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bellmark {
+
+class PDDXFile;
+
+/// Units of a document, in its own words, and the radius of the load plate in radius units.
+struct FWDUnits {
+    std::string load;
+    std::string deflection;
+    std::string radius;
+    double plateRadius = 0;
+};
+
+/// What every caller wants to know of the document of an FWD's file. Fields count from 1; what the document does not
+/// tell is empty or 0. The document must outlive it.
+class FWDDocument {
+  public:
+    explicit FWDDocument(const PDDXFile& document) : document_(document) {}
+
+    int Locations() const;
+    int Drops() const;                                 ///< of the first location
+    std::string DropField(int drop, int field) const;  ///< of the first location; field 1 is the load, then the sensors
+    std::string DeviceSerialNumber() const;
+    std::string LoadCellSerialNumber() const;
+    std::string SensorSerialNumber(int sensor) const;
+    double LoadCellGain() const;
+    double SensorGain(int sensor) const;
+    FWDUnits Units() const;
+
+  private:
+    std::string Value(std::string_view section, std::string_view key) const;
+
+    const PDDXFile& document_;
+};
+
+}  // namespace bellmark
