@@ -235,6 +235,7 @@ TEST_F(WalkTest, WhileSomethingIsWaitedForOnlyCancelIsLive) {
     frame.BeginWaiting("Converting ...");
     EXPECT_FALSE(desktop_.WidgetOf("frmAbout", "cmdStartNewCal").isEnabled());
     EXPECT_FALSE(desktop_.window->menuBar()->isEnabled());
+    EXPECT_EQ(desktop_.window->findChild<QLabel*>("decorNextStep")->text(), "");
     EXPECT_EQ(desktop_.window->cursor().shape(), Qt::BusyCursor);
     desktop_.window->close();
     EXPECT_TRUE(desktop_.dialogs.shown.empty());
