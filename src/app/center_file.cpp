@@ -52,6 +52,29 @@ Path KeptConfiguration(const Program& program) {
     return ActualPath(program.Services.files, program.Folder() / oldCenterConfigName);
 }
 
+/// A date that cannot be read would be written back as the zero date with the next save.
+std::string DateFault(const ProfileStrings& strings) {
+    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
+                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
+        const std::string text = strings.Get(centerSection, key);
+        if (text.empty() || ReadDateTime(text)) continue;
+        return std::string(key) + " is \"" + text +
+               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
+    }
+    return {};
+}
+
+/// Why the file is not taken for a center's configuration, in words for the operator; empty when it is one.
+std::string CenterFileFault(const FileSystem& files, const Path& path) {
+    try {
+        const ProfileStrings strings(ReadTextFile(files, path));
+        return strings.HasSection(centerSection) ? DateFault(strings)
+                                                 : "It does not hold the configuration of a calibration center.";
+    } catch (const FileError& error) {
+        return error.what();
+    }
+}
+
 }  // namespace
 
 void WriteCenterDataToPDDX(Program& program, const Path& path) {
@@ -65,35 +88,6 @@ void WriteKey(Program& program, const Path& path, std::string_view section, std:
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });
 }
 
-namespace {
-
-/// A date that cannot be read would be written back as the zero date with the next save.
-std::string DateFault(const ProfileStrings& strings, const Path& path) {
-    for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
-                            "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
-        const std::string text = strings.Get(centerSection, key);
-        if (text.empty() || ReadDateTime(text)) continue;
-        return PathText(path) + " cannot be used: " + key + " is \"" + text +
-               "\". Dates are written 09-Mar-2012, or with the month first and a year of four digits, 03-09-2012.";
-    }
-    return {};
-}
-
-}  // namespace
-
-std::string CenterFileFault(const FileSystem& files, const Path& path) {
-    try {
-        const ProfileStrings strings(ReadTextFile(files, path));
-        if (!strings.HasSection(centerSection)) {
-            return PathText(path) + " is no configuration of a calibration center: it has no section [" +
-                   centerSection + "].";
-        }
-        return DateFault(strings, path);
-    } catch (const FileError& error) {
-        return std::string("The configuration of the calibration center cannot be read.\r\n") + error.what();
-    }
-}
-
 Path MasterCenterConfig(const Program& program) {
     return ActualPath(program.Services.files, program.Folder() / centerConfigName);
 }
@@ -105,19 +99,21 @@ Path RunCenterConfig(const Program& program) {
 
 bool ReadCenterConfiguration(Program& program, const Path& path) {
     const FileSystem& files = program.Services.files;
-    if (const std::string fault = CenterFileFault(files, path); !fault.empty()) {
-        // Nothing must be written over the run's copy in its place.
-        program.Log(fault);
-        program.ShowBox(fault, box::exclamation, "Bellmark");
+    const std::string problem = CenterFileFault(files, path);
+    if (!problem.empty()) {
+        program.Log("The center configuration could not be taken: " + PathText(path) + ": " + problem);
+        program.ShowBox(
+            "The configuration of the calibration center could not be read:\r\n" + PathText(path) + "\r\n" + problem,
+            box::exclamation);
         return false;
     }
     CenterConfig& center = program.Center;
     CalibrationRun& run = program.Run;
     ReadPDDXFile(files, path, *program.CenterDocument, false);
     ReadCenterKeys(*program.CenterDocument, center);
+    const Path transfer = StoredPath(program, PathFromText(center.LocationOfFWDDataTransfer));
+    center.LocationOfFWDDataTransfer = PathText(transfer);
     center.IsKnown = true;
-    center.LocationOfFWDDataTransfer =
-        PathText(StoredPath(program, PathFromText(center.LocationOfFWDDataTransfer)));
     const Path runCopy = RunCenterConfig(program);
     if (center.FileName.empty()) center.FileName = PathText(runCopy);
     const std::string& units = program.CenterDocument->Sections(centerSection).Elements("EnglishUnits").Value();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "platform/files.h"
@@ -31,9 +30,6 @@ void ForgetKeptConfiguration(Program& program);
 /// Sets one key of a file. Throws FileError.
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value);
-
-/// Why the file is not taken for a center's configuration, in words for the operator; empty when it is one.
-std::string CenterFileFault(const FileSystem& files, const Path& path);
 
 /// The master copy beside the program, and the copy of the run in hand; one and the same before a run has a name.
 Path MasterCenterConfig(const Program& program);

@@ -1,5 +1,7 @@
 #include "app/save_text.h"
 
+#include <algorithm>
+
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "platform/file_text.h"
@@ -8,15 +10,19 @@ namespace bellmark {
 
 namespace {
 
-/// Values that begin with the program folder, without it.
+/// Lines that cannot be stored, without the program folder where their values begin with it.
 std::string FromProgramFolderOn(const Program& program, std::string_view text) {
     const std::string folder = PathText(program.Folder()) + static_cast<char>(Path::preferred_separator);
     std::string shortened;
-    for (std::size_t at = text.find(folder); at != std::string_view::npos; at = text.find(folder)) {
-        shortened += text.substr(0, at);
-        text.remove_prefix(at + folder.size());
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
+        std::string line(text.substr(0, end));
+        const auto at = line.find(folder);
+        if (at != std::string::npos && !WithoutUnstorable(line).isWhole) line.erase(at, folder.size());
+        shortened += line;
+        text.remove_prefix(end);
     }
-    return shortened += text;
+    return shortened;
 }
 
 }  // namespace

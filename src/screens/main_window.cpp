@@ -90,6 +90,7 @@ void MainWindow::ShowLock() {
     const bool isLocked = screens_.IsLocked();
     menuBar()->setEnabled(!isLocked);
     pages_->setEnabled(!isLocked);
+    FollowPage();
     if (isLocked) {
         setCursor(Qt::BusyCursor);
         return;
@@ -107,7 +108,7 @@ void MainWindow::FollowPage() {
 
 void MainWindow::ShowSuggestedStep(const Page* page) {
     const QString step = page ? page->SuggestedStep() : QString();
-    if (step.isEmpty()) return nextStep_->clear();
+    if (step.isEmpty() || screens_.IsLocked()) return nextStep_->clear();
     nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
 }
 

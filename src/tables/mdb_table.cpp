@@ -82,7 +82,7 @@ void TellTable(Teller& teller, const Path& file, const std::string& name) {
 /// ever, or make it fall.
 class ReadingProcess {
   public:
-    ReadingProcess(const Path& file, const std::string& name) {
+    ReadingProcess(const Path& file, const std::string& name, std::chrono::milliseconds longest) {
         std::array<int, 2> ends{};
         if (pipe2(ends.data(), O_CLOEXEC) != 0) throw TableError(PathText(file) + " cannot be read now.");
         process_ = fork();
@@ -90,6 +90,8 @@ class ReadingProcess {
             close(ends[0]);
             const rlimit memory{mostMemory, mostMemory};
             setrlimit(RLIMIT_DATA, &memory);
+            // Nobody else ends it when the program itself is ended by force; and it holds a copy of the program's lock.
+            alarm(static_cast<unsigned>(std::chrono::ceil<std::chrono::seconds>(longest).count()) + 1);
             const int nowhere = open("/dev/null", O_WRONLY);  // the library complains there of every oddity
             if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
             Teller teller(ends[1]);
@@ -200,7 +202,7 @@ Table ReadMdbTable(const Path& file, const std::string& name, const TableLimits&
     std::error_code error;
     const auto bytes = std::filesystem::file_size(file, error);
     if (!error && bytes > limits.fileBytes) throw TableError(PathText(file) + " is too large to be a list of centers.");
-    const ReadingProcess reader(file, name);
+    const ReadingProcess reader(file, name, limits.time);
     const auto until = std::chrono::steady_clock::now() + limits.time;
     Listener listener(limits.rows);
     std::string said;

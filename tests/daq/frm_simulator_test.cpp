@@ -199,6 +199,7 @@ TEST_F(SimulatorTest, ReplaysForAWhileAndThenIsCapturedForGood) {
     machine.machine.simulatedCapture = milliseconds(300);  // of a whole block: 500 samples are 10 ms
     simulator.SetFile("LoadCell1");
     machine.Write("Review/LoadCell1_000.txt", "");
+    machine.dialogs.QueueAnswer(Answer::OK);
     Capture();
     machine.Advance(milliseconds(1000));
     EXPECT_FALSE(simulator.BlockCaptured()) << "nothing to replay";

@@ -73,6 +73,20 @@ TEST_F(Conversions, TheArgumentIsPathCommaType) {
               PathText(machine.folder / "InterimCal20120309/T.F20") + ",2\n");
 }
 
+TEST_F(Conversions, BlanksAndQuotesOfTheNameReachTheConverter) {
+    InstallConverter(
+        "#!/bin/sh\n"
+        "echo \"$#:$1\" > \"$(dirname \"$0\")/arguments.txt\"\n"
+        "file=${1%,*}\n"
+        "echo new > \"${file%.*}cvt.ddx\"\n");
+    for (const char* name : {"Trial  1.F25", "a \"quoted\" name.F25", " - 'x'.F25"}) {
+        machine.Write(Path("transfer") / name, "drops");
+        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1, true).done) << name;
+        EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
+                  "1:" + PathText(machine.folder / "InterimCal20120309" / name) + ",1\n");
+    }
+}
+
 TEST_F(Conversions, NoFileOfTheRunIsReplacedByAnotherOfItsName) {
     InstallConverter(goodConverter);
     const Path own = machine.Write("InterimCal20120309/Trial 1.F25", "the run's own");
@@ -87,20 +101,6 @@ TEST_F(Conversions, NoFileOfTheRunIsReplacedByAnotherOfItsName) {
     machine.dialogs.TakeBoxes();
     EXPECT_EQ(Convert().path, document) << "the same file once more needs no question";
     EXPECT_TRUE(machine.dialogs.TakeBoxes().empty());
-}
-
-TEST_F(Conversions, BlanksAndQuotesOfTheNameReachTheConverter) {
-    InstallConverter(
-        "#!/bin/sh\n"
-        "echo \"$#:$1\" > \"$(dirname \"$0\")/arguments.txt\"\n"
-        "file=${1%,*}\n"
-        "echo new > \"${file%.*}cvt.ddx\"\n");
-    for (const char* name : {"Trial  1.F25", "a \"quoted\" name.F25", " - 'x'.F25"}) {
-        machine.Write(Path("transfer") / name, "drops");
-        EXPECT_TRUE(ConvertFWDFile(program, machine.folder / "transfer" / name, 1, true).done) << name;
-        EXPECT_EQ(machine.files.ReadBytes(machine.folder / "arguments.txt"),
-                  "1:" + PathText(machine.folder / "InterimCal20120309" / name) + ",1\n");
-    }
 }
 
 TEST_F(Conversions, AMonthlyTrialIsConvertedWhereItLies) {

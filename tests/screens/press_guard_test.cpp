@@ -52,7 +52,7 @@ class PressGuardTest : public testing::Test {
         }
     }
 
-    PressGuard guard_{100ms};
+    PressGuard guard_{1000ms};
     QWidget window_;
     QPushButton next_{QStringLiteral("&Next")};
     QPushButton accept_{QStringLiteral("&Accept")};
@@ -107,7 +107,6 @@ TEST_F(PressGuardTest, ADoubleClickPressesOnceWhateverComesUpBelowIt) {
 
 TEST_F(PressGuardTest, AnAcceptThatHasJustComeAliveRests) {
     accept_.setEnabled(false);
-    QTest::qWait(150);
     accept_.setEnabled(true);
     Key(accept_, Qt::Key_Return, false);
     Key(accept_, Qt::Key_Space, false);
@@ -116,7 +115,7 @@ TEST_F(PressGuardTest, AnAcceptThatHasJustComeAliveRests) {
     EXPECT_EQ(accepted_, 0);
     Click(next_, 31000);
     EXPECT_EQ(presses_, 1) << "only the answer to the drop rests";
-    QTest::qWait(120);
+    QTest::qWait(1050);
     Key(accept_, Qt::Key_Return, false);
     Click(accept_, 40000);
     EXPECT_EQ(accepted_, 2);

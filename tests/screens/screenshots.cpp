@@ -61,6 +61,10 @@ class Tour {
         Shoot("collection-complete");
         Click("frmBellmark_Accel.cmdNext");
         Shoot("fwd-data");
+        auto& frame = desktop_.program->The<MainFrameDoor>();
+        frame.BeginWaiting("Converting Trial1.F25 ...");
+        Shoot("fwd-data-waiting");
+        frame.EndWaiting();
         ReadFWDFile("Trial1.ddx");
         Shoot("fwd-data-read");
         Click("frmGetFWDData.cmdGraph");

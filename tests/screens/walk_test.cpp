@@ -134,7 +134,7 @@ class SlowWalkTest : public WalkTest {
 
 class HastyWalkTest : public WalkTest {
   protected:
-    HastyWalkTest() : WalkTest(0ms, 3s) {}
+    HastyWalkTest() : WalkTest(0ms, 2000ms) {}
 };
 
 TEST_F(HastyWalkTest, AHeldEnterOrAnEarlyOneTakesNoDrop) {
@@ -143,7 +143,7 @@ TEST_F(HastyWalkTest, AHeldEnterOrAnEarlyOneTakesNoDrop) {
     ASSERT_EQ(Front(), "frmBellmark_AccelDrop");
     PressEnter();
     EXPECT_EQ(Front(), "frmBellmark_AccelDrop") << "pressed before anyone can have seen the peak";
-    QTest::qWait(3200);
+    QTest::qWait(2100);
     for (int i = 0; i < 3; ++i) {
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
         QApplication::sendEvent(desktop_.window->focusWidget(), &held);
@@ -235,6 +235,7 @@ TEST_F(WalkTest, WhileSomethingIsWaitedForOnlyCancelIsLive) {
     frame.BeginWaiting("Converting ...");
     EXPECT_FALSE(desktop_.WidgetOf("frmAbout", "cmdStartNewCal").isEnabled());
     EXPECT_FALSE(desktop_.window->menuBar()->isEnabled());
+    EXPECT_EQ(desktop_.window->findChild<QLabel*>("decorNextStep")->text(), "");
     EXPECT_EQ(desktop_.window->cursor().shape(), Qt::BusyCursor);
     desktop_.window->close();
     EXPECT_TRUE(desktop_.dialogs.shown.empty());

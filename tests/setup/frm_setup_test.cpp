@@ -51,7 +51,8 @@ TEST_F(FrmSetupTest, AFileThatIsNoConfigurationIsRefusedAndLeavesTheRunsCopy) {
         EXPECT_EQ(namesKey, file == date || file == shortYear) << boxes[0];
         EXPECT_EQ(MasterText(), before);
         EXPECT_EQ(center.ReferenceLoadCellName, "RLC-07");
-        EXPECT_EQ(program->CenterDocument->Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(), "RLC-07")
+        EXPECT_EQ(program->CenterDocument->Sections("FWD Calibration Center").Elements("ReferenceLoadCellName").Value(),
+                  "RLC-07")
             << "what is saved from the document later is still the center's";
     }
 }
@@ -61,7 +62,7 @@ TEST_F(FrmSetupTest, ConfigurationOfWideCharactersIsRead) {
     std::string wide = "\xFF\xFE";
     for (const char byte : ToWindows1252(configuration.Text())) wide += {byte, '\0'};
     machine.Write("BellmarkCenterConfig.ini", wide);
-    ReadCenterConfiguration(*program, Master());
+    EXPECT_TRUE(ReadCenterConfiguration(*program, Master()));
     EXPECT_EQ(center.CalibrationCenterOperator, "M. Müller");
     EXPECT_EQ(center.ReferenceLoadCellPlusVoltage, 3.742);
     EXPECT_EQ(Written("ReferenceLoadCellName"), "RLC-07");
