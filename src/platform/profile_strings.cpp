@@ -147,8 +147,7 @@ struct ProfileStrings::Image {
 
     Section& AddSection(std::string_view name) {
         if (!lines.empty()) CompleteEnding(lines.back().text);
-        // Begun as a string: GCC 12 takes "[" + std::string for a copy without end (GCC bug 105651).
-        lines.push_back({LineKind::Header, std::string("[").append(name) + "]\r\n"});
+        lines.push_back({LineKind::Header, "[" + std::string(name) + "]\r\n"});
         Section& section = sections[LowerCase(name)];
         section.lastKeyOrHeader = std::prev(lines.end());
         return section;
