@@ -1,5 +1,6 @@
 #include "reference/accel_drop_file.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -17,7 +18,7 @@ constexpr std::array<std::size_t, 5> columns{22, 36, 53, 70, 86};
 
 constexpr const char* timePicture = "hh:mm:ss";
 constexpr const char* burstPicture = "0.000000";
-constexpr std::string_view samplePicture = "0.0000E+00";
+constexpr int decimals = 4;  ///< of the samples
 
 void AddAccelerometer(std::string& text, const CenterConfig& center) {
     AddLine(text, "Accelerometer Serial Number = " + center.AccelerometerSerialNumber);
@@ -76,16 +77,18 @@ void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
     const std::size_t fields = i < 2 ? 3 : 5;
     const std::array<double, columns.size()> values{static_cast<double>(drop.RawVolts[i]), drop.AbsAccel[i],
                                                     drop.RelAccelMicrons[i], drop.Velocity[i], drop.Displacement[i]};
-    const std::size_t start = text.size();
-    text += SampleBeginnings()[i];
+    std::array<char, columns.back() + exponentFormRoom + 2> line;
+    line.fill(' ');
+    const std::string& beginning = SampleBeginnings()[i];
+    char* end = std::copy(beginning.begin(), beginning.end(), line.begin());
     for (std::size_t field = 0; field < fields; ++field) {
-        if (field > 0) {
-            text += ',';
-            text.append(start + columns[field] - 1 - text.size(), ' ');
-        }
-        AppendFormat(text, values[field], samplePicture);
+        // Every number leaves room for its comma before the next column.
+        if (field > 0) *end = ',';
+        end = WriteExponentForm(line.data() + columns[field] - 1, values[field], decimals);
     }
-    text += "\r\n";
+    *end++ = '\r';
+    *end++ = '\n';
+    text.append(line.data(), end);
 }
 
 }  // namespace

@@ -174,6 +174,11 @@ void ComputeRelAccel(DropRecord& drop) {
     }
 }
 
+/// Sample 0 is not a part of the sum for the velocity, but each integration takes the offsets off what stands there.
+void TakeOffsetsOffFirstSample(DropRecord& drop) {
+    if (drop.FulcrumIndex > 0) drop.Velocity[0] = drop.Velocity[0] - drop.VelocityOffset - drop.VelocityTrim;
+}
+
 /// Velocity and deflection from the fulcrum on. The acceleration is downward when negative, the deflection is positive
 /// downward. Both in one loop: each sum waits for its last addition, and the processor does the other meanwhile.
 void Integrate(DropRecord& drop) {
@@ -197,7 +202,7 @@ void Integrate(DropRecord& drop) {
         v[i] = velocity - offset - trim;
         d[i] = deflection += deflectionStep(i);
     }
-    if (fulcrum > 0) v[0] = v[0] - offset - trim;  // not a part of the sum
+    TakeOffsetsOffFirstSample(drop);
 
     // The forward steps use samples i and i + 1, one ahead of the backward steps: peak and drift removal are tuned to
     // it.
@@ -212,7 +217,7 @@ void Integrate(DropRecord& drop) {
     d[last] = deflection - deflectionStep(last);
 }
 
-/// What the histories were integrated with.
+/// What velocity and deflection are integrated with.
 struct Drift {
     explicit Drift(const DropRecord& drop)
         : accel(Microns(drop.BaselineAccel)), velocity(drop.VelocityOffset + drop.VelocityTrim) {}
@@ -220,33 +225,37 @@ struct Drift {
     double velocity;  ///< microns/s
 };
 
-/// The same as to integrate anew with a drift that has changed, in a fifth of the time: another baseline adds a
-/// straight line to the velocity and a parabola to the deflection, another offset a constant and a straight line.
+/// What another drift does to velocity and deflection k samples from the fulcrum. Another baseline adds a straight line
+/// to the velocity and a parabola to the deflection, another offset a constant and a straight line: the same as to
+/// integrate anew, in a fifth of the time.
+class DriftChange {
+  public:
+    DriftChange(const Drift& before, const Drift& now)
+        : line_((now.accel - before.accel) * integrationStep), offset_(now.velocity - before.velocity) {}
+
+    double Velocity(double k) const { return -(line_ * k + offset_); }
+    double DeflectionBefore(double k) const { return integrationStep * (line_ / 2 * (k * k) + offset_ * k); }
+    /// Behind the fulcrum, where the sums run one sample ahead.
+    double DeflectionBehind(double k) const { return integrationStep * (line_ / 2 * (k * (k + 2)) + offset_ * k); }
+
+  private:
+    double line_;    ///< of the velocity, microns/s per sample
+    double offset_;  ///< microns/s
+};
+
+/// Brings velocity and deflection from a drift to that of the record.
 void IntegrateChange(DropRecord& drop, const Drift& before) {
-    const Drift now(drop);
-    const double line = (now.accel - before.accel) * integrationStep;  // of the velocity, per sample
-    const double offset = now.velocity - before.velocity;
-    const double parabola = line * integrationStep / 2;
-    const double slope = offset * integrationStep;
+    const DriftChange change(before, Drift(drop));
     const int fulcrum = drop.FulcrumIndex;
     const int last = drop.NumSamples - 1;
     double* v = drop.Velocity.data();
     double* d = drop.Displacement.data();
-    for (int i = 1; i <= last; ++i) v[i] -= line * (i - fulcrum) + offset;
-    for (int i = 1; i < fulcrum; ++i) {
-        const double k = i - fulcrum;
-        d[i] += parabola * (k * k) + slope * k;
-    }
-    // One sample ahead behind the fulcrum.
-    for (int i = fulcrum + 1; i < last; ++i) {
-        const double k = i - fulcrum;
-        d[i] += parabola * (k * (k + 2)) + slope * k;
-    }
-    // Not a part of either sum: each integration takes the offsets off what stands in sample 0, and the last sample's
-    // step uses a velocity that none computes.
-    if (fulcrum > 0) v[0] = v[0] - drop.VelocityOffset - drop.VelocityTrim;
-    if (fulcrum == 0) v[0] -= offset;
+    for (int i = 1; i <= last; ++i) v[i] += change.Velocity(i - fulcrum);
+    for (int i = 1; i < fulcrum; ++i) d[i] += change.DeflectionBefore(i - fulcrum);
+    for (int i = fulcrum + 1; i < last; ++i) d[i] += change.DeflectionBehind(i - fulcrum);
+    // The last step of the deflection uses a velocity that no step computes.
     d[last] = d[last - 1] - (v[last + 1] + v[last]) * integrationStep / 2;
+    if (fulcrum == 0) v[0] += change.Velocity(0);
 }
 
 double MeanAccel(const DropRecord& drop, int first, int last) {
@@ -310,31 +319,37 @@ bool RemoveDriftAtRest(DropRecord& drop) {
     return RemoveDrift(drop, fit);
 }
 
-/// The deflection has no slope in the 10 ms before the fulcrum.
-bool TrimVelocity(DropRecord& drop) {
+/// The deflection is to have no slope in the 10 ms before the fulcrum. before: what it was integrated with.
+void TrimVelocity(DropRecord& drop, const Drift& before) {
     constexpr int trimmed = 150;
+    const DriftChange change(before, Drift(drop));
+    const int fulcrum = drop.FulcrumIndex;
     double sumXY = 0;
     double sumXX = 0;
-    for (int i = std::max(drop.FulcrumIndex - trimmed, 0); i <= drop.FulcrumIndex; ++i) {
-        const double x = Milliseconds(i - drop.FulcrumIndex);
-        sumXY += x * drop.Displacement[At(i)];
+    for (int i = std::max(fulcrum - trimmed, 0); i <= fulcrum; ++i) {
+        const double x = Milliseconds(i - fulcrum);
+        const double y = drop.Displacement[At(i)] + (i > 0 ? change.DeflectionBefore(i - fulcrum) : 0);
+        sumXY += x * y;
         sumXX += x * x;
     }
     if (sumXX != 0) drop.VelocityTrim -= sumXY / sumXX * 1000;
-    return true;
 }
 
 bool IntegrateByRegression(DropRecord& drop) {
     drop.PreFulcrumAverage = MeanAccel(drop, drop.WindowStart, drop.FulcrumIndex);
     drop.BaselineAccel = drop.PreFulcrumAverage;
     Integrate(drop);
-    const auto change = [&](bool (*step)(DropRecord&)) {
-        const Drift before(drop);
-        if (!step(drop)) return false;
-        IntegrateChange(drop, before);
-        return true;
-    };
-    return change(RemoveDriftOfAll) && change(RemoveDriftAtRest) && change(TrimVelocity);
+    Drift integrated(drop);
+    if (!RemoveDriftOfAll(drop)) return false;
+    TakeOffsetsOffFirstSample(drop);
+    IntegrateChange(drop, integrated);
+    integrated = Drift(drop);
+    if (!RemoveDriftAtRest(drop)) return false;
+    TakeOffsetsOffFirstSample(drop);
+    TrimVelocity(drop, integrated);
+    TakeOffsetsOffFirstSample(drop);
+    IntegrateChange(drop, integrated);
+    return true;
 }
 
 /// Moves the fulcrum back to where the velocity rests, and integrates from there.
