@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "reference/accel_analysis.h"
 #include "reference/accel_drop_file.h"
+#include "reference/trigger_search.h"
 #include "tests/reference/made_accel_block.h"
 
 namespace {
@@ -47,6 +48,13 @@ void AnalyseAccelDrop(benchmark::State& state) {
     }
 }
 BENCHMARK(AnalyseAccelDrop)->Unit(benchmark::kMillisecond);
+
+/// 100 levels.
+void SearchTriggerLevel(benchmark::State& state) {
+    const DropRecord drop = AnalysedDrop();
+    for (auto _ : state) benchmark::DoNotOptimize(DetermineTrigger(drop));
+}
+BENCHMARK(SearchTriggerLevel)->Unit(benchmark::kMillisecond);
 
 /// The whole way of the file but for the wait until the disk has it.
 void WriteAccelDropFile(benchmark::State& state) {

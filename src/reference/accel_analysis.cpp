@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "analysis/analysis.h"
+#include "analysis/limits.h"
 #include "platform/format.h"
 #include "run/center_config.h"
 
@@ -85,6 +86,26 @@ double MeasureNoise(DropRecord& drop) {
     return std::abs(*most - *least);
 }
 
+AccelTail MeasureTail(const DropRecord& drop) {
+    constexpr int length = 375;  // 25 ms
+    // The deflection of the last sample rests on a velocity that is not computed.
+    const int end = drop.NumSamples - 1;
+    const int first = end - length;
+    AccelTail tail;
+    const bool hasPulse = !drop.NoFulcrum && drop.PeakIndex > drop.FulcrumIndex;
+    if (!hasPulse || first <= drop.WindowEnd) return tail;
+    for (int i = first; i < end; ++i) {
+        tail.velocity += drop.Velocity[static_cast<Index>(i)] / length;
+        tail.deflection += drop.Displacement[static_cast<Index>(i)] / length;
+    }
+    const double toTail = (first + length / 2.0 - drop.FulcrumIndex) * integrationStep;
+    const double toPeak = (drop.PeakIndex - drop.FulcrumIndex) * integrationStep;
+    tail.velocityLimit = 2 * toTail / (toPeak * toPeak);
+    tail.deflectionLimit = toTail * toTail / (toPeak * toPeak);
+    tail.moves = std::abs(tail.velocity) > tail.velocityLimit || std::abs(tail.deflection) > tail.deflectionLimit;
+    return tail;
+}
+
 }  // namespace
 
 double AccelerationOf(const CenterConfig& center, double volts) {
@@ -128,9 +149,9 @@ BurstFindings CheckBurst(DropRecord& drop, const CenterConfig& center) {
     drop.BurstAbsAccel = drop.BurstAverage == 0 ? 1.0 : AccelerationOf(center, drop.BurstAverage);
 
     BurstFindings findings;
-    findings.tooHigh = drop.BurstAbsAccel - 1 > mostOff;
-    findings.tooLow = 1 - drop.BurstAbsAccel > mostOff;
-    findings.restless = drop.BurstStdDev > mostStdDev;
+    findings.tooHigh = ExceedsLimit(drop.BurstAbsAccel - 1, mostOff);
+    findings.tooLow = ExceedsLimit(1 - drop.BurstAbsAccel, mostOff);
+    findings.restless = ExceedsLimit(drop.BurstStdDev, mostStdDev);
     const auto tellAverage = [&](const char* direction, double limit) {
         findings.message += std::string("Average Initial Burst ") + direction + " than " + Format(limit, "0.00") +
                             " g! \nAverage Initial Burst Reading: " + Format(drop.BurstAbsAccel, "0.000") + "g\n";
@@ -159,6 +180,7 @@ AccelDropFindings AnalyzeAccelSamples(DropRecord& drop, const CenterConfig& cent
     findings.deflectionAtStart = DeflectionAtStart(drop);
     findings.vibration = scan.HighestLevelUpTo(drop.FulcrumIndex);
     findings.vibrates = findings.vibration > drop.TriggerLevel / 2;
+    if (!findings.fault) findings.tail = MeasureTail(drop);
     return findings;
 }
 

@@ -36,6 +36,18 @@ struct BurstFindings {
 /// Sets BurstAbsAccel from BurstAverage, to 1 g when no burst was captured, and judges the burst.
 BurstFindings CheckBurst(DropRecord& drop, const CenterConfig& center);
 
+/// How far the stand seems to be from rest at the end of the block: means over its last 25 ms. After the drop the stand
+/// is where it was, so that what is left is drift. A baseline that is wrong by c gives, T after the fulcrum, a velocity
+/// c T and a deflection c T² / 2, and makes the peak, t after it, wrong by c t² / 2. The limits are those of a peak
+/// that is wrong by 1 micron, 0.3 % of 300 microns: a velocity of 2 T / t² microns/s, a deflection of (T / t)² microns.
+struct AccelTail {
+    double velocity = 0;    ///< microns/s
+    double deflection = 0;  ///< microns
+    double velocityLimit = 0;
+    double deflectionLimit = 0;
+    bool moves = false;  ///< a limit is exceeded; never in a block that ends within 0.1 s of the pulse
+};
+
 struct AccelDropFindings {
     bool outOfRange = false;  ///< MinAbsAccel below -4.9 g or MaxAbsAccel above 4.9 g
     /// The block cannot be integrated: it has fewer than 151 samples, a value that is no finite number, or its pulse
@@ -48,6 +60,7 @@ struct AccelDropFindings {
     // Advice, which blocks nothing
     double vibration = 0;   ///< highest trigger level, g, at which what came before the fulcrum would have fired
     bool vibrates = false;  ///< that is above half the trigger level
+    AccelTail tail;
 };
 
 /// Turns the block in RawVolts[0..NumSamples] into acceleration, velocity and deflection, and finds fulcrum, peak and

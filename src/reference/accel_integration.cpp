@@ -109,10 +109,19 @@ void MovingStdDevs(const double* values, Index count, std::array<double*, sizeof
 
 // Fulcrum
 
+/// Of the 75 samples of a step, ties to even.
+int HalfAStepBefore(int position) {
+    return static_cast<int>(std::nearbyint(position - scanStep / 2.0));
+}
+
+PulsePlace OutOfBlock(PulsePlace place) {
+    place.end = PulsePlace::End::OutOfBlock;
+    return place;
+}
+
 /// Goes back from half a step before the pulse to where the acceleration is quiet and falling.
 int QuietPointBefore(const DropRecord& drop, int position) {
-    // Half of the 75 samples of a step, ties to even.
-    const int from = static_cast<int>(std::nearbyint(position - scanStep / 2.0));
+    const int from = HalfAStepBefore(position);
     const int windowStart = std::max(from - scanStep, 0);
     for (int i = from; i >= std::max(windowStart, 1); --i) {
         if (drop.AccelSD25[At(i)] < quietStdDev && drop.AbsAccel[At(i - 1)] < drop.AbsAccel[At(i)]) return i;
@@ -467,10 +476,7 @@ PulsePlace PulseScan::Next(int position, double triggerLevel) const {
             place.firedAt = i;
             return place;
         }
-        if (position + scanStep > lastSample_) {
-            place.end = PulsePlace::End::OutOfBlock;
-            return place;
-        }
+        if (position + scanStep > lastSample_) return OutOfBlock(place);
         if (lastSample_ - 2 * scanStep < position) {
             place.end = PulsePlace::End::EndOfBlock;
             return place;
@@ -506,8 +512,11 @@ PulsePlace FindPulse(const DropRecord& drop, const PulseScan& scan, AccelMethod 
     for (;;) {
         PulsePlace place = scan.Next(position, drop.TriggerLevel);
         if (place.end != PulsePlace::End::Pulse) return place;
+        if (HalfAStepBefore(place.position) > drop.NumSamples) return OutOfBlock(place);
         place.fulcrum =
             method == AccelMethod::Regression ? QuietPointBefore(drop, place.position) : BurstPointBefore(drop, place);
+        // Two samples behind the fulcrum are the least that an integration needs.
+        if (place.fulcrum > drop.NumSamples - 2) return OutOfBlock(place);
         if (place.fulcrum > lastFulcrum) return place;
         position = place.position;
     }

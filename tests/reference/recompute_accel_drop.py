@@ -116,8 +116,12 @@ class Drop:
                 self.fulcrum, self.window_start, self.deflection_fulcrum, end = 75, 0, 150, 1575
                 break
             position, fired = found
+            if round(position - 37.5) > self.n:
+                raise Fault
             end = position + 1500
             fulcrum = self.quiet_point(position) if regression else self.burst_point(position, fired)
+            if fulcrum > self.n - 2:
+                raise Fault  # nothing is left to integrate
             if fulcrum > self.last_fulcrum:
                 self.last_fulcrum = self.fulcrum = fulcrum
                 self.window_start = max(fulcrum - 75, 0)
@@ -238,6 +242,7 @@ class Drop:
                 self.find_start(regression)
         except Fault:
             self.fault = True
+            self.fulcrum = max(self.last_fulcrum, 0)  # the scan ran ahead of it
             self.peak_metric = self.peak_english = -1.0
 
     def noise(self):
@@ -332,6 +337,8 @@ def regression_cases():
     many("very short", 4, lambda: block([], samples=SHAPES.randrange(151, 400)))
     for length, level in ((10, 0.05), (11, 0.05), (12, 0.05), (11, 0.07)):
         many(f"{length} samples at the trigger", 2, lambda: plateau_case(length, level))
+    many("unquiet to the end", 4, lambda: block([], noise=digits(2.0, 4.0), samples=SHAPES.randrange(2000, 4000)))
+    many("late false trigger", 4, lambda: block([pulse(SHAPES.randrange(14700, 14990), 8, 48)]))
     for rest in (-1, 0, 1, 2, 11, 12, 13):
         many("the fit's first samples", 1, lambda: ends_at_fit(rest))
     cases.append(("151 samples", block([], samples=151)))
