@@ -173,7 +173,7 @@ TEST(AccelAnalysis, BlocksWithoutMeaningAreFaultsOrWithoutPulse) {
         DropRecord drop = DropOf(VoltsOf(PulseOf(500)));
         AnalyzeAccelSamples(drop, MadeCenter(0.06));
         EXPECT_NEAR(drop.PeakMetric, 500, 3);
-        std::fill(drop.RawVolts.begin(), drop.RawVolts.end(), 1.0F);
+        std::fill(drop.RawVolts.begin(), drop.RawVolts.end(), 0.0F);
         std::copy(test.volts.begin(), test.volts.end(), drop.RawVolts.begin());
         drop.NumSamples = static_cast<int>(test.volts.size());
         const auto findings = AnalyzeAccelSamples(drop, VoltIsG());

@@ -37,13 +37,13 @@ TEST(TriggerSearch, AgreesWithAnAnalysisOfEachLevel) {
     }
 }
 
-/// A pulse, and before it one that lasts some samples at 1 g plus a level: a false trigger below that level.
+/// A pulse, and before it a motion that fires the trigger below a level.
 MadeAccelBlock PulseBehindPlateau(double plateau) {
-    return {6000, 7, 0.004, 0, {{3000, 400, 1500}}, {}, {1000, plateau > 0 ? 200 : 0, plateau}, 0.3};
+    return {6000, 7, 0.004, 0, {{3000, 400, 1500}}, {}, {1000, plateau != 0 ? 400 : 0, plateau}, 0.3};
 }
 
 TEST(TriggerSearch, LevelsAreThoseOfTheAnalysisAndTheRecordStays) {
-    DropRecord drop = DropOf(VoltsOf(PulseBehindPlateau(0.15)));
+    DropRecord drop = DropOf(VoltsOf(PulseBehindPlateau(-0.15)));
     AnalyzeAccelSamples(drop, MadeCenter(0.3));
     const DropRecord before = drop;
     const TriggerBand band = DetermineTrigger(drop);
