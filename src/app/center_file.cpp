@@ -83,6 +83,11 @@ void WriteCenterDataToPDDX(Program& program, const Path& path) {
     });
 }
 
+void WriteFlipData(Program& program, const Path& path) {
+    ChangeFile(program, path,
+               [&](ProfileStrings& strings, const Path&) { SetDailyCalibrationKeys(strings, program.Center); });
+}
+
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value) {
     ChangeFile(program, path, [&](ProfileStrings& strings, const Path&) { strings.Set(section, key, value); });

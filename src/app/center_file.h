@@ -27,6 +27,9 @@ void PutBackCenterConfiguration(Program& program);
 /// The center's configuration was approved: what was kept aside before is out of date.
 void ForgetKeptConfiguration(Program& program);
 
+/// Sets the keys of the accelerometer's daily calibration in a file and leaves all else in it. Throws FileError.
+void WriteFlipData(Program& program, const Path& path);
+
 /// Sets one key of a file. Throws FileError.
 void WriteKey(Program& program, const Path& path, std::string_view section, std::string_view key,
               std::string_view value);

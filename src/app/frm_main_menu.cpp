@@ -66,6 +66,7 @@ void frmMainMenu::Activated() {
 void frmMainMenu::AllowWhatNeedsARun() {
     const bool isInHand = program_.Run.IsInHand;
     cmdEditSetup.Enabled = isInHand;
+    cmdCalAccelerometer.Enabled = isInHand && program_.Has<FlipCalibrationDoor>();
     cmdFWDDoc.Enabled = isInHand && program_.Has<ResultsDoor>();
     program_.The<MainFrameDoor>().AllowWhatNeedsARun(isInHand);
 }
@@ -131,8 +132,10 @@ void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
     cmdRefCalDefAccel.Enabled = sensors;
     const char* unfinished = "The set-up is not complete.";
     cmdCalLoadCell.ToolTip = loadCell ? "" : unfinished;
-    cmdRefCalDefAccel.ToolTip = sensors                     ? ""
-                                : !loadCell                 ? unfinished
+    cmdRefCalDefAccel.ToolTip = sensors     ? ""
+                                : !loadCell ? unfinished
+                                : !OffersSensorCalibration(program_)
+                                    ? "This program calibrates load cells; it cannot calibrate deflection sensors yet."
                                 : program_.Run.LoadCellOnly ? "The set-up was approved for the load cell only."
                                                             : "The accelerometer must be calibrated first.";
     SuggestNextStep();
@@ -184,7 +187,7 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
     if (run.CurrentProcedure != Procedure::Sensors && run.CurrentProcStep != step::sensorsRelative)
         run.CurrentProcStep = step::sensorsCheck;
     run.CurrentProcedure = Procedure::Sensors;
-    if (run.CurrentProcStep < 42) ResetPrerequisites();
+    if (run.CurrentProcStep < step::sensorsTrial) ResetPrerequisites();
     ReturnToProcedure(program_, run.CurrentProcedure);
 }
 

@@ -188,6 +188,11 @@ int AcceptedLoadCellTrials(const CalibrationRun& run) {
     return run.LoadCellRefTrials - (ProcedureOfUnacceptedTrial(run) == Procedure::LoadCell ? 1 : 0);
 }
 
+bool OffersSensorCalibration(const Program& program) {
+    return program.Has<FlipCalibrationDoor>() && program.Has<ReferenceReviewDoor>() &&
+           program.Has<CenterRelativeDoor>();
+}
+
 bool EnterUnacceptedTrial(Program& program) {
     const Procedure procedure = ProcedureOfUnacceptedTrial(program.Run);
     if (procedure == Procedure::None || !program.Has<FWDDataDoor>()) return false;

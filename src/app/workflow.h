@@ -38,6 +38,10 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run);
 /// Load cell trials that were accepted: only their gains count.
 int AcceptedLoadCellTrials(const CalibrationRun& run);
 
+/// Whether the whole road of the deflection sensors is part of the program, up to their accepted calibration: half a
+/// road is not offered.
+bool OffersSensorCalibration(const Program& program);
+
 /// Goes to the trial that still waits for its answer. False when there is none.
 bool EnterUnacceptedTrial(Program& program);
 

@@ -16,8 +16,13 @@ namespace bellmark {
 /// NumberText.
 std::string Format(double value, std::string_view picture);
 
-/// The same at the end of a text, for the many numbers of a drop file.
+/// The same at the end of a text.
 void AppendFormat(std::string& out, double value, std::string_view picture);
+
+/// The same as by the picture "0.0000E+00" with so many decimals, 1 to 14, written from a place on that has room for
+/// exponentFormRoom characters. Returns where it ends. For the many numbers of a drop file.
+char* WriteExponentForm(char* to, double value, int decimals);
+inline constexpr std::size_t exponentFormRoom = 22;
 
 /// Date picture: "dd" "d" day, "mmm" "mm" "m" month, "yyyy" "yy" year, "hh" "h" hour of 24, "nn" "n" minute, "mm"
 /// directly after "h" or "hh" and a separator minute too, "ss" second rounded half up with carry, "ttttt" time as

@@ -51,6 +51,7 @@ class Sound {
   public:
     virtual ~Sound() = default;
     virtual void Play(const Path& file) = 0;
+    virtual void Beep(int hertz, std::chrono::milliseconds length) = 0;
 };
 
 /// Uniform random numbers in [0, 1), the same sequence for the same seed on every machine.

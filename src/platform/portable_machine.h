@@ -28,6 +28,7 @@ class FilePrinter : public Printer {
 class SilentSound : public Sound {
   public:
     void Play(const Path&) override {}
+    void Beep(int, std::chrono::milliseconds) override {}
 };
 
 }  // namespace bellmark

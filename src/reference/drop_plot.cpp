@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "reference/accel_integration.h"
 #include "run/center_config.h"
 
 namespace bellmark {
@@ -23,7 +24,7 @@ struct Curve {
     double scale;
 };
 
-Curve CurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
+Curve LoadCurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
     const char* loadUnit = englishUnits ? "lbf" : "kN";
     const double loadScale = englishUnits ? 1 : kilonewtonsPerPound;
     switch (curve) {
@@ -32,19 +33,38 @@ Curve CurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
         case DropCurve::Velocity:
             return {"Offset", drop.Velocity, loadUnit, loadScale};
         case DropCurve::Deflection:
+        case DropCurve::StdDev:
             break;
     }
     return {"Force", drop.Displacement, loadUnit, loadScale};
 }
 
-}  // namespace
+Curve AccelCurveOf(const DropRecord& drop, DropCurve curve, bool englishUnits) {
+    const double scale = englishUnits ? 1 / micronsPerMil : 1;
+    switch (curve) {
+        case DropCurve::Acceleration:
+            return {"Acceleration", drop.RelAccelG, "g", 1};
+        case DropCurve::Velocity:
+            return {"Velocity", drop.Velocity, englishUnits ? "mils/s" : "microns/s", scale};
+        case DropCurve::StdDev:
+            return {"Std.Dev.", drop.AccelSD25, "g", 1};
+        case DropCurve::Deflection:
+            break;
+    }
+    return {"Deflection", drop.Displacement, englishUnits ? "mils" : "microns", scale};
+}
 
-Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits) {
+/// A sample that is marked on the curve.
+struct MarkedSample {
+    const char* name;
+    int sample;
+};
+
+Plot PlotOf(const DropRecord& drop, const Curve& drawn, bool zoomedIn, std::initializer_list<MarkedSample> marks) {
     Plot plot;
     if (drop.NumSamples < 2) return plot;
     const int first = zoomedIn ? std::max(drop.FulcrumIndex - samplesBeforeFulcrum, 0) : 1;
     const int last = zoomedIn ? std::min(first + zoomedSamples, drop.NumSamples) : drop.NumSamples;
-    const Curve drawn = CurveOf(drop, curve, englishUnits);
     const auto valueAt = [&](int sample) { return drawn.values[static_cast<std::size_t>(sample)] * drawn.scale; };
 
     PlotSeries series{drawn.name, {}, {}, false, {}};
@@ -62,13 +82,30 @@ Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool e
     plot.horizontal = {"Time (mSec)", Milliseconds(first), Milliseconds(last), {}};
     plot.vertical = {drawn.unit, lowest - margin, highest + margin, {}};
     plot.series.push_back(std::move(series));
-    const bool startIsKnown = drop.StartPulseIndex >= first && drop.StartPulseIndex < drop.PeakIndex;
-    if (startIsKnown)
-        plot.marks.push_back({"Start", Milliseconds(drop.StartPulseIndex), valueAt(drop.StartPulseIndex)});
-    if (drop.PeakIndex >= first && drop.PeakIndex < last) {
-        plot.marks.push_back({"Peak", Milliseconds(drop.PeakIndex), valueAt(drop.PeakIndex)});
+    for (const MarkedSample& mark : marks) {
+        if (mark.sample < first || mark.sample >= last) continue;
+        plot.marks.push_back({mark.name, Milliseconds(mark.sample), valueAt(mark.sample)});
     }
     return plot;
+}
+
+constexpr int unknown = -1;
+
+/// Where no start was found it stands at the peak or behind it.
+int KnownStart(const DropRecord& drop) {
+    return drop.StartPulseIndex < drop.PeakIndex ? drop.StartPulseIndex : unknown;
+}
+
+}  // namespace
+
+Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits) {
+    return PlotOf(drop, LoadCurveOf(drop, curve, englishUnits), zoomedIn,
+                  {{"Start", KnownStart(drop)}, {"Peak", drop.PeakIndex}});
+}
+
+Plot AccelDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits) {
+    return PlotOf(drop, AccelCurveOf(drop, curve, englishUnits), zoomedIn,
+                  {{"Fulcrum", drop.FulcrumIndex}, {"Start", KnownStart(drop)}, {"Peak", drop.PeakIndex}});
 }
 
 }  // namespace bellmark

@@ -11,4 +11,8 @@ namespace bellmark {
 /// kN.
 Plot LoadDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits);
 
+/// The accelerometer drop as it is drawn: acceleration less the baseline in g, velocity in mils/s or microns/s,
+/// deflection in mils or microns, moving standard deviation in g; with fulcrum, start and peak of the pulse marked.
+Plot AccelDropPlot(const DropRecord& drop, DropCurve curve, bool zoomedIn, bool englishUnits);
+
 }  // namespace bellmark

@@ -85,7 +85,13 @@ void frmBellmark_Accel::Bellmark() {
             return;
         }
     } else {
-        if (run_.RefTrials >= 2 && run_.RefTrials % 2 == 0 &&
+        const bool pairsAreComplete = run_.RefTrials >= 2 && run_.RefTrials % 2 == 0;
+        if (pairsAreComplete && run_.SensorRefCalComplete) {
+            run_.CurrentProcStep = step::sensorsRelative;
+            program_.The<CenterRelativeDoor>().Start();
+            return;
+        }
+        if (pairsAreComplete &&
             OffersResults(run_.RefTrials, "  reference calibration trials have been completed so far.",
                           "Please review the Reference Calibration Results")) {
             return;

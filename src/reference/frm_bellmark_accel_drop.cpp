@@ -21,7 +21,7 @@ constexpr int blanksBeforeDate = 26;
 
 frmBellmark_AccelDrop::frmBellmark_AccelDrop(Program& program)
     : Screen(program.Screens, "frmBellmark_AccelDrop", "Drop"), Header(*this, program.Header), program_(program) {
-    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection})
+    for (OptionButton* option : {&optAcceleration, &optVelocity, &optDeflection, &optStdDev})
         option->Click = [this] { PlotResponse(); };
     fraMessage.Visible = false;
     cmdErrOK.Click = [this] { cmdErrOK_Click(); };
@@ -155,6 +155,8 @@ void frmBellmark_AccelDrop::ShowResults(const DropVerdict& verdict) {
     optAcceleration.Caption = texts.acceleration;
     optVelocity.Caption = texts.velocity;
     optDeflection.Caption = texts.deflection;
+    optStdDev.Visible = texts.stdDev != nullptr;
+    if (texts.stdDev) optStdDev.Caption = texts.stdDev;
     lblPeakMicrons.Caption = Format(drop.PeakMetric, texts.metricPicture);
     lblPeakMils.Caption = Format(drop.PeakEnglish, texts.englishPicture);
     lblRiseTime.Caption = Format(drop.RiseTime, "#0.0");
@@ -209,6 +211,7 @@ bool frmBellmark_AccelDrop::WriteDropFile() {
 void frmBellmark_AccelDrop::PlotResponse() {
     const DropCurve curve = optAcceleration.IsChosen() ? DropCurve::Acceleration
                             : optVelocity.IsChosen()   ? DropCurve::Velocity
+                            : optStdDev.IsChosen()     ? DropCurve::StdDev
                                                        : DropCurve::Deflection;
     if (instrument_) picDropResponse.Draw(instrument_->PlotOf(curve, chkZoom.Value));
 }

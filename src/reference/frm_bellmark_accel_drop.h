@@ -25,6 +25,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Frame Frame1{*this, "Frame1", "Show"};
     OptionButton optAcceleration{Frame1, "optAcceleration", "curve"};
     OptionButton optVelocity{Frame1, "optVelocity", "curve"};
+    OptionButton optStdDev{Frame1, "optStdDev", "curve"};
     OptionButton optDeflection{Frame1, "optDeflection", "curve"};
     Label lblPeakCaption{*this, "lblPeakCaption"};
     Label lblPeakMils{*this, "lblPeakMils"};

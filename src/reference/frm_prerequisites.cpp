@@ -269,7 +269,8 @@ void frmPrerequisites::cmdNext_Click() {
 }
 
 void frmPrerequisites::GoOn() {
-    if (procedure_ == Procedure::Sensors || procedure_ == Procedure::LoadCell) {
+    // A load cell trial was entered before the list came up. One of the sensors begins behind it.
+    if (procedure_ == Procedure::LoadCell) {
         program_.The<CollectionDoor>().Start();
     } else {
         ReturnToProcedure(program_, procedure_);

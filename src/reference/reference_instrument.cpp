@@ -1,8 +1,7 @@
 #include "reference/reference_instrument.h"
 
-#include <stdexcept>
-
 #include "app/program.h"
+#include "reference/accelerometer_instrument.h"
 #include "reference/load_cell_instrument.h"
 
 namespace bellmark {
@@ -20,6 +19,7 @@ constexpr InstrumentTexts loadCellTexts{
     .acceleration = "&Voltage",
     .velocity = "&Offset",
     .deflection = "&Force",
+    .stdDev = nullptr,
     .englishPicture = "#,000",
     .metricPicture = "#0.00",
 };
@@ -35,6 +35,7 @@ constexpr InstrumentTexts accelerometerTexts{
     .acceleration = "&Acceleration",
     .velocity = "&Velocity",
     .deflection = "&Deflection",
+    .stdDev = "&Std.Dev.",
     .englishPicture = "#0.00",
     .metricPicture = "#0",
 };
@@ -46,11 +47,8 @@ const InstrumentTexts& TextsOf(Procedure procedure) {
 }
 
 std::unique_ptr<ReferenceInstrument> MakeInstrument(Program& program) {
-    // The accelerometer joins the load cell here once its analysis is part of the program.
-    if (program.Run.CurrentProcedure != Procedure::LoadCell) {
-        throw std::logic_error("Deflection sensor drops cannot be measured yet.");
-    }
-    return std::make_unique<LoadCellInstrument>(program);
+    if (program.Run.CurrentProcedure == Procedure::LoadCell) return std::make_unique<LoadCellInstrument>(program);
+    return std::make_unique<AccelerometerInstrument>(program);
 }
 
 }  // namespace bellmark

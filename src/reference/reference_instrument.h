@@ -16,7 +16,7 @@ namespace bellmark {
 class Program;
 
 /// The curves of a drop, by the option button that shows them.
-enum class DropCurve { Acceleration, Velocity, Deflection };
+enum class DropCurve { Acceleration, Velocity, Deflection, StdDev };
 
 /// What the screens say of drops of an instrument.
 struct InstrumentTexts {
@@ -27,9 +27,10 @@ struct InstrumentTexts {
     const char* start;  ///< what is measured at the start of the pulse
     const char* englishUnit;
     const char* metricUnit;
-    const char* acceleration;  ///< names of the three curves
+    const char* acceleration;  ///< names of the curves
     const char* velocity;
     const char* deflection;
+    const char* stdDev;          ///< nullptr where there is no such curve
     const char* englishPicture;  ///< of the peak
     const char* metricPicture;
 };

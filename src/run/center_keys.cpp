@@ -187,4 +187,22 @@ void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool eng
     keys.Set("Notes", JoinedNotes(center));
 }
 
+void SetDailyCalibrationKeys(ProfileStrings& strings, const CenterConfig& center) {
+    constexpr const char* dailyKeys[] = {"AccelDailyCalibrationDate",
+                                         "AccelDailyCalibrationTime",
+                                         "AccelDailyCalibrationTemperatureUnit",
+                                         "AccelDailyCalibrationTemp",
+                                         "AccelNewSlopeFactor",
+                                         "AccelDailyCalibration+1GVoltage",
+                                         "AccelDailyCalibration-1GVoltage",
+                                         "AccelDailyCalibration+1GFlipVoltage",
+                                         "AccelDailyCalibration+1GStdDev",
+                                         "AccelDailyCalibration-1GStdDev",
+                                         "AccelDailyCalibration+1GFlipStdDev"};
+    ProfileStrings all;
+    CenterKeys keys(all);
+    SetAccelerometer(keys, center);
+    for (const char* key : dailyKeys) strings.Set(centerSection, key, all.Get(centerSection, key));
+}
+
 }  // namespace bellmark

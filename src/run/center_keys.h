@@ -21,4 +21,7 @@ void ReadCenterKeys(const PDDXFile& document, CenterConfig& center);
 void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool englishUnits, const Path& file,
                    DateTime now);
 
+/// Sets the keys of the accelerometer's daily calibration alone.
+void SetDailyCalibrationKeys(ProfileStrings& strings, const CenterConfig& center);
+
 }  // namespace bellmark

@@ -48,6 +48,20 @@ struct DropRecord {
     double TriggerLevel = 0;    ///< g, or the load cell's unit
     int TriggerCount = 0;
     double LastTriggerValue = 0;  ///< what CheckTrigger saw last, for display
+
+    // Accelerometer alone
+    double UpperTrigger = 0;           ///< g: samples above it count for the trigger
+    double LowerTrigger = 0;           ///< g: so do samples below it
+    double BaselineAccel = 0;          ///< acceleration taken as no motion, g
+    double PreFulcrumAverage = 0;      ///< mean acceleration of the window before the fulcrum, g
+    double VelocityOffset = 0;         ///< taken off the velocity for the drift after the drop, microns/s
+    double VelocityTrim = 0;           ///< taken off the velocity for the slope before the fulcrum, microns/s
+    int WindowStart = 0;               ///< first sample of the baseline window
+    int WindowEnd = 0;                 ///< last sample searched for the peak
+    int FirstRiseIndex = 0;            ///< the drop's file calls it the trigger reading
+    bool NoFulcrum = false;            ///< the scan for a pulse reached the end of the block
+    int VelocityFulcrumReading = 0;    ///< FulcrumIndex as it stood at the search for the peak
+    int DeflectionFulcrumReading = 0;  ///< the same
 };
 
 }  // namespace bellmark

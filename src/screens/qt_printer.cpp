@@ -115,4 +115,8 @@ void QtSound::Play(const Path&) {
     QApplication::beep();
 }
 
+void QtSound::Beep(int, std::chrono::milliseconds) {
+    QApplication::beep();
+}
+
 }  // namespace bellmark

@@ -30,6 +30,7 @@ void DrawWidget(QPagedPaintDevice& device, QWidget& widget);
 class QtSound : public Sound {
   public:
     void Play(const Path& file) override;
+    void Beep(int hertz, std::chrono::milliseconds length) override;
 };
 
 }  // namespace bellmark

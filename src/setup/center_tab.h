@@ -80,8 +80,8 @@ class CenterTab {
     TextBox txtSlopeFactor{fraAccelerometer, "txtSlopeFactor"};
     Button cmdCloseAcc{fraAccelerometer, "cmdCloseAcc", "Close"};
 
-    std::array<Button, 2> cmdAccelCalButton{{{fraAccelerometer, "cmdAccelCalButton(0)", "Calibrate Acceleromete&r"},
-                                             {fraCalCenter, "cmdAccelCalButton(1)", "Calibrate Acceleromete&r"}}};
+    std::array<Button, 2> cmdAccelCalButton{{{fraAccelerometer, "cmdAccelCalButton(0)", "Cali&brate Accelerometer"},
+                                             {fraCalCenter, "cmdAccelCalButton(1)", "Calibrate Acc&elerometer"}}};
     std::array<Button, 2> cmdLoadCellOnly{{{fraCalCenter, "cmdLoadCellOnly(0)", "Load Cell &Only"},
                                            {fraLoadCell, "cmdLoadCellOnly(1)", "Load Cell Calibration"}}};
 

@@ -5,6 +5,7 @@
 #include "app/fwd_configuration.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/workflow.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
@@ -169,7 +170,7 @@ void frmSetup::AllowCalibration() {
     const CalibrationRun& run = program_.Run;
     const bool loadCell = run.SetupComplete;
     // Without the accelerometer's own calibration its drops cannot be measured either.
-    const bool sensors = run.SetupComplete && !run.LoadCellOnly && program_.Has<FlipCalibrationDoor>() &&
+    const bool sensors = run.SetupComplete && !run.LoadCellOnly && OffersSensorCalibration(program_) &&
                          IsAccelCalibrationCurrent(program_);
     program_.The<MainMenuDoor>().AllowProcedures(loadCell, sensors);
     program_.The<MainFrameDoor>().AllowProcedures(loadCell, sensors);

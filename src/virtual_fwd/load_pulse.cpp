@@ -19,11 +19,6 @@ double HalfSineSquared(double seconds, double width) {
     return sine * sine;
 }
 
-float Quantise(double volts) {
-    const double count = std::nearbyint(volts / voltsPerCount);
-    return static_cast<float>(std::clamp(count, -32768.0, 32767.0) * voltsPerCount);
-}
-
 /// The zero window lies 25 to 50 ms before the peak: what disturbs it comes just before the pulse.
 double NoiseInZero(const PulseModel& pulse, double seconds, Random& random) {
     const double beforePulse = pulse.startSeconds - seconds;
@@ -95,6 +90,11 @@ double VoltsFor(const std::array<double, 5>& c, double pounds) {
     return volts;
 }
 
+float QuantisedVolts(double volts) {
+    const double count = std::nearbyint(volts / voltsPerCount);
+    return static_cast<float>(std::clamp(count, -32768.0, 32767.0) * voltsPerCount);
+}
+
 double Gaussian(Random& random) {
     const double radius = std::sqrt(-2 * std::log(1 - random.Next()));
     return radius * std::cos(2 * std::numbers::pi * random.Next());
@@ -110,7 +110,7 @@ std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pul
         const double noiseInZero = NoiseInZero(pulse, seconds, random);
         const double pounds =
             ForceAt(pulse, seconds) + pulse.driftPoundsPerSecond * seconds + Hum(pulse, seconds) + noise + noiseInZero;
-        volts.push_back(Quantise(VoltsFor(cell.coefficients, pounds + cell.zeroPounds) * cell.conditionerGain));
+        volts.push_back(QuantisedVolts(VoltsFor(cell.coefficients, pounds + cell.zeroPounds) * cell.conditionerGain));
     }
     return volts;
 }

@@ -45,6 +45,9 @@ double VoltsFor(const std::array<double, 5>& coefficients, double pounds);
 std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random,
                                 int samples = samplesPerSecond);
 
+/// A voltage as the board converts it: 16 bits over ±10 V.
+float QuantisedVolts(double volts);
+
 /// Standard normal deviate (Box and Muller 1958).
 double Gaussian(Random& random);
 

@@ -21,8 +21,8 @@ constexpr const char* helpText = R"(bellmark-virtual-fwd --folder PROGRAM_FOLDER
 Writes an imaginary calibration center and what was measured there of one FWD:
 
   BellmarkCenterConfig.ini   the center's configuration
-  Review/                    a load cell calibration to be gone through with the simulated board; TruePeaks.txt tells
-                             what each drop really was
+  Review/                    a calibration of load cell and deflection sensors to be gone through with the simulated
+                             board; TruePeaks.txt tells what each drop really was
   FWD/Configuration.ddx      the FWD's configuration
   FWD/Trial1.ddx ...         the FWD's peaks of the same drops, one file a trial
   FWD/TrueGains.txt          "name=value" a line: the gain that the calibration should find, and what was done to the
@@ -41,6 +41,15 @@ The reference load cell:
   --spoil T-HnDn=HOW  spoils a drop of trial T, as 1-H2D3=noise; may be given many times. HOW is noise (in the zero
                       window), second (a second pulse), clipped (beyond the board's range), high (above what the load
                       cell may carry), none (no pulse), reversed (polarity), hum50 or hum60 (mains hum)
+
+The reference accelerometer (Reference1-H1D1.txt ..., which set-up's drops for trigger level and number of drops read
+too):
+  --reference-trials N  0 to 4 (2)
+  --accel-noise VOLTS   standard deviation of the sensor's noise (0.0008)
+  --accel-drift VOLTS   the most that its offset drifts in a second (0.0004)
+  --spoil-reference T-HnDn=HOW  spoils a drop of reference trial T. HOW is vibration (twice the trigger level, 80 to 200
+                      ms before the pulse), motion (of the stand just before it), drift (15 mV a second), ringing (of
+                      the ground), high (beyond the accelerometer's range), none (no pulse) or restless (initial burst)
 
 The FWD:
   --initial-gain G    gain that its load cell works with, four decimals (1)
@@ -88,11 +97,13 @@ DropNumber Drop(const std::string& text) {
 }
 
 /// "1-H2D3=noise"
-void AddSpoiled(CenterOptions& options, const std::string& text) {
+template <class Kind>
+void AddSpoiled(std::map<DropNumber, Kind>& spoiled, const std::string& text,
+                std::optional<Kind> (*kindNamed)(std::string_view)) {
     const auto equal = text.find('=');
-    const auto spoil = equal == std::string::npos ? std::nullopt : SpoilNamed(text.substr(equal + 1));
-    if (!spoil) throw CommandLineError{"\"" + text + "\" does not tell a drop and how to spoil it"};
-    options.spoiled[Drop(text.substr(0, equal))] = *spoil;
+    const auto kind = equal == std::string::npos ? std::nullopt : kindNamed(text.substr(equal + 1));
+    if (!kind) throw CommandLineError{"\"" + text + "\" does not tell a drop and how to spoil it"};
+    spoiled[Drop(text.substr(0, equal))] = *kind;
 }
 
 bool ReadUnits(const std::string& text) {
@@ -126,7 +137,11 @@ OptionReaders ReadersOf(CommandLine& line) {
             {"--units", [&](auto& text) { options.metric = ReadUnits(text); }},
             {"--noise", [&](auto& text) { options.noisePounds = Amount(text); }},
             {"--hum", [&](auto& text) { options.humPounds = Amount(text); }},
-            {"--spoil", [&](auto& text) { AddSpoiled(options, text); }},
+            {"--spoil", [&](auto& text) { AddSpoiled(options.spoiled, text, SpoilNamed); }},
+            {"--reference-trials", [&](auto& text) { options.referenceTrials = Number(text, 0, 4); }},
+            {"--accel-noise", [&](auto& text) { options.accelNoiseVolts = Amount(text); }},
+            {"--accel-drift", [&](auto& text) { options.accelDriftVoltsPerSecond = Amount(text); }},
+            {"--spoil-reference", [&](auto& text) { AddSpoiled(options.spoiledReference, text, AccelSpoilNamed); }},
             {"--initial-gain", [&](auto& text) { fwd.initialGain = Amount(text, 0.001, 1000); }},
             {"--true-gain", [&](auto& text) { fwd.trueGain = Amount(text, 0.001, 1000); }},
             {"--fwd-scatter", [&](auto& text) { fwd.scatter = Amount(text); }},
@@ -137,10 +152,9 @@ OptionReaders ReadersOf(CommandLine& line) {
             {"--fwd-resolution", [&](auto& text) { fwd.loadResolution = Amount(text, 0.0001, 1000); }}};
 }
 
-void RefuseMissingDrop(const CenterOptions& options, const DropNumber& number) {
+void RefuseMissingDrop(const CenterOptions& options, int trials, const DropNumber& number) {
     const auto within = [](int value, int most) { return value >= 1 && value <= most; };
-    if (within(number.trial, options.trials) && within(number.height, options.heights) &&
-        within(number.drop, options.drops))
+    if (within(number.trial, trials) && within(number.height, options.heights) && within(number.drop, options.drops))
         return;
     throw CommandLineError{"there is no drop " + DropNumberText(number)};
 }
@@ -163,8 +177,12 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
         }
     }
     if (!line.help && !line.folder) throw CommandLineError{"--folder is missing"};
-    for (const auto& [number, spoil] : line.options.spoiled) RefuseMissingDrop(line.options, number);
-    for (const DropNumber& number : line.options.fwd.badReadings) RefuseMissingDrop(line.options, number);
+    for (const auto& [number, spoil] : line.options.spoiled)
+        RefuseMissingDrop(line.options, line.options.trials, number);
+    for (const auto& [number, spoil] : line.options.spoiledReference)
+        RefuseMissingDrop(line.options, line.options.referenceTrials, number);
+    for (const DropNumber& number : line.options.fwd.badReadings)
+        RefuseMissingDrop(line.options, line.options.trials, number);
     return line;
 }
 
@@ -179,8 +197,9 @@ int main(int count, char** words) {
         }
         DiskFileSystem files;
         WriteCenter(files, *line.folder, line.options, SystemClock().Now());
-        const int drops = line.options.trials * line.options.heights * line.options.drops;
-        std::cout << "Wrote an imaginary center with " << drops << " load cell drops to " << PathText(*line.folder)
+        const int drops = line.options.heights * line.options.drops;
+        std::cout << "Wrote an imaginary center with " << line.options.trials * drops << " load cell drops and "
+                  << line.options.referenceTrials * drops << " accelerometer drops to " << PathText(*line.folder)
                   << '\n';
         return 0;
     } catch (const CommandLineError& error) {

@@ -7,8 +7,11 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
+#include "reference/accel_analysis.h"
+#include "reference/accel_drop_file.h"
 #include "reference/drop_file.h"
 #include "reference/load_analysis.h"
+#include "run/accel_adjustment.h"
 #include "run/calibration_run.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
@@ -19,7 +22,9 @@ namespace {
 
 constexpr std::array<double, 4> targetPounds{6000, 9000, 12000, 16000};
 constexpr double dropToDropShare = 0.006;  ///< standard deviation of the mass's drops about their target
-constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;  ///< far from any seed that is asked for
+constexpr std::array<double, 4> targetMicrons{250, 400, 600, 900};
+constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;    ///< far from any seed that is asked for
+constexpr std::uint64_t firstAccelSeed = 0xC2B2AE3D27D4EB4F;  ///< and from the FWD's
 
 /// What of a stored run a review needs to begin.
 std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const VirtualFWD& fwd, const Path& file,
@@ -43,6 +48,7 @@ std::string TemplateText(const std::vector<float>& volts) {
     return text;
 }
 
+/// Writes the drops of one reference instrument into a folder.
 class DropWriter {
   public:
     DropWriter(FileSystem& files, Path folder, const CenterOptions& options, CalibrationRun run,
@@ -54,24 +60,50 @@ class DropWriter {
           center_(center),
           now_(now) {}
 
-    void Write(const DropNumber& number, const std::vector<float>& volts) {
+    void WriteLoadDrop(const DropNumber& number, const std::vector<float>& volts) {
         run_.LoadCellRefTrials = number.trial - 1;
-        run_.CurrentHeightIndex = number.height;
-        run_.CurrentDropIndex = number.drop;
-        if (options_.templateForm) {
-            const int index = (number.height - 1) * options_.drops + number.drop - 1;
-            const std::string name = "LoadCell" + NumberText(number.trial) + '_' + Format(index, "000") + ".txt";
-            files_.ReplaceFile(folder_ / name, TemplateText(volts));
-            return;
-        }
-        DropRecord drop;
-        std::copy(volts.begin(), volts.end(), drop.RawVolts.begin());
-        drop.NumSamples = static_cast<int>(volts.size());
+        if (options_.templateForm) return WriteTemplate("LoadCell" + NumberText(number.trial), number, volts);
+        DropRecord drop = Captured(number, volts);
         AnalyzeLoadSamples(drop, center_, run_.EnglishUnits);
         ReplaceTextFile(files_, folder_ / LoadDropFileName(run_), LoadDropFileText(drop, run_, center_, now_));
     }
 
+    void WriteAccelDrop(const DropNumber& number, const std::vector<float>& burst, const std::vector<float>& volts) {
+        run_.RefTrials = number.trial - 1;
+        if (options_.templateForm) {
+            // There are names for two trials: later ones read those of the first two again.
+            if (number.trial <= 2) WriteTemplate("Ref" + NumberText(number.trial), number, volts);
+            return;
+        }
+        DropRecord drop = Captured(number, burst);
+        drop.BurstTime = now_;
+        MeasureBurst(drop);
+        CheckBurst(drop, center_);
+        drop.TriggerTime = now_;
+        SetSamples(drop, volts);
+        AnalyzeAccelSamples(drop, center_);
+        ReplaceTextFile(files_, folder_ / AccelDropFileName(run_), AccelDropFileText(drop, run_, center_, now_));
+    }
+
   private:
+    static void SetSamples(DropRecord& drop, const std::vector<float>& volts) {
+        std::copy(volts.begin(), volts.end(), drop.RawVolts.begin());
+        drop.NumSamples = static_cast<int>(volts.size());
+    }
+
+    DropRecord Captured(const DropNumber& number, const std::vector<float>& volts) {
+        run_.CurrentHeightIndex = number.height;
+        run_.CurrentDropIndex = number.drop;
+        DropRecord drop;
+        SetSamples(drop, volts);
+        return drop;
+    }
+
+    void WriteTemplate(const std::string& baseName, const DropNumber& number, const std::vector<float>& volts) {
+        const int index = (number.height - 1) * options_.drops + number.drop - 1;
+        files_.ReplaceFile(folder_ / (baseName + '_' + Format(index, "000") + ".txt"), TemplateText(volts));
+    }
+
     FileSystem& files_;
     Path folder_;
     const CenterOptions& options_;
@@ -80,33 +112,48 @@ class DropWriter {
     DateTime now_;
 };
 
-std::string TruePeakLine(const DropNumber& number, double pounds) {
-    return NumberText(number.trial) + '\t' + NumberText(number.height) + '\t' + NumberText(number.drop) + '\t' +
-           Format(pounds, "0.00") + '\t' + Format(pounds * kilonewtonsPerPound, "0.0000") + "\r\n";
-}
-
-/// The drops of the reference load cell in the folder, and how hard each of them really was.
-std::map<DropNumber, double> WriteDrops(FileSystem& files, const Path& folder, const CenterOptions& options,
-                                        const CalibrationRun& run, const CenterConfig& center, DateTime now) {
-    const LoadCellModel cell = VirtualLoadCell();
-    DropWriter writer(files, folder, options, run, center, now);
-    Random random(options.seed);
-    std::map<DropNumber, double> truePeaks;
-    std::string lines = "Trial\tHeight\tDrop\tPeak (pounds)\tPeak (kN)\r\n";
-    for (int trial = 1; trial <= options.trials; ++trial) {
+/// All drops of so many trials, one after the other.
+template <class Action>
+void ForEachDrop(const CenterOptions& options, int trials, const Action& act) {
+    for (int trial = 1; trial <= trials; ++trial) {
         for (int height = 1; height <= options.heights; ++height) {
-            for (int drop = 1; drop <= options.drops; ++drop) {
-                const DropNumber number{trial, height, drop};
-                const PulseModel pulse = DrawPulse(options, number, random);
-                writer.Write(number, CaptureVolts(cell, pulse, random));
-                const double pounds = ForceAt(pulse, pulse.startSeconds + pulse.widthSeconds / 2);
-                lines += TruePeakLine(number, pounds);
-                truePeaks[number] = pounds;
-            }
+            for (int drop = 1; drop <= options.drops; ++drop) act(DropNumber{trial, height, drop});
         }
     }
-    ReplaceTextFile(files, folder / "TruePeaks.txt", lines);
+}
+
+std::string TruePeakLine(const DropNumber& number, const std::string& peak, const std::string& inOtherUnits) {
+    return NumberText(number.trial) + '\t' + NumberText(number.height) + '\t' + NumberText(number.drop) + '\t' + peak +
+           '\t' + inOtherUnits + "\r\n";
+}
+
+/// The drops on the reference load cell, and how hard each of them really was. Adds them to the list of true peaks.
+std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOptions& options, std::string& lines) {
+    const LoadCellModel cell = VirtualLoadCell();
+    Random random(options.seed);
+    std::map<DropNumber, double> truePeaks;
+    lines += "Trial\tHeight\tDrop\tPeak (pounds)\tPeak (kN)\r\n";
+    ForEachDrop(options, options.trials, [&](const DropNumber& number) {
+        const PulseModel pulse = DrawPulse(options, number, random);
+        writer.WriteLoadDrop(number, CaptureVolts(cell, pulse, random));
+        const double pounds = ForceAt(pulse, pulse.startSeconds + pulse.widthSeconds / 2);
+        lines += TruePeakLine(number, Format(pounds, "0.00"), Format(pounds * kilonewtonsPerPound, "0.0000"));
+        truePeaks[number] = pounds;
+    });
     return truePeaks;
+}
+
+/// The drops on the reference accelerometer.
+void WriteAccelDrops(DropWriter& writer, const CenterOptions& options, const CenterConfig& center, std::string& lines) {
+    Random random(options.seed + firstAccelSeed);
+    lines += "Reference trial\tHeight\tDrop\tPeak (microns)\tPeak (mils)\r\n";
+    ForEachDrop(options, options.referenceTrials, [&](const DropNumber& number) {
+        const AccelPulseModel pulse = DrawAccelPulse(options, number, random);
+        const std::vector<float> burst = CaptureAccelBurst(center, pulse, random);
+        writer.WriteAccelDrop(number, burst, CaptureAccelVolts(center, pulse, random));
+        const double microns = TruePeakMicrons(pulse);
+        lines += TruePeakLine(number, Format(microns, "0.00"), Format(microns / micronsPerMil, "0.0000"));
+    });
 }
 
 void WriteFWD(FileSystem& files, const Path& folder, const VirtualFWD& fwd,
@@ -128,6 +175,19 @@ void WriteFWD(FileSystem& files, const Path& folder, const VirtualFWD& fwd,
 LoadCellModel VirtualLoadCell() {
     const CenterConfig center = VirtualCenter(false, ZeroDate());
     return {center.ReferenceLoadCellCalibrationCoefficients, 12.4, 1 / center.ShuntCalibrationMultiplier};
+}
+
+AccelPulseModel DrawAccelPulse(const CenterOptions& options, const DropNumber& number, Random& random) {
+    AccelPulseModel pulse;
+    pulse.peakMicrons =
+        targetMicrons[static_cast<std::size_t>(number.height - 1)] * (1 + dropToDropShare * Gaussian(random));
+    pulse.startSeconds = 0.24 + 0.02 * random.Next();
+    pulse.widthSeconds = 0.025 + 0.01 * random.Next();
+    pulse.noiseVolts = options.accelNoiseVolts;
+    pulse.driftVoltsPerSecond = options.accelDriftVoltsPerSecond * (2 * random.Next() - 1);
+    if (const auto spoiled = options.spoiledReference.find(number); spoiled != options.spoiledReference.end())
+        pulse.spoil = spoiled->second;
+    return pulse;
 }
 
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random) {
@@ -202,7 +262,7 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
     center.AccelDailyCalibrationPlus1GVoltage = 2.9705;
     center.AccelDailyCalibrationMinus1GVoltage = 2.1279;
     center.AccelDailyCalibrationPlus1GFlipVoltage = 2.9704;
-    center.AccelSensitivity = 0.35;
+    center.AccelSensitivity = 0.06;
     center.Notes[0] = "Imaginary equipment";
     return center;
 }
@@ -229,7 +289,14 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
         ReplaceTextFile(files, folder / centerConfigName, configuration.Text());
     }
     ReplaceTextFile(files, review / interimCopyName, InterimText(run, center, fwd, review / interimCopyName, now));
-    const auto truePeaks = WriteDrops(files, review, options, run, center, now);
+
+    CenterConfig today = center;
+    ComputeAccelAdjustment(today);
+    DropWriter writer(files, review, options, run, today, now);
+    std::string lines;
+    const auto truePeaks = WriteLoadDrops(writer, options, lines);
+    WriteAccelDrops(writer, options, today, lines);
+    ReplaceTextFile(files, review / "TruePeaks.txt", lines);
     WriteFWD(files, programFolder / "FWD", fwd, truePeaks, fwdRandom, now);
 }
 

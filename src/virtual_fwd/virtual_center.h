@@ -6,6 +6,7 @@
 #include <set>
 
 #include "run/center_config.h"
+#include "virtual_fwd/accel_pulse.h"
 #include "virtual_fwd/drop_number.h"
 #include "virtual_fwd/fwd_documents.h"
 #include "virtual_fwd/load_pulse.h"
@@ -30,10 +31,14 @@ struct CenterOptions {
     double humPounds = 30;
     int heights = 4;
     int drops = 6;
-    int trials = 2;
+    int trials = 2;             ///< of the load cell
+    int referenceTrials = 2;    ///< of the deflection sensors
     bool metric = false;        ///< the reference load cell was calibrated in kN, the run is in kN and microns
     bool templateForm = false;  ///< drops as flat lists of volts, in place of saved-drop files
     std::map<DropNumber, Spoil> spoiled;
+    double accelNoiseVolts = 0.0008;
+    double accelDriftVoltsPerSecond = 0.0004;  ///< the most, in either direction
+    std::map<DropNumber, AccelSpoil> spoiledReference;
     FWDOptions fwd;
 };
 
@@ -49,6 +54,10 @@ VirtualFWD MakeFWD(const CenterOptions& options, Random& random);
 
 /// One drop as the mass makes it: its peak near the height's target, in what the options ask for.
 PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Random& random);
+
+/// The same for the deflection sensors. The random numbers are a stream of their own: what is drawn for the load cell
+/// stays as it is.
+AccelPulseModel DrawAccelPulse(const CenterOptions& options, const DropNumber& number, Random& random);
 
 /// Writes the program folder of the imaginary center: its configuration; the folder "Review" of a calibration of which
 /// configuration, run and drops are there to be gone through again; the folder "FWD" with what the FWD wrote of the

@@ -146,6 +146,45 @@ TEST(Format, FifteenDigitsAreTheExactOnes) {
     }
 }
 
+/// The 15 digits of a number, rounded half up to fewer as a whole number.
+std::string RoundedFromFifteen(double value, int decimals) {
+    const std::string fifteen = Format(value, "0.00000000000000E+00");
+    auto digits = std::stoull(fifteen.substr(0, 1) + fifteen.substr(2, 14));
+    int exponent = std::stoi(fifteen.substr(17));
+    unsigned long long unit = 1;
+    for (int place = decimals; place < 14; ++place) unit *= 10;
+    digits = (digits + unit / 2) / unit;
+    std::string text = std::to_string(digits);
+    if (text.size() > static_cast<std::size_t>(decimals) + 1) {
+        text.pop_back();
+        ++exponent;
+    }
+    std::string power = std::to_string(std::abs(exponent));
+    if (power.size() < 2) power = '0' + power;
+    return text.substr(0, 1) + '.' + text.substr(1) + (exponent < 0 ? "E-" : "E+") + power;
+}
+
+// The quick way to a few digits must round as the 15 digits tell, above all where these end in a 5.
+TEST(Format, FewDigitsFollowFromFifteen) {
+    for (const auto& [decimals, step] : {std::pair(1, 0.5), {4, 0.0005}, {7, 0.0000005}}) {
+        const std::string picture = "0." + std::string(static_cast<std::size_t>(decimals), '0') + "E+00";
+        double value = 1.7e-9;
+        for (int i = 0; i < 3000; ++i) {
+            value *= 1.019;  // to 6E+15
+            // A half of the last place, and what lies next to it.
+            const double half = std::nearbyint(value / step) * step;
+            for (const double near : {value, half, std::nextafter(half, 0.0), half * (1 + 1e-13), half * (1 - 3e-15)}) {
+                if (near <= 0) continue;
+                ASSERT_EQ(Format(near, picture), RoundedFromFifteen(near, decimals)) << NumberText(near);
+            }
+        }
+        for (const char* text : {"1.00005", "9.99995", "0.000123455", "99999.5", "1234550000", "9.99999995E+08"}) {
+            for (const double near : {ReadNumber(text), std::nextafter(ReadNumber(text), 0.0)})
+                EXPECT_EQ(Format(near, picture), RoundedFromFifteen(near, decimals)) << text;
+        }
+    }
+}
+
 TEST(Format, StrangePicturesNeitherCrashNorHang) {
     for (const char* picture : {".", "..", "E+00", "0E+", "0E+0E+0", "%%", ",", "0,", ",0", "0.,0", "#.#.#", "E", "0E",
                                 " #    #  ##,### ", "0E+000000000000", "\xFF", "\\   \\"}) {

@@ -221,6 +221,9 @@ TEST_F(PrerequisitesTest, InReviewTheStoredVoltagesAreRead) {
 TEST_F(PrerequisitesTest, TheAccelerometersListIsShortAndLeadsOnByProcedure) {
     run.ReviewMode = true;
     run.CurrentProcedure = Procedure::Sensors;
+    center.AccelDailyCalibrationDate = program.Now();
+    center.AccelDailyCalibrationTime = program.Now();
+    center.AccelDailyCalibrationTemperatureUnit = "Celsius";
     EXPECT_FALSE(list->PrerequisitesMet(Procedure::Sensors));
     machine.dialogs.QueueAnswer(Answer::OK);
     list->cmdNext.UserClick();

@@ -104,17 +104,19 @@ TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
     auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
     auto& frame = dynamic_cast<frmMaster&>(program->The<MainFrameDoor>());
     ReadCenter();
-    for (const bool canFlip : {false, true}) {
-        if (canFlip)
-            program->Register<FlipCalibrationDoor>([](Program&) { return std::make_shared<IdleFlipCalibration>(); });
+    for (const bool hasWholeRoad : {false, true}) {
+        if (hasWholeRoad) {
+            program->Register<ReferenceReviewDoor>([](Program&) { return std::make_shared<IdleReferenceReview>(); });
+            program->Register<CenterRelativeDoor>([](Program&) { return std::make_shared<IdleCenterRelative>(); });
+        }
         for (int inputs = 0; inputs < 8; ++inputs) {
-            SCOPED_TRACE(inputs + (canFlip ? 8 : 0));
+            SCOPED_TRACE(inputs + (hasWholeRoad ? 8 : 0));
             run.SetupComplete = (inputs & 1) != 0;
             run.LoadCellOnly = (inputs & 2) != 0;
             const bool isCurrent = (inputs & 4) != 0;
             machine.clock.Set(MakeDateTime(2012, 3, isCurrent ? 9 : 10, 10));
             setup.AllowCalibration();
-            const bool sensors = run.SetupComplete && !run.LoadCellOnly && isCurrent && canFlip;
+            const bool sensors = run.SetupComplete && !run.LoadCellOnly && isCurrent && hasWholeRoad;
             EXPECT_EQ(menu.cmdCalLoadCell.Enabled, run.SetupComplete);
             EXPECT_EQ(frame.mnuLoadCell.Enabled, run.SetupComplete);
             EXPECT_EQ(menu.cmdRefCalDefAccel.Enabled, sensors);

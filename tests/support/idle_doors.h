@@ -46,6 +46,14 @@ struct IdleFlipCalibration : FlipCalibrationDoor {
     void Start() override {}
 };
 
+struct IdleReferenceReview : ReferenceReviewDoor {
+    void Start() override {}
+};
+
+struct IdleCenterRelative : CenterRelativeDoor {
+    void Start() override {}
+};
+
 struct IdleFWDData : FWDDataDoor {
     void Start() override {}
     void Refresh() override {}

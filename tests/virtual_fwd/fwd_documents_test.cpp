@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "pddx/mod_pddx_read.h"
 #include "platform/numbers.h"
@@ -114,6 +115,7 @@ CenterOptions SmallCenter() {
     options.heights = 3;
     options.drops = 5;
     options.trials = 1;
+    options.referenceTrials = 0;
     return options;
 }
 
@@ -129,8 +131,8 @@ TEST(FWDDocuments, TrialsBelongToTheTruePeaks) {
 
     const std::string truePeaks = center.Text("Review/TruePeaks.txt");
     const auto lines = SplitLines(truePeaks);
-    ASSERT_EQ(lines.size(), 31U);
-    for (std::size_t i = 1; i < lines.size(); ++i) {
+    ASSERT_EQ(lines.size(), 32U);  // two headings
+    for (std::size_t i = 1; i <= 30; ++i) {
         const auto fields = Split(lines[i], '\t');
         const ProfileStrings trial(center.Text("FWD/Trial" + fields[0] + ".ddx"));
         const int drop = static_cast<int>((ReadNumber(fields[1]) - 1) * 5 + ReadNumber(fields[2]));
@@ -145,6 +147,37 @@ TEST(FWDDocuments, TrialsBelongToTheTruePeaks) {
         const ProfileStrings file(center.Text(name));
         EXPECT_EQ(file.Get("Device Calibration", "LoadCellCalibrationCenterGain"), "1.0050") << name;
         EXPECT_EQ(file.Get("Device Information", "LoadCellSerialNumber"), "LC-8002") << name;
+    }
+}
+
+// The drops of the deflection sensors are there in both forms, beside those of the load cell, which they leave as they
+// were.
+TEST(FWDDocuments, ReferenceDropsBelongToTheTruePeaks) {
+    CenterOptions options = SmallCenter();
+    const WrittenCenter loadCellAlone(options);
+    options.referenceTrials = 2;
+    const WrittenCenter templates(options);
+    for (const char* name : {"FWD/Trial1.ddx", "Review/LoadCell1_014.txt"})
+        EXPECT_EQ(templates.Text(name), loadCellAlone.Text(name)) << name;
+    const auto lines = SplitLines(templates.Text("Review/TruePeaks.txt"));
+    ASSERT_EQ(lines.size(), 47U);
+    EXPECT_EQ(lines[16], "Reference trial\tHeight\tDrop\tPeak (microns)\tPeak (mils)");
+
+    options.templateForm = false;
+    options.spoiledReference[{2, 3, 5}] = AccelSpoil::Restless;
+    const WrittenCenter saved(options);
+    for (const auto& [line, file, templateFile] :
+         {std::tuple(17, "Reference1-H1D1.txt", "Ref1_000.txt"), {46, "Reference2-H3D5.txt", "Ref2_014.txt"}}) {
+        const std::string peaks = templates.Text("Review/TruePeaks.txt");
+        const auto fields = Split(SplitLines(peaks)[static_cast<std::size_t>(line)], '\t');
+        const ProfileStrings drop("[Drop]\r\n" + saved.Text(Path("Review") / file));
+        const double microns = ReadNumber(fields[3]);
+        EXPECT_NEAR(ReadNumber(drop.Get("Drop", "Peak Value (microns)")), microns, 0.01 * microns);
+        EXPECT_NEAR(ReadNumber(fields[4]), microns / 25.4, 0.001);
+        const double restless = ReadNumber(drop.Get("Drop", "Initial Burst Std.Dev (volts)"));
+        EXPECT_NEAR(restless, line == 46 ? 0.008 : 0.0008, 0.0002 * (line == 46 ? 5 : 1));
+        EXPECT_NEAR(ReadNumber(drop.Get("Drop", "Initial Burst Abs.Acceleration (g)")), 1, 0.002);
+        EXPECT_EQ(SplitLines(templates.Text(Path("Review") / templateFile)).size(), 15000U);
     }
 }
 

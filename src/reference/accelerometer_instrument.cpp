@@ -1,0 +1,93 @@
+#include "reference/accelerometer_instrument.h"
+
+#include "app/doors.h"
+#include "app/program.h"
+#include "platform/dialogs.h"
+#include "platform/format.h"
+#include "reference/accel_analysis.h"
+#include "reference/accel_drop_file.h"
+#include "reference/capture.h"
+#include "reference/drop_plot.h"
+#include "run/trial.h"
+
+namespace bellmark {
+
+namespace {
+
+bool IsSimulated(const CalibrationRun& run) {
+    return run.ReviewMode || run.Trial.ReplayMode();
+}
+
+/// In words, what the operator should look at; the worst comes first. It blocks nothing.
+std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst) {
+    if (findings.fault) return "The deflection cannot be computed: reject this drop";
+    if (findings.noPulse) return "No pulse found: reject this drop";
+    if (findings.vibrates) return "The stand moved before the pulse: check this drop";
+    if (findings.tail.moves) return "Still moving at the end: check this drop";
+    if (!burst.message.empty()) return "The initial burst is outside its limits: check this drop";
+    return {};
+}
+
+}  // namespace
+
+std::optional<DropVerdict> AccelerometerInstrument::Measure(const CaptureView& view) {
+    ArmAccelTrigger(program_.Drop, program_.Center);
+    if (IsSimulated(program_.Run)) {
+        // The flat files of one pair of trials serve every pair.
+        const bool isSecondOfPair = NumberOfTrialShown(program_.Run) % 2 == 0;
+        program_.The<SimulatorDoor>().SetFile(isSecondOfPair ? "Ref2" : "Ref1");
+    }
+    program_.The<AcquisitionDoor>().ShowDAQ(true);
+    if (!CaptureBurst()) return {};
+    const BurstFindings burst = CheckBurst(program_.Drop, program_.Center);
+    if (!CaptureDrop(view)) return {};
+    return VerdictOn(AnalyzeAccelSamples(program_.Drop, program_.Center), burst);
+}
+
+bool AccelerometerInstrument::CaptureBurst() {
+    CalibrationRun& run = program_.Run;
+    run.BurstCapture = true;
+    const bool captured = CaptureAndWait(program_, run.AccelChannel);
+    run.BurstCapture = false;
+    // A saved drop has brought the figures of its own burst along.
+    if (captured && !IsSimulated(run)) {
+        program_.Drop.BurstTime = program_.Now();
+        MeasureBurst(program_.Drop);
+    }
+    return captured;
+}
+
+bool AccelerometerInstrument::CaptureDrop(const CaptureView& view) {
+    view.armed();
+    program_.Drop.TriggerTime = program_.Now();
+    if (!CaptureAndWait(program_, program_.Run.AccelChannel)) return false;
+    view.captured();
+    return true;
+}
+
+DropVerdict AccelerometerInstrument::VerdictOn(const AccelDropFindings& findings, const BurstFindings& burst) {
+    const DropRecord& drop = program_.Drop;
+    DropVerdict verdict;
+    verdict.hasPeak = !findings.fault && !findings.noPulse && drop.PeakMetric > 0;
+    verdict.outOfRange = findings.outOfRange;
+    verdict.startEnglish = Format(findings.deflectionAtStart / micronsPerMil, "#0.000");
+    verdict.startMetric = Format(findings.deflectionAtStart, "#0.0");
+    verdict.advice = AdviceOn(findings, burst);
+    if (findings.fault) {
+        program_.Compose(270, {std::string()});
+        program_.ShowComposed(box::critical + box::helpButton);
+    }
+    if (drop.ExcessNoise) verdict.panel = NumberedMessage{113, {findings.noise}};
+    if (findings.outOfRange) verdict.boxes.push_back({302, {drop.MaxAbsAccel, drop.MinAbsAccel}});
+    return verdict;
+}
+
+Plot AccelerometerInstrument::PlotOf(DropCurve curve, bool zoomedIn) const {
+    return AccelDropPlot(program_.Drop, curve, zoomedIn, program_.Run.Trial.shape.englishUnits);
+}
+
+std::string AccelerometerInstrument::FileText(DateTime now) const {
+    return AccelDropFileText(program_.Drop, program_.Run, program_.Center, now);
+}
+
+}  // namespace bellmark
