@@ -123,7 +123,7 @@ TEST_F(LoadCellResultsTest, ShowsTheTrialsAndWhatComesNext) {
 }
 
 TEST_F(LoadCellResultsTest, TheTabInViewIsTheStepOfTheReviewAlone) {
-    run.CurrentProcedure = 10;
+    run.CurrentProcedure = Procedure::Results;
     OptionButton* tabs[] = {&results.Summary.optSummary, &results.Accelerometer.optAccel, &results.Reference.optRef,
                             &results.LoadCell.optLoadCell};
     const Frame* pages[] = {&results.Summary.fraSummary, &results.Accelerometer.fraAccel, &results.Reference.fraRef,
@@ -134,7 +134,7 @@ TEST_F(LoadCellResultsTest, TheTabInViewIsTheStepOfTheReviewAlone) {
         EXPECT_EQ(run.CurrentProcStep, 101 + i) << tabs[i]->Name();
         for (int j = 0; j < 4; ++j) EXPECT_EQ(pages[j]->Visible, i == j) << pages[j]->Name();
     }
-    run.CurrentProcedure = 5;
+    run.CurrentProcedure = Procedure::LoadCell;
     run.CurrentProcStep = 53;
     tabs[0]->UserClick();
     EXPECT_EQ(run.CurrentProcStep, 53);
