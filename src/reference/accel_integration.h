@@ -73,9 +73,6 @@ bool MeasureRound(DropRecord& drop, const PulsePlace& place, AccelMethod method)
 /// What was measured is taken for a false trigger, which a later pulse may follow.
 bool IsFalseTrigger(const DropRecord& drop);
 
-/// Marks a block that cannot be integrated by peaks of -1.
-void SetFault(DropRecord& drop);
-
 /// Fulcrum, integration, removal of the drift and pulse, from AbsAccel[0..NumSamples] and AccelSD25 at the record's
 /// TriggerLevel. Returns false, and leaves peaks of -1, when the block cannot be integrated.
 /// scan: of the same acceleration.

@@ -185,6 +185,16 @@ TEST(AccelAnalysis, BlocksWithoutMeaningAreFaultsOrWithoutPulse) {
     }
 }
 
+TEST(AccelAnalysis, NoDeflectionIsNoPeak) {
+    DropRecord drop = DropOf(std::vector<float>(15000, 1));
+    drop.RawVolts[15000] = 1;  // the drift's fit looks at the sample behind the block too
+    AnalyzeAccelSamples(drop, VoltIsG());
+    EXPECT_EQ(drop.Displacement[1000], 0);
+    EXPECT_EQ(drop.PeakIndex, 0);
+    EXPECT_EQ(drop.PeakMetric, 0);
+    EXPECT_EQ(drop.FulcrumIndex, 75);
+}
+
 TEST(AccelAnalysis, FiresOnElevenSamplesRunningOutsideTheBand) {
     CenterConfig center = VoltIsG(0.05);
     DropRecord drop;
