@@ -161,6 +161,7 @@ void RefuseMissingDrop(const CenterOptions& options, int trials, const DropNumbe
 
 CommandLine ReadCommandLine(const std::vector<std::string>& words) {
     CommandLine line;
+    line.options.referenceTrials = 2;
     const OptionReaders readers = ReadersOf(line);
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];

@@ -249,9 +249,10 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
     center.AccelerometerSerialNumber = "ACC-311";
     center.AccelerometerModelNumber = "A5-CAP";
     center.AccelReferenceCalibrationDate = today - std::chrono::days(200);
-    center.AccelRefPlus1GDC = 2.9713;
-    center.AccelRefMinus1GDC = 2.1287;
-    center.AccelRefCalibrationCoefficients = {-6.0527, 2.3734, 0.00012, -0.00001};
+    // The signal conditioner takes the sensor's bias off: turned over, its voltage is negative.
+    center.AccelRefPlus1GDC = 0.4221;
+    center.AccelRefMinus1GDC = -0.4205;
+    center.AccelRefCalibrationCoefficients = {-0.0019, 2.3736, 0.00012, -0.00001};
     center.AccelDailyCalibrationDate = DayOf(today);
     center.AccelDailyCalibrationTime = ZeroDate() + TimeOfDay(today);
     center.AccelDailyCalibrationTemperatureUnit = "Celsius";
@@ -259,9 +260,9 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
     center.AccelExcitationVolts = 10;
     center.AccelGain = "1.00";
     center.AccelNewSlopeFactor = 0.4213;
-    center.AccelDailyCalibrationPlus1GVoltage = 2.9705;
-    center.AccelDailyCalibrationMinus1GVoltage = 2.1279;
-    center.AccelDailyCalibrationPlus1GFlipVoltage = 2.9704;
+    center.AccelDailyCalibrationPlus1GVoltage = 0.4213;
+    center.AccelDailyCalibrationMinus1GVoltage = -0.4213;
+    center.AccelDailyCalibrationPlus1GFlipVoltage = 0.4212;
     center.AccelSensitivity = 0.06;
     center.Notes[0] = "Imaginary equipment";
     return center;

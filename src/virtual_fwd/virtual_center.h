@@ -32,7 +32,7 @@ struct CenterOptions {
     int heights = 4;
     int drops = 6;
     int trials = 2;             ///< of the load cell
-    int referenceTrials = 2;    ///< of the deflection sensors
+    int referenceTrials = 0;    ///< of the deflection sensors
     bool metric = false;        ///< the reference load cell was calibrated in kN, the run is in kN and microns
     bool templateForm = false;  ///< drops as flat lists of volts, in place of saved-drop files
     std::map<DropNumber, Spoil> spoiled;
