@@ -57,7 +57,7 @@ TEST_F(FinalOutputsTest, ALoadCellAloneLeavesAllItsFiles) {
     EXPECT_EQ(program->Screens.Front()->Find("rtbReport")->DisplayText(),
               "County Roads 1.006 Messages:\nLoad Cell:\n     All data checks passed");
     EXPECT_FALSE(run.CertificationComplete);
-    EXPECT_FALSE(machine.Has("Owner/Unit 7/20120309/InterimCal.DDX"));
+    EXPECT_FALSE(machine.Has("Bellmark/Calibrations/Owner/Unit 7/20120309/InterimCal.DDX"));
 
     // Done again it replaces what it wrote, and nothing is left over.
     const auto before = Published();
@@ -131,11 +131,11 @@ TEST_F(FinalOutputsTest, ADocumentThatCannotBeWrittenDoesNotStopTheOthers) {
 }
 
 TEST_F(FinalOutputsTest, AnOutputFolderThatVanishedIsMadeAgain) {
-    machine.files.RemoveFolder(machine.folder / "Owner");
+    machine.files.RemoveFolder(machine.folder / "Bellmark");
     Produce({}, {});
     EXPECT_EQ(Published().size(), 5U);
 
-    machine.files.RemoveFolder(machine.folder / "Owner");
+    machine.files.RemoveFolder(machine.folder / "Bellmark");
     machine.Write("Owner", "in its way");
     machine.dialogs.QueueAnswer(Answer::OK);
     results.OpenLoadCell();
