@@ -112,6 +112,7 @@ std::optional<InterimCalibration> frmAbout::MarkedInterim() {
 void frmAbout::TakeName(const InterimCalibration& interim) {
     program_.Run.InterimFileName = interim.fileName;
     program_.Run.InterimFolderName = InterimFolderOf(interim.fileName);
+    program_.Run.StoreIsOfThisSitting = false;
 }
 
 bool frmAbout::OffersCopy(const InterimCalibration& interim) {

@@ -1,13 +1,13 @@
 #include "app/interim_store.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "app/app_main.h"
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/fwd_configuration.h"
 #include "app/program.h"
+#include "app/removed_runs.h"
 #include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
@@ -104,15 +104,6 @@ void ReadCenterForReview(Program& program) {
     }
 }
 
-/// Does what it can: a locked file is left behind.
-void TryToRemove(Program& program, const std::function<void()>& remove) {
-    try {
-        remove();
-    } catch (const FileError& error) {
-        program.Log(error.what());
-    }
-}
-
 }  // namespace
 
 std::string InterimFolderOf(const std::string& fileName) {
@@ -142,6 +133,7 @@ bool LoadInterimCalibration(Program& program) {
     const bool reviewFromInterim = program.Run.ReviewFromInterim;
     BeginFreshRun(program);
     CalibrationRun& run = program.Run;
+    run.StoreIsOfThisSitting = readable;
     run.NewCalibration = false;
     run.ProgramStarted = false;
     run.InterimCalOpen = true;
@@ -195,11 +187,11 @@ std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, con
 }
 
 void RemoveInterimCalibration(Program& program) {
-    FileSystem& files = program.Services.files;
     const CalibrationRun& run = program.Run;
-    TryToRemove(program, [&] { files.RemoveFile(program.Folder() / PathFromText(run.InterimFileName)); });
+    // Nameless, the data folder would be the program's own.
     if (run.InterimFolderName.empty()) return;
-    TryToRemove(program, [&] { files.RemoveFolder(program.InterimFolder()); });
+    MoveToRemoved(program, run.InterimFolderName,
+                  {program.Folder() / PathFromText(run.InterimFileName), program.InterimFolder()});
 }
 
 void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName) {

@@ -20,8 +20,8 @@ bool SaveInterimCalibration(Program& program);
 /// read; the record is then a fresh one.
 bool LoadInterimCalibration(Program& program);
 
-/// Removes the file and the data folder of the run in hand, each as far as it can be removed: a locked file keeps
-/// neither the other nor the program from ending. Failures are logged.
+/// Moves the file and the data folder of the run in hand to where removed runs are kept, each as far as it can be
+/// moved: a locked file keeps neither the other nor the program from ending. Failures are logged.
 void RemoveInterimCalibration(Program& program);
 
 /// What a list tells of an interim calibration.
