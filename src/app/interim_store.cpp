@@ -18,6 +18,7 @@
 #include "run/interim_keys.h"
 #include "run/paths.h"
 #include "run/run_document.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 
@@ -82,8 +83,25 @@ std::string EndDateOf(const ProfileStrings& strings) {
     return strings.Get("Operations Information", "EndDate");
 }
 
+/// Written to its end. A file of before the mark is judged by the keys that came last then.
 bool IsWhole(const ProfileStrings& strings) {
-    return !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
+    const bool hasLastKeys =
+        !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
+    return hasLastKeys || HasEndMark(strings);
+}
+
+int TrialsIn(const ProfileStrings& strings) {
+    int trials = 0;
+    for (const char* key : {"LoadCellRefTrials", "RefTrials", "RelTrials"}) {
+        trials += StoredWhole(strings.Get("Device Calibration", key), 0, static_cast<int>(maxTrials));
+    }
+    return trials;
+}
+
+/// Whether the copy holds what its file has lost.
+bool IsBetter(const ProfileStrings& copy, const ProfileStrings& file) {
+    if (HasEndMark(file) || !IsWhole(copy)) return false;
+    return HasEndMark(copy) || EndDateOf(file).empty() || TrialsIn(copy) > TrialsIn(file);
 }
 
 Path CopyOf(const Path& programFolder, const std::string& fileName) {
@@ -161,14 +179,16 @@ bool LoadInterimCalibration(Program& program) {
 
 InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName) {
     ProfileStrings strings = StringsOf(files, programFolder / PathFromText(fileName));
-    bool copyOnly = false;
-    if (EndDateOf(strings).empty()) {
-        ProfileStrings copy = StringsOf(files, CopyOf(programFolder, fileName));
-        copyOnly = IsWhole(copy);
-        if (copyOnly) strings = std::move(copy);
-    }
-    return {fileName, EndDateOf(strings), strings.Get("Device Information", "DeviceOwner"),
-            strings.Get("Device Information", "DeviceSerialNumber"), copyOnly};
+    const std::string fileEndDate = EndDateOf(strings);
+    ProfileStrings copy = StringsOf(files, CopyOf(programFolder, fileName));
+    const bool fromCopy = IsBetter(copy, strings);
+    if (fromCopy) strings = std::move(copy);
+    return {fileName,
+            EndDateOf(strings),
+            strings.Get("Device Information", "DeviceOwner"),
+            strings.Get("Device Information", "DeviceSerialNumber"),
+            fromCopy,
+            fileEndDate};
 }
 
 std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, const Path& programFolder) {

@@ -30,7 +30,8 @@ struct InterimCalibration {
     std::string endDate;  ///< empty: it cannot be opened
     std::string owner;
     std::string serialNumber;
-    bool copyOnly = false;  ///< its file is gone or damaged, and the copy in its data folder is whole
+    bool fromCopy = false;    ///< its file is gone or damaged; all this is told by the whole copy in its data folder
+    std::string fileEndDate;  ///< of the file itself, damaged or not; empty: it cannot be opened
 };
 
 InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName);

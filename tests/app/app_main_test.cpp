@@ -110,6 +110,28 @@ TEST_F(AppMainTest, ListsInterimCalibrationsAndOpensOneWithAnEndDateOnly) {
     EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX") << "a fresh name by today's date";
 }
 
+TEST_F(AppMainTest, OfADamagedFileTheOperatorChoosesTheCopyOrWhatIsLeft) {
+    const std::string left = "[Operations Information]\r\nEndDate=03-08-2012\r\n";
+    const std::string whole = "[Operations Information]\r\nEndDate=03-09-2012\r\n[Interim State]\r\nComplete=True\r\n";
+    machine.Write("InterimCal20120308.DDX", left);
+    machine.Write("InterimCal20120308/InterimCal.DDX", whole);
+    Main(program);
+    frmAbout& start = StartForm();
+    start.grdInterim.UserClickCell(1, 0);
+    EXPECT_EQ(start.grdInterim.Cell(1, 1), "03-09-2012");
+    for (const bool takesCopy : {false, true}) {
+        machine.dialogs.QueueAnswer(takesCopy ? Answer::Yes : Answer::No);
+        machine.dialogs.QueueAnswer(Answer::No);
+        start.cmdOpenInterimCal.UserClick();
+        const auto boxes = Boxes();
+        ASSERT_EQ(boxes.size(), 2U);
+        EXPECT_NE(boxes[0].find("the copy in its data folder is whole. It was saved on 03-09-2012."),
+                  std::string::npos);
+        EXPECT_NE(boxes[1].find(takesCopy ? "Date: 03-09-2012" : "Date: 03-08-2012"), std::string::npos) << boxes[1];
+        EXPECT_EQ(FileText("InterimCal20120308.DDX"), takesCopy ? whole : left);
+    }
+}
+
 TEST_F(AppMainTest, NamesTheStoreByDayAndFreeNumber) {
     NameInterimStore(program);
     EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX");
