@@ -159,7 +159,7 @@ bool LoadInterimCalibration(Program& program) {
     if (!readable) return false;
     if (reviewFromInterim) ReadCenterForReview(program);
     auto& setup = program.The<SetupDoor>();
-    ReadFWDConfiguration(program, file, FWDReading::Fresh);
+    ReadFWDConfiguration(program, file, FWDReading::Resumed);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     ReadDailyDeviations(strings, program.Center);
