@@ -112,11 +112,13 @@ void NameInterimStore(Program& program) {
     for (int n = 1; isTaken(free); ++n) free = name + '-' + NumberText(n);
     program.Run.InterimFileName = free + ".DDX";
     program.Run.InterimFolderName = free;
+    program.Run.StoreIsOfThisSitting = true;
 }
 
 void LeaveInterimStore(Program& program) {
     program.Run.InterimFileName.clear();
     program.Run.InterimFolderName.clear();
+    program.Run.StoreIsOfThisSitting = false;
 }
 
 void BeginFreshRun(Program& program) {
@@ -126,6 +128,7 @@ void BeginFreshRun(Program& program) {
     fresh.StartDirectory = old.StartDirectory;
     fresh.InterimFileName = old.InterimFileName;
     fresh.InterimFolderName = old.InterimFolderName;
+    fresh.StoreIsOfThisSitting = old.StoreIsOfThisSitting;
     fresh.AccelChannel = old.AccelChannel;
     fresh.LoadCellChannel = old.LoadCellChannel;
     fresh.TempChannel = old.TempChannel;
@@ -189,7 +192,7 @@ void QuitApplication(Program& program) {
     }
     if (program.Run.ReviewMode) PutBackCenterConfiguration(program);
     bool quit = true;
-    if (!program.Run.InterimCalOpen && !program.Run.InterimFileName.empty()) {
+    if (!program.Run.InterimCalOpen && program.Run.StoreIsOfThisSitting) {
         RemoveInterimCalibration(program);
     } else {
         quit = OperatorWantsToQuit(program);

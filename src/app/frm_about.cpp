@@ -80,7 +80,7 @@ void frmAbout::AnnounceReviewMode() {
 void frmAbout::ListInterimCalibrations() {
     const auto interims = InterimCalibrations(program_.Services.files, program_.Folder());
     const bool any = std::any_of(interims.begin(), interims.end(), [](const InterimCalibration& interim) {
-        return interim.copyOnly || MatchesPattern(interim.fileName, interimPattern);
+        return interim.fromCopy || MatchesPattern(interim.fileName, interimPattern);
     });
     program_.Run.InterimCalOpen = any;
     fraInterimCals.Visible = any;
@@ -112,6 +112,7 @@ std::optional<InterimCalibration> frmAbout::MarkedInterim() {
 void frmAbout::TakeName(const InterimCalibration& interim) {
     program_.Run.InterimFileName = interim.fileName;
     program_.Run.InterimFolderName = InterimFolderOf(interim.fileName);
+    program_.Run.StoreIsOfThisSitting = false;
 }
 
 bool frmAbout::OffersCopy(const InterimCalibration& interim) {
@@ -126,9 +127,13 @@ bool frmAbout::OffersCopy(const InterimCalibration& interim) {
 
 void frmAbout::cmdOpenInterimCal_Click() {
     CalibrationRun& run = program_.Run;
-    const auto interim = MarkedInterim();
+    auto interim = MarkedInterim();
     if (!interim || interim->endDate.empty() || !run.InterimCalOpen) return;
-    if (interim->copyOnly && !OffersCopy(*interim)) return;
+    if (interim->fromCopy && !OffersCopy(*interim)) {
+        // The operator may want what is left of the file itself.
+        if (interim->fileEndDate.empty()) return;
+        interim->endDate = interim->fileEndDate;
+    }
     const int style = box::yesNo + box::question + box::secondIsDefault;
     if (program_.ShowBox(QuestionAbout(*interim), style, continueTitle) != Answer::Yes) return;
     TakeName(*interim);

@@ -9,6 +9,7 @@
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "run/center_keys.h"
 #include "run/run_document.h"
 
 namespace bellmark {
@@ -33,6 +34,16 @@ void ForgetFWD(CalibrationRun& run) {
     }
 }
 
+/// The center of this calibration is told by its own record alone. With the keys of another center, or with those that
+/// the run's file has for itself, a resumed run would leave other documents than one of a single sitting.
+void KeepFormerSlopeFactor(PDDXSection& center, FWDReading reading) {
+    const std::string lastOne = center.Elements("AccelNewSlopeFactor").Value();
+    const std::string former = center.Elements("AccelOldSlopeFactor").Value();
+    const bool isKnownAlready = reading == FWDReading::Resumed || (reading == FWDReading::Added && lastOne.empty());
+    for (PDDXElement& element : center.Elements()) element.SetValue("");
+    center.Elements("AccelOldSlopeFactor").SetValue(isKnownAlready ? former : lastOne);
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& path, FWDReading reading) {
@@ -49,8 +60,9 @@ std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& pa
         program.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
         return {};
     }
-    if (reading == FWDReading::Fresh) ForgetFWD(run);
+    if (reading != FWDReading::Added) ForgetFWD(run);
     ReadPDDXFile(program.Services.files, path, *program.RunDocument, reading == FWDReading::Added);
+    KeepFormerSlopeFactor(program.RunDocument->Sections(centerSection), reading);
     ReadFWDKeys(*program.RunDocument, run);
     const auto gains = Split(Trim(strings.Get("Device Calibration", "SensorCalibrationCenterGain")), ',');
     if (gains.size() <= std::max<std::size_t>(1, static_cast<std::size_t>(run.NumberSensors))) return "";

@@ -1,13 +1,13 @@
 #include "app/interim_store.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "app/app_main.h"
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/fwd_configuration.h"
 #include "app/program.h"
+#include "app/removed_runs.h"
 #include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
@@ -18,6 +18,7 @@
 #include "run/interim_keys.h"
 #include "run/paths.h"
 #include "run/run_document.h"
+#include "run/stored_values.h"
 
 namespace bellmark {
 
@@ -82,8 +83,25 @@ std::string EndDateOf(const ProfileStrings& strings) {
     return strings.Get("Operations Information", "EndDate");
 }
 
+/// Written to its end. A file of before the mark is judged by the keys that came last then.
 bool IsWhole(const ProfileStrings& strings) {
-    return !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
+    const bool hasLastKeys =
+        !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
+    return hasLastKeys || HasEndMark(strings);
+}
+
+int TrialsIn(const ProfileStrings& strings) {
+    int trials = 0;
+    for (const char* key : {"LoadCellRefTrials", "RefTrials", "RelTrials"}) {
+        trials += StoredWhole(strings.Get("Device Calibration", key), 0, static_cast<int>(maxTrials));
+    }
+    return trials;
+}
+
+/// Whether the copy holds what its file has lost.
+bool IsBetter(const ProfileStrings& copy, const ProfileStrings& file) {
+    if (HasEndMark(file) || !IsWhole(copy)) return false;
+    return HasEndMark(copy) || EndDateOf(file).empty() || TrialsIn(copy) > TrialsIn(file);
 }
 
 Path CopyOf(const Path& programFolder, const std::string& fileName) {
@@ -100,15 +118,6 @@ void ReadCenterForReview(Program& program) {
         }
     } catch (const std::exception& error) {
         // The copy is written anew once it is read: a run can be looked at where nothing can be written.
-        program.Log(error.what());
-    }
-}
-
-/// Does what it can: a locked file is left behind.
-void TryToRemove(Program& program, const std::function<void()>& remove) {
-    try {
-        remove();
-    } catch (const FileError& error) {
         program.Log(error.what());
     }
 }
@@ -142,6 +151,7 @@ bool LoadInterimCalibration(Program& program) {
     const bool reviewFromInterim = program.Run.ReviewFromInterim;
     BeginFreshRun(program);
     CalibrationRun& run = program.Run;
+    run.StoreIsOfThisSitting = readable;
     run.NewCalibration = false;
     run.ProgramStarted = false;
     run.InterimCalOpen = true;
@@ -149,7 +159,7 @@ bool LoadInterimCalibration(Program& program) {
     if (!readable) return false;
     if (reviewFromInterim) ReadCenterForReview(program);
     auto& setup = program.The<SetupDoor>();
-    ReadFWDConfiguration(program, file, FWDReading::Fresh);
+    ReadFWDConfiguration(program, file, FWDReading::Resumed);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     ReadDailyDeviations(strings, program.Center);
@@ -169,14 +179,16 @@ bool LoadInterimCalibration(Program& program) {
 
 InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName) {
     ProfileStrings strings = StringsOf(files, programFolder / PathFromText(fileName));
-    bool copyOnly = false;
-    if (EndDateOf(strings).empty()) {
-        ProfileStrings copy = StringsOf(files, CopyOf(programFolder, fileName));
-        copyOnly = IsWhole(copy);
-        if (copyOnly) strings = std::move(copy);
-    }
-    return {fileName, EndDateOf(strings), strings.Get("Device Information", "DeviceOwner"),
-            strings.Get("Device Information", "DeviceSerialNumber"), copyOnly};
+    const std::string fileEndDate = EndDateOf(strings);
+    ProfileStrings copy = StringsOf(files, CopyOf(programFolder, fileName));
+    const bool fromCopy = IsBetter(copy, strings);
+    if (fromCopy) strings = std::move(copy);
+    return {fileName,
+            EndDateOf(strings),
+            strings.Get("Device Information", "DeviceOwner"),
+            strings.Get("Device Information", "DeviceSerialNumber"),
+            fromCopy,
+            fileEndDate};
 }
 
 std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, const Path& programFolder) {
@@ -195,11 +207,11 @@ std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, con
 }
 
 void RemoveInterimCalibration(Program& program) {
-    FileSystem& files = program.Services.files;
     const CalibrationRun& run = program.Run;
-    TryToRemove(program, [&] { files.RemoveFile(program.Folder() / PathFromText(run.InterimFileName)); });
+    // Nameless, the data folder would be the program's own.
     if (run.InterimFolderName.empty()) return;
-    TryToRemove(program, [&] { files.RemoveFolder(program.InterimFolder()); });
+    MoveToRemoved(program, run.InterimFolderName,
+                  {program.Folder() / PathFromText(run.InterimFileName), program.InterimFolder()});
 }
 
 void RestoreInterimFromCopy(FileSystem& files, const Path& programFolder, const std::string& fileName) {

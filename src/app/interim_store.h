@@ -20,8 +20,8 @@ bool SaveInterimCalibration(Program& program);
 /// read; the record is then a fresh one.
 bool LoadInterimCalibration(Program& program);
 
-/// Removes the file and the data folder of the run in hand, each as far as it can be removed: a locked file keeps
-/// neither the other nor the program from ending. Failures are logged.
+/// Moves the file and the data folder of the run in hand to where removed runs are kept, each as far as it can be
+/// moved: a locked file keeps neither the other nor the program from ending. Failures are logged.
 void RemoveInterimCalibration(Program& program);
 
 /// What a list tells of an interim calibration.
@@ -30,7 +30,8 @@ struct InterimCalibration {
     std::string endDate;  ///< empty: it cannot be opened
     std::string owner;
     std::string serialNumber;
-    bool copyOnly = false;  ///< its file is gone or damaged, and the copy in its data folder is whole
+    bool fromCopy = false;    ///< its file is gone or damaged; all this is told by the whole copy in its data folder
+    std::string fileEndDate;  ///< of the file itself, damaged or not; empty: it cannot be opened
 };
 
 InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/program.h"
+#include "app/removed_runs.h"
 #include "platform/text.h"
 #include "run/paths.h"
 
@@ -26,6 +27,7 @@ bool WasNeverSaved(const FileSystem& files, const Path& programFolder, const std
 void CleanUpAtStart(Program& program) {
     FileSystem& files = program.Services.files;
     files.RemoveTemporaryFiles(program.Folder());
+    PurgeRemoved(program);
     for (const auto& name : ListSubFolders(files, program.Folder(), "InterimCal")) {
         const Path folder = program.Folder() / PathFromText(name);
         files.RemoveTemporaryFiles(folder);

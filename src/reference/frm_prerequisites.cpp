@@ -155,9 +155,9 @@ void frmPrerequisites::FinishItem() {
     ++done_;
     run.PrereqSetupDone = done_ >= setupItems;
     if (finished == Check::TrimmedZero) run.PrereqZeroDone = true;
-    if (finished != Check::MinusVoltage) return;
-    run.PrereqShuntDone = true;
-    WarnOfShuntSwitch();
+    if (finished == Check::MinusVoltage) run.PrereqShuntDone = true;
+    // Not at its last reading: the switch is still held then.
+    if (IsComplete() && procedure_ == Procedure::LoadCell) WarnOfShuntSwitch();
 }
 
 void frmPrerequisites::ReadSignalConditioner(double simulatedVolts) {

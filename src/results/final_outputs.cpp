@@ -11,6 +11,7 @@
 #include "platform/profile_strings.h"
 #include "results/publish_run.h"
 #include "run/center_keys.h"
+#include "run/interim_keys.h"
 #include "run/paths.h"
 #include "run/run_document.h"
 
@@ -70,8 +71,12 @@ void KeepRecord(Program& program, const std::string& today) {
     const Path record =
         ActualPath(files, program.Run.OutputFolder / PathFromText("BellmarkCalibrationRecord " + today + ".ddx"));
     if (!files.IsFile(saved)) return;
+    // What only a resumed run needs is no part of the record.
+    ProfileStrings strings(ReadTextFile(files, saved));
+    RemoveStateKeys(strings);
     files.RemoveFile(record);
-    files.Rename(saved, record);
+    SaveText(program, record, strings.Text());
+    files.RemoveFile(saved);
 }
 
 void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& today) {

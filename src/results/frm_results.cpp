@@ -144,7 +144,7 @@ void frmResults::AreYouDone() {
     if (!program_.Run.LoadCellCalComplete) question += "Load Cell Calibration is not complete\r\n";
     if (!program_.Run.SensorRelCalComplete) question += "Deflection Sensor Calibration is not complete\r\n";
     question += "Are you done with the FWD calibration?\r\nIf No, any interim data will be saved";
-    run.InterimCalOpen = program_.ShowBox(question, box::yesNo + box::question) != Answer::Yes;
+    run.InterimCalOpen = program_.ShowBox(question, box::yesNo + box::question + box::secondIsDefault) != Answer::Yes;
 }
 
 void frmResults::SaveCertificateText() {

@@ -4,6 +4,7 @@
 #include "app/doors.h"
 #include "app/interim_store.h"
 #include "app/program.h"
+#include "app/removed_runs.h"
 #include "app/workflow.h"
 #include "controls/screen.h"
 #include "platform/dialogs.h"
@@ -238,11 +239,12 @@ void LoadCellTab::DeleteMarkedTrials() {
     DeleteTrialFiles(files, data, safeCopy, loadCellTrialFiles, run_.LoadCellTrialDelete);
     run_.LoadCellRefTrials = NumberAfterDeletion(run_.LoadCellRefTrials + 1, run_.LoadCellTrialDelete) - 1;
     DeleteTrials(run_.LCTrial, run_.LoadCellTrialDelete);
+    DeleteTrials(run_.LCTrialShape, run_.LoadCellTrialDelete);
     run_.LoadCellTrialDelete = {};
     Evaluate();
     Changed();
     // Until then the saved run still has all trials.
-    if (SaveInterimCalibration(program_)) files.RemoveFolder(safeCopy);
+    if (SaveInterimCalibration(program_)) MoveToRemoved(program_, run_.InterimFolderName, {safeCopy});
 }
 
 }  // namespace bellmark

@@ -7,7 +7,9 @@
 #include "app/program.h"
 #include "app/save_pddx.h"
 #include "pddx/pddx_file.h"
+#include "platform/date_time.h"
 #include "platform/format.h"
+#include "platform/text.h"
 #include "run/paths.h"
 
 namespace bellmark {
@@ -20,6 +22,26 @@ Path DatedFolder(const Program& program) {
         throw std::runtime_error("The results have no place yet: choose the folder of the FWD in the set-up.");
     }
     return run.DeviceFolder / ((run.ReviewMode ? "Sim" : "") + Format(program.Now(), "yyyymmdd"));
+}
+
+/// "20120309" or "Sim20120309".
+bool IsDatedName(std::string_view name) {
+    constexpr std::string_view review = "Sim";
+    if (StartsWith(name, review)) name.remove_prefix(review.size());
+    constexpr std::size_t digits = 8;
+    if (name.size() != digits || name.find_first_not_of("0123456789") != std::string_view::npos) return false;
+    const std::string day(name);
+    return ReadDateTime(day.substr(0, 4) + '-' + day.substr(4, 2) + '-' + day.substr(6)).has_value();
+}
+
+/// A path that a file of the run brought may lead anywhere. Only a dated folder of this FWD, in the tree of the
+/// calibrations, is the program's own to delete.
+bool IsDatedFolder(const Program& program, const Path& folder) {
+    const Path& device = program.Run.DeviceFolder;
+    const bool isDirect = folder == folder.lexically_normal();
+    return isDirect && folder.parent_path() == device &&
+           device.parent_path().parent_path() == CalibrationsFolder(program.Folder()) &&
+           IsDatedName(PathText(folder.filename()));
 }
 
 void CopyFolder(FileSystem& files, const Path& from, const Path& to) {
@@ -44,9 +66,7 @@ void OpenOutputFolder(Program& program) {
     const Path folder = DatedFolder(program);
     files.CreateFolder(folder);
     const Path old = std::exchange(run.OutputFolder, folder);
-    // A path that a file of the run brought may lead anywhere: only what stands beside the new one is the run's.
-    const bool isEarlierOne = old != folder && old.parent_path() == run.DeviceFolder && files.IsFolder(old);
-    if (isEarlierOne) files.RemoveFolder(old);
+    if (old != folder && IsDatedFolder(program, old)) files.RemoveFolder(old);
 }
 
 bool WriteRunDocument(Program& program, const Path& path) {

@@ -117,6 +117,7 @@ using MessageParameterList = std::array<std::variant<std::monostate, std::string
 struct Session {
     bool ReviewMode = false;  ///< no board was found at start
     Path StartDirectory;
+    bool StoreIsOfThisSitting = false;  ///< the run's file and folder were opened or made since the program started
 
     int AccelChannel = 1;
     int LoadCellChannel = 1;

@@ -438,6 +438,10 @@ void ReadDailyDeviations(const ProfileStrings& strings, CenterConfig& center) {
     take("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
 }
 
+void RemoveStateKeys(ProfileStrings& strings) {
+    strings.RemoveSection(interimState);
+}
+
 bool HasEndMark(const ProfileStrings& strings) {
     return StoredBoolean(strings.Get(interimState, endMark));
 }

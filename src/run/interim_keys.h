@@ -23,6 +23,8 @@ void ReadRunKeys(const ProfileStrings& strings, CalibrationRun& run);
 /// file is known to be whole. The final records of a calibration do not carry it.
 void SetStateKeys(ProfileStrings& strings, const CalibrationRun& run, const CenterConfig& center);
 
+void RemoveStateKeys(ProfileStrings& strings);
+
 /// The standard deviations of the accelerometer's daily calibration, which the center's own keys do not give back.
 void ReadDailyDeviations(const ProfileStrings& strings, CenterConfig& center);
 

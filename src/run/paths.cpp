@@ -4,6 +4,14 @@
 
 namespace bellmark {
 
+Path DriveRoot(const Path& programFolder) {
+    return programFolder.has_root_name() ? programFolder.root_path() : programFolder;
+}
+
+Path CalibrationsFolder(const Path& programFolder) {
+    return DriveRoot(programFolder) / bellmarkName / calibrationsName;
+}
+
 Path ActualPath(const FileSystem& files, const Path& path) {
     if (files.IsFile(path)) return path;
     const std::string wanted = PathText(path.filename());

@@ -145,7 +145,6 @@ void UpdateWarmUp(PDDXFile& document, const CalibrationRun& run, const CenterCon
         .SetValue(Format(center.AccelDailyCalibrationPlus1GFlipVoltage, voltage));
     keys.Elements("AccelDailyCalibrationTemp").SetValue(Format(center.AccelDailyCalibrationTemp, "#0.00"));
     keys.Elements("AccelDailyCalibrationTemperatureUnit").SetValue(center.AccelDailyCalibrationTemperatureUnit);
-    keys.Elements("AccelOldSlopeFactor").SetValue(keys.Elements("AccelNewSlopeFactor").Value());
     keys.Elements("AccelNewSlopeFactor").SetValue(Format(center.AccelNewSlopeFactor, "#0.00000"));
 
     PDDXSection& calibration = document.Sections("Device Calibration");

@@ -10,8 +10,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr const char* bellmarkName = "Bellmark";
-constexpr const char* calibrationsName = "Calibrations";
 constexpr std::size_t longestName = 120;
 
 /// Names of the parent, grandparent and great-grandparent, up to the drive's root, which has none.
@@ -37,14 +35,6 @@ bool IsReserved(const std::string& name) {
 }
 
 }  // namespace
-
-Path DriveRoot(const Path& programFolder) {
-    return programFolder.has_root_name() ? programFolder.root_path() : programFolder;
-}
-
-Path CalibrationsFolder(const Path& programFolder) {
-    return DriveRoot(programFolder) / bellmarkName / calibrationsName;
-}
 
 FolderLevel LevelOf(const Path& driveRoot, const Path& folder) {
     const auto [parent, grandparent, greatGrandparent] = NamesAbove(driveRoot, folder);

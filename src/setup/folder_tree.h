@@ -3,14 +3,11 @@
 #include <string>
 
 #include "platform/files.h"
+#include "run/paths.h"
 
 /// The tree of owners and FWDs, in which every calibration's results end up. Folder names are the owners' and FWDs'
 /// identities.
 namespace bellmark {
-
-/// The drive that the tree stands on: of the program folder, or that folder itself where there are no drive letters.
-Path DriveRoot(const Path& programFolder);
-Path CalibrationsFolder(const Path& programFolder);
 
 enum class FolderLevel { Improper, Other, Owner, FWD };
 

@@ -179,7 +179,7 @@ void frmSetup::AllowCalibration() {
 bool frmSetup::ReadRunForReview(const Path& path) {
     CalibrationRun& run = program_.Run;
     if (!program_.Services.files.IsFile(path)) return false;
-    ReadFWDConfiguration(program_, path, FWDReading::Fresh);
+    ReadFWDConfiguration(program_, path, FWDReading::Resumed);
     const auto strings = OpenProfileStrings(program_.Services.files, path);
     ReadSequenceKeys(strings, run);
     run.EnglishUnits = StoredBoolean(strings.Get(centerSection, "EnglishUnits"));

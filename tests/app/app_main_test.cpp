@@ -7,6 +7,7 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/program.h"
+#include "app/removed_runs.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
@@ -104,8 +105,31 @@ TEST_F(AppMainTest, ListsInterimCalibrationsAndOpensOneWithAnEndDateOnly) {
     start.cmdDeleteInterim.UserClick();
     EXPECT_FALSE(machine.Has("InterimCal20120308.DDX"));
     EXPECT_FALSE(machine.Has("InterimCal20120308"));
+    EXPECT_TRUE(machine.Has("Removed/20120309-100000-InterimCal20120308/InterimCal20120308/LoadCell1-H1D1.txt"));
     EXPECT_EQ(start.grdInterim.Rows(), 2);
     EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX") << "a fresh name by today's date";
+}
+
+TEST_F(AppMainTest, OfADamagedFileTheOperatorChoosesTheCopyOrWhatIsLeft) {
+    const std::string left = "[Operations Information]\r\nEndDate=03-08-2012\r\n";
+    const std::string whole = "[Operations Information]\r\nEndDate=03-09-2012\r\n[Interim State]\r\nComplete=True\r\n";
+    machine.Write("InterimCal20120308.DDX", left);
+    machine.Write("InterimCal20120308/InterimCal.DDX", whole);
+    Main(program);
+    frmAbout& start = StartForm();
+    start.grdInterim.UserClickCell(1, 0);
+    EXPECT_EQ(start.grdInterim.Cell(1, 1), "03-09-2012");
+    for (const bool takesCopy : {false, true}) {
+        machine.dialogs.QueueAnswer(takesCopy ? Answer::Yes : Answer::No);
+        machine.dialogs.QueueAnswer(Answer::No);
+        start.cmdOpenInterimCal.UserClick();
+        const auto boxes = Boxes();
+        ASSERT_EQ(boxes.size(), 2U);
+        EXPECT_NE(boxes[0].find("the copy in its data folder is whole. It was saved on 03-09-2012."),
+                  std::string::npos);
+        EXPECT_NE(boxes[1].find(takesCopy ? "Date: 03-09-2012" : "Date: 03-08-2012"), std::string::npos) << boxes[1];
+        EXPECT_EQ(FileText("InterimCal20120308.DDX"), takesCopy ? whole : left);
+    }
 }
 
 TEST_F(AppMainTest, NamesTheStoreByDayAndFreeNumber) {
@@ -208,19 +232,21 @@ TEST_F(AppMainTest, QuitAsksOnlyWhereSomethingIsLeftUncompleted) {
     }
 }
 
-TEST_F(AppMainTest, QuitRemovesWhatWasNeverSaved) {
-    run.InterimFileName = "InterimCal20120309-1.DDX";
-    run.InterimFolderName = "InterimCal20120309-1";
-    machine.Write("InterimCal20120309-1.DDX", "");
-    machine.Write("InterimCal20120309-1/LoadCell1-H1D1.txt", "");
+TEST_F(AppMainTest, QuitMovesTheRunThatTheOperatorIsDoneWith) {
     machine.Write("InterimCal20120309.DDX", "kept");
     machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "kept");
+    NameInterimStore(program);
+    machine.Write("InterimCal20120309-1.DDX", "");
+    machine.Write("InterimCal20120309-1/LoadCell1-H1D1.txt", "measured");
     machine.files.CreateFolder(machine.folder / "InterimCal20120301");
     machine.files.CreateFolder(machine.folder / "Interim");
     QuitApplication(program);
     EXPECT_TRUE(machine.ended);
     EXPECT_FALSE(machine.Has("InterimCal20120309-1.DDX"));
     EXPECT_FALSE(machine.Has("InterimCal20120309-1"));
+    const Path removed = "Removed/20120309-100000-InterimCal20120309-1";
+    EXPECT_TRUE(machine.Has(removed / "InterimCal20120309-1.DDX"));
+    EXPECT_EQ(FileText(removed / "InterimCal20120309-1/LoadCell1-H1D1.txt"), "measured");
     EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
     EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D1.txt"));
     EXPECT_FALSE(machine.Has("InterimCal20120301")) << "an empty folder goes";
@@ -228,14 +254,48 @@ TEST_F(AppMainTest, QuitRemovesWhatWasNeverSaved) {
 }
 
 TEST_F(AppMainTest, ALockedFileKeepsNeitherItsFolderNorTheProgram) {
-    run.InterimFileName = "InterimCal20120309.DDX";
-    run.InterimFolderName = "InterimCal20120309";
+    NameInterimStore(program);
     machine.Write("InterimCal20120309.DDX", "");
     machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "");
-    machine.files.FailFromMove(1);
+    machine.files.RefuseToMove(machine.folder / "InterimCal20120309.DDX");
     QuitApplication(program);
     EXPECT_TRUE(machine.ended);
+    EXPECT_TRUE(machine.Has("InterimCal20120309.DDX"));
     EXPECT_FALSE(machine.Has("InterimCal20120309"));
+}
+
+TEST_F(AppMainTest, QuitLeavesAStoreThatWasNeitherOpenedNorMade) {
+    machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "measured");
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimFolderName = "InterimCal20120309";
+    QuitApplication(program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_TRUE(machine.Has("InterimCal20120309/LoadCell1-H1D1.txt"));
+}
+
+TEST_F(AppMainTest, WhatWasRemovedIsKeptForNinetyDays) {
+    const char* const goes[] = {"Removed/20111209-095959-InterimCal20111208", "Removed/20011209-095959-x"};
+    const char* const stays[] = {"Removed/20111210-100000-InterimCal20111208",
+                                 "Removed/20120309-100000-a",
+                                 "Removed/20130101-000000-of a clock that went wrong",
+                                 "Removed/20111330-000000-no date",
+                                 "Removed/20010101",
+                                 "Removed/my own"};
+    for (const char* name : goes) machine.Write(Path(name) / "data.txt", "");
+    for (const char* name : stays) machine.Write(Path(name) / "data.txt", "");
+    Main(program);
+    for (const char* name : goes) EXPECT_FALSE(machine.Has(name)) << name;
+    for (const char* name : stays) EXPECT_TRUE(machine.Has(Path(name) / "data.txt")) << name;
+}
+
+TEST_F(AppMainTest, TwoOfOneNameAreRemovedInOneSecond) {
+    for (const char* content : {"first", "second"}) {
+        machine.Write("TempInterimDropData/LoadCell1-H1D1.txt", content);
+        MoveToRemoved(program, "InterimCal20120309", {machine.folder / "TempInterimDropData"});
+    }
+    const Path file = "TempInterimDropData/LoadCell1-H1D1.txt";
+    EXPECT_EQ(FileText("Removed/20120309-100000-InterimCal20120309" / file), "first");
+    EXPECT_EQ(FileText("Removed/20120309-100000-InterimCal20120309-1" / file), "second");
 }
 
 TEST_F(AppMainTest, QuitOfARunWithoutANameHarmsNoFolder) {

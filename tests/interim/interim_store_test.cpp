@@ -194,18 +194,49 @@ TEST_F(InterimStoreTest, MissingFileIsTold) {
     EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U);
 }
 
+/// Saving has not always written the mark of the end.
+TEST_F(InterimStoreTest, AFileOfBeforeTheMarkIsComparedWithItsCopy) {
+    SaveInterimCalibration(program);
+    const auto before = [&](const Path& path) {
+        const std::string bytes = Bytes(path);
+        return bytes.substr(0, bytes.find("[Interim State]"));
+    };
+    const std::string whole = before(file);
+    const std::string cut = whole.substr(0, whole.find("LoadCellRefTrials"));
+    const struct {
+        const char* what;
+        std::string file, copy;
+        bool fromCopy;
+    } cases[] = {
+        {"both whole", whole, whole, false},
+        {"file without its trials", cut, whole, true},
+        {"copy without its trials", whole, cut, false},
+        {"whole file of today, copy of before", Bytes(file), whole, false},
+    };
+    for (const auto& c : cases) {
+        machine.files.ReplaceFile(file, c.file);
+        machine.files.ReplaceFile(copy, c.copy);
+        EXPECT_EQ(ReadInterim(machine.files, machine.folder.Folder(), program.Run.InterimFileName).fromCopy, c.fromCopy)
+            << c.what;
+    }
+}
+
 TEST_F(InterimStoreTest, CopyIsOfferedWhereTheFileIsGoneOrDamaged) {
     SaveInterimCalibration(program);
     const std::string saved = Bytes(file);
     const auto list = [&] { return InterimCalibrations(machine.files, machine.folder.Folder()); };
     ASSERT_EQ(list().size(), 1U);
-    EXPECT_FALSE(list()[0].copyOnly);
+    EXPECT_FALSE(list()[0].fromCopy);
     const std::string zeros(saved.size(), '\0');
-    for (const auto& damage : {std::string(), zeros}) {
+    const std::string behindItsStep = saved.substr(0, saved.find("CurrentProcStep"));
+    const std::string withoutItsMark = saved.substr(0, saved.rfind("Complete="));
+    const std::string withoutTrials = saved.substr(0, saved.find("LoadCellRefTrials"));
+    for (const auto& damage : {std::string(), zeros, behindItsStep, withoutItsMark, withoutTrials}) {
+        SCOPED_TRACE(damage.size());
         machine.files.RemoveFile(file);
         if (!damage.empty()) machine.Write("InterimCal20120309.DDX", damage);
         ASSERT_EQ(list().size(), 1U);
-        EXPECT_TRUE(list()[0].copyOnly);
+        EXPECT_TRUE(list()[0].fromCopy);
         EXPECT_EQ(list()[0].endDate, "03-09-2012");
         EXPECT_EQ(list()[0].owner, "Straßenbau Süd");
         RestoreInterimFromCopy(machine.files, machine.folder.Folder(), list()[0].fileName);

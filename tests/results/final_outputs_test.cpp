@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/fwd_configuration.h"
+#include "app/interim_store.h"
 #include "platform/profile_strings.h"
 #include "results/certificate.h"
 #include "results/publish_run.h"
@@ -57,7 +59,7 @@ TEST_F(FinalOutputsTest, ALoadCellAloneLeavesAllItsFiles) {
     EXPECT_EQ(program->Screens.Front()->Find("rtbReport")->DisplayText(),
               "County Roads 1.006 Messages:\nLoad Cell:\n     All data checks passed");
     EXPECT_FALSE(run.CertificationComplete);
-    EXPECT_FALSE(machine.Has("Owner/Unit 7/20120309/InterimCal.DDX"));
+    EXPECT_FALSE(machine.Has("Bellmark/Calibrations/Owner/Unit 7/20120309/InterimCal.DDX"));
 
     // Done again it replaces what it wrote, and nothing is left over.
     const auto before = Published();
@@ -119,6 +121,35 @@ TEST_F(FinalOutputsTest, TheFWDsDocumentHoldsTheNewGain) {
     EXPECT_EQ(record.Get("Device Calibration", "NewLoadCellCalibrationCenterGain"), "1.00550000");
 }
 
+/// The clock stands still, so that not even times differ.
+TEST_F(FinalOutputsTest, RecordsAreTheSameAfterOneSittingAndAfterTen) {
+    const char* const records[] = {"BellmarkCalibration.ddx", "BellmarkCalibrationOutput 09-Mar-2012.ddx",
+                                   "BellmarkCalibrationRecord 09-Mar-2012.ddx", "BellmarkCenterConfig.ini"};
+    machine.Write("fwd.ddx",
+                  "[FWD Calibration Center]\r\nAccelNewSlopeFactor=0.42100\r\nAccelOldSlopeFactor=0.4\r\n"
+                  "CalibrationCenter=of the last calibration\r\nNotes=of the last calibration\r\n"
+                  "[Device Information]\r\nDeviceSerialNumber=8002-123\r\nLoadCellSerialNumber=LC-9\r\n"
+                  "[Device Calibration]\r\nLoadCellCalibrationCenterGain=1.0\r\n");
+    const auto read = [&](const char* name) { return machine.files.ReadBytes(run.OutputFolder / name); };
+    for (const bool hasFormerCalibration : {false, true}) {
+        if (hasFormerCalibration) ReadFWDConfiguration(*program, machine.folder / "fwd.ddx", FWDReading::Fresh);
+        Produce({}, {});
+        std::vector<std::string> once;
+        for (const char* name : records) once.push_back(read(name));
+        EXPECT_EQ(once[1].find("AccelOldSlopeFactor = 0.42100") != std::string::npos, hasFormerCalibration);
+        EXPECT_EQ(once[1].find("of the last calibration"), std::string::npos);
+        EXPECT_EQ(once[2].find("[Interim State]"), std::string::npos);
+        for (int sitting = 0; sitting < 10; ++sitting) {
+            ASSERT_TRUE(SaveInterimCalibration(*program));
+            ASSERT_TRUE(LoadInterimCalibration(*program));
+            results.OpenLoadCell();
+            if (sitting % 3 == 2) Produce({}, {});
+        }
+        for (std::size_t i = 0; i < once.size(); ++i) EXPECT_EQ(read(records[i]), once[i]) << records[i];
+    }
+    machine.dialogs.TakeBoxes();
+}
+
 TEST_F(FinalOutputsTest, ADocumentThatCannotBeWrittenDoesNotStopTheOthers) {
     const Path nowhere = machine.folder / "unplugged/out.ddx";
     machine.dialogs.QueueFile(nowhere);
@@ -131,12 +162,12 @@ TEST_F(FinalOutputsTest, ADocumentThatCannotBeWrittenDoesNotStopTheOthers) {
 }
 
 TEST_F(FinalOutputsTest, AnOutputFolderThatVanishedIsMadeAgain) {
-    machine.files.RemoveFolder(machine.folder / "Owner");
+    machine.files.RemoveFolder(machine.folder / "Bellmark");
     Produce({}, {});
     EXPECT_EQ(Published().size(), 5U);
 
-    machine.files.RemoveFolder(machine.folder / "Owner");
-    machine.Write("Owner", "in its way");
+    machine.files.RemoveFolder(machine.folder / "Bellmark");
+    machine.Write("Bellmark", "in its way");
     machine.dialogs.QueueAnswer(Answer::OK);
     results.OpenLoadCell();
     results.cmdPrintPDDX[0].UserClick();

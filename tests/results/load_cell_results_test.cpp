@@ -160,7 +160,7 @@ TEST_F(LoadCellResultsTest, AcceptsAgainstTheAdviceAndPublishes) {
     EXPECT_EQ(run.NewLoadCellCalibrationCenterGain, 1.03);
     EXPECT_EQ(Saved("LoadCellCalComplete"), "True");
     EXPECT_EQ(Saved("NewLoadCellCalibrationCenterDate"), "09-Mar-2012");
-    EXPECT_TRUE(machine.Has("Owner/Unit 7/20120309/InterimCal.DDX"));
+    EXPECT_TRUE(machine.Has("Bellmark/Calibrations/Owner/Unit 7/20120309/InterimCal.DDX"));
 
     // With the sensors complete the review of all results is what is left.
     run.SensorRelCalComplete = true;
@@ -198,7 +198,7 @@ TEST_F(LoadCellResultsTest, ALoadCellAloneGoesOnToItsOutputs) {
     results.cmdMainMenu.UserClick();
     EXPECT_EQ(Boxes(),
               "\tCalibration is not complete!\\nDeflection Sensor Calibration is not complete\\nAre you done with the "
-              "FWD calibration?\\nIf No, any interim data will be saved\t36\tNo\n");
+              "FWD calibration?\\nIf No, any interim data will be saved\t292\tNo\n");
     EXPECT_TRUE(run.InterimCalOpen);
     EXPECT_EQ(program->Screens.Front()->Name(), "frmMainMenu");
 }
@@ -213,8 +213,10 @@ TEST_F(LoadCellResultsTest, DeletesTrialsAndRenumbersTheFilesOfTheOthers) {
     EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trial 2?\t36\tNo\n");
     EXPECT_EQ(run.LoadCellRefTrials, 4);
 
+    run.LCTrialShape[1] = {3, 8, false};
     machine.dialogs.QueueAnswer(Answer::Yes);
     Delete({1, 3});
+    EXPECT_EQ(run.LCTrialShape[0], (TrialShape{3, 8, false})) << "heights, drops and units go with their trial";
     EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trials 1& 3?\t36\tYes\n");
     EXPECT_EQ(run.LoadCellRefTrials, 2);
     EXPECT_EQ(run.LCTrial[0].Gain, 1.2);
@@ -231,6 +233,8 @@ TEST_F(LoadCellResultsTest, DeletesTrialsAndRenumbersTheFilesOfTheOthers) {
     EXPECT_EQ(Saved("LoadCellTrial2Gain"), "1.4");
     EXPECT_EQ(Saved("LoadCellTrial3Gain"), "(none)");
     EXPECT_FALSE(machine.Has("TempInterimDropData"));
+    const Path removed = "Removed/20120309-100000-InterimCal20120309/TempInterimDropData";
+    EXPECT_EQ(Text(removed / "LoadCell1-H1D1.txt"), "first drop of 1");
 }
 
 /// Every write, and every move of a file, fails once: whatever happens, no trial is lost in the run or on disk.

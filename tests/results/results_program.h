@@ -26,7 +26,7 @@ struct ResultsProgram {
         run.InterimFolderName = "InterimCal20120309";
         run.DeviceOwner = "County Roads";
         run.DeviceName = "Unit 7";
-        run.DeviceFolder = machine.folder / "Owner/Unit 7";
+        run.DeviceFolder = machine.folder / "Bellmark/Calibrations/Owner/Unit 7";
         run.DeviceSerialNumber = "8002-123";
         run.LoadCellSerialNumber = "LC-9";
         run.LoadCellInitialGain = 1.0;

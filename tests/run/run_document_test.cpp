@@ -34,9 +34,10 @@ CalibrationRun RunWithGains() {
     return run;
 }
 
-TEST(RunDocument, WarmUpMovesTheSlopeFactorOnAndTakesAcceptedGains) {
+TEST(RunDocument, WarmUpLeavesTheFormerSlopeFactorAndTakesAcceptedGains) {
     PDDXFile document;
-    document.Sections("FWD Calibration Center").Elements("AccelNewSlopeFactor").SetValue("0.42100");
+    document.Sections("FWD Calibration Center").Elements("AccelOldSlopeFactor").SetValue("0.42100");
+    document.Sections("FWD Calibration Center").Elements("AccelNewSlopeFactor").SetValue("0.42111");
     CenterConfig center;
     center.AccelNewSlopeFactor = 0.42134;
     center.AccelDailyCalibrationPlus1GVoltage = 2.97051;

@@ -14,6 +14,7 @@ class FailingFileSystem : public DiskFileSystem {
     void FailFromMove(int n) { movesUntilFailure_ = n; }
 
     void RefuseToRead(const Path& path) { unreadable_ = path; }
+    void RefuseToMove(const Path& path) { immovable_ = path; }
 
     int WritesTried() const { return writesTried_; }
 
@@ -35,6 +36,7 @@ class FailingFileSystem : public DiskFileSystem {
     }
 
     void Rename(const Path& from, const Path& to) override {
+        if (from == immovable_) throw FileError(from, "in use by another program");
         CountMove(from);
         DiskFileSystem::Rename(from, to);
     }
@@ -60,6 +62,7 @@ class FailingFileSystem : public DiskFileSystem {
     int writesTried_ = 0;
     int movesUntilFailure_ = 0;
     Path unreadable_;
+    Path immovable_;
 };
 
 }  // namespace bellmark
