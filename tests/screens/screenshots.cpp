@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTest>
 #include <QTimer>
 #include <algorithm>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "screens/look.h"
 #include "screens/page.h"
 #include "tests/screens/test_desktop.h"
+#include "tests/support/idle_doors.h"
 #include "virtual_fwd/virtual_center.h"
 
 namespace bellmark {
@@ -25,9 +27,14 @@ class Tour {
     explicit Tour(const QDir& folder) : folder_(folder) {
         DiskFileSystem files;
         virtual_fwd::CenterOptions options;
+        options.referenceTrials = 1;
         options.spoiled[{1, 1, 2}] = virtual_fwd::Spoil::NoiseInZero;
         virtual_fwd::WriteCenter(files, desktop_.Folder(), options, SystemClock().Now());
         std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample", desktop_.Folder());
+        // The road of the deflection sensors is looked at as far as it goes.
+        desktop_.program->Register<ReferenceReviewDoor>(
+            [](Program&) { return std::make_shared<IdleReferenceReview>(); });
+        desktop_.program->Register<CenterRelativeDoor>([](Program&) { return std::make_shared<IdleCenterRelative>(); });
         desktop_.Start();
     }
 
@@ -43,6 +50,8 @@ class Tour {
         }
         Click("frmSetup.cmdMainMenu");
         Shoot("menu");
+        ShootFlip();
+        ShootAccelerometerDrop();
         Click("frmMainMenu.cmdCalLoadCell");
         Shoot("prerequisites");
         for (int item = 0; item < 9; ++item) Click("frmPrerequisites.cmdOK");
@@ -110,6 +119,29 @@ class Tour {
             desktop_.window->grab().save(file);
             std::cout << file.toStdString() << '\n';
         }
+    }
+
+    /// The daily calibration of the accelerometer, which takes its half minute.
+    void ShootFlip() {
+        Click("frmMainMenu.cmdCalAccelerometer");
+        Shoot("flip");
+        Click("frmFlipCalibration.cmdStart");
+        QTest::qWait(6'500);
+        Shoot("flip-upright");
+        QTest::qWait(24'000);
+        Shoot("flip-results");
+        Click("frmFlipCalibration.cmdAccept");
+    }
+
+    void ShootAccelerometerDrop() {
+        Click("frmMainMenu.cmdRefCalDefAccel");
+        for (int item = 0; item < 4; ++item) Click("frmPrerequisites.cmdOK");
+        Click("frmPrerequisites.cmdNext");
+        Click("frmBellmark_Accel.cmdNext");
+        Shoot("drop-accelerometer");
+        Click("frmBellmark_AccelDrop.cmdAccept");
+        Shoot("collection-accelerometer");
+        Click("frmBellmark_Accel.cmdMainMenu");
     }
 
     /// While the drop screen waits for its drop.
