@@ -44,6 +44,20 @@ void KeepFormerSlopeFactor(PDDXSection& center, FWDReading reading) {
     center.Elements("AccelOldSlopeFactor").SetValue(isKnownAlready ? former : lastOne);
 }
 
+/// Serial numbers of FWD and load cell come one a key. True when one of them held a comma.
+bool ReplaceCommas(PDDXFile& document, CalibrationRun& run) {
+    bool any = false;
+    const auto replace = [&](std::string& number, const char* key) {
+        if (number.find(',') == std::string::npos) return;
+        std::replace(number.begin(), number.end(), ',', ' ');
+        document.Sections("Device Information").Elements(key).SetValue(number);
+        any = true;
+    };
+    replace(run.DeviceSerialNumber, "DeviceSerialNumber");
+    replace(run.LoadCellSerialNumber, "LoadCellSerialNumber");
+    return any;
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& path, FWDReading reading) {
@@ -64,8 +78,21 @@ std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& pa
     ReadPDDXFile(program.Services.files, path, *program.RunDocument, reading == FWDReading::Added);
     KeepFormerSlopeFactor(program.RunDocument->Sections(centerSection), reading);
     ReadFWDKeys(*program.RunDocument, run);
+    const bool hadComma = ReplaceCommas(*program.RunDocument, run);
+    if (hadComma) {
+        program.ShowBox(
+            "A serial number of the file holds a comma. A blank stands in its place, because the files list serial "
+            "numbers between commas. Please check it.",
+            box::exclamation);
+    }
+    const std::size_t sensorCount = std::max<std::size_t>(1, static_cast<std::size_t>(run.NumberSensors));
+    const auto serials = Split(Trim(strings.Get("Device Information", "SensorSerialNumbers")), ',');
+    if (serials.size() > sensorCount) {
+        return "The file lists " + NumberText(serials.size()) + " serial numbers for " + NumberText(run.NumberSensors) +
+               " sensors: please check them.";
+    }
     const auto gains = Split(Trim(strings.Get("Device Calibration", "SensorCalibrationCenterGain")), ',');
-    if (gains.size() <= std::max<std::size_t>(1, static_cast<std::size_t>(run.NumberSensors))) return "";
+    if (gains.size() <= sensorCount) return "";
     // Decimal commas, for one, fall apart into fields that all look like gains.
     return "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(run.NumberSensors) +
            " sensors: please check them.";

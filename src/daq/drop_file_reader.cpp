@@ -55,6 +55,18 @@ double MinusVolts(std::string_view line) {
     return Holds(line, "mV") || (Holds(line, "mv") && value < -10) ? value / 1000 : value;
 }
 
+/// Decimals of the line's number in volts. inMillivolts: the number was divided by a thousand.
+int DecimalsOfVolts(std::string_view line, bool inMillivolts) {
+    constexpr std::string_view digits = "0123456789";
+    const auto point = line.find('.', std::min(line.find('='), line.size()));
+    std::size_t decimals = 0;
+    if (point != std::string_view::npos) {
+        const auto end = std::min(line.find_first_not_of(digits, point + 1), line.size());
+        decimals = end - point - 1;
+    }
+    return static_cast<int>(decimals) + (inMillivolts ? 3 : 0);
+}
+
 double SixPlaces(double value) {
     return ReadNumber(Format(value, "0.000000"));
 }
@@ -63,8 +75,14 @@ void ReadHeaderLine(DropFileHeader& header, std::string_view line) {
     // Thousands of sample lines come this way: none begins with a letter.
     if (line.front() != 'D' && line.front() != 'I') return;
     if (StartsWith(line, "Daily Shunt")) header.shuntMultiplier = ValueOf(line);
-    if (StartsWith(line, "Daily +G")) header.plus1GVoltage = PlusVolts(line);
-    if (StartsWith(line, "Daily -G")) header.minus1GVoltage = MinusVolts(line);
+    if (StartsWith(line, "Daily +G")) {
+        header.plus1GVoltage = PlusVolts(line);
+        header.plus1GDecimals = DecimalsOfVolts(line, *header.plus1GVoltage != ValueOf(line));
+    }
+    if (StartsWith(line, "Daily -G")) {
+        header.minus1GVoltage = MinusVolts(line);
+        header.minus1GDecimals = DecimalsOfVolts(line, *header.minus1GVoltage != ValueOf(line));
+    }
     if (StartsWith(line, "Initial Burst Ave")) header.burstAverage = SixPlaces(ValueOf(line));
     if (StartsWith(line, "Initial Burst Std")) header.burstStdDev = SixPlaces(ValueOf(line));
 }

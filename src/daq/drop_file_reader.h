@@ -15,6 +15,8 @@ struct DropFileHeader {
     std::optional<double> shuntMultiplier;
     std::optional<double> plus1GVoltage;   ///< volts
     std::optional<double> minus1GVoltage;  ///< volts
+    int plus1GDecimals = 0;                ///< of the volts, as the file tells them
+    int minus1GDecimals = 0;
     std::optional<double> burstAverage;
     std::optional<double> burstStdDev;
 };

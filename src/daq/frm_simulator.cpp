@@ -17,6 +17,17 @@ namespace bellmark {
 namespace {
 constexpr int replayChunk = 500;  ///< samples a tick: 30 ticks for a whole block
 constexpr int wholeBlockTicks = mostSamples / replayChunk;
+
+/// A file holds few digits. The value in force keeps all of its own where it is the one that was written.
+void TakeRounded(double& inForce, const std::optional<double>& written, int decimals) {
+    constexpr int mostDecimals = 12;
+    if (!written) return;
+    const std::string picture = "0." + std::string(static_cast<std::size_t>(std::min(decimals, mostDecimals)), '0');
+    // Volts that were written as millivolts differ in their last bit.
+    constexpr double lastBit = 1e-12;
+    const double asWritten = ReadNumber(Format(inForce, picture));
+    if (std::abs(asWritten - *written) > lastBit) inForce = *written;
+}
 }  // namespace
 
 frmSimulator::frmSimulator(Program& program)
@@ -156,9 +167,10 @@ void frmSimulator::TakeSamples(const DropSamples& read) {
 
 void frmSimulator::TakeHeader(const DropFileHeader& header) {
     CenterConfig& center = program_.Center;
-    if (header.shuntMultiplier) center.ShuntCalibrationMultiplier = *header.shuntMultiplier;
-    if (header.plus1GVoltage) center.AccelDailyCalibrationPlus1GVoltage = *header.plus1GVoltage;
-    if (header.minus1GVoltage) center.AccelDailyCalibrationMinus1GVoltage = *header.minus1GVoltage;
+    constexpr int shuntDecimals = 3;
+    TakeRounded(center.ShuntCalibrationMultiplier, header.shuntMultiplier, shuntDecimals);
+    TakeRounded(center.AccelDailyCalibrationPlus1GVoltage, header.plus1GVoltage, header.plus1GDecimals);
+    TakeRounded(center.AccelDailyCalibrationMinus1GVoltage, header.minus1GVoltage, header.minus1GDecimals);
     if (header.plus1GVoltage || header.minus1GVoltage) ComputeAccelAdjustment(center);
     if (header.burstAverage) program_.Drop.BurstAverage = *header.burstAverage;
     if (header.burstStdDev) program_.Drop.BurstStdDev = *header.burstStdDev;

@@ -3,6 +3,7 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "results/load_cell_evaluation.h"
 #include "run/version.h"
 
 namespace bellmark {
@@ -121,9 +122,11 @@ std::string ReferenceMessages(const CalibrationRun& run) {
     return messages;
 }
 
-std::string MessageBlock(const CalibrationRun& run, const CenterConfig& center) {
+std::string MessageBlock(const CalibrationRun& run, const CenterConfig& center, const CertificateBlocks& blocks) {
     std::string block = std::string(messagesHeading) + "\r\n";
-    AddMessage(block, "Load Cell:", run.LoadCellMessage);
+    // That trials are missing is no judgement of a load cell that nobody has calibrated.
+    const bool isJudged = blocks.loadCell || run.LoadCellRefTrials >= fewestLoadCellTrials;
+    if (isJudged) AddMessage(block, "Load Cell:", run.LoadCellMessage);
     AddMessage(block, "Sensor Reference Calibration:", ReferenceMessages(run));
     AddMessage(block, "Sensor Relative Calibration:", run.SensorRelMessage);
     std::string notes;
@@ -150,7 +153,7 @@ std::vector<std::string> FillCertificate(RichText& text, const CalibrationRun& r
     } else {
         filler.RemoveBlock(sensorHeading, messagesHeading);
     }
-    filler.Replace(messagesHeading, MessageBlock(run, center));
+    filler.Replace(messagesHeading, MessageBlock(run, center, blocks));
     return filler.TakeMissing();
 }
 

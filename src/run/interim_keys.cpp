@@ -301,7 +301,10 @@ void ReadInterimState(const ProfileStrings& strings, CalibrationRun& run) {
     run.MeasuredUnbalancedZero = keys.Known("MeasuredUnbalancedZero");
     run.MeasuredPlus = keys.Known("MeasuredPlus");
     run.MeasuredMinus = keys.Known("MeasuredMinus");
-    run.SensorType = keys.Whole("SensorType", mostSensorTypes);
+    // Only a KUAB has a choice; where none was made it is still to be made.
+    const int notChosen = run.Manufacturer == Make::Kuab ? -1 : 0;
+    const std::string type = keys.Text("SensorType");
+    run.SensorType = type.empty() ? notChosen : StoredWhole(type, notChosen, mostSensorTypes);
     run.LoadCellOnly = keys.Boolean("LoadCellOnly");
     run.SimDataLocation = PathFromText(keys.Text("SimDataLocation"));
     const auto marks = [&](const char* name, std::array<bool, maxDrops>& flags) {

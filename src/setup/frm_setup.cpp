@@ -259,6 +259,9 @@ void frmSetup::cmdNext_Click() {
     if (run.CurrentProcedure != Procedure::Setup) return cmdMainMenu_Click();
     if (run.ProgramStarted && !run.CenterApproved) {
         OpenCenterPage();
+    } else if (!run.SetupComplete && !FWD.CheckFWDData()) {
+        FWD.optFWD.Choose();
+        FWD.optFWD.Click();
     } else if (!run.ProgramStarted) {
         EndSetup(Procedure::None, step::none, "");
     } else if (!run.NumberDropsSet) {

@@ -69,6 +69,7 @@ void FWDTab::ConnectCells() {
         cboSensorType.BackColor = colors::window;
         cmdReadFWDConfig.Enabled = true;
         cmdReadFWDConfig.ToolTip = "";
+        CheckFWDData();
     };
     cmdReadFWDConfig.Click = [this] { cmdReadFWDConfig_Click(); };
     cmdShowSetupHelp.Click = [this] { fraSetupHelp.Visible = true; };
@@ -82,12 +83,14 @@ void FWDTab::ConnectCells() {
         StoreText(txtFWDModel, run.DeviceModelNumber, information, "DeviceModelNumber");
     };
     txtFWDSerial.Leave = [this, &run] {
+        if (HasComma(txtFWDSerial.Text)) return PutBack(txtFWDSerial, run.DeviceSerialNumber);
         StoreText(txtFWDSerial, run.DeviceSerialNumber, information, "DeviceSerialNumber");
     };
     txtFWDOperator.Leave = [this, &run] {
         StoreText(txtFWDOperator, run.OperatorName, "Operations Information", "OperatorName");
     };
     txtFWDLCSerial.Leave = [this, &run] {
+        if (HasComma(txtFWDLCSerial.Text)) return PutBack(txtFWDLCSerial, run.LoadCellSerialNumber);
         StoreText(txtFWDLCSerial, run.LoadCellSerialNumber, information, "LoadCellSerialNumber");
         StoreProfile(information, "LoadCellSerialNumber", run.LoadCellSerialNumber);
     };
@@ -170,6 +173,8 @@ void FWDTab::cboFWDMfg_Click() {
     const bool kuab = run.Manufacturer == Make::Kuab;
     run.SensorType = kuab ? -1 : 0;
     ShowMake();
+    // A KUAB's sensors are numbered from 0.
+    ShowSensors();
     fraSetupHelp.Visible = run.Manufacturer == Make::Jils;
     jilsFilter_ = nullptr;
     // Only a KUAB comes with different kinds of sensors, and its file does not tell which.
@@ -222,6 +227,20 @@ void FWDTab::StoreText(const TextBox& box, std::string& member, const char* sect
     member = box.Text;
     Set(Document(), section, key, member);
     CheckFWDData();
+}
+
+bool FWDTab::HasComma(const std::string& serialNumber) {
+    if (serialNumber.find(',') == std::string::npos) return false;
+    program_.ShowBox(
+        "A serial number cannot hold a comma: the files list serial numbers between commas, and those behind it would "
+        "belong to other sensors.",
+        box::exclamation);
+    return true;
+}
+
+void FWDTab::PutBack(TextBox& box, const std::string& stored) {
+    box.Text = stored;
+    screen_.SetFocus(box);
 }
 
 void FWDTab::StoreProfile(const char* section, const char* key, const std::string& value) {
@@ -288,6 +307,7 @@ void FWDTab::ShowSensors() {
 
 void FWDTab::EditSensor(int row, int column, const std::string& text) {
     if (column == serialColumn) {
+        if (HasComma(text)) return;
         grdSensor.SetCell(row, column, text);
     } else {
         const auto gain = NumberIn(text);

@@ -107,6 +107,8 @@ class FWDTab {
     PDDXFile& Document();
 
     // cells
+    bool HasComma(const std::string& serialNumber);  ///< told to the operator
+    void PutBack(TextBox& box, const std::string& stored);
     void StoreText(const TextBox& box, std::string& member, const char* section, const char* key);
     void StoreProfile(const char* section, const char* key, const std::string& value);
     void txtFWDLCGain_Leave();

@@ -117,7 +117,9 @@ bool FWDTab::CheckMake(bool completeSoFar) {
         cmdReadFWDConfig.Enabled = false;
         MissingFirst("the make of the FWD");
     }
-    return chosen;
+    const bool lacksType = chosen && cboSensorType.Visible && cboSensorType.ListIndex < 0;
+    if (lacksType) MissingFirst("the type of the KUAB's sensors");
+    return chosen && !lacksType;
 }
 
 bool FWDTab::CheckFolders() {

@@ -106,9 +106,11 @@ void FWDTab::SelectOwner(const Path& folder) {
     run.OwnerFolder = folder;
     run.DeviceOwner = NameOf(folder);
     if (run.DeviceFolder.parent_path() != folder) {
-        // The FWD of another owner must not end up under this one's name.
+        // The FWD of another owner must not end up under this one's name. The results have no place until one is
+        // chosen.
         run.DeviceFolder.clear();
         run.DeviceName.clear();
+        run.SetupComplete = false;
     }
     ShowOwnerAndFWD();
     StoreFolderKeys(false);

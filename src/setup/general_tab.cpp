@@ -1,5 +1,7 @@
 #include "setup/general_tab.h"
 
+#include <algorithm>
+
 #include "app/doors.h"
 #include "app/program.h"
 #include "app/workflow.h"
@@ -9,6 +11,7 @@
 #include "platform/text.h"
 #include "platform/typed_number.h"
 #include "run/stored_values.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -31,10 +34,8 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
     cmdNumberDrops.Enabled = program_.Has<TriggerDoor>();
     cmdTriggerLevel.Enabled = program_.Has<TriggerDoor>();
-    cboNumHeights.Click = [this] { program_.Run.NumberLoadLevels = StoredWhole(cboNumHeights.DisplayText(), 3, 4); };
-    cboNumDrops.Click = [this] {
-        program_.Run.NumberDropsPerLoadLevel = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
-    };
+    cboNumHeights.Click = [this] { ChooseSequence(); };
+    cboNumDrops.Click = [this] { ChooseSequence(); };
     optEnglish.Click = [this] { ChooseUnits(true); };
     optMetric.Click = [this] { ChooseUnits(false); };
     optAutoPrint[0].Click = [this] { program_.Run.AutoPrint = true; };
@@ -90,10 +91,44 @@ void GeneralTab::ShowTrigger() {
     loadCellTrigger.Text = Format(TriggerInRunUnits(), program_.Run.EnglishUnits ? poundsPicture : kilonewtonsPicture);
 }
 
+/// Whether the trials from now on may be of this shape. A trial in hand is of one shape from its first drop to its
+/// last: it is repeated, or nothing changes.
+bool GeneralTab::MayBecome(const TrialShape& wanted) {
+    CalibrationRun& run = program_.Run;
+    if (wanted == TrialOfSetup(run).shape) return true;
+    if (run.FlagUnacceptedTrial) {
+        program_.ShowBox(
+            "The trial that waits for its FWD data keeps its units, heights and drops. What you choose here "
+            "counts from the next trial on.",
+            box::information);
+        return true;
+    }
+    if (run.Trial.DropSequenceIndex == 0) return true;
+    const std::string question = NumberText(run.Trial.DropSequenceIndex) + " of the " +
+                                 NumberText(run.Trial.shape.Drops()) +
+                                 " drops of a trial have been taken, in its own units, heights and drops.\r\nDo you "
+                                 "want to change them and repeat the trial from its first drop?";
+    const int style = box::yesNo + box::question + box::secondIsDefault;
+    if (program_.ShowBox(question, style, "Trial in Hand") != Answer::Yes) return false;
+    LeaveTrial(run);
+    return true;
+}
+
 void GeneralTab::ChooseUnits(bool english) {
-    program_.Run.EnglishUnits = english;
+    const CalibrationRun& run = program_.Run;
+    const bool may = MayBecome({run.NumberLoadLevels, run.NumberDropsPerLoadLevel, english});
+    if (may) program_.Run.EnglishUnits = english;
     ShowUnits();
     ShowTrigger();
+}
+
+void GeneralTab::ChooseSequence() {
+    CalibrationRun& run = program_.Run;
+    const int heights = StoredWhole(cboNumHeights.DisplayText(), 3, 4);
+    const int drops = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
+    if (!MayBecome({heights, drops, run.EnglishUnits})) return ShowSequence();
+    run.NumberLoadLevels = heights;
+    run.NumberDropsPerLoadLevel = drops;
 }
 
 void GeneralTab::loadCellTrigger_Leave() {
@@ -132,6 +167,8 @@ void GeneralTab::txtComment_Leave() {
     for (const auto line : SplitLines(txtComment.Text.Get())) {
         if (taken < notes.size() && !Trim(line).empty()) notes[taken++] = Trim(line);
     }
+    // The files list the notes between commas.
+    for (std::string& note : notes) std::replace(note.begin(), note.end(), ',', ';');
     ShowComment();
 }
 

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "controls/controls.h"
-#include "run/procedure.h"
+#include "run/calibration_run.h"
 
 namespace bellmark {
 
@@ -47,6 +47,8 @@ class GeneralTab {
   private:
     double TriggerInRunUnits() const;
     void ChooseUnits(bool english);
+    void ChooseSequence();
+    bool MayBecome(const TrialShape& wanted);
     void loadCellTrigger_Leave();
     void AccelTrigger_Leave();
     void txtComment_Leave();

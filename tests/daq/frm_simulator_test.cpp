@@ -165,6 +165,29 @@ TEST_F(SimulatorTest, TakesTheHeaderIntoTheCenterAndTheDrop) {
     EXPECT_EQ(program.Drop.BurstAverage, 0);
 }
 
+TEST_F(SimulatorTest, TheCenterKeepsItsDigitsWhereTheFileHasTheSameValue) {
+    const struct {
+        const char* line;
+        double CenterConfig::*value;
+        double inForce, then;
+    } cases[] = {
+        {"Daily Shunt = 1.002", &CenterConfig::ShuntCalibrationMultiplier, 1.00167112, 1.00167112},
+        {"Daily Shunt = 1.002", &CenterConfig::ShuntCalibrationMultiplier, 1.00267112, 1.002},
+        {"Daily Shunt = 1.0024", &CenterConfig::ShuntCalibrationMultiplier, 1.00167112, 1.0024},
+        {"Daily +G = 2.510", &CenterConfig::AccelDailyCalibrationPlus1GVoltage, 2.51034, 2.51034},
+        {"Daily +G = 2.510", &CenterConfig::AccelDailyCalibrationPlus1GVoltage, 2.5134, 2.51},
+        {"Daily +G = 2510.2 mV", &CenterConfig::AccelDailyCalibrationPlus1GVoltage, 2.51024, 2.51024},
+        {"Daily -G = -2.01", &CenterConfig::AccelDailyCalibrationMinus1GVoltage, -2.0134, -2.0134},
+        {"Daily -G = -2.01", &CenterConfig::AccelDailyCalibrationMinus1GVoltage, -2.0234, -2.01},
+    };
+    for (const auto& c : cases) {
+        program.Center.*c.value = c.inForce;
+        machine.Write("Review/LoadCell1-H1D1.txt", std::string(c.line) + "\r\nSample\r\n1,0,1\r\n");
+        Capture();
+        EXPECT_EQ(program.Center.*c.value, c.then) << c.line << " over " << c.inForce;
+    }
+}
+
 TEST_F(SimulatorTest, DrawsRandomVoltsInTheirRanges) {
     simulator.SetRandom(2.5F, 0.25F);
     Capture();

@@ -212,7 +212,15 @@ TEST_F(FWDTabs, AnotherOwnerDoesNotTakeOverTheFWD) {
     std::filesystem::create_directories(tree / "Agency/8002-101");
     std::filesystem::create_directories(tree / "Other");
     tab.optFWDClick();
-    for (const char* name : {"Agency", "8002-101", "..", "..", "Other"}) ClickFolder(name);
+    auto& menu = dynamic_cast<frmMainMenu&>(program.The<MainMenuDoor>());
+    for (const char* name : {"Agency", "8002-101"}) ClickFolder(name);
+    program.Run.SetupComplete = true;
+    setup.AllowCalibration();
+    EXPECT_TRUE(menu.cmdCalLoadCell.Enabled);
+    for (const char* name : {"..", "..", "Other"}) ClickFolder(name);
+    EXPECT_FALSE(program.Run.SetupComplete);
+    setup.cmdMainMenu.UserClick();
+    EXPECT_FALSE(menu.cmdCalLoadCell.Enabled) << "the results would have no place";
     EXPECT_EQ(program.Run.DeviceOwner, "Other");
     EXPECT_TRUE(program.Run.DeviceFolder.empty());
     EXPECT_EQ(program.Run.DeviceName, "");
@@ -277,6 +285,25 @@ TEST_F(FWDTabs, ACompleteTabLetsTheOperatorGoOn) {
     EXPECT_EQ(tab.grdSensor.Cell(3, 2), "1.0030");
 }
 
+TEST_F(FWDTabs, NoSerialNumberHoldsAComma) {
+    CreateOwnerAndFWD();
+    machine.dialogs.QueueFile(machine.Write("transfer/fwd.ddx", configuration));
+    tab.cmdReadFWDConfig.UserClick();
+    machine.dialogs.TakeBoxes();
+    machine.dialogs.QueueAnswer(Answer::OK);
+    tab.grdSensor.UserEditCell(2, 1, "D,2");
+    EXPECT_NE(OnlyBox().find("cannot hold a comma"), std::string::npos);
+    EXPECT_EQ(tab.grdSensor.Cell(2, 1), "D2");
+    EXPECT_EQ(program.Run.Sensor[1].SerialNumber, "D2");
+    for (const auto& [box, kept] : {std::pair(&tab.txtFWDLCSerial, "LC1"), {&tab.txtFWDSerial, ""}}) {
+        machine.dialogs.QueueAnswer(Answer::OK);
+        box->UserEnter("8,1");
+        EXPECT_NE(OnlyBox().find("cannot hold a comma"), std::string::npos);
+        EXPECT_EQ(box->Text.Get(), kept);
+    }
+    EXPECT_EQ(program.Run.LoadCellSerialNumber, "LC1");
+}
+
 struct FileCase {
     const char* what;
     const char* line;  ///< of the good file
@@ -296,6 +323,9 @@ TEST_F(FWDTabs, WhatAFileLacksOrHasWrongIsTold) {
         {"a hundred sensors", "Sensors = 6", "Sensors = 100", "tells of 100 deflection sensors", 6, 1.006},
         {"a number in words", "Sensors = 6", "Sensors = six", "Still missing: the number of sensors", 0, 0},
         {"fewer serial numbers", "D4, D5, D6", "D4", "a serial number of its own for each sensor", 6, 1.006},
+        {"a comma in a serial number", "D4, D5, D6", "D4, D5, D,6", "The file lists 7 serial numbers for 6 sensors", 6,
+         1.006},
+        {"a comma in the load cell's", "Number = LC1", "Number = LC,1", "A blank stands in its place", 6, 1.006},
         {"a gain in words", "1.005, 1.006", "1.005, good", "Still missing: the gain of each sensor", 6, 0},
         {"decimal commas", "1.001, 1.002, 1.003, 1.004, 1.005, 1.006", "1,001, 1,002, 1,003, 0,004, 0,005, 0,006",
          "The file lists 12 gains for 6 sensors", 6, 3},
@@ -324,8 +354,13 @@ TEST_F(FWDTabs, WhatAFileLacksOrHasWrongIsTold) {
 }
 
 TEST_F(FWDTabs, OnlyAKuabAsksForItsKindOfSensors) {
+    program.Run.NumberSensors = 6;
+    tab.optFWDClick();
+    EXPECT_EQ(tab.grdSensor.Cell(1, 0), "1");
     machine.dialogs.QueueAnswer(Answer::OK);
     tab.cboFWDMfg.UserChoose("KUAB");
+    EXPECT_EQ(tab.grdSensor.Cell(1, 0), "0");
+    EXPECT_EQ(tab.grdSensor.Cell(6, 0), "5");
     EXPECT_EQ(OnlyBox(), "boxes: 0") << "not before the list is left";
     tab.cboFWDMfg.UserLeave();
     EXPECT_NE(OnlyBox().find("Please choose the sensor type for the FWD"), std::string::npos);

@@ -12,6 +12,7 @@
 #include "app/workflow.h"
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_regression_plot.h"
+#include "fwd/trial_report.h"
 #include "platform/numbers.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
@@ -174,6 +175,20 @@ TEST_F(TrialScreens, AnUnacceptedTrialIsTakenUpAgain) {
     EXPECT_EQ(run.LCTrial[0].Gain, 0) << "the file has to be read again";
     EXPECT_EQ(data->txtFilename.Text.Get(), "");
     EXPECT_FALSE(data->cmdGraph.Enabled);
+}
+
+TEST_F(TrialScreens, AReportAfterARestartKnowsWhatWasMeasuredAndNothingElse) {
+    run.MeasuredPlus = 3.7414;
+    run.MeasuredUnbalancedZero = {};
+    run.Trial.DropNoiseFlags[2] = true;
+    run.Trial.DropRangeFlags[3] = true;
+    data->Start();
+    ASSERT_TRUE(LoadInterimCalibration(program));
+    data->Start();
+    EXPECT_TRUE(run.Trial.DropRangeFlags[3]);
+    const std::string report = TrialReportText(run, program.Center, 0, {"", "", program.Now(), 20});
+    EXPECT_THAT(report, AllOf(HasSubstr("Measured + Calibration Reading: 3.741\r\n"),
+                              HasSubstr("Measured Unbalanced Zero: \r\n"), HasSubstr("9,000.0   12,000.0*\r\n")));
 }
 
 TEST_F(TrialScreens, LimitsOfTheLoadCell) {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/analysis.h"
 #include "app/center_file.h"
 #include "app/save_pddx.h"
+#include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
 #include "run/interim_keys.h"
@@ -117,6 +119,33 @@ TEST_F(InterimStoreTest, StandardErrorsAreComputedAgain) {
     SaveInterimCalibration(program);
     LoadInterimCalibration(program);
     EXPECT_NEAR(program.Run.LCTrial[0].StdErrAdjFactor, 0.0262445, 1e-6);
+}
+
+/// Also from a file of before, which has but its lists.
+TEST_F(InterimStoreTest, ATrialKeepsItsDropsWhateverTheSetUpSays) {
+    const CalibrationRun saved = program.Run;
+    const std::span<const double> reference(saved.LCTrial[0].RefDropData);
+    const double error = RegressThroughOrigin(saved.LCTrial[0].DropData, saved.LCTrial[0].RefDropData, 24).stdErrSlope;
+    for (const bool hasState : {true, false}) {
+        for (const auto& [heights, drops] : {std::pair(3, 5), {3, 10}, {4, 10}}) {
+            SCOPED_TRACE(NumberText(heights) + (hasState ? "" : ", file of before"));
+            program.Run = saved;
+            program.Run.LCTrialShape[0] = program.Run.RefTrialShape[0] = {4, 6, false};
+            program.Run.NumberLoadLevels = heights;
+            program.Run.NumberDropsPerLoadLevel = drops;
+            ASSERT_TRUE(SaveInterimCalibration(program));
+            if (!hasState) machine.files.ReplaceFile(file, Bytes(file).substr(0, Bytes(file).find("[Interim State]")));
+            ASSERT_TRUE(LoadInterimCalibration(program));
+            const CalibrationRun& run = program.Run;
+            EXPECT_EQ(run.LCTrialShape[0].Drops(), 24);
+            EXPECT_EQ(run.RefTrialShape[0].Drops(), 24);
+            const auto& peaks = run.LCTrial[0].RefDropData;
+            EXPECT_TRUE(std::equal(peaks.begin(), peaks.begin() + 24, reference.begin()));
+            EXPECT_TRUE(std::all_of(peaks.begin() + 24, peaks.end(), [](double peak) { return peak == 0; }));
+            EXPECT_EQ(run.Sensor[11].RefTrial[0].DropData[23], saved.Sensor[11].RefTrial[0].DropData[23]);
+            EXPECT_EQ(run.LCTrial[0].StdErrAdjFactor, error);
+        }
+    }
 }
 
 TEST_F(InterimStoreTest, FileIsWhatDocumentCenterAndRunWriteOneAfterTheOther) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "app/program.h"
+#include "app/replay.h"
 #include "app/workflow.h"
 #include "platform/numbers.h"
 #include "reference/frm_bellmark_accel.h"
@@ -246,6 +247,18 @@ TEST_F(DropScreensTest, TooHighAPeakIsToldOnceTheDropIsSaved) {
                                                 "was 23,600pound-force.")));
     EXPECT_EQ(run.LastMessageCode, 0);
     EXPECT_TRUE(drop->cmdAccept.Enabled) << "left to the operator";
+    EXPECT_EQ(drop->cmdReject.BackColor.Get(), colors::suggestedNext);
+    EXPECT_EQ(drop->cmdAccept.BackColor.Get(), colors::buttonFace);
+    EXPECT_EQ(drop->Focus(), &drop->cmdReject);
+    drop->cmdAccept.UserClick();
+    EXPECT_TRUE(run.Trial.DropRangeFlags[0]);
+    const auto& cells = collection->DropDataDisplay.txtData;
+    EXPECT_EQ(cells[0]->BackColor.Get(), colors::mustBeUpdated);
+    SetPulse(9);
+    Take();
+    EXPECT_EQ(cells[0]->BackColor.Get(), colors::mustBeUpdated) << "the mark stays with its drop";
+    EXPECT_NE(cells[1]->BackColor.Get(), colors::mustBeUpdated);
+    EXPECT_EQ(drop->cmdReject.BackColor.Get(), colors::buttonFace);
 }
 
 TEST_F(DropScreensTest, ADropThatCannotBeSavedCannotBeAccepted) {
@@ -305,6 +318,50 @@ TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     // A click on a drop that is not there yet asks nothing.
     collection->DropDataDisplay.txtData[2]->UserClick();
     EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(DropScreensTest, WhicheverWayAReviewIsLeftTheNextCaptureIsALiveOne) {
+    Take();
+    const struct {
+        const char* way;
+        std::function<void()> leave;
+    } ways[] = {
+        {"main menu", [&] { drop->cmdMainMenu.UserClick(); }},
+        {"a screen of the menu bar", [&] { menu->Show(); }},
+        {"closed", [&] { drop->Hide(); }},
+        {"rejected", [&] { EXPECT_THROW(drop->cmdReject.UserClick(), UserError); }},
+        {"no file, so that nothing is ever captured", {}},
+    };
+    for (const auto& [way, leave] : ways) {
+        for (const bool isCounted : {false, true}) {
+            SCOPED_TRACE(std::string(way) + (isCounted ? ", from the FWD's data" : ""));
+            board->captured = leave != nullptr;
+            machine.WhileWaiting = [&] { run.DropAborted = !leave; };
+            BeginReplay(program, 0, isCounted);
+            program.Center.ShuntCalibrationMultiplier = 0.5;
+            drop->StartReview();
+            if (leave) {
+                EXPECT_TRUE(run.Trial.ReplayMode());
+                leave();
+            }
+            if (std::string_view(way) == "rejected") {
+                EXPECT_TRUE(IsInFront(*drop)) << "what is only looked at cannot be rejected";
+                drop->cmdAccept.UserClick();
+            }
+            EXPECT_FALSE(run.Trial.ReplayMode());
+            EXPECT_FALSE(run.Trial.TrialReview());
+            EXPECT_FALSE(program.CenterSetAside.has_value());
+            EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1);
+            board->captured = true;
+            machine.WhileWaiting = nullptr;
+            collection->Bellmark();
+            collection->cmdNext.UserClick();
+            EXPECT_EQ(drop->cmdAccept.Caption.Get(), "&Accept");
+            machine.dialogs.QueueAnswer(Answer::Yes);
+            drop->cmdReject.UserClick();
+            EXPECT_EQ(run.Trial.DropSequenceIndex, 1) << "the accepted drop stays, and no other came in";
+        }
+    }
 }
 
 }  // namespace

@@ -157,8 +157,12 @@ TEST(Certificate, LeavesOutWhatWasNotCalibrated) {
     EXPECT_EQ(loadCellAlone.find("DEFLECTION"), std::string::npos);
     EXPECT_EQ(loadCellAlone.find("Ref1"), std::string::npos);
     EXPECT_TRUE(loadCellAlone.ends_with(V("1.012") + "\\par\r\n{\\b }\r\n" + messages + "\\par end}")) << loadCellAlone;
-    const std::string nothing = Fill(SmallTemplate(), CalibratedRun(), TestCenter(), {false, false}).rtf;
-    EXPECT_EQ(nothing, FilledHeading() + "{\\b }\r\n{\\b }\r\n" + messages + "\\par end}");
+    CalibrationRun run = CalibratedRun();
+    const auto nothing = [&] { return Fill(SmallTemplate(), run, TestCenter(), {false, false}).rtf; };
+    const std::string blocks = FilledHeading() + "{\\b }\r\n{\\b }\r\n";
+    EXPECT_EQ(nothing(), blocks + V("Messages:\\par ") + "\\par end}") << "one trial is no judgement";
+    run.LoadCellRefTrials = 2;
+    EXPECT_EQ(nothing(), blocks + messages + "\\par end}");
 }
 
 TEST(Certificate, TellsWhatATemplateLacks) {

@@ -8,6 +8,7 @@
 #include "app/interim_store.h"
 #include "pddx/pddx_file.h"
 #include "platform/text.h"
+#include "run/trial.h"
 #include "tests/setup/set_up_program.h"
 #include "tests/support/idle_doors.h"
 
@@ -153,6 +154,7 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
         ReadCenter();
         BeginFreshRun(*program);
         NameInterimStore(*program);
+        CompleteFWD();
         setup.Show();
         tab.cmdApproveBellmarkCenter.UserClick();
         run.CurrentProcedure = Procedure::Setup;
@@ -205,6 +207,7 @@ TEST_F(FrmSetupTest, LoadCellOnlySequenceEntersTheLoadCellProcedure) {
     setup.ReadCalCenter();
     ASSERT_TRUE(run.ProgramStarted);
     EXPECT_FALSE(setup.General.optGeneral.Enabled);
+    CompleteFWD();
     tab.cmdApproveBellmarkCenter.UserClick();
     EXPECT_TRUE(setup.General.optGeneral.Enabled);
     setup.General.optGeneral.UserClick();
@@ -221,6 +224,93 @@ TEST_F(FrmSetupTest, LoadCellOnlySequenceEntersTheLoadCellProcedure) {
     EXPECT_EQ(program->Screens.Front(), &menu);
     EXPECT_TRUE(menu.cmdCalLoadCell.Enabled);
     EXPECT_FALSE(menu.cmdRefCalDefAccel.Enabled);
+}
+
+TEST_F(FrmSetupTest, NextOfANewSetUpNeedsAllOfTheFWD) {
+    ReadCenter();
+    BeginFreshRun(*program);
+    NameInterimStore(*program);
+    run.CurrentProcedure = Procedure::Setup;
+    setup.Show();
+    tab.cmdApproveBellmarkCenter.UserClick();
+    setup.General.optGeneral.UserClick();
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    setup.General.cmdApproveCalSeq.UserClick();
+    setup.cmdNext.UserClick();
+    EXPECT_TRUE(setup.FWD.fraFWD.Visible);
+    EXPECT_FALSE(run.SetupComplete);
+    EXPECT_FALSE(setup.cmdNext.Enabled);
+    setup.FWD.cboFWDMfg.UserChoose("KUAB");
+    CompleteFWD();
+    EXPECT_EQ(setup.FWD.lblMissing.Caption.Get(), "Still missing: the type of the KUAB's sensors");
+    EXPECT_FALSE(setup.cmdNext.Enabled);
+    setup.FWD.cboSensorType.UserChoose("Seismometer");
+    EXPECT_TRUE(setup.cmdNext.Enabled);
+    setup.cmdNext.UserClick();
+    EXPECT_TRUE(run.SetupComplete);
+}
+
+TEST_F(FrmSetupTest, ATrialInHandIsRepeatedOrKeepsItsUnitsAndSequence) {
+    GeneralTab& general = setup.General;
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        TrialShape wanted;
+    } cases[] = {
+        {"units", [&] { general.optMetric.UserClick(); }, {4, 6, false}},
+        {"heights", [&] { general.cboNumHeights.UserChoose("3"); }, {3, 6, true}},
+        {"drops", [&] { general.cboNumDrops.UserChoose("8"); }, {4, 8, true}},
+    };
+    const TrialShape old{4, 6, true};
+    ReadCenter();
+    setup.Show();
+    for (const auto& c : cases) {
+        for (const auto& [waits, answer] : {std::pair(false, Answer::No), {false, Answer::Yes}, {true, Answer::OK}}) {
+            SCOPED_TRACE(c.what + NumberText(static_cast<int>(answer)));
+            run.CurrentProcedure = Procedure::LoadCell;
+            run.EnglishUnits = true;
+            run.NumberLoadLevels = 4;
+            run.NumberDropsPerLoadLevel = 6;
+            BeginTrial(run);
+            TakePeak(run.Trial, 6028, {});
+            TakePeak(run.Trial, 6031, {});
+            run.FlagUnacceptedTrial = waits;
+            run.CurrentProcedure = Procedure::Setup;
+            run.SetupComplete = true;
+            setup.RefreshFromRun();
+            general.optGeneral.UserClick();
+            machine.dialogs.QueueAnswer(answer);
+            c.change();
+            const auto boxes = machine.dialogs.TakeBoxes();
+            ASSERT_EQ(boxes.size(), 1U);
+            EXPECT_NE(boxes[0].find(waits ? "counts from the next trial on" : "2 of the 24 drops of a trial"),
+                      std::string::npos);
+            const TrialShape& shown = answer == Answer::No ? old : c.wanted;
+            EXPECT_EQ(TrialOfSetup(run).shape, shown);
+            EXPECT_EQ(general.optEnglish.IsChosen(), shown.englishUnits);
+            EXPECT_EQ(general.cboNumHeights.DisplayText(), NumberText(shown.heights));
+            EXPECT_EQ(general.cboNumDrops.DisplayText(), NumberText(shown.dropsPerHeight));
+            EXPECT_EQ(run.Trial.DropSequenceIndex, answer == Answer::Yes ? 0 : 2);
+            EXPECT_EQ(run.Trial.shape, old);
+        }
+    }
+    run.FlagUnacceptedTrial = false;
+    LeaveTrial(run);
+    general.cboNumDrops.UserChoose("10");
+    EXPECT_EQ(run.NumberDropsPerLoadLevel, 10) << "nothing is asked without a trial in hand";
+}
+
+TEST_F(FrmSetupTest, ACommaInANoteBecomesASemicolonInSight) {
+    ReadCenter();
+    BeginFreshRun(*program);
+    run.SetupComplete = true;
+    setup.RefreshFromRun();
+    setup.Show();
+    setup.General.optGeneral.UserClick();
+    setup.General.txtComment.UserEnter("windy, 12 degrees\r\nsecond");
+    EXPECT_EQ(setup.General.txtComment.Text.Get(), "windy; 12 degrees\r\nsecond");
+    EXPECT_EQ(center.Notes[0], "windy; 12 degrees");
+    EXPECT_EQ(center.Notes[1], "second");
 }
 
 TEST_F(FrmSetupTest, ReviewKeepsTheMachinesOwnConfiguration) {

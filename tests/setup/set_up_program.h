@@ -4,7 +4,9 @@
 #include "app/frm_about.h"
 #include "app/program.h"
 #include "assembly/assembly.h"
+#include "platform/numbers.h"
 #include "platform/profile_strings.h"
+#include "run/paths.h"
 #include "setup/frm_setup.h"
 #include "tests/support/test_machine.h"
 
@@ -48,6 +50,21 @@ struct SetUpProgram {
         ReadCenterConfiguration(*program, Master());
         setup.ShowCenter();
         setup.OpenCenterPage();
+    }
+    /// An FWD with all that the set-up asks for.
+    void CompleteFWD() {
+        run.DeviceOwner = "Agency";
+        run.OwnerFolder = CalibrationsFolder(machine.folder.Folder()) / "Agency";
+        run.DeviceFolder = run.OwnerFolder / "8002-101";
+        machine.files.CreateFolder(run.DeviceFolder);
+        run.LoadCellInitialGain = 1.01;
+        run.NumberSensors = 6;
+        for (int s = 0; s < run.NumberSensors; ++s) {
+            SensorCalRecord& sensor = run.Sensor[static_cast<std::size_t>(s)];
+            sensor.SerialNumber = 'D' + NumberText(s);
+            sensor.InitialGain = 1;
+        }
+        setup.FWD.optFWDClick();
     }
     std::string Written(const char* key) const {
         return OpenProfileStrings(machine.files, Master()).Get("FWD Calibration Center", key, "(none)");
