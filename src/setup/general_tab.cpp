@@ -17,6 +17,8 @@ namespace {
 constexpr const char* poundsPicture = "#,##0";
 constexpr const char* kilonewtonsPicture = "#,##0.0";
 constexpr int mostTrigger = 1'000'000;
+constexpr int fewestDrops = 5;
+constexpr int mostDrops = 10;
 
 /// The number as a picture shows it.
 double ThroughPicture(double value, const char* picture) {
@@ -27,13 +29,13 @@ double ThroughPicture(double value, const char* picture) {
 
 GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     cboNumHeights.Items = {"3", "4"};
-    cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
+    OfferDrops(fewestDrops);
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
     cmdNumberDrops.Enabled = program_.Has<TriggerDoor>();
     cmdTriggerLevel.Enabled = program_.Has<TriggerDoor>();
-    cboNumHeights.Click = [this] { program_.Run.NumberLoadLevels = StoredWhole(cboNumHeights.DisplayText(), 3, 4); };
+    cboNumHeights.Click = [this] { cboNumHeights_Click(); };
     cboNumDrops.Click = [this] {
-        program_.Run.NumberDropsPerLoadLevel = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
+        program_.Run.NumberDropsPerLoadLevel = StoredWhole(cboNumDrops.DisplayText(), fewestDrops, mostDrops);
     };
     optEnglish.Click = [this] { ChooseUnits(true); };
     optMetric.Click = [this] { ChooseUnits(false); };
@@ -50,6 +52,49 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     ShowSequence();
 }
 
+void GeneralTab::BeginRun() {
+    SetEnabled({&cmdApproveCalSeq, &cboNumHeights, &cboNumDrops}, true);
+    SetEnabled({&cmdNumberDrops, &cmdTriggerLevel}, program_.Has<TriggerDoor>());
+    for (Control* control : std::initializer_list<Control*>{&AccelTrigger, &cboNumHeights, &cboNumDrops})
+        control->BackColor = colors::window;
+    for (Button* button : {&cmdNumberDrops, &cmdTriggerLevel}) button->BackColor = colors::buttonFace;
+    OfferDrops(fewestDrops);
+}
+
+void GeneralTab::OfferDrops(int least) {
+    std::vector<std::string> numbers;
+    for (int drops = least; drops <= mostDrops; ++drops) numbers.push_back(NumberText(drops));
+    cboNumDrops.Items = numbers;
+}
+
+void GeneralTab::ShowMeasuredTrigger() {
+    AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
+    AccelTrigger.BackColor = colors::complete;
+    cmdTriggerLevel.BackColor = colors::complete;
+}
+
+void GeneralTab::ShowMeasuredDrops() {
+    OfferDrops(program_.Run.NumberDropsPerLoadLevel);
+    cboNumDrops.ListIndex = 0;
+    cboNumDrops.BackColor = colors::complete;
+    cmdNumberDrops.BackColor = colors::complete;
+    cboNumHeights.BackColor = colors::window;
+}
+
+/// The number of drops was measured for the heights that were set then.
+void GeneralTab::cboNumHeights_Click() {
+    CalibrationRun& run = program_.Run;
+    const int heights = StoredWhole(cboNumHeights.DisplayText(), 3, 4);
+    if (heights != run.NumberLoadLevels && run.NumberDropsSet && !run.LoadCellOnly) {
+        run.NumberDropsSet = false;
+        cboNumDrops.BackColor = colors::mustBeUpdated;
+        cmdNumberDrops.BackColor = colors::mustBeUpdated;
+        OfferDrops(fewestDrops);
+    }
+    run.NumberLoadLevels = heights;
+    ShowSequence();
+}
+
 void GeneralTab::ShowUnits() {
     (program_.Run.EnglishUnits ? optEnglish : optMetric).Choose();
     txtTriggerUnits.Caption = program_.Run.EnglishUnits ? poundForce : "kN";
@@ -61,7 +106,11 @@ void GeneralTab::ShowAutoPrint() {
 
 void GeneralTab::ShowSequence() {
     cboNumHeights.ChooseText(NumberText(program_.Run.NumberLoadLevels));
-    cboNumDrops.ChooseText(NumberText(program_.Run.NumberDropsPerLoadLevel));
+    const std::string drops = NumberText(program_.Run.NumberDropsPerLoadLevel);
+    if (cboNumDrops.ChooseText(drops)) return;
+    // A measurement of another run has shortened the list.
+    OfferDrops(fewestDrops);
+    cboNumDrops.ChooseText(drops);
 }
 
 void GeneralTab::ShowComment() {
@@ -121,6 +170,7 @@ void GeneralTab::AccelTrigger_Leave() {
         return;
     }
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
+    AccelTrigger.BackColor = colors::window;
     AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
 }
 
