@@ -57,6 +57,9 @@ class SetupDoor {  // frmSetup
     virtual void AllowCalibration() = 0;
     virtual void SetReviewChoices(bool reviewMode) = 0;
     virtual void RefreshFromRun() = 0;
+    virtual void TriggerLevelMeasured() = 0;   ///< a level was accepted: the screen comes back with it
+    virtual void NumberOfDropsMeasured() = 0;  ///< the same for the run's number of drops
+    virtual void ReturnFromMeasurement() = 0;  ///< nothing was accepted
 };
 
 /// frmDAQ: all analog input of the program.

@@ -10,6 +10,7 @@
 #include "fwd/frm_regression_plot.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
+#include "reference/frm_bellmark_accel_trigger.h"
 #include "reference/frm_flip_calibration.h"
 #include "reference/frm_prerequisites.h"
 #include "results/frm_report.h"
@@ -35,6 +36,7 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<SetupDoor, frmSetup>(*program);
     RegisterScreen<CollectionDoor, frmBellmark_Accel>(*program);
     RegisterScreen<DropDoor, frmBellmark_AccelDrop>(*program);
+    RegisterScreen<TriggerDoor, frmBellmark_AccelTrigger>(*program);
     RegisterScreen<PrerequisitesDoor, frmPrerequisites>(*program);
     RegisterScreen<FlipCalibrationDoor, frmFlipCalibration>(*program);
     RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);

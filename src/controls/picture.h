@@ -31,12 +31,20 @@ struct PlotMark {
     double y = 0;
 };
 
+/// A strip across the plot between two values, and the value in it that counts.
+struct PlotBand {
+    double lowest = 0;
+    double highest = 0;
+    double chosen = 0;
+};
+
 struct Plot {
     std::string title;
     PlotAxis horizontal;
     PlotAxis vertical;
     std::vector<PlotSeries> series;
     std::vector<PlotMark> marks;
+    std::vector<PlotBand> bands{};
     bool IsEmpty() const { return series.empty(); }
 };
 

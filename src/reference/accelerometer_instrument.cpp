@@ -18,6 +18,13 @@ bool IsSimulated(const CalibrationRun& run) {
     return run.ReviewMode || run.Trial.ReplayMode();
 }
 
+/// The flat files of one pair of trials serve every pair. A drop for a set-up value has none of its own: the name leads
+/// to the saved drop of its height.
+std::string SimulatedSource(const CalibrationRun& run) {
+    if (run.CurrentProcedure != Procedure::Sensors) return "Reference1-H3D0.txt";
+    return NumberOfTrialShown(run) % 2 == 0 ? "Ref2" : "Ref1";
+}
+
 /// In words, what the operator should look at; the worst comes first. It blocks nothing.
 std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst) {
     if (findings.fault) return "The deflection cannot be computed: reject this drop";
@@ -32,11 +39,7 @@ std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& bur
 
 std::optional<DropVerdict> AccelerometerInstrument::Measure(const CaptureView& view) {
     ArmAccelTrigger(program_.Drop, program_.Center);
-    if (IsSimulated(program_.Run)) {
-        // The flat files of one pair of trials serve every pair.
-        const bool isSecondOfPair = NumberOfTrialShown(program_.Run) % 2 == 0;
-        program_.The<SimulatorDoor>().SetFile(isSecondOfPair ? "Ref2" : "Ref1");
-    }
+    if (IsSimulated(program_.Run)) program_.The<SimulatorDoor>().SetFile(SimulatedSource(program_.Run));
     program_.The<AcquisitionDoor>().ShowDAQ(true);
     if (!CaptureBurst()) return {};
     const BurstFindings burst = CheckBurst(program_.Drop, program_.Center);
@@ -73,11 +76,13 @@ DropVerdict AccelerometerInstrument::VerdictOn(const AccelDropFindings& findings
     verdict.startEnglish = Format(findings.deflectionAtStart / micronsPerMil, "#0.000");
     verdict.startMetric = Format(findings.deflectionAtStart, "#0.0");
     verdict.advice = AdviceOn(findings, burst);
-    if (findings.fault) {
+    // Where a set-up value is measured, the drop can be repeated at once.
+    const bool isOfTrial = program_.Run.CurrentProcedure == Procedure::Sensors;
+    if (findings.fault && isOfTrial) {
         program_.Compose(270, {std::string()});
         program_.ShowComposed(box::critical + box::helpButton);
     }
-    if (drop.ExcessNoise) verdict.panel = NumberedMessage{113, {findings.noise}};
+    if (drop.ExcessNoise && isOfTrial) verdict.panel = NumberedMessage{113, {findings.noise}};
     if (findings.outOfRange) verdict.boxes.push_back({302, {drop.MaxAbsAccel, drop.MinAbsAccel}});
     return verdict;
 }

@@ -116,7 +116,6 @@ TriggerBand DetermineTrigger(const DropRecord& drop) {
     TriggerBand band;
     Replay replay(drop);
     bool found = false;
-    bool passedCurrent = false;
     bool closed = false;
     double level = 0;
     for (int step = 0; step < numberOfLevels; ++step) {
@@ -129,10 +128,10 @@ TriggerBand DetermineTrigger(const DropRecord& drop) {
         if (result.good) {
             (found ? band.upperBound : band.lowerBound) = level;
             found = true;
-            if (level > drop.TriggerLevel) passedCurrent = true;
         } else {
             band.upperBound = level - levelStep;
-            closed = passedCurrent;
+            // Also where no level above the one in force is good: what lies beyond is no part of the band.
+            closed = level > drop.TriggerLevel;
         }
     }
     band.newTrigger = Round(band.lowerBound + (band.upperBound - band.lowerBound) / 2, 2);

@@ -27,7 +27,7 @@ struct TriggerBand {
 };
 
 /// Repeats the analysis of the drop at each trigger level and compares with what the record holds of the level in
-/// force. A bad level above that ends the band; one below narrows it until a good level follows. drop: as
+/// force. The first bad level above that ends the band; one below narrows it until a good level follows. drop: as
 /// AnalyzeAccelSamples left it. Without a good level, the bounds are 0.05 and what the bad levels left.
 TriggerBand DetermineTrigger(const DropRecord& drop);
 

@@ -5,6 +5,7 @@
 #include "ui_frmAbout.h"
 #include "ui_frmBellmark_Accel.h"
 #include "ui_frmBellmark_AccelDrop.h"
+#include "ui_frmBellmark_AccelTrigger.h"
 #include "ui_frmFlipCalibration.h"
 #include "ui_frmGetFWDData.h"
 #include "ui_frmMainMenu.h"
@@ -34,6 +35,7 @@ const std::map<std::string, Maker>& Makers() {
         {"frmAbout", Make<Ui::frmAbout>},
         {"frmBellmark_Accel", Make<Ui::frmBellmark_Accel>},
         {"frmBellmark_AccelDrop", Make<Ui::frmBellmark_AccelDrop>},
+        {"frmBellmark_AccelTrigger", Make<Ui::frmBellmark_AccelTrigger>},
         {"frmFlipCalibration", Make<Ui::frmFlipCalibration>},
         {"frmGetFWDData", Make<Ui::frmGetFWDData>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},

@@ -94,10 +94,33 @@ class CheckLink : public Link {
     QAbstractButton& view_;
 };
 
+/// Tells when a widget that is no button is pressed all the same: by the mouse, or by the space bar.
+class PressWatcher : public QObject {
+  public:
+    explicit PressWatcher(std::function<void()> pressed) : pressed_(std::move(pressed)) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool byMouse = event->type() == QEvent::MouseButtonRelease;
+        const bool byKey = event->type() == QEvent::KeyPress &&
+                           static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space &&
+                           !static_cast<QKeyEvent*>(event)->isAutoRepeat();
+        if ((!byMouse && !byKey) || !static_cast<QWidget*>(watched)->isEnabled()) return false;
+        pressed_();
+        return true;
+    }
+
+  private:
+    std::function<void()> pressed_;
+};
+
 class LabelLink : public Link {
   public:
     LabelLink(Label& label, QLabel& view, LinkServices services)
-        : Link(label, view, std::move(services)), label_(label), view_(view) {}
+        : Link(label, view, std::move(services)), label_(label), view_(view) {
+        if (!label_.Click) return;
+        view_.setFocusPolicy(Qt::TabFocus);
+        view_.setCursor(Qt::PointingHandCursor);
+        view_.installEventFilter(&press_);
+    }
     void Refresh() override {
         view_.setTextFormat(Qt::PlainText);
         view_.setText(Caption(label_));
@@ -107,6 +130,7 @@ class LabelLink : public Link {
   private:
     Label& label_;
     QLabel& view_;
+    PressWatcher press_{[this] { PerformAfterTyping([this] { label_.UserClick(); }); }};
 };
 
 class FrameLink : public Link {

@@ -14,6 +14,7 @@ namespace {
 const QColor ink(0x1f, 0x2a, 0x37);
 const QColor gridLine(0xdd, 0xe3, 0xe9);
 const QColor markColor(0xb0, 0x3a, 0x2e);
+const QColor bandColor(0xb0, 0x3a, 0x2e, 0x28);
 // Told apart in greyscale as well.
 const QColor seriesColors[] = {{0x1f, 0x5f, 0xa8}, {0xd9, 0x7b, 0x00}, {0x2e, 0x7d, 0x4f}, {0x7b, 0x3f, 0x98},
                                {0x00, 0x8b, 0x9a}, {0xa0, 0x52, 0x2d}, {0x55, 0x60, 0x6b}, {0xc2, 0x18, 0x5b}};
@@ -86,6 +87,7 @@ void PlotWidget::Show(const Plot& plot) {
     pointer_ = nullptr;
     readOut_ = nullptr;
     ShowAxes();
+    ShowBands();
     ShowSeries();
     ShowMarks();
     ResetRanges();
@@ -150,6 +152,20 @@ void PlotWidget::ShowMarks() {
         label->setColor(markColor);
         label->setBrush(QColor(255, 255, 255, 200));
         label->setPadding(QMargins(3, 1, 3, 1));
+    }
+}
+
+void PlotWidget::ShowBands() {
+    for (const PlotBand& band : plot_.bands) {
+        auto* strip = new QCPItemRect(view_);
+        strip->topLeft->setCoords(plot_.horizontal.lowest, band.highest);
+        strip->bottomRight->setCoords(plot_.horizontal.highest, band.lowest);
+        strip->setPen(Qt::NoPen);
+        strip->setBrush(bandColor);
+        auto* line = new QCPItemStraightLine(view_);
+        line->point1->setCoords(0, band.chosen);
+        line->point2->setCoords(1, band.chosen);
+        line->setPen(QPen(markColor, 1));
     }
 }
 

@@ -31,6 +31,7 @@ class PlotWidget : public QWidget {
     void ShowAxes();
     void ShowSeries();
     void ShowMarks();
+    void ShowBands();
     void ResetRanges();
     std::size_t SampleAt(QPointF position) const;
     QString ReadOut(std::size_t sample) const;

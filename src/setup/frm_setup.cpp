@@ -72,7 +72,7 @@ void frmSetup::Activated() {
 void frmSetup::BeginRun() {
     FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
-    SetEnabled({&General.cmdApproveCalSeq, &General.cboNumHeights, &General.cboNumDrops}, true);
+    General.BeginRun();
     // The FWD's tab opens the way on, when it is complete.
     cmdNext.Enabled = false;
     cmdNext.BackColor = colors::buttonFace;
@@ -118,6 +118,41 @@ void frmSetup::OpenPage(int step) {
     if (step == 11) OpenCenterPage();
     if (step == 12) FWD.optFWD.Click();
     if (step == 13) General.optGeneral.Click();
+}
+
+void frmSetup::ReturnFromMeasurement() {
+    Show();
+    General.optGeneral.Choose();
+    General.optGeneral.Click();
+    General.fraTestSequence.Visible = true;
+    SuggestWhatIsNotMeasured();
+}
+
+void frmSetup::TriggerLevelMeasured() {
+    General.ShowMeasuredTrigger();
+    if (program_.Run.ProgramStarted) {
+        program_.Run.TriggerLevelSet = true;
+        cmdNext.Enabled = true;
+    }
+    if (program_.Run.InterimCalOpen) SaveInterimCalibration(program_);
+    ReturnFromMeasurement();
+}
+
+void frmSetup::NumberOfDropsMeasured() {
+    CalibrationRun& run = program_.Run;
+    run.NumberDropsSet = true;
+    run.LoadCellOnly = false;
+    General.ShowMeasuredDrops();
+    if (run.ProgramStarted && run.TriggerLevelSet) cmdNext.Enabled = true;
+    if (run.InterimCalOpen) SaveInterimCalibration(program_);
+    ReturnFromMeasurement();
+}
+
+void frmSetup::SuggestWhatIsNotMeasured() {
+    const CalibrationRun& run = program_.Run;
+    const bool isApproved = run.NumberDropsSet && (run.TriggerLevelSet || run.LoadCellOnly);
+    cmdNext.BackColor = cmdNext.Enabled && isApproved ? colors::suggestedNext : colors::buttonFace;
+    SetFocus(isApproved ? cmdNext : run.TriggerLevelSet ? General.cmdNumberDrops : General.cmdTriggerLevel);
 }
 
 void frmSetup::SetReviewChoices(bool reviewMode) {
@@ -267,8 +302,8 @@ void frmSetup::cmdNext_Click() {
     } else if (!run.NumberDropsSet) {
         AskForSequence();
         if (!run.TriggerLevelSet)
-            SetFocus(run.LoadCellOnly || !General.cmdTriggerLevel.Enabled ? General.cmdApproveCalSeq
-                                                                          : General.cmdTriggerLevel);
+            SetFocus(run.LoadCellOnly || !OffersSensorCalibration(program_) ? General.cmdApproveCalSeq
+                                                                            : General.cmdTriggerLevel);
         AllowCalibration();
     } else if (run.TriggerLevelSet) {
         EndSetup(Procedure::Sensors, step::sensorsTrialStarts, "FWD Deflection Sensor Calibration");

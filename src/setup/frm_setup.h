@@ -39,6 +39,9 @@ class frmSetup : public Screen, public SetupDoor {
     void AllowCalibration() override;
     void SetReviewChoices(bool reviewMode) override;
     void RefreshFromRun() override;
+    void TriggerLevelMeasured() override;
+    void NumberOfDropsMeasured() override;
+    void ReturnFromMeasurement() override;
 
     /// Restores the run of an interim file for review.
     void ReviewDataRestore(const Path& path);
@@ -50,6 +53,7 @@ class frmSetup : public Screen, public SetupDoor {
     void EditCenter(bool editing);
     void SaveWhatIsKnown();
     void AskForSequence();
+    void SuggestWhatIsNotMeasured();
     void EndSetup(Procedure procedure, int step, const char* header);
     bool ReadRunForReview(const Path& path);
 

@@ -20,6 +20,8 @@ namespace {
 constexpr const char* poundsPicture = "#,##0";
 constexpr const char* kilonewtonsPicture = "#,##0.0";
 constexpr int mostTrigger = 1'000'000;
+constexpr int fewestDrops = 5;
+constexpr int mostDrops = 10;
 
 /// The number as a picture shows it.
 double ThroughPicture(double value, const char* picture) {
@@ -30,7 +32,7 @@ double ThroughPicture(double value, const char* picture) {
 
 GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), program_(program) {
     cboNumHeights.Items = {"3", "4"};
-    cboNumDrops.Items = {"5", "6", "7", "8", "9", "10"};
+    OfferDrops(fewestDrops);
     cmdApproveCalSeq.ToolTip = "Available for Load Cell Calibration ONLY.";
     cmdNumberDrops.Enabled = program_.Has<TriggerDoor>();
     cmdTriggerLevel.Enabled = program_.Has<TriggerDoor>();
@@ -44,11 +46,53 @@ GeneralTab::GeneralTab(Screen& screen, Program& program) : screen_(screen), prog
     AccelTrigger.Leave = [this] { AccelTrigger_Leave(); };
     txtComment.Leave = [this] { txtComment_Leave(); };
     cmdApproveCalSeq.Click = [this] { cmdApproveCalSeq_Click(); };
-    cmdNumberDrops.Click = [this] { EnterProcedure(Procedure::NumberOfDrops, step::dropsCheck, "Determine Minimum Number of Drops Per Load Level"); };
-    cmdTriggerLevel.Click = [this] { EnterProcedure(Procedure::TriggerLevel, step::triggerCheck, "Determine Accelerometer Trigger Level"); };
+    cmdNumberDrops.Click = [this] {
+        EnterProcedure(Procedure::NumberOfDrops, step::dropsCheck, "Determine Minimum Number of Drops Per Load Level");
+    };
+    cmdTriggerLevel.Click = [this] {
+        EnterProcedure(Procedure::TriggerLevel, step::triggerCheck, "Determine Accelerometer Trigger Level");
+    };
     ShowAutoPrint();
     ShowUnits();
     ShowSequence();
+}
+
+void GeneralTab::BeginRun() {
+    SetEnabled({&cmdApproveCalSeq, &cboNumHeights, &cboNumDrops}, true);
+    SetEnabled({&cmdNumberDrops, &cmdTriggerLevel}, program_.Has<TriggerDoor>());
+    for (Control* control : std::initializer_list<Control*>{&AccelTrigger, &cboNumHeights, &cboNumDrops})
+        control->BackColor = colors::window;
+    for (Button* button : {&cmdNumberDrops, &cmdTriggerLevel}) button->BackColor = colors::buttonFace;
+    OfferDrops(fewestDrops);
+}
+
+void GeneralTab::OfferDrops(int least) {
+    std::vector<std::string> numbers;
+    for (int drops = least; drops <= mostDrops; ++drops) numbers.push_back(NumberText(drops));
+    cboNumDrops.Items = numbers;
+}
+
+void GeneralTab::ShowMeasuredTrigger() {
+    AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
+    AccelTrigger.BackColor = colors::complete;
+    cmdTriggerLevel.BackColor = colors::complete;
+}
+
+void GeneralTab::ShowMeasuredDrops() {
+    OfferDrops(program_.Run.NumberDropsPerLoadLevel);
+    cboNumDrops.ListIndex = 0;
+    cboNumDrops.BackColor = colors::complete;
+    cmdNumberDrops.BackColor = colors::complete;
+    cboNumHeights.BackColor = colors::window;
+}
+
+/// The number of drops was measured for the heights that were set then.
+/// The number of drops was measured for the heights that it was measured with.
+void GeneralTab::AskForDropsAnew() {
+    program_.Run.NumberDropsSet = false;
+    cboNumDrops.BackColor = colors::mustBeUpdated;
+    cmdNumberDrops.BackColor = colors::mustBeUpdated;
+    OfferDrops(fewestDrops);
 }
 
 void GeneralTab::ShowUnits() {
@@ -62,7 +106,11 @@ void GeneralTab::ShowAutoPrint() {
 
 void GeneralTab::ShowSequence() {
     cboNumHeights.ChooseText(NumberText(program_.Run.NumberLoadLevels));
-    cboNumDrops.ChooseText(NumberText(program_.Run.NumberDropsPerLoadLevel));
+    const std::string drops = NumberText(program_.Run.NumberDropsPerLoadLevel);
+    if (cboNumDrops.ChooseText(drops)) return;
+    // A measurement of another run has shortened the list.
+    OfferDrops(fewestDrops);
+    cboNumDrops.ChooseText(drops);
 }
 
 void GeneralTab::ShowComment() {
@@ -125,10 +173,12 @@ void GeneralTab::ChooseUnits(bool english) {
 void GeneralTab::ChooseSequence() {
     CalibrationRun& run = program_.Run;
     const int heights = StoredWhole(cboNumHeights.DisplayText(), 3, 4);
-    const int drops = StoredWhole(cboNumDrops.DisplayText(), 5, 10);
+    const int drops = StoredWhole(cboNumDrops.DisplayText(), fewestDrops, mostDrops);
     if (!MayBecome({heights, drops, run.EnglishUnits})) return ShowSequence();
+    if (heights != run.NumberLoadLevels && run.NumberDropsSet && !run.LoadCellOnly) AskForDropsAnew();
     run.NumberLoadLevels = heights;
     run.NumberDropsPerLoadLevel = drops;
+    ShowSequence();
 }
 
 void GeneralTab::loadCellTrigger_Leave() {
@@ -156,6 +206,7 @@ void GeneralTab::AccelTrigger_Leave() {
         return;
     }
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
+    AccelTrigger.BackColor = colors::window;
     AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
 }
 

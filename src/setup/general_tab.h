@@ -36,6 +36,7 @@ class GeneralTab {
 
     std::function<void()> SequenceApproved;  ///< for the load cell only
 
+    void BeginRun();      ///< nothing is measured or approved yet
     void ShowUnits();     ///< of the run, on the unit buttons
     void ShowSequence();  ///< the run's load levels and drops, in the lists
     void ShowComment();
@@ -43,6 +44,9 @@ class GeneralTab {
     /// The load trigger as it stands, and as the operator reads it.
     void ShowPlainTrigger();
     void ShowTrigger();
+    /// What was measured and accepted, in green: the trigger level; the least number of drops, and all above it.
+    void ShowMeasuredTrigger();
+    void ShowMeasuredDrops();
 
   private:
     double TriggerInRunUnits() const;
@@ -52,6 +56,8 @@ class GeneralTab {
     void loadCellTrigger_Leave();
     void AccelTrigger_Leave();
     void txtComment_Leave();
+    void AskForDropsAnew();
+    void OfferDrops(int least);
     void cmdApproveCalSeq_Click();
     void EnterProcedure(Procedure procedure, int step, const char* header);
 

@@ -46,7 +46,7 @@ def search(block):
     drop = analysis.Drop(volts, block.level)
     drop.measure()
     saved = (drop.peak_index, drop.rise_time, drop.peak_metric)
-    lower, upper, found, passed = 0.05, 2.0, False, False
+    lower, upper, found = 0.05, 2.0, False
     good_levels, t = "", 0.0
     for _ in range(100):
         t += 0.02
@@ -61,10 +61,8 @@ def search(block):
             upper = t
         else:
             upper = t - 0.02
-            if passed:
+            if t > block.level:
                 break
-        if good and t > block.level:
-            passed = True
     return [lower, upper, round((lower + (upper - lower) / 2) * 100) / 100], good_levels
 
 

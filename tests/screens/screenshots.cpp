@@ -48,6 +48,7 @@ class Tour {
             option.UserClick();
             Shoot(QStringLiteral("setup-") + QLatin1String(tab));
         }
+        ShootTriggerLevel();
         Click("frmSetup.cmdMainMenu");
         Shoot("menu");
         ShootFlip();
@@ -145,6 +146,19 @@ class Tour {
     }
 
     /// While the drop screen waits for its drop.
+    void ShootTriggerLevel() {
+        Click("frmSetup.cmdTriggerLevel");
+        for (int item = 0; item < 4; ++item) Click("frmPrerequisites.cmdOK");
+        Click("frmPrerequisites.cmdNext");
+        Shoot("trigger-message");
+        Click("frmBellmark_AccelTrigger.cmdErrOK");
+        Click("frmBellmark_AccelTrigger.cmdStart");
+        Shoot("trigger-drop");
+        Click("frmBellmark_AccelTrigger.cmdAccept");
+        Shoot("trigger-proposed");
+        Click("frmBellmark_AccelTrigger.cmdCancel");
+    }
+
     void ShootArmed() {
         QTimer::singleShot(0, [this] { Shoot("drop-armed"); });
         Click("frmBellmark_Accel.cmdNext");

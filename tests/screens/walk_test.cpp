@@ -94,7 +94,7 @@ class WalkTest : public testing::Test {
         QTest::keyClick(&drops, Qt::Key_Tab);
         Press("frmSetup", "cmdNext");
         desktop_.dialogs.answers = {Answer::Yes};
-        PressEnter();  // the sequence is approved
+        Press("frmSetup", "cmdApproveCalSeq");
         PressEnter();
         ASSERT_EQ(Front(), "frmMainMenu");
     }

@@ -148,7 +148,8 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
          &general.cmdApproveCalSeq},
         {"edit of a run", false, false, false, false, Procedure::None, 0, "", nullptr},
         {"edit of a run, both measured", false, true, true, false, Procedure::None, 0, "", nullptr}};
-    general.cmdTriggerLevel.Enabled = true;
+    program->Register<ReferenceReviewDoor>([](Program&) { return std::make_shared<IdleReferenceReview>(); });
+    program->Register<CenterRelativeDoor>([](Program&) { return std::make_shared<IdleCenterRelative>(); });
     for (const NextCase& c : cases) {
         SCOPED_TRACE(c.what);
         ReadCenter();
@@ -178,6 +179,66 @@ TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
         EXPECT_FALSE(setup.cmdNext.Enabled);
         EXPECT_TRUE(general.fraGeneral.Visible && general.fraTestSequence.Visible);
     }
+}
+
+TEST_F(FrmSetupTest, TheWayOnOpensWhenTriggerLevelAndNumberOfDropsAreMeasured) {
+    GeneralTab& general = setup.General;
+    for (const bool triggerFirst : {true, false}) {
+        SCOPED_TRACE(triggerFirst);
+        ReadCenter();
+        BeginFreshRun(*program);
+        NameInterimStore(*program);
+        setup.BeginRun();
+        CompleteFWD();
+        setup.cmdNext.Enabled = false;
+        run.CurrentProcedure = Procedure::Setup;
+        run.ProgramStarted = true;
+        run.CenterApproved = true;
+        EXPECT_EQ(general.cboNumDrops.Items.Get().size(), 6U);
+        EXPECT_EQ(general.cmdTriggerLevel.BackColor.Get(), colors::buttonFace);
+        setup.Show();
+        setup.ReturnFromMeasurement();
+        EXPECT_FALSE(run.TriggerLevelSet || run.NumberDropsSet || setup.cmdNext.Enabled);
+        for (const bool trigger : {triggerFirst, !triggerFirst}) {
+            if (trigger) {
+                center.AccelSensitivity = 0.175;
+                setup.TriggerLevelMeasured();
+                EXPECT_EQ(general.AccelTrigger.Text.Get(), "0.18");
+                EXPECT_EQ(general.cmdTriggerLevel.BackColor.Get(), colors::complete);
+                // NEXT asks for what is still missing.
+                setup.cmdNext.UserClick();
+                EXPECT_FALSE(triggerFirst && setup.cmdNext.Enabled);
+            } else {
+                run.LoadCellOnly = true;
+                run.NumberDropsPerLoadLevel = 8;
+                setup.NumberOfDropsMeasured();
+                EXPECT_EQ(setup.cmdNext.Enabled, triggerFirst);
+                EXPECT_EQ(general.cboNumDrops.Items.Get(), (std::vector<std::string>{"8", "9", "10"}));
+                EXPECT_EQ(general.cboNumDrops.DisplayText(), "8");
+                EXPECT_EQ(general.cboNumDrops.BackColor.Get(), colors::complete);
+                EXPECT_FALSE(run.LoadCellOnly);
+                general.cboNumDrops.UserChoose("10");
+                EXPECT_EQ(run.NumberDropsPerLoadLevel, 10) << "by its text, not by its place";
+            }
+        }
+        if (setup.cmdNext.Enabled && run.ProgramStarted) setup.cmdNext.UserClick();
+        EXPECT_EQ(run.CurrentProcedure, Procedure::Sensors);
+        EXPECT_EQ(run.CurrentProcStep, step::sensorsTrialStarts);
+    }
+}
+
+TEST_F(FrmSetupTest, OtherHeightsNeedTheirOwnNumberOfDrops) {
+    ReadCenter();
+    run.NumberDropsPerLoadLevel = 8;
+    run.NumberLoadLevels = 4;
+    setup.NumberOfDropsMeasured();
+    setup.General.cboNumHeights.UserChoose("4");
+    EXPECT_TRUE(run.NumberDropsSet);
+    setup.General.cboNumHeights.UserChoose("3");
+    EXPECT_FALSE(run.NumberDropsSet);
+    EXPECT_EQ(setup.General.cboNumDrops.BackColor.Get(), colors::mustBeUpdated);
+    EXPECT_EQ(setup.General.cboNumDrops.DisplayText(), "8");
+    EXPECT_EQ(setup.General.cboNumDrops.Items.Get().size(), 6U);
 }
 
 TEST_F(FrmSetupTest, NothingLeadsPastACenterThatWasNotApproved) {

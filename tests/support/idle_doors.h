@@ -89,6 +89,9 @@ struct FakeSetup : SetupDoor {
     bool readsCenter = true;
     Path configurationRead;
     bool reviewChoices = false;
+    int triggerLevels = 0;
+    int numbersOfDrops = 0;
+    int returns = 0;
 
     void Open() override { ++opened; }
     void BeginRun() override {}
@@ -106,6 +109,9 @@ struct FakeSetup : SetupDoor {
     void AllowCalibration() override {}
     void SetReviewChoices(bool reviewMode) override { reviewChoices = reviewMode; }
     void RefreshFromRun() override {}
+    void TriggerLevelMeasured() override { ++triggerLevels; }
+    void NumberOfDropsMeasured() override { ++numbersOfDrops; }
+    void ReturnFromMeasurement() override { ++returns; }
 };
 
 /// Stands in for all analog input.
