@@ -3,9 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include "fwd/fwd_peaks.h"
-#include "run/trial.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 #include "tests/pddx/memory_file_system.h"
 
 namespace bellmark {

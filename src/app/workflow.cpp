@@ -40,7 +40,10 @@ void ShowFlipResult(Program& program) {
 }
 
 void CheckPrerequisites(Program& program) {
-    program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure);
+    if (!program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure)) return;
+    // The list was passed earlier: the trial is next.
+    program.Run.CurrentProcStep = step::sensorsTrial;
+    ReturnToProcedure(program, program.Run.CurrentProcedure);
 }
 
 void CollectAfterCheck(Program& program) {

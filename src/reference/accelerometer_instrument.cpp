@@ -88,7 +88,10 @@ DropVerdict AccelerometerInstrument::VerdictOn(const AccelDropFindings& findings
 }
 
 Plot AccelerometerInstrument::PlotOf(DropCurve curve, bool zoomedIn) const {
-    return AccelDropPlot(program_.Drop, curve, zoomedIn, program_.Run.Trial.shape.englishUnits);
+    const CalibrationRun& run = program_.Run;
+    // Drops for the set-up belong to no trial.
+    const bool english = run.CurrentProcedure == Procedure::Sensors ? run.Trial.shape.englishUnits : run.EnglishUnits;
+    return AccelDropPlot(program_.Drop, curve, zoomedIn, english);
 }
 
 std::string AccelerometerInstrument::FileText(DateTime now) const {

@@ -298,8 +298,13 @@ void frmBellmark_AccelDrop::LeaveReview() {
 }
 
 void frmBellmark_AccelDrop::Left() {
-    // Whichever way the screen is left, the next capture is a live one again.
-    if (program_.Run.Trial.ReplayMode()) LeaveReview();
+    // A wait for a drop that nobody sees ends, and cleans up after itself. Whichever way the screen is left, the next
+    // capture is a live one again.
+    if (program_.Run.AcquisitionActive) {
+        program_.Run.DropAborted = true;
+    } else if (program_.Run.Trial.ReplayMode()) {
+        LeaveReview();
+    }
 }
 
 void frmBellmark_AccelDrop::cmdMainMenu_Click() {

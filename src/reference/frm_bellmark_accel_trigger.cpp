@@ -184,7 +184,7 @@ void frmBellmark_AccelTrigger::PrepareDrop() {
     ClearResults();
     SetEnabled({&cmdStart, &cmdAccept, &cmdTooEarly}, false);
     SetVisible({&cmdTooEarly, &cmdNoTrigger}, true);
-    cmdNoTrigger.Enabled = MeasuresTrigger();
+    cmdNoTrigger.Enabled = true;
     cmdNoTrigger.Caption = "No Trigger";
     cmdNoTrigger.ToolTip = noTriggerTip;
     cmdTooEarly.ToolTip = tooEarlyTip;
@@ -338,9 +338,9 @@ void frmBellmark_AccelTrigger::cmdTooEarly_Click() {
 }
 
 void frmBellmark_AccelTrigger::cmdNoTrigger_Click() {
-    SetLevelByHand(std::max(program_.Center.AccelSensitivity - handStep, 0.0));
+    if (MeasuresTrigger()) SetLevelByHand(std::max(program_.Center.AccelSensitivity - handStep, 0.0));
     StopMeasuring();
-    SetState("Level lowered: start again", colors::warning);
+    SetState(MeasuresTrigger() ? "Level lowered: start again" : "Stopped: start again", colors::warning);
 }
 
 /// Ends a wait for a drop, and the polling of the hand button.
@@ -394,7 +394,7 @@ void frmBellmark_AccelTrigger::GoBackToSetup() {
     StopMeasuring();
     Hide();
     run.CurrentProcedure = Procedure::Setup;
-    run.CurrentProcStep = step::setupEnds;
+    run.CurrentProcStep = run.ProgramStarted ? step::setupEnds : step::editSetup;
     program_.Header.SetProcedureName("");
 }
 

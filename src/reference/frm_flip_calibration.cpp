@@ -69,6 +69,7 @@ frmFlipCalibration::frmFlipCalibration(Program& program)
 }
 
 void frmFlipCalibration::Start() {
+    if (tmrFlip.IsRunning()) StopTest("Flip calibration canceled by operator.");
     const CenterConfig& center = program_.Center;
     comparison_ = {center.AccelNewSlopeFactor,
                    (center.AccelDailyCalibrationPlus1GVoltage + center.AccelDailyCalibrationMinus1GVoltage) / 2};
@@ -281,6 +282,8 @@ void frmFlipCalibration::cmdAccept_Click() {
     SaveFlipData();
     ComputeAccelAdjustment(program_.Center);
     program_.The<MainMenuDoor>().MarkAccelerometer();
+    // What needs a calibration of today is open now.
+    program_.The<SetupDoor>().AllowCalibration();
     GoBack();
 }
 
@@ -306,8 +309,9 @@ void frmFlipCalibration::SaveFlipData() {
     try {
         // Simulated readings must not outlive their review as the machine's own.
         if (program_.Run.ReviewMode) KeepCenterConfiguration(program_);
-        WriteFlipData(program_, MasterCenterConfig(program_));
+        // The center's own file comes last: where anything fails, it still holds the former calibration.
         if (!program_.Run.InterimFolderName.empty()) WriteFlipData(program_, RunCenterConfig(program_));
+        WriteFlipData(program_, MasterCenterConfig(program_));
     } catch (...) {
         program_.Center = before;
         throw;
@@ -357,11 +361,22 @@ void frmFlipCalibration::GoBack() {
             break;
     }
     ReturnToProcedure(program_, run.CurrentProcedure);
+    EndStepOfEdit();
+}
+
+/// In a set-up that is only edited, the step of a new one would make a resumed run an unfinished set-up.
+void frmFlipCalibration::EndStepOfEdit() {
+    CalibrationRun& run = program_.Run;
+    if (run.CurrentProcedure == Procedure::Setup && !run.ProgramStarted) run.CurrentProcStep = step::editSetup;
 }
 
 void frmFlipCalibration::Left() {
     // A test that nobody looks at measures nothing.
-    if (tmrFlip.IsRunning()) StopTest("Flip calibration canceled by operator.");
+    if (tmrFlip.IsRunning()) {
+        StopTest("Flip calibration canceled by operator.");
+        program_.Run.CurrentProcStep = step::flipEntered;
+    }
+    EndStepOfEdit();
 }
 
 void frmFlipCalibration::cmdMainMenu_Click() {

@@ -47,7 +47,6 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
     Timer tmrFlip{*this, "tmrFlip", std::chrono::milliseconds(1000)};
 
     void Start() override;
-    void CloseRequested() override { cmdMainMenu_Click(); }
     void Left() override;
 
   private:
@@ -71,6 +70,7 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
     void ShowResult(Label& row, const FlipCheck& check);
     void SaveFlipData();
     void GoBack();
+    void EndStepOfEdit();
     void Beep(int hertz, int milliseconds);
 
     Program& program_;

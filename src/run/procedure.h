@@ -59,7 +59,6 @@ inline constexpr int triggerRunning = 82;
 inline constexpr int triggerFinished = 83;
 
 inline constexpr int dropsCheck = 91;
-inline constexpr int dropsChecked = 92;
 inline constexpr int dropsRunning = 93;
 
 inline constexpr int resultsSummary = 101;  ///< the page of the results in view, up to 104

@@ -305,7 +305,7 @@ void frmSetup::cmdNext_Click() {
             SetFocus(run.LoadCellOnly || !OffersSensorCalibration(program_) ? General.cmdApproveCalSeq
                                                                             : General.cmdTriggerLevel);
         AllowCalibration();
-    } else if (run.TriggerLevelSet) {
+    } else if (run.TriggerLevelSet && !run.LoadCellOnly) {
         EndSetup(Procedure::Sensors, step::sensorsTrialStarts, "FWD Deflection Sensor Calibration");
     } else {
         EndSetup(Procedure::LoadCell, step::loadCellTrialStarts, "FWD Load Cell Calibration");

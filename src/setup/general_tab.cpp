@@ -86,7 +86,6 @@ void GeneralTab::ShowMeasuredDrops() {
     cboNumHeights.BackColor = colors::window;
 }
 
-/// The number of drops was measured for the heights that were set then.
 /// The number of drops was measured for the heights that it was measured with.
 void GeneralTab::AskForDropsAnew() {
     program_.Run.NumberDropsSet = false;

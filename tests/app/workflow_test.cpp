@@ -142,7 +142,7 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
         {3, 33, true, {}, 33},
         {3, 39, true, {"accelerometer results", "menu"}, 39},
         {3, 31, true, {"menu"}, 31},
-        {4, 40, true, {"check 4"}, 40},
+        {4, 40, true, {"check 4", "drops"}, 42},
         {4, 41, true, {"check 4", "drops"}, 41},
         {4, 41, false, {"check 4"}, 41},
         {4, 42, true, {"drops"}, 42},

@@ -137,6 +137,7 @@ struct FlipTest : ::testing::Test {
         program.Register<AcquisitionDoor>([this](Program&) { return board; });
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
         program.Register<ResultsDoor>([](Program&) { return std::make_shared<IdleResults>(); });
+        program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Register<FlipCalibrationDoor>([this](Program&) { return flip; });
         machine.Write("BellmarkCenterConfig.ini", "[FWD Calibration Center]\r\nCalibrationCenter=ours\r\n");
         center.AccelNewSlopeFactor = 0.42;

@@ -39,6 +39,7 @@ struct TriggerScreenTest : ::testing::Test {
         program.Register<TriggerDoor>([this](Program&) { return shared; });
         program.Center = MadeCenter(0.06);
         run.EnglishUnits = false;
+        run.ProgramStarted = true;  // a new set-up; an edit has a step of its own
         run.NumberLoadLevels = 4;
         run.NumberDropsPerLoadLevel = 9;
         machine.Write("BellmarkCenterConfig.ini", "[FWD Calibration Center]\r\nAccelSensitivity=0.06\r\n");
