@@ -154,6 +154,7 @@ class ResultsDoor {  // frmResults
     virtual void Open() = 0;
     virtual void OpenLoadCell() = 0;
     virtual void OpenAccelerometer() = 0;
+    virtual void OpenReference() = 0;  ///< the deflection sensors
     virtual void Recompute() = 0;
 };
 

@@ -198,6 +198,13 @@ bool frmGetFWDData::CanBeUsed(const FWDPeaks& peaks) {
         program_.ShowBox(text + "Please check the data file and its units, and try Browse again.", box::exclamation);
         return false;
     }
+    if (!peaks.withoutGain.empty()) {
+        std::string question = "No gain will come of this file for these sensors:\r\n";
+        for (const std::string& sensor : peaks.withoutGain) question += "     " + sensor + "\r\n";
+        question += "Do you want to use it all the same?";
+        if (program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) != Answer::Yes)
+            return false;
+    }
     if (!peaks.unitsAreKnown) {
         const std::string quantity = CalibratesSensors(run_) ? "deflections" : "loads";
         program_.ShowBox((peaks.unknownUnits.empty() ? "The file does not tell the unit of its " + quantity
@@ -348,17 +355,21 @@ void frmGetFWDData::cmdFerrylink_Click() {
 void frmGetFWDData::PrintReport() {
     const DateTime now = program_.Now();
     const double airTemperature = ReadTemperature(program_);
-    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) WriteReport(device, now, airTemperature);
-}
-
-void frmGetFWDData::WriteReport(std::size_t device, const DateTime& now, double airTemperature) {
-    const std::string name = TrialReportName(run_, device, now);
-    const Path path = program_.InterimFolder() / PathFromText(name);
-    if (!CheckReportOverwrite(program_, path)) return;
-    const std::string text =
-        TrialReportText(run_, program_.Center, device, {name, txtFilename.Text, now, airTemperature});
-    program_.Services.files.CreateFolder(program_.InterimFolder());
-    ReplaceTextFile(program_.Services.files, path, text);
+    const Path folder = program_.InterimFolder();
+    std::vector<std::string> names;
+    std::vector<Path> paths;
+    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
+        names.push_back(TrialReportName(run_, device, now));
+        paths.push_back(folder / PathFromText(names.back()));
+    }
+    FileSystem& files = program_.Services.files;
+    const bool mayReplace = CheckReportsOverwrite(program_, paths);
+    files.CreateFolder(folder);
+    for (std::size_t device = 0; device < paths.size(); ++device) {
+        if (!mayReplace && files.IsFile(paths[device])) continue;
+        const TrialReportFacts facts{names[device], txtFilename.Text, now, airTemperature};
+        ReplaceTextFile(files, paths[device], TrialReportText(run_, program_.Center, device, facts));
+    }
 }
 
 }  // namespace bellmark

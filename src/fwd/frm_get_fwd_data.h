@@ -83,7 +83,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void StepSensor(int step);
     void CheckScatter(std::size_t device);
     void CheckLoadCell();
-    void WriteReport(std::size_t device, const DateTime& now, double airTemperature);
     void EndTrial();
     void ShowMessage(int code);
 

@@ -1,5 +1,7 @@
 #include "fwd/fwd_document.h"
 
+#include <algorithm>
+
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
@@ -36,6 +38,11 @@ int FWDDocument::Locations() const {
 
 int FWDDocument::Drops() const {
     return PDDXCount(Value(location, "NumberOfDrops"));
+}
+
+int FWDDocument::Sensors() const {
+    const std::string list = Value(information, "SensorSerialNumbers");
+    return Trim(list).empty() ? 0 : static_cast<int>(std::count(list.begin(), list.end(), ',')) + 1;
 }
 
 std::string FWDDocument::DropField(int drop, int field) const {

@@ -67,6 +67,7 @@ struct IdleResults : ResultsDoor {
     void Open() override {}
     void OpenLoadCell() override {}
     void OpenAccelerometer() override {}
+    void OpenReference() override {}
     void Recompute() override {}
 };
 
