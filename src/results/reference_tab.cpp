@@ -51,8 +51,7 @@ void ReferenceTab::Evaluate() {
     fraDelRefCal.Visible = false;
     optRef.BackColor = colors::window;
     ShowReferenceGains(grdRefCal, run_, trials);
-    txtRefMsg.Text =
-        trials == 0 ? "No reference calibrations have been performed yet." : ReferenceMessages(run_);
+    txtRefMsg.Text = trials == 0 ? "No reference calibrations have been performed yet." : ReferenceMessages(run_);
     ShowReferenceButtons();
     ShowReferenceAdvice();
     ShowRelativeGrid();
@@ -63,7 +62,7 @@ void ReferenceTab::ShowReferenceButtons() {
     const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
     const std::string answerFirst = "Accept or reject the last trial first: it still waits for its answer.";
     const std::string accepted = "The reference calibration is accepted.";
-    cmdAdditionalRefTrial.Caption = trials == 0          ? "&Perform First Reference Trial"
+    cmdAdditionalRefTrial.Caption = trials == 0       ? "&Perform First Reference Trial"
                                     : trials % 2 == 0 ? "&Perform Two More Reference Trials"
                                                       : "&Perform Reference Trial " + NumberText(trials + 1);
     cmdDelRefCal.Caption = "&Delete Reference Trials";
@@ -155,8 +154,7 @@ void ReferenceTab::cmdAdditionalRefTrial_Click() {
 void ReferenceTab::cmdDelRefCal_Click() {
     const int trials = AcceptedReferenceTrials(run_);
     fraDelRefCal.Caption = "Delete Reference Calibrations";
-    lblDelRef.Caption =
-        "Select the Reference Calibration Trials to be Deleted. Then Click OK to continue ...";
+    lblDelRef.Caption = "Select the Reference Calibration Trials to be Deleted. Then Click OK to continue ...";
     ChkDelRef[0].Caption = FirstPairCaption(trials);
     ChkDelRef[1].Caption = SecondPairCaption(trials);
     ChkDelRef[1].Visible = trials > 2;

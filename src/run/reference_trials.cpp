@@ -167,6 +167,8 @@ void JudgeReferenceTrials(CalibrationRun& run, int trials) {
     run.RefTrial = {};
     run.SensorRefMessage = {};
     ForgetInterimGains(run);
+    run.SensorRefCalGood = false;
+    if (counted == 0) return;
     // An open pair leaves the gains of the pairs before it.
     const int paired = static_cast<int>(counted - counted % 2);
     for (std::size_t t = 0; t < counted; ++t) RefCalcStats(run, static_cast<int>(t), paired);

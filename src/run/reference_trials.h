@@ -43,8 +43,8 @@ void RefCalcStats(CalibrationRun& run, int trial, int trials);
 /// Says whether the trials meet the criteria, and stores that and the text in the run.
 void RefCalGood(CalibrationRun& run, int trials);
 
-/// All of it: every trial, the interim gains of the complete pairs, and the judgement. Of trials that are gone, and of
-/// gains without a pair, nothing stays.
+/// All of it: every trial, the interim gains of the complete pairs, and the judgement, which no trial has nothing to
+/// say of. Of trials that are gone, and of gains without a pair, nothing stays.
 void JudgeReferenceTrials(CalibrationRun& run, int trials);
 
 /// What the operator reads of the last judgement: overall first, then the trials that have something to tell.
