@@ -37,6 +37,25 @@ TEST(TriggerSearch, AgreesWithAnAnalysisOfEachLevel) {
     }
 }
 
+// The drop that the levels are compared with differs from what they find by so much.
+TEST(TriggerSearch, ALevelIsGoodWithinFifteenSamplesATenthOfAMillisecondAndAMicron) {
+    const struct {
+        int samples;
+        double milliseconds, microns;
+        bool good;
+    } cases[] = {{14, 0, 0, true},   {-14, 0, 0, true},   {15, 0, 0, false}, {-15, 0, 0, false}, {0, 0.1, 0, true},
+                 {0, -0.1, 0, true}, {0, 0.11, 0, false}, {0, 0, 1, true},   {0, 0, -1, true},   {0, 0, 1.1, false}};
+    DropRecord drop = DropOf(VoltsOf({6000, 7, 0.004, 0, {{3000, 400, 1500}}, {}, {}, 0.3}));
+    AnalyzeAccelSamples(drop, MadeCenter(0.3));
+    for (const auto& test : cases) {
+        DropRecord other = drop;
+        other.PeakIndex += test.samples;
+        other.RiseTime += test.milliseconds;
+        other.PeakMetric += test.microns;
+        EXPECT_EQ(DetermineTrigger(other).levels[14].good, test.good) << test.samples << ' ' << test.milliseconds;
+    }
+}
+
 /// A pulse, and before it a motion that fires the trigger below a level.
 MadeAccelBlock PulseBehindPlateau(double plateau) {
     return {6000, 7, 0.004, 0, {{3000, 400, 1500}}, {}, {1000, plateau != 0 ? 400 : 0, plateau}, 0.3};
