@@ -117,12 +117,14 @@ double AccelerationAt(const AccelPulseModel& pulse, double seconds) {
 double AccelVoltsFor(const CenterConfig& center, double g) {
     const double slope = center.AccelVoltageSlope;
     double volts = (g - center.AccelB) / center.AccelA1 / slope - center.AccelVoltageOffset;
+    double before = volts;
     for (int step = 0; step < 50; ++step) {
         const double w = (volts + center.AccelVoltageOffset) * slope;
         const double rise = slope * (center.AccelA1 + w * (2 * center.AccelA2 + w * 3 * center.AccelA3));
         const double next = volts - (AccelerationOf(center, volts) - g) / rise;
-        if (next == volts) break;
-        volts = next;
+        // In the last digit it may go to and fro.
+        if (next == volts || next == before) break;
+        before = std::exchange(volts, next);
     }
     return volts;
 }

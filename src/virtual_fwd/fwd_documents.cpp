@@ -8,19 +8,18 @@ namespace bellmark::virtual_fwd {
 
 namespace {
 
-constexpr double badReadingFactor = 1.05;
 constexpr const char* gainPicture = "0.0000";
 
 void Set(PDDXFile& document, std::string_view section, std::string_view key, const std::string& value) {
     document.Sections(section).Elements(key).SetValue(value);
 }
 
-/// One item a sensor, numbered from 1.
+/// One item a sensor; item: of its index.
 template <class Item>
-std::string SensorList(const Item& item) {
+std::string SensorList(const VirtualFWD& fwd, const Item& item) {
     std::string list;
-    for (std::size_t sensor = 1; sensor <= sensorDistances.size(); ++sensor) {
-        if (sensor > 1) list += ", ";
+    for (std::size_t sensor = 0; sensor < fwd.sensors.size(); ++sensor) {
+        if (sensor > 0) list += ", ";
         list += item(sensor);
     }
     return list;
@@ -32,6 +31,14 @@ void SetOperation(PDDXFile& document, const std::string& fileName, DateTime now)
     Set(document, section, "StartTime", Format(now, "hh:nn"));
     Set(document, section, "StartDate", Format(now, "dd-mmm-yyyy"));
     Set(document, section, "OperatorName", "F. Driver");
+}
+
+PDDXSection& AddLocation(PDDXFile& document, const std::string& comment, DateTime now) {
+    PDDXSection& location = document.AddTestLocation(0);
+    location.Elements("TestLocation").SetValue("0,0,0");
+    location.Elements("TestTime").SetValue(Format(now, "hh:nn:ss"));
+    location.Elements("TestComment").SetValue(comment);
+    return location;
 }
 
 std::string DropLine(const VirtualFWD& fwd, const DropReading& drop) {
@@ -52,7 +59,7 @@ std::string TextOf(const PDDXFile& document) {
 DropReading ReadDrop(const VirtualFWD& fwd, const DropNumber& number, double truePounds, Random& random) {
     DropReading reading;
     reading.pounds = LoadReading(fwd.loadCell, truePounds, random);
-    reading.microns = DeflectionReadings(truePounds, random);
+    reading.microns = DeflectionReadings(truePounds, fwd.sensors.size(), random);
     if (fwd.badReadings.count(number) > 0) reading.pounds *= badReadingFactor;
     return reading;
 }
@@ -65,26 +72,28 @@ void SetDeviceKeys(PDDXFile& document, const VirtualFWD& fwd, DateTime now) {
     Set(document, units, "SensorsLocationUnits", "millimeter");
 
     const std::string information = "Device Information";
-    Set(document, information, "DeviceDesignationName", fwd.designation);
+    Set(document, information, "DeviceDesignationName", std::string(fwd.make.designation));
     Set(document, information, "DeviceModelNumber", "8002");
     Set(document, information, "DeviceSerialNumber", fwd.serialNumber);
     Set(document, information, "LoadCellSerialNumber", "LC-8002");
-    Set(document, information, "SensorSerialNumbers", SensorList([](auto sensor) { return 'D' + NumberText(sensor); }));
+    Set(document, information, "SensorSerialNumbers",
+        SensorList(fwd, [&](auto sensor) { return fwd.sensors[sensor].serialNumber; }));
     Set(document, information, "DeviceLoadType", "Impulse");
 
     const std::string configuration = "Device Configuration";
     Set(document, configuration, "LoadPlateRadius", NumberText(fwd.loads.radius));
-    Set(document, configuration, "NumberOfDeflectionSensors", NumberText(sensorDistances.size()));
+    Set(document, configuration, "NumberOfDeflectionSensors", NumberText(fwd.sensors.size()));
     Set(document, configuration, "DeflectionSensorXAxisDistances",
-        SensorList([](auto sensor) { return NumberText(sensorDistances[sensor - 1]); }));
-    Set(document, configuration, "DeflectionSensorYAxisDistances", SensorList([](auto) { return "0"; }));
+        SensorList(fwd, [](auto sensor) { return NumberText(sensorDistances[sensor]); }));
+    Set(document, configuration, "DeflectionSensorYAxisDistances", SensorList(fwd, [](auto) { return "0"; }));
 
     const std::string calibration = "Device Calibration";
     const std::string lastCalibration = Format(now - std::chrono::days(365), "dd-mmm-yyyy");
     Set(document, calibration, "LoadCellCalibrationCenterDate", lastCalibration);
     Set(document, calibration, "LoadCellCalibrationCenterGain", Format(fwd.loadCell.initialGain, gainPicture));
     Set(document, calibration, "SensorCalibrationCenterDate", lastCalibration);
-    Set(document, calibration, "SensorCalibrationCenterGain", SensorList([](auto) { return Format(1, gainPicture); }));
+    Set(document, calibration, "SensorCalibrationCenterGain",
+        SensorList(fwd, [&](auto sensor) { return Format(fwd.sensors[sensor].initialGain, gainPicture); }));
 }
 
 std::string ConfigurationText(const VirtualFWD& fwd, DateTime now) {
@@ -94,15 +103,16 @@ std::string ConfigurationText(const VirtualFWD& fwd, DateTime now) {
     return TextOf(document);
 }
 
-std::string TrialText(const VirtualFWD& fwd, int trial, const std::vector<DropReading>& drops, DateTime now) {
+std::string TrialText(const VirtualFWD& fwd, const FWDTrial& trial, DateTime now) {
     PDDXFile document;
-    SetOperation(document, "Trial" + NumberText(trial), now);
+    SetOperation(document, trial.name, now);
     SetDeviceKeys(document, fwd, now);
-    PDDXSection& location = document.AddTestLocation(0);
-    location.Elements("TestLocation").SetValue("0,0,0");
-    location.Elements("TestTime").SetValue(Format(now, "hh:nn:ss"));
-    location.Elements("TestComment").SetValue("Load cell calibration, trial " + NumberText(trial));
-    for (const DropReading& drop : drops) location.AddDropData(0).SetValue(DropLine(fwd, drop));
+    const std::size_t dropsOfLocation = trial.drops.size() / static_cast<std::size_t>(trial.locations);
+    PDDXSection* location = nullptr;
+    for (std::size_t drop = 0; drop < trial.drops.size(); ++drop) {
+        if (drop % dropsOfLocation == 0) location = &AddLocation(document, trial.comment, now);
+        location->AddDropData(0).SetValue(DropLine(fwd, trial.drops[drop]));
+    }
     return TextOf(document);
 }
 

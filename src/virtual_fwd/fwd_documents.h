@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/date_time.h"
+#include "virtual_fwd/deflection_sensors.h"
 #include "virtual_fwd/drop_number.h"
 #include "virtual_fwd/fwd_readings.h"
 
@@ -15,22 +16,34 @@ class PDDXFile;
 /// The files that an imaginary FWD's operating system writes: PDDX documents.
 namespace bellmark::virtual_fwd {
 
+/// By what a reading that is wrong on request is too large.
+inline constexpr double badReadingFactor = 1.05;
+
 struct VirtualFWD {
-    std::string designation;
+    FWDMake make;
     std::string serialNumber;
     FWDLoadCell loadCell;
     LoadForm loads;
     DeflectionForm deflections;
+    std::vector<DeflectionSensor> sensors;
     std::set<DropNumber> badReadings;  ///< loads that are read 5 % too large
 };
 
 struct DropReading {
     double pounds = 0;
-    std::array<double, sensorDistances.size()> microns{};
+    std::vector<double> microns;  ///< one a sensor
 };
 
-/// What the FWD reads of a drop, before it is written in the FWD's units and resolution.
+/// What the FWD reads of a drop on the road, before it is written in the FWD's units and resolution.
 DropReading ReadDrop(const VirtualFWD& fwd, const DropNumber& number, double truePounds, Random& random);
+
+/// One file of drops.
+struct FWDTrial {
+    std::string name;  ///< of the file, without its extension
+    std::string comment;
+    std::vector<DropReading> drops;
+    int locations = 1;  ///< over which the drops are spread evenly; a divisor of their number
+};
 
 /// Sets what the FWD tells of itself: serial numbers, sensors, gains and units. now: for the dates of the last
 /// calibration, a year ago.
@@ -39,10 +52,10 @@ void SetDeviceKeys(PDDXFile& document, const VirtualFWD& fwd, DateTime now);
 /// The FWD's configuration.
 std::string ConfigurationText(const VirtualFWD& fwd, DateTime now);
 
-/// The drops of one trial as one test location: field 1 of "DropData_n" is the load, the others are the deflections.
-std::string TrialText(const VirtualFWD& fwd, int trial, const std::vector<DropReading>& drops, DateTime now);
+/// The drops of one trial: field 1 of "DropData_n" is the load, the others are the deflections.
+std::string TrialText(const VirtualFWD& fwd, const FWDTrial& trial, DateTime now);
 
-/// What the FWD's readings were made of, "name=value" a line; "BadReading.1-H2D3" is by what that reading was
+/// What the load cell's readings were made of, "name=value" a line; "BadReading.1-H2D3" is by what that reading was
 /// multiplied.
 std::string TrueGainsText(const VirtualFWD& fwd);
 

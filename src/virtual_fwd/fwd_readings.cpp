@@ -56,11 +56,12 @@ double LoadReading(const FWDLoadCell& cell, double truePounds, Random& random) {
     return truePounds * cell.initialGain / cell.trueGain * (1 + cell.scatter * Gaussian(random)) + cell.offsetPounds;
 }
 
-std::array<double, sensorDistances.size()> DeflectionReadings(double truePounds, Random& random) {
+std::vector<double> DeflectionReadings(double truePounds, std::size_t sensors, Random& random) {
     constexpr double basinPounds = 9000;
-    std::array<double, sensorDistances.size()> microns{310, 262, 235, 200, 170, 124, 93, 71, 56};
-    for (double& deflection : microns)
-        deflection *= truePounds / basinPounds * (1 + deflectionScatter * Gaussian(random));
+    constexpr std::array<double, maxSensors> basin{310, 262, 235, 200, 170, 124, 93, 71, 56, 46, 38, 32};
+    std::vector<double> microns;
+    for (std::size_t sensor = 0; sensor < sensors; ++sensor)
+        microns.push_back(basin[sensor] * (truePounds / basinPounds * (1 + deflectionScatter * Gaussian(random))));
     return microns;
 }
 

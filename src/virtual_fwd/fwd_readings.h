@@ -4,8 +4,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/machine.h"
+#include "run/calibration_run.h"
 
 /// What an imaginary FWD reads of a drop the true peak of which is known, and how it writes that down.
 namespace bellmark::virtual_fwd {
@@ -22,11 +24,12 @@ struct FWDLoadCell {
 /// that the regression of the true on the read peaks has the slope trueGain / initialGain.
 double LoadReading(const FWDLoadCell& cell, double truePounds, Random& random);
 
-/// Places of the deflection sensors behind the center of the load plate, mm.
-inline constexpr std::array<int, 9> sensorDistances{0, 200, 300, 450, 600, 900, 1200, 1500, 1800};
+/// Places of the deflection sensors behind the center of the load plate, mm; an FWD with fewer has the first of them.
+inline constexpr std::array<int, maxSensors> sensorDistances{0,    200,  300,  450,  600,  900,
+                                                             1200, 1500, 1800, 2100, 2400, 2700};
 
-/// Peak deflections under the sensors, microns: a basin as of a sound flexible pavement, in proportion to the load.
-std::array<double, sensorDistances.size()> DeflectionReadings(double truePounds, Random& random);
+/// Peak deflections under so many sensors, microns: a basin as of a sound flexible pavement, in proportion to the load.
+std::vector<double> DeflectionReadings(double truePounds, std::size_t sensors, Random& random);
 
 /// One way in which FWDs write loads.
 struct LoadForm {

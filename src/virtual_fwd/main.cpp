@@ -24,8 +24,10 @@ Writes an imaginary calibration center and what was measured there of one FWD:
   Review/                    a calibration of load cell and deflection sensors to be gone through with the simulated
                              board; TruePeaks.txt tells what each drop really was
   FWD/Configuration.ddx      the FWD's configuration
-  FWD/Trial1.ddx ...         the FWD's peaks of the same drops, one file a trial
-  FWD/TrueGains.txt          "name=value" a line: the gain that the calibration should find, and what was done to the
+  FWD/Trial1.ddx ...         the FWD's peaks of the load cell's drops, one file a trial
+  FWD/Reference1.ddx ...     what its deflection sensors, all in the sensor stand, read of the accelerometer's drops
+  FWD/Relative1.ddx ...      and of the 40 drops of a relative trial
+  FWD/TrueGains.txt          "name=value" a line: the gains that the calibration should find, and what was done to the
                              readings
 
   --seed N            of the random numbers (2012)
@@ -52,6 +54,8 @@ too):
                       the ground), high (beyond the accelerometer's range), none (no pulse) or restless (initial burst)
 
 The FWD:
+  --make M            dynatest, carlbro (loads in kPa, gains of its sensors about 10.8), jils or kuab (deflections to
+                      1 micron, sensors are numbered from 0): its name and what it writes (dynatest)
   --initial-gain G    gain that its load cell works with, four decimals (1)
   --true-gain G       gain that would be right (drawn between 0.985 and 1.015): a reading is the true load x initial
                       gain / true gain
@@ -62,7 +66,24 @@ The FWD:
                       or units) or kN. The first three fit --units english, the others metric (lbf, kN)
   --fwd-deflection-units U  mils or microns (as --units)
   --fwd-resolution R  smallest step of a load, in the file's unit, 0.0001 to 1000 (lbf 1, kip 0.001, psi 0.01, kPa 0.1,
-                      kN 0.01); deflections have 0.01 mils or 0.1 microns
+                      kN 0.01)
+  --fwd-deflection-resolution R  smallest step of a deflection, in the file's unit, 0.0001 to 1000 (0.01 mils, 0.1
+                      microns)
+
+Its deflection sensors. The true gain of each is drawn within 1.5 % of its initial gain. S is a sensor's number as the
+make counts, T a trial:
+  --sensors N         5 to 12 (9)
+  --sensor-gains G    initial gains, one for all or a comma list of one each, four decimals (1; carlbro: drawn between
+                      10.7 and 10.9)
+  --sensor-scatter S  standard deviation of a reading, as a share of it (0.001)
+  --stand-effect S    by what share one end of the stand moves more than its middle, and the other less; it is turned
+                      over after each trial (0.001)
+  --relative-trials N 0 to 4 (2)
+  --relative-locations N  1 or 4: over which test locations a relative trial's drops are spread (1)
+  --bad-sensor S      scatters so that its standard error is too large
+  --bad-sensor-reading T-HnDn:S  sensor S reads this drop of reference trial T 5 % too large; may be given many times
+  --reversed-sensors T  in the file of reference trial T the sensors are in opposite order; may be given many times
+  --missing-sensor T:S  sensor S is missing in the file of reference trial T; may be given many times
 )";
 
 struct CommandLineError {
@@ -106,14 +127,34 @@ void AddSpoiled(std::map<DropNumber, Kind>& spoiled, const std::string& text,
     spoiled[Drop(text.substr(0, equal))] = *kind;
 }
 
+/// "1-H2D3:4", a number before the colon and a sensor's behind it.
+template <class Read>
+auto BeforeColon(const std::string& text, const Read& read) {
+    const auto colon = text.find(':');
+    if (colon == std::string::npos) throw CommandLineError{"\"" + text + "\" does not tell a sensor"};
+    return std::pair(read(text.substr(0, colon)), Number(text.substr(colon + 1), 0, static_cast<int>(maxSensors)));
+}
+
+std::vector<double> Gains(const std::string& text) {
+    std::vector<double> gains;
+    for (const std::string& gain : Split(text, ',')) gains.push_back(Amount(gain, 0.001, 1000));
+    return gains;
+}
+
+int Locations(const std::string& text) {
+    const int locations = Number(text, 1, 4);
+    if (locations != 1 && locations != 4) throw CommandLineError{"the drops are spread over 1 or 4 locations"};
+    return locations;
+}
+
 bool ReadUnits(const std::string& text) {
     if (text != "english" && text != "metric") throw CommandLineError{"units are english or metric"};
     return text == "metric";
 }
 
 template <class Form>
-Form Known(const std::optional<Form>& form, const std::string& text) {
-    if (!form) throw CommandLineError{"\"" + text + "\" is no unit of an FWD's file"};
+Form Known(const std::optional<Form>& form, const std::string& text, const char* what = "unit of an FWD's file") {
+    if (!form) throw CommandLineError{"\"" + text + "\" is no " + what};
     return *form;
 }
 
@@ -152,6 +193,27 @@ OptionReaders ReadersOf(CommandLine& line) {
             {"--fwd-resolution", [&](auto& text) { fwd.loadResolution = Amount(text, 0.0001, 1000); }}};
 }
 
+int TrialNumber(const std::string& text) {
+    return Number(text, 1, 4);
+}
+
+/// Those of the deflection sensors.
+OptionReaders SensorReadersOf(FWDOptions& fwd) {
+    SensorOptions& sensors = fwd.sensors;
+    return {{"--make", [&](auto& text) { fwd.make = Known(MakeNamed(text), text, "make"); }},
+            {"--fwd-deflection-resolution", [&](auto& text) { fwd.deflectionResolution = Amount(text, 0.0001, 1000); }},
+            {"--sensors", [&](auto& text) { sensors.count = Number(text, 5, static_cast<int>(maxSensors)); }},
+            {"--sensor-gains", [&](auto& text) { sensors.initialGains = Gains(text); }},
+            {"--sensor-scatter", [&](auto& text) { sensors.scatter = Amount(text); }},
+            {"--stand-effect", [&](auto& text) { sensors.standEffect = Amount(text); }},
+            {"--relative-trials", [&](auto& text) { sensors.relativeTrials = Number(text, 0, 4); }},
+            {"--relative-locations", [&](auto& text) { sensors.relativeLocations = Locations(text); }},
+            {"--bad-sensor", [&](auto& text) { sensors.badSensor = Number(text, 0, static_cast<int>(maxSensors)); }},
+            {"--bad-sensor-reading", [&](auto& text) { sensors.badReadings.insert(BeforeColon(text, Drop)); }},
+            {"--reversed-sensors", [&](auto& text) { sensors.reversedTrials.insert(TrialNumber(text)); }},
+            {"--missing-sensor", [&](auto& text) { sensors.missing.insert(BeforeColon(text, TrialNumber)); }}};
+}
+
 void RefuseMissingDrop(const CenterOptions& options, int trials, const DropNumber& number) {
     const auto within = [](int value, int most) { return value >= 1 && value <= most; };
     if (within(number.trial, trials) && within(number.height, options.heights) && within(number.drop, options.drops))
@@ -159,10 +221,45 @@ void RefuseMissingDrop(const CenterOptions& options, int trials, const DropNumbe
     throw CommandLineError{"there is no drop " + DropNumberText(number)};
 }
 
+void RefuseMissingSensor(const FWDOptions& fwd, int sensor) {
+    const int index = sensor - fwd.make.firstSensorNumber;
+    if (index < 0 || index >= fwd.sensors.count) throw CommandLineError{"there is no sensor " + NumberText(sensor)};
+}
+
+void RefuseMissingTrial(const CenterOptions& options, int trial) {
+    if (trial > options.referenceTrials) throw CommandLineError{"there is no reference trial " + NumberText(trial)};
+}
+
+void RefuseWrongSensorOptions(const CenterOptions& options) {
+    const SensorOptions& sensors = options.fwd.sensors;
+    if (sensors.badSensor) RefuseMissingSensor(options.fwd, *sensors.badSensor);
+    for (const auto& [number, sensor] : sensors.badReadings) {
+        RefuseMissingDrop(options, options.referenceTrials, number);
+        RefuseMissingSensor(options.fwd, sensor);
+    }
+    for (const int trial : sensors.reversedTrials) RefuseMissingTrial(options, trial);
+    for (const auto& [trial, sensor] : sensors.missing) {
+        RefuseMissingTrial(options, trial);
+        RefuseMissingSensor(options.fwd, sensor);
+    }
+    const std::size_t gains = sensors.initialGains.size();
+    if (gains > 1 && gains != static_cast<std::size_t>(sensors.count))
+        throw CommandLineError{NumberText(sensors.count) + " sensors do not have " + NumberText(gains) + " gains"};
+}
+
+void RefuseWrongDrops(const CenterOptions& options) {
+    for (const auto& [number, spoil] : options.spoiled) RefuseMissingDrop(options, options.trials, number);
+    for (const auto& [number, spoil] : options.spoiledReference)
+        RefuseMissingDrop(options, options.referenceTrials, number);
+    for (const DropNumber& number : options.fwd.badReadings) RefuseMissingDrop(options, options.trials, number);
+}
+
 CommandLine ReadCommandLine(const std::vector<std::string>& words) {
     CommandLine line;
     line.options.referenceTrials = 2;
-    const OptionReaders readers = ReadersOf(line);
+    line.options.fwd.sensors.relativeTrials = 2;
+    OptionReaders readers = ReadersOf(line);
+    readers.merge(SensorReadersOf(line.options.fwd));
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string& word = words[i];
         if (word == "--help" || word == "-h") {
@@ -178,12 +275,8 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
         }
     }
     if (!line.help && !line.folder) throw CommandLineError{"--folder is missing"};
-    for (const auto& [number, spoil] : line.options.spoiled)
-        RefuseMissingDrop(line.options, line.options.trials, number);
-    for (const auto& [number, spoil] : line.options.spoiledReference)
-        RefuseMissingDrop(line.options, line.options.referenceTrials, number);
-    for (const DropNumber& number : line.options.fwd.badReadings)
-        RefuseMissingDrop(line.options, line.options.trials, number);
+    RefuseWrongDrops(line.options);
+    RefuseWrongSensorOptions(line.options);
     return line;
 }
 

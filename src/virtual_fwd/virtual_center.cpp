@@ -25,6 +25,9 @@ constexpr double dropToDropShare = 0.006;  ///< standard deviation of the mass's
 constexpr std::array<double, 4> targetMicrons{250, 400, 600, 900};
 constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;    ///< far from any seed that is asked for
 constexpr std::uint64_t firstAccelSeed = 0xC2B2AE3D27D4EB4F;  ///< and from the FWD's
+constexpr std::uint64_t firstSensorSeed = 0x165667B19E3779F9;
+constexpr std::uint64_t firstReferenceSeed = 0x27D4EB2F165667C5;
+constexpr std::uint64_t firstRelativeSeed = 0x85EBCA77C2B2AE63;
 
 /// What of a stored run a review needs to begin.
 std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const VirtualFWD& fwd, const Path& file,
@@ -143,32 +146,75 @@ std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOpti
     return truePeaks;
 }
 
-/// The drops on the reference accelerometer.
-void WriteAccelDrops(DropWriter& writer, const CenterOptions& options, const CenterConfig& center, std::string& lines) {
+using StandTrials = std::map<int, std::vector<StandDrop>>;
+
+/// The drops on the reference accelerometer, and how they really were.
+StandTrials WriteAccelDrops(DropWriter& writer, const CenterOptions& options, const CenterConfig& center,
+                            std::string& lines) {
     Random random(options.seed + firstAccelSeed);
+    StandTrials trials;
     lines += "Reference trial\tHeight\tDrop\tPeak (microns)\tPeak (mils)\r\n";
     ForEachDrop(options, options.referenceTrials, [&](const DropNumber& number) {
         const AccelPulseModel pulse = DrawAccelPulse(options, number, random);
         const std::vector<float> burst = CaptureAccelBurst(center, pulse, random);
         writer.WriteAccelDrop(number, burst, CaptureAccelVolts(center, pulse, random));
-        const double microns = TruePeakMicrons(pulse);
-        lines += TruePeakLine(number, Format(microns, "0.00"), Format(microns / micronsPerMil, "0.0000"));
+        const StandDrop& drop = trials[number.trial].emplace_back(StandDropOf(number, pulse));
+        lines += TruePeakLine(number, Format(drop.microns, "0.00"), Format(drop.microns / micronsPerMil, "0.0000"));
     });
+    return trials;
 }
 
-void WriteFWD(FileSystem& files, const Path& folder, const VirtualFWD& fwd,
-              const std::map<DropNumber, double>& truePeaks, Random& random, DateTime now) {
-    files.CreateFolder(folder);
-    ReplaceTextFile(files, folder / "Configuration.ddx", ConfigurationText(fwd, now));
-    std::map<int, std::vector<DropReading>> trials;
-    for (const auto& [number, pounds] : truePeaks) {
-        // Where the reference load cell is connected the wrong way round, the FWD's own is not.
-        trials[number.trial].push_back(ReadDrop(fwd, number, std::abs(pounds), random));
+/// The files of one imaginary FWD.
+class FWDWriter {
+  public:
+    FWDWriter(FileSystem& files, Path folder, const CenterOptions& options, const VirtualFWD& fwd, DateTime now)
+        : files_(files), folder_(std::move(folder)), options_(options), fwd_(fwd), now_(now) {
+        files_.CreateFolder(folder_);
     }
-    for (const auto& [trial, drops] : trials)
-        ReplaceTextFile(files, folder / ("Trial" + NumberText(trial) + ".ddx"), TrialText(fwd, trial, drops, now));
-    ReplaceTextFile(files, folder / "TrueGains.txt", TrueGainsText(fwd));
-}
+
+    void WriteLoadCell(const std::map<DropNumber, double>& truePeaks, Random& random) {
+        Write("Configuration", ConfigurationText(fwd_, now_));
+        std::map<int, std::vector<DropReading>> trials;
+        for (const auto& [number, pounds] : truePeaks) {
+            // Where the reference load cell is connected the wrong way round, the FWD's own is not.
+            trials[number.trial].push_back(ReadDrop(fwd_, number, std::abs(pounds), random));
+        }
+        for (const auto& [trial, drops] : trials) {
+            const std::string name = "Trial" + NumberText(trial);
+            Write(name, TrialText(fwd_, {name, "Load cell calibration, trial " + NumberText(trial), drops}, now_));
+        }
+    }
+
+    void WriteSensors(const StandTrials& referenceTrials) {
+        const SensorOptions& asked = options_.fwd.sensors;
+        Random reference(options_.seed + firstReferenceSeed);
+        for (const auto& [trial, drops] : referenceTrials) {
+            Write("Reference" + NumberText(trial), ReferenceTrialText(fwd_, asked, trial, drops, reference, now_));
+        }
+        Random relative(options_.seed + firstRelativeSeed);
+        for (int trial = 1; trial <= asked.relativeTrials; ++trial) {
+            const std::vector<StandDrop> drops = DrawRelativeDrops(options_, trial, relative);
+            Write("Relative" + NumberText(trial), RelativeTrialText(fwd_, asked, trial, drops, relative, now_));
+        }
+    }
+
+    void WriteTrueGains() {
+        const bool sensorsAreTold = options_.referenceTrials > 0 || options_.fwd.sensors.relativeTrials > 0;
+        ReplaceTextFile(files_, folder_ / "TrueGains.txt",
+                        TrueGainsText(fwd_) + (sensorsAreTold ? SensorGainsText(fwd_, options_.fwd.sensors) : ""));
+    }
+
+  private:
+    void Write(const std::string& name, const std::string& text) {
+        ReplaceTextFile(files_, folder_ / (name + ".ddx"), text);
+    }
+
+    FileSystem& files_;
+    Path folder_;
+    const CenterOptions& options_;
+    const VirtualFWD& fwd_;
+    DateTime now_;
+};
 
 }  // namespace
 
@@ -190,18 +236,45 @@ AccelPulseModel DrawAccelPulse(const CenterOptions& options, const DropNumber& n
     return pulse;
 }
 
+StandDrop StandDropOf(const DropNumber& number, const AccelPulseModel& pulse) {
+    const auto height = static_cast<std::size_t>(number.height - 1);
+    const double microns = TruePeakMicrons(pulse);
+    return {number, microns, targetPounds[height] / targetMicrons[height] * microns};
+}
+
+std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial, Random& random) {
+    constexpr int drops = 40;
+    // Drops of one height right after each other repeat better than those of a trial that goes through the heights.
+    constexpr double repeatShare = 0.002;
+    constexpr double warmingShare = 0.01;
+    const auto height = static_cast<std::size_t>(options.heights - 1);
+    const double middle = targetMicrons[height] * (1 + dropToDropShare * Gaussian(random));
+    std::vector<StandDrop> list;
+    for (int drop = 1; drop <= drops; ++drop) {
+        const double warming = warmingShare * (static_cast<double>(drop - 1) / (drops - 1) - 0.5);
+        const double microns = middle * (1 + warming) * (1 + repeatShare * Gaussian(random));
+        list.push_back(
+            {{trial, options.heights, drop}, microns, targetPounds[height] / targetMicrons[height] * microns});
+    }
+    return list;
+}
+
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random) {
     const FWDOptions& asked = options.fwd;
     // Few enough digits that TrueGains.txt tells all of the gain.
     const double drawnGain = Round(0.985 + 0.03 * random.Next(), 5);
     VirtualFWD fwd;
-    fwd.designation = "FWD-101";
+    fwd.make = asked.make;
     fwd.serialNumber = "8002-101";
     fwd.loadCell = {Round(asked.initialGain, 4), asked.trueGain.value_or(drawnGain), asked.scatter, asked.offsetPounds};
-    fwd.loads = asked.loads ? *asked.loads : LoadFormNamed(options.metric ? "kN" : "lbf").value();
+    fwd.loads = asked.loads ? *asked.loads : LoadFormNamed(options.metric ? asked.make.metricLoads : "lbf").value();
     fwd.loads.resolution = asked.loadResolution.value_or(fwd.loads.resolution);
     fwd.deflections =
         asked.deflections ? *asked.deflections : DeflectionFormNamed(options.metric ? "microns" : "mils").value();
+    if (fwd.deflections.name == "microns") fwd.deflections.resolution = asked.make.micronResolution;
+    fwd.deflections.resolution = asked.deflectionResolution.value_or(fwd.deflections.resolution);
+    Random sensorRandom(options.seed + firstSensorSeed);
+    fwd.sensors = MakeSensors(asked.make, asked.sensors, sensorRandom);
     fwd.badReadings = asked.badReadings;
     return fwd;
 }
@@ -278,7 +351,8 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
 
     CalibrationRun run;
     run.DeviceOwner = "Sample Road Agency";
-    run.DeviceName = fwd.designation;
+    run.Manufacturer = fwd.make.make;
+    run.DeviceName = fwd.make.designation;
     run.DeviceSerialNumber = fwd.serialNumber;
     run.EnglishUnits = !options.metric;
     run.NumberLoadLevels = options.heights;
@@ -296,9 +370,12 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
     DropWriter writer(files, review, options, run, today, now);
     std::string lines;
     const auto truePeaks = WriteLoadDrops(writer, options, lines);
-    WriteAccelDrops(writer, options, today, lines);
+    const StandTrials standTrials = WriteAccelDrops(writer, options, today, lines);
     ReplaceTextFile(files, review / "TruePeaks.txt", lines);
-    WriteFWD(files, programFolder / "FWD", fwd, truePeaks, fwdRandom, now);
+    FWDWriter fwdWriter(files, programFolder / "FWD", options, fwd, now);
+    fwdWriter.WriteLoadCell(truePeaks, fwdRandom);
+    fwdWriter.WriteSensors(standTrials);
+    fwdWriter.WriteTrueGains();
 }
 
 }  // namespace bellmark::virtual_fwd

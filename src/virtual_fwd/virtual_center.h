@@ -10,11 +10,13 @@
 #include "virtual_fwd/drop_number.h"
 #include "virtual_fwd/fwd_documents.h"
 #include "virtual_fwd/load_pulse.h"
+#include "virtual_fwd/sensor_trials.h"
 
 namespace bellmark::virtual_fwd {
 
-/// What of the FWD is asked for; what is not asked for follows the run's units and the seed.
+/// What of the FWD is asked for; what is not asked for follows make, units and the seed.
 struct FWDOptions {
+    FWDMake make = MakeNamed("dynatest").value();
     std::optional<double> trueGain;  ///< else drawn within 0.985..1.015
     double initialGain = 1;          ///< FWDs keep four decimals of it
     double scatter = 0.001;
@@ -22,7 +24,9 @@ struct FWDOptions {
     std::optional<LoadForm> loads;
     std::optional<double> loadResolution;
     std::optional<DeflectionForm> deflections;
+    std::optional<double> deflectionResolution;
     std::set<DropNumber> badReadings;
+    SensorOptions sensors;
 };
 
 struct CenterOptions {
@@ -49,7 +53,8 @@ CenterConfig VirtualCenter(bool metric, DateTime today);
 /// today: its gain is a little low, the shunt multiplier makes up for it.
 LoadCellModel VirtualLoadCell();
 
-/// The FWD that is calibrated there. Takes one random number, whether the true gain is drawn or given.
+/// The FWD that is calibrated there. Takes one random number, whether the true gain is drawn or given; its sensors'
+/// gains are of a stream of their own.
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random);
 
 /// One drop as the mass makes it: its peak near the height's target, in what the options ask for.
@@ -59,9 +64,17 @@ PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Ran
 /// stays as it is.
 AccelPulseModel DrawAccelPulse(const CenterOptions& options, const DropNumber& number, Random& random);
 
+/// The drop as the FWD's sensors see it beside the accelerometer.
+StandDrop StandDropOf(const DropNumber& number, const AccelPulseModel& pulse);
+
+/// The 40 drops of a relative trial, at the highest height. They rise a little from first to last, since the buffers
+/// that the mass falls on grow warm.
+std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial, Random& random);
+
 /// Writes the program folder of the imaginary center: its configuration; the folder "Review" of a calibration of which
 /// configuration, run and drops are there to be gone through again; the folder "FWD" with what the FWD wrote of the
-/// same drops. Review/TruePeaks.txt lists what each drop really was, FWD/TrueGains.txt what a calibration should find.
+/// same drops, and of those of relative trials. Review/TruePeaks.txt lists what each drop really was, FWD/TrueGains.txt
+/// what a calibration should find.
 /// Deterministic for a seed but for the dates.
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now);
 

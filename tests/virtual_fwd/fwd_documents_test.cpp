@@ -46,7 +46,8 @@ const LoadUnitCase loadUnitCases[] = {
 };
 
 TEST(FWDDocuments, LoadsInEveryUnitAreTheTrueOnes) {
-    VirtualFWD fwd;
+    Random drawn(1);
+    VirtualFWD fwd = MakeFWD({}, drawn);
     fwd.loadCell = {1, 1.01, 0, 0};
     fwd.deflections = DeflectionFormNamed("mils").value();
     for (const LoadUnitCase& unit : loadUnitCases) {
@@ -56,7 +57,8 @@ TEST(FWDDocuments, LoadsInEveryUnitAreTheTrueOnes) {
         const double truePounds[] = {6025.14, 16100.5};
         MemoryFileSystem files;
         files.contents["Trial1.ddx"] = TrialText(
-            fwd, 1, {ReadDrop(fwd, {}, truePounds[0], random), ReadDrop(fwd, {}, truePounds[1], random)}, now);
+            fwd, {"Trial1", "", {ReadDrop(fwd, {}, truePounds[0], random), ReadDrop(fwd, {}, truePounds[1], random)}},
+            now);
         PDDXFile document;
         EXPECT_EQ(ReadPDDXFile(files, "Trial1.ddx", document, false).numberOfSensors, 9);
         EXPECT_EQ(document.Sections("Deflection Data").Elements("NumberOfTestLocations").Value(), "1");
@@ -78,7 +80,8 @@ TEST(FWDDocuments, LoadsInEveryUnitAreTheTrueOnes) {
 }
 
 TEST(FWDDocuments, DeflectionsFillTheFieldsBehindTheLoad) {
-    VirtualFWD fwd;
+    Random drawn(1);
+    VirtualFWD fwd = MakeFWD({}, drawn);
     fwd.loads = LoadFormNamed("lbf").value();
     struct Case {
         const char* units;
@@ -90,7 +93,7 @@ TEST(FWDDocuments, DeflectionsFillTheFieldsBehindTheLoad) {
         SCOPED_TRACE(units);
         fwd.deflections = DeflectionFormNamed(units).value();
         Random random(1);
-        const ProfileStrings file(TrialText(fwd, 1, {ReadDrop(fwd, {}, 9000, random)}, now));
+        const ProfileStrings file(TrialText(fwd, {"Trial1", "", {ReadDrop(fwd, {}, 9000, random)}}, now));
         EXPECT_EQ(file.Get("Units", "DeflectionUnits"), units);
         const auto fields = Split(file.Get("Test Location 1", "DropData_1"), ',');
         ASSERT_EQ(fields.size(), 10U);
@@ -164,6 +167,8 @@ TEST(FWDDocuments, ReferenceDropsBelongToTheTruePeaks) {
     ASSERT_EQ(lines.size(), 47U);
     EXPECT_EQ(lines[16], "Reference trial\tHeight\tDrop\tPeak (microns)\tPeak (mils)");
 
+    const ProfileStrings gains("[G]\r\n" + templates.Text("FWD/TrueGains.txt"));
+    const double gain = ReadNumber(gains.Get("G", "Sensor5.TrueGain"));
     options.templateForm = false;
     options.spoiledReference[{2, 3, 5}] = AccelSpoil::Restless;
     const WrittenCenter saved(options);
@@ -179,7 +184,15 @@ TEST(FWDDocuments, ReferenceDropsBelongToTheTruePeaks) {
         EXPECT_NEAR(ReadNumber(drop.Get("Drop", "Initial Burst Abs.Acceleration (g)")), 1, 0.002);
         const std::string volts = templates.Text(Path("Review") / templateFile);
         EXPECT_EQ(SplitLines(volts).size(), 15000U);
+
+        // The FWD's sensors saw the same drop.
+        const std::string folder = "FWD/Reference" + fields[0];
+        const ProfileStrings trial(saved.Text(folder + ".ddx"));
+        const auto read = Split(trial.Get("Test Location 1", line == 46 ? "DropData_15" : "DropData_1"), ',');
+        ASSERT_EQ(read.size(), 10U);
+        EXPECT_NEAR(ReadNumber(read[5]) * gain, ReadNumber(fields[4]), 0.006 * ReadNumber(fields[4]));
     }
+    EXPECT_EQ(saved.Text("FWD/Reference1.ddx"), templates.Text("FWD/Reference1.ddx"));
 }
 
 TEST(FWDDocuments, SeedDecidesAndWhatIsGivenChangesNothingElse) {
