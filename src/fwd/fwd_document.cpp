@@ -9,7 +9,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr const char* location = "Test Location 1";
+constexpr const char* firstLocation = "Test Location 1";
 constexpr const char* information = "Device Information";
 constexpr const char* calibration = "Device Calibration";
 
@@ -35,11 +35,15 @@ int FWDDocument::Locations() const {
 }
 
 int FWDDocument::Drops() const {
-    return PDDXCount(Value(location, "NumberOfDrops"));
+    return PDDXCount(Value(firstLocation, "NumberOfDrops"));
 }
 
 std::string FWDDocument::DropField(int drop, int field) const {
-    return TrimmedField(Value(location, "DropData_" + NumberText(drop)), field);
+    return DropFieldAt(1, drop, field);
+}
+
+std::string FWDDocument::DropFieldAt(int location, int drop, int field) const {
+    return TrimmedField(Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop)), field);
 }
 
 std::string FWDDocument::DeviceSerialNumber() const {
