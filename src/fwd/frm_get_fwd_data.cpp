@@ -156,20 +156,11 @@ bool frmGetFWDData::TakeFile(const FWDFile& file) {
     document_.replace_extension(".ddx");
     PDDXFile document;
     const bool readable = ReadPDDXFile(program_.Services.files, document_, document, false).readable;
-    if (!MayUse(document) || !ReadFWDPeakData(document, readable)) return false;
+    if (!MayUseDocument(program_, document) || !ReadFWDPeakData(document, readable)) return false;
     run_.GraphSeen = {};
     CompareDevices();
     CheckLoadCell();
     return true;
-}
-
-bool frmGetFWDData::MayUse(const PDDXFile& document) {
-    const auto differences = DifferencesFromRun(document, run_);
-    if (differences.empty()) return true;
-    std::string question = "This file is of another device:\r\n";
-    for (const std::string& difference : differences) question += "     " + difference + "\r\n";
-    question += "Do you want to use it all the same?";
-    return program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
 }
 
 bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
@@ -187,15 +178,9 @@ bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
 
 bool frmGetFWDData::CanBeUsed(const FWDPeaks& peaks) {
     if (!peaks.unreadable.empty()) {
-        constexpr std::size_t mostListed = 10;
-        std::string text = "These drops of the file have no peak that can be used:\r\n";
-        for (std::size_t i = 0; i < std::min(mostListed, peaks.unreadable.size()); ++i) {
-            text += "     " + peaks.unreadable[i] + "\r\n";
-        }
-        if (peaks.unreadable.size() > mostListed) {
-            text += "     and " + NumberText(peaks.unreadable.size() - mostListed) + " more\r\n";
-        }
-        program_.ShowBox(text + "Please check the data file and its units, and try Browse again.", box::exclamation);
+        program_.ShowBox("These drops of the file have no peak that can be used:\r\n" + ListedLines(peaks.unreadable) +
+                             "Please check the data file and its units, and try Browse again.",
+                         box::exclamation);
         return false;
     }
     if (!peaks.withoutGain.empty()) {

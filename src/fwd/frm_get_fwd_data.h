@@ -74,7 +74,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void ReviewDrop(int index);
     bool TakeFile(const FWDFile& file);
     bool ReadFWDPeakData(const PDDXFile& document, bool readable);
-    bool MayUse(const PDDXFile& document);
     bool CanBeUsed(const FWDPeaks& peaks);
     void CompareDevices();
     void ShowDevice(std::size_t device, const OriginRegression& fit);

@@ -11,7 +11,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr const char* location = "Test Location 1";
+constexpr const char* firstLocation = "Test Location 1";
 constexpr const char* information = "Device Information";
 constexpr const char* calibration = "Device Calibration";
 
@@ -37,7 +37,7 @@ int FWDDocument::Locations() const {
 }
 
 int FWDDocument::Drops() const {
-    return PDDXCount(Value(location, "NumberOfDrops"));
+    return PDDXCount(Value(firstLocation, "NumberOfDrops"));
 }
 
 int FWDDocument::Sensors() const {
@@ -46,7 +46,11 @@ int FWDDocument::Sensors() const {
 }
 
 std::string FWDDocument::DropField(int drop, int field) const {
-    return TrimmedField(Value(location, "DropData_" + NumberText(drop)), field);
+    return DropFieldAt(1, drop, field);
+}
+
+std::string FWDDocument::DropFieldAt(int location, int drop, int field) const {
+    return TrimmedField(Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop)), field);
 }
 
 std::string FWDDocument::DeviceSerialNumber() const {
