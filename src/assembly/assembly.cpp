@@ -13,6 +13,8 @@
 #include "reference/frm_bellmark_accel_trigger.h"
 #include "reference/frm_flip_calibration.h"
 #include "reference/frm_prerequisites.h"
+#include "relative/frm_center_rel_plot.h"
+#include "relative/frm_center_relative.h"
 #include "results/frm_report.h"
 #include "results/frm_results.h"
 #include "setup/frm_setup.h"
@@ -41,6 +43,8 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<FlipCalibrationDoor, frmFlipCalibration>(*program);
     RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);
     RegisterScreen<RegressionPlotDoor, frmRegressionPlot>(*program);
+    RegisterScreen<CenterRelativeDoor, frmCenterRelative>(*program);
+    RegisterScreen<CenterRelPlotDoor, frmCenterRelPlot>(*program);
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 
