@@ -1,5 +1,6 @@
 #include "app/center_file.h"
 
+#include "app/change_trials.h"
 #include "app/program.h"
 #include "app/save_text.h"
 #include "pddx/mod_pddx_read.h"
@@ -122,7 +123,10 @@ bool ReadCenterConfiguration(Program& program, const Path& path) {
     const Path runCopy = RunCenterConfig(program);
     if (center.FileName.empty()) center.FileName = PathText(runCopy);
     const std::string& units = program.CenterDocument->Sections(centerSection).Elements("EnglishUnits").Value();
-    run.EnglishUnits = units.empty() || StoredBoolean(units);
+    const bool english = units.empty() || StoredBoolean(units);
+    if (MayChangeTrials(program, {run.NumberLoadLevels, run.NumberDropsPerLoadLevel, english})) {
+        run.EnglishUnits = english;
+    }
     if (run.ReviewFromInterim) {
         center.AccelDailyCalibrationDate = program.Now();
         center.AccelDailyCalibrationTime = program.Now();

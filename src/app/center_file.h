@@ -13,8 +13,8 @@ class Program;
 void WriteCenterDataToPDDX(Program& program, const Path& path);
 
 /// Takes a center's configuration from a file into the program's document and record, and writes the copy of the run in
-/// hand anew. False, after a box, when the file cannot be read or is not a center's configuration; nothing changes
-/// then.
+/// hand anew. The run keeps its units where a trial in hand is to keep them. False, after a box, when the file cannot
+/// be read or is not a center's configuration; nothing changes then.
 bool ReadCenterConfiguration(Program& program, const Path& path);
 
 /// Keeps the center's own configuration aside before a review puts another one in its place. One that is no

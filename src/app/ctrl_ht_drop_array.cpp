@@ -75,6 +75,7 @@ void ctrlHtDropArray::Clear() {
     for (std::size_t i = 0; i < maxHeights; ++i) {
         lblMean[i]->Caption = "";
         lblStdDev[i]->Caption = "";
+        lblStdDev[i]->ToolTip = "";
     }
     lblNoise.Visible = false;
 }
@@ -110,6 +111,8 @@ void ctrlHtDropArray::ShowHeightStats(int height, const PeakStatistics& statisti
     const auto row = static_cast<std::size_t>(height - 1);
     lblMean[row]->Caption = Format(statistics.mean, picture_);
     lblStdDev[row]->Caption = Format(statistics.stdDev, picture_);
+    const double limit = HeightVariationLimit(run_.CurrentProcedure, run_.Trial.shape.englishUnits, statistics.mean);
+    lblStdDev[row]->ToolTip = "To be expected: at most " + Format(limit, picture_);
 }
 
 void ctrlHtDropArray::ShowStatistics(std::span<const double> peaks) {

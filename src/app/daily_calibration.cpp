@@ -37,4 +37,12 @@ bool AccelCalCurrent(Program& program) {
     return MinutesSinceAccelCal(program) <= longestMinutes && !temperatureFails;
 }
 
+bool AccelWasCalibratedToday(const Program& program) {
+    return DayOf(program.Center.AccelDailyCalibrationDate) == DayOf(program.Now());
+}
+
+bool IsAccelCalibrationCurrent(Program& program) {
+    return AccelCalCurrent(program) && AccelWasCalibratedToday(program);
+}
+
 }  // namespace bellmark

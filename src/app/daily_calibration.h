@@ -14,4 +14,9 @@ double MinutesSinceAccelCal(const Program& program);
 /// The accelerometer's daily calibration still holds: at most 480 minutes old and at most 5.0 °C away (AASHTO R32).
 bool AccelCalCurrent(Program& program);
 
+bool AccelWasCalibratedToday(const Program& program);
+
+/// It still holds and is of today: what a set-up, and another trial out of the results, ask for.
+bool IsAccelCalibrationCurrent(Program& program);
+
 }  // namespace bellmark

@@ -16,6 +16,9 @@ class MainFrameDoor {  // frmMaster
     virtual ~MainFrameDoor() = default;
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
     virtual void AllowWhatNeedsARun(bool isInHand) = 0;             ///< set-up, accelerometer, results
+    /// While the board measures, the screen in front alone leads on: what the menus open may ask the board for the
+    /// temperature.
+    virtual void SetMeasuring(bool measuring) = 0;
     virtual void BeginWaiting(const std::string& text) = 0;  ///< says what is waited for, with a button to end it
     virtual bool WaitingCancelled() const = 0;
     virtual void EndWaiting() = 0;
@@ -154,6 +157,7 @@ class ResultsDoor {  // frmResults
     virtual void Open() = 0;
     virtual void OpenLoadCell() = 0;
     virtual void OpenAccelerometer() = 0;
+    virtual void OpenReference() = 0;  ///< the deflection sensors
     virtual void Recompute() = 0;
 };
 

@@ -79,13 +79,19 @@ std::vector<std::string> MissingFiles(const CalibrationRun& run, const Path& pro
     return {"File", "file is", PathText(programFolder), lines, "file"};
 }
 
+/// A drop is told in the units of its trial, whatever the set-up says by now.
+bool DropIsEnglish(const CalibrationRun& run) {
+    const bool isOfTrial = run.Trial.procedure != Procedure::None;
+    return isOfTrial ? run.Trial.shape.englishUnits : run.EnglishUnits;
+}
+
 std::string ZeroNoise(const CalibrationRun& run, double pounds) {
-    if (run.EnglishUnits) return Format(pounds, "00") + " pounds";
+    if (DropIsEnglish(run)) return Format(pounds, "00") + " pounds";
     return Format(pounds * kilonewtonsPerPound, "0.000") + " kN";
 }
 
 std::string DeflectionNoise(const CalibrationRun& run, double microns) {
-    if (run.EnglishUnits) return Format(microns / micronsPerMil, "0.00") + " mils";
+    if (DropIsEnglish(run)) return Format(microns / micronsPerMil, "0.00") + " mils";
     return Format(microns, "0.0") + " microns";
 }
 

@@ -24,18 +24,24 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
     mnuDocumentation.Click = [this] { program_.The<ResultsDoor>().Open(); };
     mnuRelativeCalibration.Click = [this] { program_.The<RelativeDoor>().Start(false); };
     mnuReplaceSensor.Click = [this] { program_.The<RelativeDoor>().Start(true); };
-    mnuContents.Click = [this] { program_.Services.showHelp(helpPage::contents); };
+    mnuContents.Click = [this] { mnuContents_Click(); };
     mnuIndex.Click = [this] { program_.Services.showHelp(helpPage::index); };
     mnuAbout.Click = [this] { program_.The<StartFormDoor>().ShowAbout(); };
 
     // The load cell itself is calibrated by a laboratory; the center only records the result.
     mnuReferenceLoadCellCalibration.Enabled = false;
-    AllowWhatNeedsARun(false);
-    mnuRelativeCalibration.Enabled = program_.Has<RelativeDoor>();
-    mnuReplaceSensor.Enabled = program_.Has<RelativeDoor>();
+    ShowWhatIsAllowed();
+}
+
+void frmMaster::mnuContents_Click() {
+    const Screen* front = Stack().Front();
+    program_.Services.showHelp(front ? front->HelpContext() : helpPage::contents);
 }
 
 void frmMaster::mnuAccelerometerCalibration_Click() {
+    const Screen* front = Stack().Front();
+    // In front already, for a procedure that it goes back to.
+    if (front && front == Stack().Find("frmFlipCalibration")) return;
     program_.Header.SetProcedureName(ProcedureTitle(Procedure::Flip));
     program_.Run.CurrentProcedure = Procedure::Flip;
     program_.The<FlipCalibrationDoor>().Start();
@@ -79,14 +85,30 @@ void frmMaster::EndWaiting() {
 }
 
 void frmMaster::AllowWhatNeedsARun(bool isInHand) {
-    mnuSetup.Enabled = isInHand;
-    mnuAccelerometerCalibration.Enabled = isInHand && program_.Has<FlipCalibrationDoor>();
-    mnuDocumentation.Enabled = isInHand && program_.Has<ResultsDoor>();
+    runIsInHand_ = isInHand;
+    ShowWhatIsAllowed();
 }
 
 void frmMaster::AllowProcedures(bool loadCell, bool sensors) {
-    mnuLoadCell.Enabled = loadCell;
-    mnuDeflectionSensors.Enabled = sensors;
+    loadCellIsAllowed_ = loadCell;
+    sensorsAreAllowed_ = sensors;
+    ShowWhatIsAllowed();
+}
+
+void frmMaster::SetMeasuring(bool measuring) {
+    measuring_ = measuring;
+    ShowWhatIsAllowed();
+}
+
+void frmMaster::ShowWhatIsAllowed() {
+    const bool free = !measuring_;
+    mnuSetup.Enabled = free && runIsInHand_;
+    mnuAccelerometerCalibration.Enabled = free && runIsInHand_ && program_.Has<FlipCalibrationDoor>();
+    mnuLoadCell.Enabled = free && loadCellIsAllowed_;
+    mnuDeflectionSensors.Enabled = free && sensorsAreAllowed_;
+    mnuDocumentation.Enabled = free && runIsInHand_ && program_.Has<ResultsDoor>();
+    mnuRelativeCalibration.Enabled = free && program_.Has<RelativeDoor>();
+    mnuReplaceSensor.Enabled = free && program_.Has<RelativeDoor>();
 }
 
 }  // namespace bellmark

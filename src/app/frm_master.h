@@ -35,11 +35,14 @@ class frmMaster : public Screen, public MainFrameDoor {
     void CloseRequested() override;
     void AllowProcedures(bool loadCell, bool sensors) override;
     void AllowWhatNeedsARun(bool isInHand) override;
+    void SetMeasuring(bool measuring) override;
     void BeginWaiting(const std::string& text) override;
     bool WaitingCancelled() const override { return waitingCancelled_; }
     void EndWaiting() override;
 
   private:
+    void ShowWhatIsAllowed();
+    void mnuContents_Click();
     void mnuAccelerometerCalibration_Click();
     void mnuLoadCell_Click();
     void mnuDeflectionSensors_Click();
@@ -47,6 +50,10 @@ class frmMaster : public Screen, public MainFrameDoor {
 
     Program& program_;
     bool waitingCancelled_ = false;
+    bool runIsInHand_ = false;
+    bool loadCellIsAllowed_ = false;
+    bool sensorsAreAllowed_ = false;
+    bool measuring_ = false;
 };
 
 }  // namespace bellmark

@@ -162,7 +162,8 @@ bool LoadInterimCalibration(Program& program) {
     ReadFWDConfiguration(program, file, FWDReading::Resumed);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
-    ReadDailyDeviations(strings, program.Center);
+    // A run that goes on uses the day's calibration of the accelerometer, which may be newer than the file.
+    if (reviewFromInterim) ReadDailyDeviations(strings, program.Center);
     for (Path* folder : {&run.OwnerFolder, &run.DeviceFolder, &run.OutputFolder}) {
         *folder = StoredPath(program, *folder);
     }

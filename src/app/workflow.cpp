@@ -177,11 +177,12 @@ int SensorStep(int referenceTrials, bool referenceAccepted) {
 Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
     if (!run.FlagUnacceptedTrial) return Procedure::None;
     const bool mayBeLoadCell = run.LoadCellRefTrials > 0 && !run.LoadCellCalComplete;
-    const bool mayBeSensors = run.RefTrials > 0;
+    const bool mayBeSensors = run.RefTrials > 0 && !run.SensorRefCalComplete;
     if (!mayBeLoadCell && !mayBeSensors) return Procedure::None;
     if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? Procedure::LoadCell : Procedure::Sensors;
-    if (run.CurrentProcedure == Procedure::Sensors || run.CurrentProcedure == Procedure::LoadCell)
-        return run.CurrentProcedure;
+    const auto isOfATrial = [](Procedure p) { return p == Procedure::Sensors || p == Procedure::LoadCell; };
+    if (isOfATrial(run.Trial.procedure)) return run.Trial.procedure;
+    if (isOfATrial(run.CurrentProcedure)) return run.CurrentProcedure;
     // The operator went elsewhere in between, to the set-up for one. A trial that was accepted has a gain.
     return run.LCTrial.at(static_cast<std::size_t>(run.LoadCellRefTrials - 1)).Gain == 0 ? Procedure::LoadCell
                                                                                          : Procedure::Sensors;
@@ -189,6 +190,10 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
 
 int AcceptedLoadCellTrials(const CalibrationRun& run) {
     return run.LoadCellRefTrials - (ProcedureOfUnacceptedTrial(run) == Procedure::LoadCell ? 1 : 0);
+}
+
+int AcceptedReferenceTrials(const CalibrationRun& run) {
+    return run.RefTrials - (ProcedureOfUnacceptedTrial(run) == Procedure::Sensors ? 1 : 0);
 }
 
 bool OffersSensorCalibration(const Program& program) {

@@ -37,6 +37,8 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run);
 
 /// Load cell trials that were accepted: only their gains count.
 int AcceptedLoadCellTrials(const CalibrationRun& run);
+/// The same of the deflection sensors' reference trials.
+int AcceptedReferenceTrials(const CalibrationRun& run);
 
 /// Whether the whole road of the deflection sensors is part of the program, up to their accepted calibration: half a
 /// road is not offered.

@@ -7,6 +7,7 @@
 #include "daq/frm_daq.h"
 #include "daq/frm_simulator.h"
 #include "fwd/frm_get_fwd_data.h"
+#include "fwd/frm_ref_review.h"
 #include "fwd/frm_regression_plot.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
@@ -41,6 +42,7 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<FlipCalibrationDoor, frmFlipCalibration>(*program);
     RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);
     RegisterScreen<RegressionPlotDoor, frmRegressionPlot>(*program);
+    RegisterScreen<ReferenceReviewDoor, frmRefReview>(*program);
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 

@@ -18,6 +18,7 @@ namespace colors {
 inline constexpr Color mustBeUpdated{255, 192, 128};
 inline constexpr Color warning{255, 255, 128};
 inline constexpr Color complete{0, 255, 0};
+inline constexpr Color passed{128, 255, 128};  ///< a value within its limit
 inline constexpr Color suggestedNext{128, 255, 255};
 inline constexpr Color window{255, 255, 255};
 inline constexpr Color buttonFace{240, 240, 240};

@@ -47,6 +47,9 @@ class Screen {
     /// True for the frame around all screens, whose menus the operator reaches whatever is in front.
     virtual bool IsAlwaysAtHand() const { return false; }
 
+    /// Page of the help on what the screen shows just now; 0 for the contents.
+    virtual int HelpContext() const { return 0; }
+
     /// The screen has come to the front.
     virtual void Activated() {}
     /// Another screen has come to the front, or this one was hidden.

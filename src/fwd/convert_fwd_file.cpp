@@ -130,6 +130,20 @@ bool CheckReportOverwrite(Program& program, const Path& path) {
     return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
 }
 
+bool CheckReportsOverwrite(Program& program, const std::vector<Path>& paths) {
+    std::vector<Path> existing;
+    for (const Path& path : paths) {
+        if (program.Services.files.IsFile(path)) existing.push_back(path);
+    }
+    if (existing.empty()) return true;
+    if (existing.size() == 1) return CheckReportOverwrite(program, existing.front());
+    std::string question = "These files already exist:\r\n";
+    for (const Path& path : existing) question += "     " + PathText(path.filename()) + "\r\n";
+    question +=
+        "Do you want to replace the existing files?\r\nIf you say NO, please save existing files with new names.";
+    return program.ShowBox(question, box::yesNo + box::exclamation) == Answer::Yes;
+}
+
 Conversion ConvertFWDFile(Program& program, const Path& file, int fileType, bool copyIntoRun) {
     const Conversion unchanged{file, false, false};
     std::string problem;

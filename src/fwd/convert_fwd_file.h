@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/files.h"
 
 namespace bellmark {
@@ -8,6 +10,8 @@ class Program;
 
 /// True when nothing of that name is there, or the operator agrees that it is replaced.
 bool CheckReportOverwrite(Program& program, const Path& path);
+/// The same of several files in one question.
+bool CheckReportsOverwrite(Program& program, const std::vector<Path>& paths);
 
 struct Conversion {
     Path path;          ///< of the document, or the path that was given when nothing was converted

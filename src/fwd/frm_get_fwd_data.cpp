@@ -156,20 +156,11 @@ bool frmGetFWDData::TakeFile(const FWDFile& file) {
     document_.replace_extension(".ddx");
     PDDXFile document;
     const bool readable = ReadPDDXFile(program_.Services.files, document_, document, false).readable;
-    if (!MayUse(document) || !ReadFWDPeakData(document, readable)) return false;
+    if (!MayUseDocument(program_, document) || !ReadFWDPeakData(document, readable)) return false;
     run_.GraphSeen = {};
     CompareDevices();
     CheckLoadCell();
     return true;
-}
-
-bool frmGetFWDData::MayUse(const PDDXFile& document) {
-    const auto differences = DifferencesFromRun(document, run_);
-    if (differences.empty()) return true;
-    std::string question = "This file is of another device:\r\n";
-    for (const std::string& difference : differences) question += "     " + difference + "\r\n";
-    question += "Do you want to use it all the same?";
-    return program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
 }
 
 bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
@@ -187,16 +178,17 @@ bool frmGetFWDData::ReadFWDPeakData(const PDDXFile& document, bool readable) {
 
 bool frmGetFWDData::CanBeUsed(const FWDPeaks& peaks) {
     if (!peaks.unreadable.empty()) {
-        constexpr std::size_t mostListed = 10;
-        std::string text = "These drops of the file have no peak that can be used:\r\n";
-        for (std::size_t i = 0; i < std::min(mostListed, peaks.unreadable.size()); ++i) {
-            text += "     " + peaks.unreadable[i] + "\r\n";
-        }
-        if (peaks.unreadable.size() > mostListed) {
-            text += "     and " + NumberText(peaks.unreadable.size() - mostListed) + " more\r\n";
-        }
-        program_.ShowBox(text + "Please check the data file and its units, and try Browse again.", box::exclamation);
+        program_.ShowBox("These drops of the file have no peak that can be used:\r\n" + ListedLines(peaks.unreadable) +
+                             "Please check the data file and its units, and try Browse again.",
+                         box::exclamation);
         return false;
+    }
+    if (!peaks.withoutGain.empty()) {
+        std::string question = "No gain will come of this file for these sensors:\r\n";
+        for (const std::string& sensor : peaks.withoutGain) question += "     " + sensor + "\r\n";
+        question += "Do you want to use it all the same?";
+        if (program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) != Answer::Yes)
+            return false;
     }
     if (!peaks.unitsAreKnown) {
         const std::string quantity = CalibratesSensors(run_) ? "deflections" : "loads";
@@ -348,17 +340,21 @@ void frmGetFWDData::cmdFerrylink_Click() {
 void frmGetFWDData::PrintReport() {
     const DateTime now = program_.Now();
     const double airTemperature = ReadTemperature(program_);
-    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) WriteReport(device, now, airTemperature);
-}
-
-void frmGetFWDData::WriteReport(std::size_t device, const DateTime& now, double airTemperature) {
-    const std::string name = TrialReportName(run_, device, now);
-    const Path path = program_.InterimFolder() / PathFromText(name);
-    if (!CheckReportOverwrite(program_, path)) return;
-    const std::string text =
-        TrialReportText(run_, program_.Center, device, {name, txtFilename.Text, now, airTemperature});
-    program_.Services.files.CreateFolder(program_.InterimFolder());
-    ReplaceTextFile(program_.Services.files, path, text);
+    const Path folder = program_.InterimFolder();
+    std::vector<std::string> names;
+    std::vector<Path> paths;
+    for (std::size_t device = 0; device < DevicesInTrial(run_); ++device) {
+        names.push_back(TrialReportName(run_, device, now));
+        paths.push_back(folder / PathFromText(names.back()));
+    }
+    FileSystem& files = program_.Services.files;
+    const bool mayReplace = CheckReportsOverwrite(program_, paths);
+    files.CreateFolder(folder);
+    for (std::size_t device = 0; device < paths.size(); ++device) {
+        if (!mayReplace && files.IsFile(paths[device])) continue;
+        const TrialReportFacts facts{names[device], txtFilename.Text, now, airTemperature};
+        ReplaceTextFile(files, paths[device], TrialReportText(run_, program_.Center, device, facts));
+    }
 }
 
 }  // namespace bellmark

@@ -74,7 +74,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void ReviewDrop(int index);
     bool TakeFile(const FWDFile& file);
     bool ReadFWDPeakData(const PDDXFile& document, bool readable);
-    bool MayUse(const PDDXFile& document);
     bool CanBeUsed(const FWDPeaks& peaks);
     void CompareDevices();
     void ShowDevice(std::size_t device, const OriginRegression& fit);
@@ -83,7 +82,6 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void StepSensor(int step);
     void CheckScatter(std::size_t device);
     void CheckLoadCell();
-    void WriteReport(std::size_t device, const DateTime& now, double airTemperature);
     void EndTrial();
     void ShowMessage(int code);
 

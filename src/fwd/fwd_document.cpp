@@ -1,5 +1,7 @@
 #include "fwd/fwd_document.h"
 
+#include <algorithm>
+
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
@@ -9,7 +11,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr const char* location = "Test Location 1";
+constexpr const char* firstLocation = "Test Location 1";
 constexpr const char* information = "Device Information";
 constexpr const char* calibration = "Device Calibration";
 
@@ -35,11 +37,20 @@ int FWDDocument::Locations() const {
 }
 
 int FWDDocument::Drops() const {
-    return PDDXCount(Value(location, "NumberOfDrops"));
+    return PDDXCount(Value(firstLocation, "NumberOfDrops"));
+}
+
+int FWDDocument::Sensors() const {
+    const std::string list = Value(information, "SensorSerialNumbers");
+    return Trim(list).empty() ? 0 : static_cast<int>(std::count(list.begin(), list.end(), ',')) + 1;
 }
 
 std::string FWDDocument::DropField(int drop, int field) const {
-    return TrimmedField(Value(location, "DropData_" + NumberText(drop)), field);
+    return DropFieldAt(1, drop, field);
+}
+
+std::string FWDDocument::DropFieldAt(int location, int drop, int field) const {
+    return TrimmedField(Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop)), field);
 }
 
 std::string FWDDocument::DeviceSerialNumber() const {

@@ -22,8 +22,10 @@ class FWDDocument {
     explicit FWDDocument(const PDDXFile& document) : document_(document) {}
 
     int Locations() const;
+    int Sensors() const;                               ///< whose serial numbers the document lists
     int Drops() const;                                 ///< of the first location
     std::string DropField(int drop, int field) const;  ///< of the first location; field 1 is the load, then the sensors
+    std::string DropFieldAt(int location, int drop, int field) const;
     std::string DeviceSerialNumber() const;
     std::string LoadCellSerialNumber() const;
     std::string SensorSerialNumber(int sensor) const;

@@ -1,9 +1,13 @@
 #include "fwd/fwd_intake.h"
 
+#include <algorithm>
+
 #include "app/program.h"
 #include "fwd/convert_fwd_file.h"
 #include "fwd/fwd_files.h"
+#include "fwd/fwd_peaks.h"
 #include "platform/dialogs.h"
+#include "platform/numbers.h"
 #include "platform/text.h"
 
 namespace bellmark {
@@ -19,6 +23,22 @@ std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& req
     if (type == 0 && !request.convertsPDDX) return FWDFile{file, file, true, false};
     const Conversion conversion = ConvertFWDFile(program, file, type, request.copyIntoRun);
     return FWDFile{file, conversion.path, conversion.done, conversion.told};
+}
+
+bool MayUseDocument(Program& program, const PDDXFile& document) {
+    const auto differences = DifferencesFromRun(document, program.Run);
+    if (differences.empty()) return true;
+    const std::string question =
+        "This file is of another device:\r\n" + ListedLines(differences) + "Do you want to use it all the same?";
+    return program.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
+}
+
+std::string ListedLines(const std::vector<std::string>& lines) {
+    constexpr std::size_t mostListed = 10;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(mostListed, lines.size()); ++i) text += "     " + lines[i] + "\r\n";
+    if (lines.size() > mostListed) text += "     and " + NumberText(lines.size() - mostListed) + " more\r\n";
+    return text;
 }
 
 }  // namespace bellmark

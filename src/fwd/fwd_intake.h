@@ -2,12 +2,14 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/files.h"
 
 /// How every file of an FWD comes into the program: asked for, its folder remembered, converted where it is not PDDX.
 namespace bellmark {
 
+class PDDXFile;
 class Program;
 
 struct FWDFileRequest {
@@ -26,5 +28,11 @@ struct FWDFile {
 
 /// Nothing when the operator cancels.
 std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& request);
+
+/// True when the document is of the run's own FWD, as far as both tell, or the operator wants it all the same.
+bool MayUseDocument(Program& program, const PDDXFile& document);
+
+/// The lines of a list for a message box: the first ten, and how many more there are.
+std::string ListedLines(const std::vector<std::string>& lines);
 
 }  // namespace bellmark

@@ -14,6 +14,12 @@ namespace {
 
 constexpr double largestPeak = 1e9;  ///< far above what any FWD measures, in whatever unit
 
+/// "Sensor 3 (D3)"
+std::string SensorText(const CalibrationRun& run, std::size_t device) {
+    return "Sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(device))) + " (" +
+           SerialNumberOf(run, device) + ')';
+}
+
 void FillDevice(const FWDDocument& document, CalibrationRun& run, std::size_t device) {
     if (!CalibratesSensors(run)) {
         if (run.LoadCellSerialNumber.empty()) run.LoadCellSerialNumber = document.LoadCellSerialNumber();
@@ -39,6 +45,20 @@ void JudgeUnits(const FWDUnits& units, bool sensors, FWDPeaks& peaks) {
                                   : IsOneOf(word, {"pound-force per square inch", "kip", "kilo-Pascal", "pound-force",
                                                    "pounds", "kilo-Newton", "kN"});
     if (!peaks.unitsAreKnown) peaks.unknownUnits = word;
+}
+
+/// A dead sensor reads 0 at each drop, as one does that the file lacks; and a gain is the initial one adjusted.
+std::vector<std::string> SensorsWithoutGain(const CalibrationRun& run) {
+    std::vector<std::string> sensors;
+    const auto drops = static_cast<std::ptrdiff_t>(run.Trial.shape.Drops());
+    for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
+        const std::string name = SensorText(run, device);
+        const auto& peaks = TrialOf(run, device).DropData;
+        if (std::all_of(peaks.begin(), peaks.begin() + drops, [](double peak) { return peak == 0; }))
+            sensors.push_back(name + " shows no deflection in any drop");
+        if (InitialGainOf(run, device) == 0) sensors.push_back(name + " has no initial gain");
+    }
+    return sensors;
 }
 
 }  // namespace
@@ -84,6 +104,7 @@ FWDPeaks ReadFWDPeaks(const PDDXFile& file, CalibrationRun& run) {
             TrialOf(run, device).DropData.at(static_cast<std::size_t>(drop - 1)) = peak;
         }
     }
+    if (sensors) peaks.withoutGain = SensorsWithoutGain(run);
     return peaks;
 }
 
@@ -95,7 +116,18 @@ std::vector<std::string> DifferencesFromRun(const PDDXFile& file, const Calibrat
         differences.push_back(what + found + " in place of " + known);
     };
     compare("FWD serial number ", document.DeviceSerialNumber(), run.DeviceSerialNumber);
-    if (!CalibratesSensors(run)) compare("load cell ", document.LoadCellSerialNumber(), run.LoadCellSerialNumber);
+    if (!CalibratesSensors(run)) {
+        compare("load cell ", document.LoadCellSerialNumber(), run.LoadCellSerialNumber);
+        return differences;
+    }
+    for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
+        compare(("sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(device))) + ": ").c_str(),
+                document.SensorSerialNumber(static_cast<int>(device) + 1), SerialNumberOf(run, device));
+    }
+    const int found = document.Sensors();
+    if (found > 0 && found != run.NumberSensors) {
+        differences.push_back(NumberText(found) + " sensors in place of " + NumberText(run.NumberSensors));
+    }
     return differences;
 }
 

@@ -17,6 +17,8 @@ struct FWDPeaks {
     int dropsInFile = 0;        ///< of the first location; a number other than expected leaves the rest unread
     /// What stands where a peak should be and is none, as "Drop 5: \"abc\"", one for each.
     std::vector<std::string> unreadable;
+    /// Sensors of which no gain will come, and why, as "Sensor 3 (D3) shows no deflection in any drop".
+    std::vector<std::string> withoutGain;
     std::string unknownUnits;  ///< the unit's word when no rule is known for it, and its values are taken as they stand
     bool unitsAreKnown = true;
 };

@@ -9,8 +9,7 @@ namespace bellmark {
 /// of 0.002 (AASHTO R32).
 constexpr Color StdErrorColor(double stdErrSlope) {
     constexpr double largest = 0.002049;
-    constexpr Color good{128, 255, 128};
-    return ExceedsLimit(stdErrSlope, largest) ? colors::mustBeUpdated : good;
+    return ExceedsLimit(stdErrSlope, largest) ? colors::mustBeUpdated : colors::passed;
 }
 
 }  // namespace bellmark

@@ -26,9 +26,11 @@ std::string SimulatedSource(const CalibrationRun& run) {
 }
 
 /// In words, what the operator should look at; the worst comes first. It blocks nothing.
-std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst) {
-    if (findings.fault) return "The deflection cannot be computed: reject this drop";
-    if (findings.noPulse) return "No pulse found: reject this drop";
+/// A drop of a trial is rejected; one for a set-up value is only repeated.
+std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst, bool isOfTrial) {
+    const char* remedy = isOfTrial ? "reject this drop" : "repeat this drop";
+    if (findings.fault) return std::string("The deflection cannot be computed: ") + remedy;
+    if (findings.noPulse) return std::string("No pulse found: ") + remedy;
     if (findings.vibrates) return "The stand moved before the pulse: check this drop";
     if (findings.tail.moves) return "Still moving at the end: check this drop";
     if (!burst.message.empty()) return "The initial burst is outside its limits: check this drop";
@@ -62,8 +64,9 @@ bool AccelerometerInstrument::CaptureBurst() {
 
 bool AccelerometerInstrument::CaptureDrop(const CaptureView& view) {
     view.armed();
-    program_.Drop.TriggerTime = program_.Now();
     if (!CaptureAndWait(program_, program_.Run.AccelChannel)) return false;
+    // The board is armed minutes before the drop, and delivers its block a second behind the trigger.
+    program_.Drop.TriggerTime = program_.Now();
     view.captured();
     return true;
 }
@@ -75,9 +78,8 @@ DropVerdict AccelerometerInstrument::VerdictOn(const AccelDropFindings& findings
     verdict.outOfRange = findings.outOfRange;
     verdict.startEnglish = Format(findings.deflectionAtStart / micronsPerMil, "#0.000");
     verdict.startMetric = Format(findings.deflectionAtStart, "#0.0");
-    verdict.advice = AdviceOn(findings, burst);
-    // Where a set-up value is measured, the drop can be repeated at once.
     const bool isOfTrial = program_.Run.CurrentProcedure == Procedure::Sensors;
+    verdict.advice = AdviceOn(findings, burst, isOfTrial);
     if (findings.fault && isOfTrial) {
         program_.Compose(270, {std::string()});
         program_.ShowComposed(box::critical + box::helpButton);

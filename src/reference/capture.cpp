@@ -5,13 +5,35 @@
 
 namespace bellmark {
 
+namespace {
+
+/// Takes the menus away for as long as a drop is waited for.
+class WaitForDrop {
+  public:
+    explicit WaitForDrop(Program& program) : program_(program) { Set(true); }
+    ~WaitForDrop() { Set(false); }
+    WaitForDrop(const WaitForDrop&) = delete;
+    WaitForDrop& operator=(const WaitForDrop&) = delete;
+
+  private:
+    void Set(bool waits) {
+        program_.Run.AcquisitionActive = waits;
+        program_.The<MainFrameDoor>().SetMeasuring(waits);
+    }
+
+    Program& program_;
+};
+
+}  // namespace
+
 bool CaptureAndWait(Program& program, int channel) {
-    CalibrationRun& run = program.Run;
+    const CalibrationRun& run = program.Run;
     auto& acquisition = program.The<AcquisitionDoor>();
     acquisition.CaptureBlock(channel);
-    run.AcquisitionActive = true;
-    while (!acquisition.BlockCaptured() && !run.DropAborted) program.Services.yield();
-    run.AcquisitionActive = false;
+    {
+        const WaitForDrop wait(program);
+        while (!acquisition.BlockCaptured() && !run.DropAborted) program.Services.yield();
+    }
     if (run.DropAborted) {
         acquisition.AbortAcquisition();
         return false;

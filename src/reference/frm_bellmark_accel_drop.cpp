@@ -138,6 +138,7 @@ void frmBellmark_AccelDrop::ShowNoiseVerdict(const DropVerdict& verdict) {
 }
 
 void frmBellmark_AccelDrop::OpenPanel() {
+    panelHelp_ = helpPage::firstMessage + program_.Run.LastMessageCode;
     lblMessageTitle.Caption = program_.Run.MessageTitle;
     lblMessageText.Caption = program_.Run.MessageText;
     DisableButtons();

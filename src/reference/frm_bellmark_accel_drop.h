@@ -51,6 +51,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void DisableButtons() override;
     void Activated() override;
     void Left() override;
+    int HelpContext() const override { return fraMessage.Visible ? panelHelp_ : 0; }
 
     void ClearDropResults();
 
@@ -77,6 +78,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void TimerDrop_Tick();
 
     Program& program_;
+    int panelHelp_ = 0;
     std::unique_ptr<ReferenceInstrument> instrument_;  ///< that the drop in hand is measured with
     bool acceptable_ = false;                          ///< the drop in hand has a peak and its file
     bool outOfRange_ = false;                          ///< it is beyond what the instrument may carry

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/center_file.h"
+#include "app/change_trials.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "controls/enter_key.h"
@@ -93,6 +94,7 @@ void frmBellmark_AccelTrigger::NumDropsStart(int drop) {
         cmdAccept.Caption = "&Accept";
         lblTask.Caption = "High drop: height " + NumberText(run.CurrentHeightIndex);
         ShowPanel(6);
+        cmdStart.BackColor = colors::suggestedNext;
     } else {
         run.CurrentHeightIndex = 1;
         cmdAccept.Caption = "&Calculate";
@@ -108,7 +110,7 @@ void frmBellmark_AccelTrigger::BeginMeasurement() {
     ClearResults();
     SetEnabled({&cmdAccept, &cmdTooEarly, &cmdNoTrigger}, false);
     SetEnabled({&cmdStart, &cmdCancel}, true);
-    cmdStart.Caption = "&Start";
+    cmdStart.Caption = MeasuresTrigger() ? "&Start" : "Start";
     cmdStart.ToolTip = startTip;
     cmdNoTrigger.Caption = "No Trigger";
     SetState("Start, then drop", colors::buttonFace);
@@ -133,12 +135,12 @@ void frmBellmark_AccelTrigger::ForgetProposal() {
 
 void frmBellmark_AccelTrigger::ShowPanel(int code) {
     program_.Compose(code);
+    panelHelp_ = helpPage::firstMessage + code;
     lblMessageTitle.Caption = program_.Run.MessageTitle;
     txtError.Text = program_.Run.MessageText;
     fraMessage.Visible = true;
     program_.Run.ErrorPanelOpen = true;
     Suggest(&cmdErrOK);
-    cmdStart.BackColor = colors::suggestedNext;
 }
 
 void frmBellmark_AccelTrigger::cmdErrOK_Click() {
@@ -268,7 +270,6 @@ void frmBellmark_AccelTrigger::chkZoom_Click() {
 
 void frmBellmark_AccelTrigger::cmdAccept_Click() {
     if (!MeasuresTrigger()) {
-        cmdStart.Caption = "&Start";
         cmdAccept.Enabled = false;
         NumDropsStart(static_cast<int>(dropCountMode_) + 1);
     } else if (band_) {
@@ -371,21 +372,25 @@ void frmBellmark_AccelTrigger::ComputeNumberOfDrops() {
     if (!drops) {
         program_.Compose(203);
         program_.ShowComposed();
-        // Both drops are measured again, once the FWD stands nearer.
-        NumDropsStart(1);
+        GoBackToSetup();
+        program_.The<SetupDoor>().ReturnFromMeasurement();
         return;
     }
     // The message tells the number that the run has.
     const int before = std::exchange(run.NumberDropsPerLoadLevel, *drops);
     program_.Compose(10);
-    if (program_.ShowComposed() == Answer::Cancel) {
-        run.NumberDropsPerLoadLevel = before;
+    const Answer answer = program_.ShowComposed();
+    run.NumberDropsPerLoadLevel = before;
+    if (answer == Answer::Cancel) {
         dropCountMode_ = DropCountMode::HighDrop;
         ReturnToProcedure(program_, run.CurrentProcedure);
         return;
     }
+    const bool taken = MayChangeTrials(program_, {run.NumberLoadLevels, *drops, run.EnglishUnits});
+    if (taken) run.NumberDropsPerLoadLevel = *drops;
     GoBackToSetup();
-    program_.The<SetupDoor>().NumberOfDropsMeasured();
+    auto& setup = program_.The<SetupDoor>();
+    taken ? setup.NumberOfDropsMeasured() : setup.ReturnFromMeasurement();
 }
 
 /// The set-up goes on where it was left for the measurement.

@@ -55,6 +55,7 @@ class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
     void NumDropsStart(int drop) override;
     void Activated() override;
     void Left() override;
+    int HelpContext() const override { return fraMessage.Visible ? panelHelp_ : 0; }
 
   private:
     enum class DropCountMode { HighDrop = 1, LowDrop = 2, Computing = 3 };
@@ -95,7 +96,8 @@ class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
 
     Program& program_;
     AccelerometerInstrument instrument_;
-    double levelInForce_ = 0;          ///< g: what the last accepted level is, whatever was tried since
+    double levelInForce_ = 0;  ///< g: what the last accepted level is, whatever was tried since
+    int panelHelp_ = 0;
     std::optional<TriggerBand> band_;  ///< the proposal, once there is one
     DropCountMode dropCountMode_ = DropCountMode::HighDrop;
     double highDropPeak_ = 0;  ///< microns

@@ -2,6 +2,7 @@
 
 #include "app/center_file.h"
 #include "app/daily_calibration.h"
+#include "app/interim_store.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
@@ -98,6 +99,7 @@ void frmFlipCalibration::ShowStored() {
 /// suggested: what the operator most probably does next; with nothing the test is running.
 void frmFlipCalibration::ShowButtons(Button* suggested) {
     const bool running = suggested == nullptr;
+    program_.The<MainFrameDoor>().SetMeasuring(running);
     cmdAbort.Enabled = running;
     cmdStart.Enabled = !running && !inHand_;
     for (Button* button : {&cmdAccept, &cmdReject, &cmdRepeat}) button->Enabled = inHand_;
@@ -198,9 +200,12 @@ void frmFlipCalibration::PlayBoard() {
     if (!program_.Run.ReviewMode) return;
     const CenterConfig& center = program_.Center;
     const FlipPosition position = PositionAfter(calibrationStep_);
-    const double volts = position == FlipPosition::Plus1G    ? center.AccelDailyCalibrationPlus1GVoltage
-                         : position == FlipPosition::Minus1G ? center.AccelDailyCalibrationMinus1GVoltage
-                                                             : center.AccelDailyCalibrationPlus1GFlipVoltage;
+    // A center whose accelerometer was never turned back has no third voltage.
+    const bool knowsThird = center.AccelDailyCalibrationPlus1GFlipVoltage != 0;
+    const double volts = position == FlipPosition::Minus1G ? center.AccelDailyCalibrationMinus1GVoltage
+                         : position == FlipPosition::FlipPlus1G && knowsThird
+                             ? center.AccelDailyCalibrationPlus1GFlipVoltage
+                             : center.AccelDailyCalibrationPlus1GVoltage;
     const int length = position == FlipPosition::Minus1G ? secondsToTurnOver : seconds;
     const bool turning = position != FlipPosition::Plus1G && countdown_ > length - turningSeconds;
     const bool halfWay = countdown_ % 2 == 0;
@@ -285,6 +290,7 @@ void frmFlipCalibration::cmdAccept_Click() {
     // What needs a calibration of today is open now.
     program_.The<SetupDoor>().AllowCalibration();
     GoBack();
+    if (program_.Run.InterimCalOpen) SaveInterimCalibration(program_);
 }
 
 /// First the file: what cannot be kept is not accepted.

@@ -26,7 +26,9 @@ frmResults::frmResults(Program& program)
         ShowNextSteps();
         if (program_.Run.LoadCellCalComplete) SetFocus(cmdNext);
     };
-    LoadCell.PleaseWait = [this](bool waiting) { txtPleaseWait.Visible = waiting; };
+    Reference.Changed = [this] { ShowNextSteps(); };
+    LoadCell.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
+    Reference.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
     for (Button& button : cmdPrintPDDX) button.Click = [this] { cmdPrintPDDX_Click(); };
     cmdSaveCertificate.Click = [this] { SaveCertificateText(); };
     cmdNext.Click = [this] { cmdNext_Click(); };
@@ -55,6 +57,11 @@ void frmResults::OpenLoadCell() {
 
 void frmResults::OpenAccelerometer() {
     tabs_.Show(Accelerometer.optAccel);
+    Show();
+}
+
+void frmResults::OpenReference() {
+    tabs_.Show(Reference.optRef);
     Show();
 }
 
@@ -109,15 +116,19 @@ void frmResults::ShowNextSteps() {
          "There is nothing left to calibrate in this run.");
 }
 
-void frmResults::cmdPrintPDDX_Click() {
+void frmResults::WhileWaiting(const std::function<void()>& work) {
     txtPleaseWait.Visible = true;
     try {
-        WriteFinalOutputs(program_);
+        work();
     } catch (...) {
         txtPleaseWait.Visible = false;
         throw;
     }
     txtPleaseWait.Visible = false;
+}
+
+void frmResults::cmdPrintPDDX_Click() {
+    WhileWaiting([this] { WriteFinalOutputs(program_); });
 }
 
 void frmResults::cmdNext_Click() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "app/doors.h"
 #include "app/page_header.h"
 #include "controls/controls.h"
@@ -38,10 +40,12 @@ class frmResults : public Screen, public ResultsDoor {
     void Open() override;
     void OpenLoadCell() override;
     void OpenAccelerometer() override;
+    void OpenReference() override;
     void Recompute() override;
 
   private:
     void cmdNext_Click();
+    void WhileWaiting(const std::function<void()>& work);
     void cmdPrintPDDX_Click();
     void cmdMainMenu_Click();
     void SaveCertificateText();

@@ -2,16 +2,14 @@
 
 #include "app/center_file.h"
 #include "app/doors.h"
-#include "app/interim_store.h"
 #include "app/program.h"
-#include "app/removed_runs.h"
 #include "app/workflow.h"
 #include "controls/screen.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "results/publish_run.h"
-#include "results/trial_files.h"
+#include "results/trial_deletion.h"
 #include "run/center_keys.h"
 
 namespace bellmark {
@@ -165,17 +163,6 @@ void LoadCellTab::cmdAcceptLC_Click() {
     });
 }
 
-void LoadCellTab::WhileWaiting(const std::function<void()>& work) {
-    PleaseWait(true);
-    try {
-        work();
-    } catch (...) {
-        PleaseWait(false);
-        throw;
-    }
-    PleaseWait(false);
-}
-
 void LoadCellTab::KeepAcceptedGain() {
     const std::string today = TodayText(program_);
     const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
@@ -231,20 +218,14 @@ void LoadCellTab::cmdDelLCOK_Click() {
 }
 
 void LoadCellTab::DeleteMarkedTrials() {
-    // What cannot be saved is not deleted either.
-    if (!SaveInterimCalibration(program_)) return;
-    const Path data = program_.InterimFolder();
-    FileSystem& files = program_.Services.files;
-    const Path safeCopy = FreeSafeCopy(files, data);
-    DeleteTrialFiles(files, data, safeCopy, loadCellTrialFiles, run_.LoadCellTrialDelete);
-    run_.LoadCellRefTrials = NumberAfterDeletion(run_.LoadCellRefTrials + 1, run_.LoadCellTrialDelete) - 1;
-    DeleteTrials(run_.LCTrial, run_.LoadCellTrialDelete);
-    DeleteTrials(run_.LCTrialShape, run_.LoadCellTrialDelete);
-    run_.LoadCellTrialDelete = {};
-    Evaluate();
-    Changed();
-    // Until then the saved run still has all trials.
-    if (SaveInterimCalibration(program_)) MoveToRemoved(program_, run_.InterimFolderName, {safeCopy});
+    DeleteTrialsWithFiles(program_, loadCellTrialFiles, run_.LoadCellTrialDelete, [this] {
+        run_.LoadCellRefTrials = NumberAfterDeletion(run_.LoadCellRefTrials + 1, run_.LoadCellTrialDelete) - 1;
+        DeleteTrials(run_.LCTrial, run_.LoadCellTrialDelete);
+        DeleteTrials(run_.LCTrialShape, run_.LoadCellTrialDelete);
+        run_.LoadCellTrialDelete = {};
+        Evaluate();
+        Changed();
+    });
 }
 
 }  // namespace bellmark

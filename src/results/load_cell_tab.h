@@ -36,8 +36,8 @@ class LoadCellTab {
     Button cmdDelLCOK{fraDelLCTrails, "cmdDelLCOK", "&OK"};
     Button cmdDelLCCancel{fraDelLCTrails, "cmdDelLCCancel", "&Cancel"};
 
-    std::function<void()> Changed;                 ///< the trials or their acceptance are others now
-    std::function<void(bool waiting)> PleaseWait;  ///< files are worked on
+    std::function<void()> Changed;  ///< the trials or their acceptance are others now
+    std::function<void(const std::function<void()>& work)> WhileWaiting;  ///< works on files, and says so meanwhile
 
     /// Judges the trials of the run and shows them.
     void Evaluate();
@@ -48,7 +48,6 @@ class LoadCellTab {
     void cmdDelLCOK_Click();
     void CloseDeletion();
     void DeleteMarkedTrials();
-    void WhileWaiting(const std::function<void()>& work);
     std::string MarkedTrialsInWords();
     void ShowTrials(const std::vector<double>& gains);
     void ShowTrialButtons();

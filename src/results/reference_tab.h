@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+
 #include "controls/controls.h"
+#include "results/trial_files.h"
 
 namespace bellmark {
 
@@ -24,15 +27,33 @@ class ReferenceTab {
     TextBox txtRelMsg{fraRef, "txtRelMsg"};
     Button cmdReviewSensors{fraRef, "cmdReviewSensors", "Accept Relati&ve Calibration"};
     Button cmdAdditionalRelCal{fraRef, "cmdAdditionalRelCal"};
+    Frame fraDelRefCal{fraRef, "fraDelRefCal"};
+    Label lblDelRef{fraDelRefCal, "lblDelRef"};
+    CheckBox ChkDelRef[2]{{fraDelRefCal, "ChkDelRef(0)"}, {fraDelRefCal, "ChkDelRef(1)"}};
+    Button cmdDelRefOK{fraDelRefCal, "cmdDelRefOK", "&OK"};
+    Button cmdDelRefCancel{fraDelRefCal, "cmdDelRefCancel", "&Cancel"};
 
-    /// Shows the sensors as they came, while none of them has been calibrated.
+    std::function<void()> Changed;  ///< the trials or their acceptance are others now
+    std::function<void(const std::function<void()>& work)> WhileWaiting;  ///< works on files, and says so meanwhile
+
+    /// Judges the sensors' trials and shows them.
     void Evaluate();
 
   private:
-    void ShowReferenceGrid();
+    void cmdAcceptReference_Click();
+    void cmdAdditionalRefTrial_Click();
+    void cmdDelRefCal_Click();
+    void cmdDelRefOK_Click();
+    void CloseDeletion();
+    void DeleteReferenceTrials(const TrialMarks& marks);
+    void ShowReferenceButtons();
+    void ShowReferenceAdvice();
     void ShowRelativeGrid();
+    void KeepReferenceAcceptance();
+    bool AskForPair() const;
 
     Program& program_;
+    CalibrationRun& run_;
 };
 
 }  // namespace bellmark

@@ -25,18 +25,32 @@ std::optional<NumberInName> NumberAt(const std::string& name, std::size_t first)
     return found;
 }
 
-std::optional<NumberInName> TrialNumberIn(const std::string& name, const TrialFileKind& kind) {
-    if (StartsWithIgnoringCase(name, kind.dropPrefix)) {
-        const auto found = NumberAt(name, kind.dropPrefix.size());
-        if (found && StartsWithIgnoringCase(std::string_view(name).substr(found->first + found->length), "-H")) {
-            return found;
-        }
-    }
+std::optional<NumberInName> NumberOfDropFile(const std::string& name, const TrialFileKind& kind) {
+    if (kind.dropPrefix.empty() || !StartsWithIgnoringCase(name, kind.dropPrefix)) return {};
+    const auto found = NumberAt(name, kind.dropPrefix.size());
+    if (!found) return {};
+    const auto behind = std::string_view(name).substr(found->first + found->length);
+    return StartsWithIgnoringCase(behind, "-H") ? found : std::nullopt;
+}
+
+std::optional<NumberInName> NumberOfReport(const std::string& name, const TrialFileKind& kind) {
     const auto point = name.rfind('.');
     if (point == std::string::npos) return {};
-    const bool isReport = StartsWithIgnoringCase(std::string_view(name).substr(point + 1), kind.reportExtension);
-    const auto found = isReport ? NumberAt(name, point + 1 + kind.reportExtension.size()) : std::nullopt;
+    const auto extension = std::string_view(name).substr(point + 1);
+    if (!StartsWithIgnoringCase(extension, kind.reportExtension)) return {};
+    if (kind.isNumberBeforeExtension) {
+        const auto blank = name.rfind(' ', point);
+        if (blank == std::string::npos || extension.size() != kind.reportExtension.size()) return {};
+        const auto found = NumberAt(name, blank + 1);
+        return found && found->first + found->length == point ? found : std::nullopt;
+    }
+    const auto found = NumberAt(name, point + 1 + kind.reportExtension.size());
     return found && found->first + found->length == name.size() ? found : std::nullopt;
+}
+
+std::optional<NumberInName> TrialNumberIn(const std::string& name, const TrialFileKind& kind) {
+    const auto drop = NumberOfDropFile(name, kind);
+    return drop ? drop : NumberOfReport(name, kind);
 }
 
 bool IsMarked(int trial, const TrialMarks& marks) {

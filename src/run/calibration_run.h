@@ -58,6 +58,13 @@ struct ReferenceTrialSummary {
     double Change = 0;
 };
 
+/// A relative trial that was read and neither accepted nor rejected. Its numbers stand behind those of the accepted
+/// trials, at index RelTrials.
+struct RelativeTrialInHand {
+    std::string rawFileName;  ///< the FWD's file as the operator chose it
+    long long dropsInFile = 0;
+};
+
 /// A relative trial over all sensors and sets.
 struct RelativeTrialSummary {
     double Avg = 0;
@@ -211,6 +218,7 @@ struct CalibrationRun : Session {
     std::array<std::string, maxTrials + 1> SensorRefMessage;  ///< 0 overall, then each trial
     int RelTrials = 0;
     std::array<RelativeTrialSummary, maxTrials> RelTrial;
+    std::optional<RelativeTrialInHand> RelTrialInHand;  ///< nothing: no relative trial waits for its answer
     bool SensorRelCalGood = false;
     bool SensorRelCalComplete = false;
     std::string SensorRelMessage;  ///< what the last judgement said

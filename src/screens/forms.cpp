@@ -10,6 +10,7 @@
 #include "ui_frmGetFWDData.h"
 #include "ui_frmMainMenu.h"
 #include "ui_frmPrerequisites.h"
+#include "ui_frmRefReview.h"
 #include "ui_frmRegressionPlot.h"
 #include "ui_frmReport.h"
 #include "ui_frmResults.h"
@@ -40,6 +41,7 @@ const std::map<std::string, Maker>& Makers() {
         {"frmGetFWDData", Make<Ui::frmGetFWDData>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
+        {"frmRefReview", Make<Ui::frmRefReview>},
         {"frmRegressionPlot", Make<Ui::frmRegressionPlot>},
         {"frmReport", Make<Ui::frmReport>},
         {"frmResults", Make<Ui::frmResults>},

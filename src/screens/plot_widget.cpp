@@ -54,6 +54,25 @@ std::size_t NearestSample(const std::vector<double>& x, double wanted) {
     return static_cast<std::size_t>(std::min_element(x.begin(), x.end(), nearer) - x.begin());
 }
 
+/// How many rows above its point each mark's label stands: labels of near points would cover each other.
+std::vector<int> RowsOfLabels(const Plot& plot) {
+    constexpr double across = 0.2;  // of the plot, that a label takes
+    constexpr double along = 0.1;
+    const double width = across * (plot.horizontal.highest - plot.horizontal.lowest);
+    const double height = along * (plot.vertical.highest - plot.vertical.lowest);
+    std::vector<int> rows;
+    for (const PlotMark& mark : plot.marks) {
+        int row = 0;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const PlotMark& other = plot.marks[i];
+            const bool isNear = std::abs(mark.x - other.x) < width && std::abs(mark.y - other.y) < height;
+            if (isNear) row = std::max(row, rows[i] + 1);
+        }
+        rows.push_back(row);
+    }
+    return rows;
+}
+
 }  // namespace
 
 PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent), view_(new QCustomPlot(this)) {
@@ -131,7 +150,9 @@ void PlotWidget::ShowSeries() {
 
 void PlotWidget::ShowMarks() {
     const double middle = (plot_.horizontal.lowest + plot_.horizontal.highest) / 2;
-    for (const PlotMark& mark : plot_.marks) {
+    const std::vector<int> rows = RowsOfLabels(plot_);
+    for (std::size_t number = 0; number < plot_.marks.size(); ++number) {
+        const PlotMark& mark = plot_.marks[number];
         auto* line = new QCPItemStraightLine(view_);
         line->point1->setCoords(mark.x, 0);
         line->point2->setCoords(mark.x, 1);
@@ -146,12 +167,13 @@ void PlotWidget::ShowMarks() {
         auto* label = new QCPItemText(view_);
         const bool toTheRight = mark.x < middle;
         label->position->setParentAnchor(point->position);
-        label->position->setCoords(toTheRight ? 10 : -10, 0);
+        label->setPadding(QMargins(3, 1, 3, 1));
+        const int rowHeight = QFontMetrics(label->font()).height() + 2;
+        label->position->setCoords(toTheRight ? 10 : -10, -rows[number] * rowHeight);
         label->setPositionAlignment((toTheRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
         label->setText(Text(mark.name));
         label->setColor(markColor);
         label->setBrush(QColor(255, 255, 255, 200));
-        label->setPadding(QMargins(3, 1, 3, 1));
     }
 }
 

@@ -10,6 +10,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <stdexcept>
@@ -115,8 +116,11 @@ void QtSound::Play(const Path&) {
     QApplication::beep();
 }
 
-void QtSound::Beep(int, std::chrono::milliseconds) {
+void QtSound::Beep(int hertz, std::chrono::milliseconds length) {
+    // The desktop's bell has one pitch and one length: a low tone is told by two strokes.
+    constexpr int highHertz = 600;
     QApplication::beep();
+    if (hertz < highHertz) QTimer::singleShot(length, qApp, [] { QApplication::beep(); });
 }
 
 }  // namespace bellmark

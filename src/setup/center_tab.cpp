@@ -25,22 +25,14 @@ constexpr const char* saveCaption = "&Save Calibration Center Config";
 constexpr std::chrono::days longestLoadCellAge{365};
 constexpr double longestAccelerometerAge = 480;  // minutes
 
-bool AccelWasCalibratedToday(const Program& program) {
-    constexpr const char* day = "dd-mmm-yyyy";
-    return Format(program.Center.AccelDailyCalibrationDate, day) == Format(program.Now(), day);
-}
-
 /// Why the accelerometer's last calibration does not hold.
 const char* AccelerometerFault(const Program& program) {
     if (!AccelWasCalibratedToday(program)) return "the last one is not of today";
     if (MinutesSinceAccelCal(program) > longestAccelerometerAge) return "the last one is more than 8 hours old";
     return "since the last one the temperature has changed by more than 5 °C";
 }
-}  // namespace
 
-bool IsAccelCalibrationCurrent(Program& program) {
-    return AccelCalCurrent(program) && AccelWasCalibratedToday(program);
-}
+}  // namespace
 
 CenterTab::CenterTab(Screen& screen, Program& program)
     : screen_(screen), program_(program), cells_(CenterCells(*this)) {

@@ -120,7 +120,4 @@ class CenterTab {
     bool editing_ = false;
 };
 
-/// The accelerometer's daily calibration is of today and still holds.
-bool IsAccelCalibrationCurrent(Program& program);
-
 }  // namespace bellmark

@@ -2,6 +2,7 @@
 
 #include "app/app_main.h"
 #include "app/center_file.h"
+#include "app/daily_calibration.h"
 #include "app/fwd_configuration.h"
 #include "app/interim_store.h"
 #include "app/program.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/change_trials.h"
 #include "app/doors.h"
 #include "app/program.h"
 #include "app/workflow.h"
@@ -11,7 +12,6 @@
 #include "platform/text.h"
 #include "platform/typed_number.h"
 #include "run/stored_values.h"
-#include "run/trial.h"
 
 namespace bellmark {
 
@@ -78,6 +78,11 @@ void GeneralTab::ShowMeasuredTrigger() {
     cmdTriggerLevel.BackColor = colors::complete;
 }
 
+void GeneralTab::ForgetMeasuredTrigger() {
+    AccelTrigger.BackColor = colors::window;
+    cmdTriggerLevel.BackColor = colors::buttonFace;
+}
+
 void GeneralTab::ShowMeasuredDrops() {
     OfferDrops(program_.Run.NumberDropsPerLoadLevel);
     cboNumDrops.ListIndex = 0;
@@ -138,32 +143,9 @@ void GeneralTab::ShowTrigger() {
     loadCellTrigger.Text = Format(TriggerInRunUnits(), program_.Run.EnglishUnits ? poundsPicture : kilonewtonsPicture);
 }
 
-/// Whether the trials from now on may be of this shape. A trial in hand is of one shape from its first drop to its
-/// last: it is repeated, or nothing changes.
-bool GeneralTab::MayBecome(const TrialShape& wanted) {
-    CalibrationRun& run = program_.Run;
-    if (wanted == TrialOfSetup(run).shape) return true;
-    if (run.FlagUnacceptedTrial) {
-        program_.ShowBox(
-            "The trial that waits for its FWD data keeps its units, heights and drops. What you choose here "
-            "counts from the next trial on.",
-            box::information);
-        return true;
-    }
-    if (run.Trial.DropSequenceIndex == 0) return true;
-    const std::string question = NumberText(run.Trial.DropSequenceIndex) + " of the " +
-                                 NumberText(run.Trial.shape.Drops()) +
-                                 " drops of a trial have been taken, in its own units, heights and drops.\r\nDo you "
-                                 "want to change them and repeat the trial from its first drop?";
-    const int style = box::yesNo + box::question + box::secondIsDefault;
-    if (program_.ShowBox(question, style, "Trial in Hand") != Answer::Yes) return false;
-    LeaveTrial(run);
-    return true;
-}
-
 void GeneralTab::ChooseUnits(bool english) {
     const CalibrationRun& run = program_.Run;
-    const bool may = MayBecome({run.NumberLoadLevels, run.NumberDropsPerLoadLevel, english});
+    const bool may = MayChangeTrials(program_, {run.NumberLoadLevels, run.NumberDropsPerLoadLevel, english});
     if (may) program_.Run.EnglishUnits = english;
     ShowUnits();
     ShowTrigger();
@@ -173,7 +155,7 @@ void GeneralTab::ChooseSequence() {
     CalibrationRun& run = program_.Run;
     const int heights = StoredWhole(cboNumHeights.DisplayText(), 3, 4);
     const int drops = StoredWhole(cboNumDrops.DisplayText(), fewestDrops, mostDrops);
-    if (!MayBecome({heights, drops, run.EnglishUnits})) return ShowSequence();
+    if (!MayChangeTrials(program_, {heights, drops, run.EnglishUnits})) return ShowSequence();
     if (heights != run.NumberLoadLevels && run.NumberDropsSet && !run.LoadCellOnly) AskForDropsAnew();
     run.NumberLoadLevels = heights;
     run.NumberDropsPerLoadLevel = drops;
@@ -204,9 +186,11 @@ void GeneralTab::AccelTrigger_Leave() {
         AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
         return;
     }
+    const std::string before = Format(program_.Center.AccelSensitivity, "0.00");
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
-    AccelTrigger.BackColor = colors::window;
     AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
+    // Another level than the one that was measured.
+    if (AccelTrigger.Text.Get() != before) ForgetMeasuredTrigger();
 }
 
 /// Each line is a note; lines beyond the last note are dropped from the box too, so that the operator sees it.
@@ -236,6 +220,7 @@ void GeneralTab::cmdApproveCalSeq_Click() {
     program_.Run.NumberDropsSet = true;
     program_.Run.TriggerLevelSet = false;
     program_.Run.LoadCellOnly = true;
+    ForgetMeasuredTrigger();
     SetEnabled({&cmdApproveCalSeq, &cmdNumberDrops, &cboNumHeights, &cboNumDrops}, false);
     SequenceApproved();
 }

@@ -52,11 +52,11 @@ class GeneralTab {
     double TriggerInRunUnits() const;
     void ChooseUnits(bool english);
     void ChooseSequence();
-    bool MayBecome(const TrialShape& wanted);
     void loadCellTrigger_Leave();
     void AccelTrigger_Leave();
     void txtComment_Leave();
     void AskForDropsAnew();
+    void ForgetMeasuredTrigger();
     void OfferDrops(int least);
     void cmdApproveCalSeq_Click();
     void EnterProcedure(Procedure procedure, int step, const char* header);

@@ -444,6 +444,16 @@ TEST(ErrorMessages, LoadAboveTheLimitFollowsTheLoadCellsUnit) {
               "The maximum load of the drop was 106.8kN.\r\nThe allowable maximum is 105 kN");
 }
 
+TEST(ErrorMessages, NoiseIsToldInTheUnitsOfTheTrial) {
+    CalibrationRun run = RunWithCounts(true);
+    run.Trial.procedure = Procedure::Sensors;
+    run.Trial.shape.englishUnits = false;
+    ErrorMessages(run, 113, {5.04});
+    EXPECT_NE(run.MessageText.find("5.0 microns"), std::string::npos);
+    ErrorMessages(run, 103, {100.0});
+    EXPECT_NE(run.MessageText.find("0.445 kN"), std::string::npos);
+}
+
 TEST(ErrorMessages, FewerThanFourHeightsMayBecomeFour) {
     auto run = RunWithCounts(true);
     run.NumberLoadLevels = 3;

@@ -2,20 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <filesystem>
-#include <thread>
-
-#include "app/frm_master.h"
 #include "app/interim_store.h"
-#include "app/program.h"
 #include "app/workflow.h"
-#include "fwd/frm_get_fwd_data.h"
-#include "fwd/frm_regression_plot.h"
 #include "fwd/trial_report.h"
-#include "platform/numbers.h"
-#include "tests/support/idle_doors.h"
-#include "tests/support/test_machine.h"
+#include "tests/fwd/trial_screens.h"
 
 namespace bellmark {
 namespace {
@@ -25,104 +15,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
-
-struct RecordingMenu : FakeMainMenu {
-    using FakeMainMenu::FakeMainMenu;
-    int loadCellEntered = 0;
-    void CalibrateLoadCell() override { ++loadCellEntered; }
-};
-
-struct RecordingCollection : IdleCollection {
-    int entered = 0;
-    void Bellmark() override { ++entered; }
-};
-
-struct RecordingResults : IdleResults {
-    int loadCellOpened = 0;
-    void OpenLoadCell() override { ++loadCellOpened; }
-};
-
-struct RecordingReview : ReferenceReviewDoor {
-    int started = 0;
-    void Start() override { ++started; }
-};
-
-/// Two heights of two drops, captured a moment ago.
-struct TrialScreens : testing::Test {
-    TestMachine machine;
-    Program program{machine.machine};
-    CalibrationRun& run = program.Run;
-    std::shared_ptr<RecordingMenu> menu = std::make_shared<RecordingMenu>(program);
-    std::shared_ptr<RecordingCollection> collection = std::make_shared<RecordingCollection>();
-    std::shared_ptr<RecordingResults> results = std::make_shared<RecordingResults>();
-    std::shared_ptr<RecordingReview> review = std::make_shared<RecordingReview>();
-    std::shared_ptr<frmGetFWDData> data = std::make_shared<frmGetFWDData>(program);
-    std::shared_ptr<frmRegressionPlot> plot = std::make_shared<frmRegressionPlot>(program);
-
-    TrialScreens() {
-        machine.machine.pause = [this] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            machine.Advance(std::chrono::milliseconds(20));
-        };
-        program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
-        program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
-        program.Register<AcquisitionDoor>([](Program&) { return std::make_shared<FakeAcquisition>(); });
-        program.Register<MainMenuDoor>([this](Program&) { return menu; });
-        program.Register<CollectionDoor>([this](Program&) { return collection; });
-        program.Register<ResultsDoor>([this](Program&) { return results; });
-        program.Register<ReferenceReviewDoor>([this](Program&) { return review; });
-        program.Register<FWDDataDoor>([this](Program&) { return data; });
-        program.Register<RegressionPlotDoor>([this](Program&) { return plot; });
-        std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample/Ferrylink.exe", machine.folder.Folder());
-        run.ReviewMode = true;
-        run.InterimFileName = "InterimCal20120309.DDX";
-        run.InterimFolderName = "InterimCal20120309";
-        run.CurrentProcedure = Procedure::LoadCell;
-        run.CurrentProcStep = step::loadCellTrial;
-        run.NumberLoadLevels = 2;
-        run.NumberDropsPerLoadLevel = 2;
-        run.NumberSensors = 3;
-        run.DeviceSerialNumber = "8002/101";
-        run.LoadCellSerialNumber = "LC-1";
-        run.LoadCellInitialGain = 1;
-        BeginTrial(run);
-        run.Trial.DropSequenceIndex = 4;
-        run.Trial.DropResults = {9000, 9040, 12000, 12040};
-    }
-
-    /// The FWD's file: one line of fields a drop.
-    void WriteFile(const std::vector<std::string>& drops, const std::string& units = "pound-force",
-                   const std::string& more = "") {
-        std::string text = "[Units]\r\nLoadUnits=" + units + "\r\nDeflectionUnits=mils\r\n" + more +
-                           "[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=" +
-                           NumberText(drops.size()) + "\r\n";
-        for (std::size_t i = 0; i < drops.size(); ++i) {
-            text += "DropData_" + NumberText(i + 1) + '=' + drops[i] + "\r\n";
-        }
-        machine.Write("transfer/Trial.ddx", text);
-    }
-    /// Each file is converted anew: the former document is replaced. answers: to what comes up then.
-    void Browse(const std::vector<Answer>& answers = {}) {
-        machine.files.RemoveFile(machine.folder / "InterimCal20120309/Trial.ddx");
-        if (machine.Has("InterimCal20120309/Trialcvt.ddx")) machine.dialogs.QueueAnswer(Answer::Yes);
-        for (const Answer answer : answers) machine.dialogs.QueueAnswer(answer);
-        machine.dialogs.QueueFile(machine.folder / "transfer/Trial.ddx");
-        data->cmdBrowse.UserClick();
-    }
-    /// Titles of the boxes, or their texts where they have none, but for the question about the former document.
-    std::vector<std::string> Boxes() {
-        std::vector<std::string> told;
-        for (const std::string& box : machine.dialogs.TakeBoxes()) {
-            const std::string text = box.front() == '\t' ? box.substr(1) : box;
-            if (text.find("already exist") == std::string::npos) told.push_back(text.substr(0, text.find('\t')));
-        }
-        return told;
-    }
-    void AcceptByPlot() {
-        data->cmdGraph.UserClick();
-        plot->cmdNext.UserClick();
-    }
-};
 
 TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
     data->Start();
@@ -331,6 +223,7 @@ TEST_F(TrialScreens, AWaitingTrialIsAnsweredWithinItsOwnProcedure) {
         {2, 1, 1, false, 4, 4}, {2, 1, 1, false, 5, 5}, {2, 1, 1, false, 10, 4}, {2, 1, 0, false, 0, 5},
     };
     for (const auto& row : rows) {
+        run.Trial = {};  // as after a restart
         run.FlagUnacceptedTrial = true;
         run.LoadCellRefTrials = row.loadCellTrials;
         run.RefTrials = row.referenceTrials;
@@ -405,6 +298,7 @@ TEST_F(TrialScreens, SensorsAreLookedAtOneByOne) {
 TEST_F(TrialScreens, SensorsThatTheFileLacksReadZero) {
     run.CurrentProcedure = Procedure::Sensors;
     run.NumberSensors = static_cast<int>(maxSensors);
+    for (SensorCalRecord& sensor : run.Sensor) sensor.InitialGain = 1;
     run.Trial.DropResults = {10, 10.1, 15, 15.1};
     data->Start();
     std::string hundredFields = "1";

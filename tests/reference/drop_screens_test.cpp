@@ -40,6 +40,7 @@ struct DropScreensTest : ::testing::Test {
     DropScreensTest() {
         program.Register<AcquisitionDoor>([this](Program&) { return board; });
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
+        program.Register<MainFrameDoor>([](Program&) { return std::make_shared<IdleMainFrame>(); });
         program.Register<FWDDataDoor>([this](Program&) { return fwdData; });
         program.Register<SimulatorDoor>([this](Program&) { return simulator; });
         program.Register<CollectionDoor>([this](Program&) { return collection; });

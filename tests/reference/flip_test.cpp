@@ -136,6 +136,7 @@ struct FlipTest : ::testing::Test {
     FlipTest() {
         program.Register<AcquisitionDoor>([this](Program&) { return board; });
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
+        program.Register<MainFrameDoor>([](Program&) { return std::make_shared<IdleMainFrame>(); });
         program.Register<ResultsDoor>([](Program&) { return std::make_shared<IdleResults>(); });
         program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Register<FlipCalibrationDoor>([this](Program&) { return flip; });
@@ -171,6 +172,8 @@ struct FlipTest : ::testing::Test {
 };
 
 TEST_F(FlipTest, AcceptedReadingsAreTheDaysCalibration) {
+    run.InterimFileName = "InterimCal20120309.DDX";
+    run.InterimCalOpen = true;
     Measure();
     EXPECT_EQ(run.CurrentProcStep, step::flipMeasured);
     EXPECT_EQ(flip->txtSlope.Text.Get(), "0.4200");
@@ -184,6 +187,8 @@ TEST_F(FlipTest, AcceptedReadingsAreTheDaysCalibration) {
     EXPECT_NEAR(ReadNumber(Stored("AccelDailyCalibration+1GFlipVoltage")), 0.424, 1e-7);
     EXPECT_NEAR(ReadNumber(Stored("AccelDailyCalibrationTemp")), 71.6, 1e-5) << "22 °C in the file's unit";
     EXPECT_EQ(Stored("CalibrationCenter"), "ours");
+    const auto interim = OpenProfileStrings(machine.files, machine.folder / "InterimCal20120309.DDX");
+    EXPECT_EQ(interim.Get(centerSection, "AccelDailyCalibration+1GVoltage"), Stored("AccelDailyCalibration+1GVoltage"));
     EXPECT_NEAR(center.AccelVoltageOffset, -0.005, 1e-6);
     EXPECT_EQ(run.CurrentProcStep, step::flipAccepted);
     EXPECT_EQ(program.Screens.Front(), menu.get());
@@ -242,9 +247,15 @@ TEST_F(FlipTest, AChangeOfSlopeAsksForALookAndItsRepetitionMayCompareWithItself)
 }
 
 TEST_F(FlipTest, ASimulatedFlipIsPutBackWhenItsReviewEnds) {
+    struct Played : FakeSimulator {
+        float last = 0;
+        void SetRandom(float mean, float) override { last = mean; }
+    };
+    const auto simulator = std::make_shared<Played>();
     run.ReviewMode = true;
-    program.Register<SimulatorDoor>([](Program&) { return std::make_shared<FakeSimulator>(); });
+    program.Register<SimulatorDoor>([simulator](Program&) { return simulator; });
     Measure();
+    EXPECT_EQ(simulator->last, 0.42F) << "the third position without a voltage of its own is the first";
     flip->cmdAccept.UserClick();
     EXPECT_TRUE(machine.Has("BellmarkCenterConfigOld.Ini"));
 }

@@ -6,6 +6,7 @@
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "reference/frm_bellmark_accel_trigger.h"
+#include "run/trial.h"
 #include "tests/reference/made_accel_block.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
@@ -35,6 +36,7 @@ struct TriggerScreenTest : ::testing::Test {
         program.Register<SimulatorDoor>([this](Program&) { return simulator; });
         program.Register<SetupDoor>([this](Program&) { return setup; });
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
+        program.Register<MainFrameDoor>([](Program&) { return std::make_shared<IdleMainFrame>(); });
         program.Register<PrerequisitesDoor>([](Program&) { return std::make_shared<IdlePrerequisites>(); });
         program.Register<TriggerDoor>([this](Program&) { return shared; });
         program.Center = MadeCenter(0.06);
@@ -227,7 +229,7 @@ TEST_F(TriggerScreenTest, ADropWithoutAPulseIsRepeated) {
     for (const Procedure procedure : {Procedure::TriggerLevel, Procedure::NumberOfDrops}) {
         Enter(procedure);
         Drop();
-        EXPECT_EQ(screen.lblState.Caption.Get(), "No pulse found: reject this drop");
+        EXPECT_EQ(screen.lblState.Caption.Get(), "No pulse found: repeat this drop");
         EXPECT_FALSE(screen.cmdAccept.Enabled);
         EXPECT_EQ(screen.DefaultButton(), &screen.cmdStart);
     }
@@ -262,6 +264,7 @@ TEST_F(TriggerScreenTest, TheNumberOfDropsComesFromTwoDrops) {
         EXPECT_FALSE(screen.cmdTooEarly.Enabled || screen.cmdNoTrigger.Enabled);
         screen.cmdAccept.UserClick();
         EXPECT_EQ(run.LastMessageCode, 7);
+        EXPECT_EQ(screen.cmdStart.Caption.Get(), "Start");
         EXPECT_EQ(run.CurrentHeightIndex, 1);
         EXPECT_EQ(screen.lblPeakValue.Caption.Get(), "");
         EXPECT_FALSE(screen.cmdAccept.Enabled);
@@ -277,11 +280,38 @@ TEST_F(TriggerScreenTest, TheNumberOfDropsComesFromTwoDrops) {
         EXPECT_EQ(run.NumberDropsPerLoadLevel, test.drops);
         const bool taken = test.drops != 9;
         EXPECT_EQ(setup->numbersOfDrops, taken ? 1 : 0);
-        EXPECT_EQ(IsInFront(), !taken);
-        if (!taken) {
+        const bool triedAgain = test.message == 10 && !taken;
+        EXPECT_EQ(IsInFront(), triedAgain);
+        if (triedAgain) {
             EXPECT_EQ(run.CurrentHeightIndex, test.heights) << "both drops are repeated";
             EXPECT_TRUE(screen.fraMessage.Visible);
+        } else {
+            EXPECT_EQ(run.CurrentProcedure, Procedure::Setup);
         }
+        EXPECT_EQ(setup->returns, test.message == 203 ? 1 : 0);
+        setup->returns = 0;
+    }
+}
+
+TEST_F(TriggerScreenTest, ATrialInHandIsRepeatedWithTheMeasuredNumberOfDropsOrKeepsItsOwn) {
+    for (const bool repeat : {false, true}) {
+        run.NumberDropsPerLoadLevel = 9;
+        run.CurrentProcedure = Procedure::LoadCell;
+        BeginTrial(run);
+        TakePeak(run.Trial, 6028, {});
+        Enter(Procedure::NumberOfDrops);
+        SetPulse(1000);
+        Drop();
+        screen.cmdAccept.UserClick();
+        Drop();
+        machine.dialogs.QueueAnswer(Answer::OK);
+        machine.dialogs.QueueAnswer(repeat ? Answer::Yes : Answer::No);
+        screen.cmdAccept.UserClick();
+        EXPECT_THAT(machine.dialogs.TakeBoxes(), ElementsAre(HasSubstr("(010)"), HasSubstr("1 of the 36 drops")));
+        EXPECT_EQ(run.NumberDropsPerLoadLevel, repeat ? 5 : 9);
+        EXPECT_EQ(run.Trial.DropSequenceIndex, repeat ? 0 : 1);
+        EXPECT_EQ(setup->numbersOfDrops, repeat ? 1 : 0);
+        EXPECT_FALSE(IsInFront());
     }
 }
 

@@ -1,6 +1,7 @@
 // The parts of the desktop program that stand alone: plot, printing, dialogs, timers, program folder.
 
 #include <gtest/gtest.h>
+#include <qcustomplot.h>
 
 #include <QApplication>
 #include <QMessageBox>
@@ -83,6 +84,26 @@ TEST(QtPrinter, WritesEachPageAndFitsWideLines) {
     std::ifstream stream(file, std::ios::binary);
     const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_NE(pdf.find("/Count 3"), std::string::npos);
+}
+
+TEST(PlotWidget, LabelsOfNearPointsDoNotCoverEachOther) {
+    PlotWidget plot;
+    plot.resize(700, 400);
+    Plot shown = WholeBlock();
+    const double x = shown.horizontal.lowest + 0.2 * (shown.horizontal.highest - shown.horizontal.lowest);
+    const double step = 0.02 * (shown.horizontal.highest - shown.horizontal.lowest);
+    const double y = (shown.vertical.lowest + shown.vertical.highest) / 2;
+    shown.marks = {{"Fulcrum", x, y}, {"Start", x + step, y}, {"Peak", x + 2 * step, y}};
+    plot.Show(shown);
+    plot.RedrawNow();
+    std::vector<QRectF> labels;
+    auto* view = plot.findChild<QCustomPlot*>();
+    for (int i = 0; i < view->itemCount(); ++i) {
+        if (auto* text = qobject_cast<QCPItemText*>(view->item(i)))
+            labels.emplace_back(text->topLeft->pixelPosition(), text->bottomRight->pixelPosition());
+    }
+    ASSERT_EQ(labels.size(), 3U);
+    EXPECT_FALSE(labels[0].intersects(labels[1]) || labels[1].intersects(labels[2]) || labels[0].intersects(labels[2]));
 }
 
 TEST(QtPrinter, DrawsAScreenOnOneLandscapePage) {

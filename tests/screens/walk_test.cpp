@@ -214,6 +214,7 @@ TEST_F(WalkTest, FromANewCalibrationToTheCertificate) {
 TEST_F(SlowWalkTest, TheArmedScreenSaysSoAndCanBeLeft) {
     GoToCollection();
     bool looked = false;
+    const auto& setup = *desktop_.window->findChild<QAction*>("mnuSetup");
     QTimer::singleShot(50ms, [&] {
         looked = true;
         const Screen& drop = *desktop_.program->Screens.Find("frmBellmark_AccelDrop");
@@ -223,10 +224,12 @@ TEST_F(SlowWalkTest, TheArmedScreenSaysSoAndCanBeLeft) {
         EXPECT_TRUE(state.isVisible());
         EXPECT_EQ(desktop_.window->PageOf(*desktop_.program->Screens.Front())->SuggestedStep(), QString());
         EXPECT_FALSE(desktop_.WidgetOf("frmBellmark_AccelDrop", "cmdAccept").isEnabled());
+        EXPECT_FALSE(setup.isEnabled());
         Press("frmBellmark_AccelDrop", "cmdMainMenu");
     });
     Press("frmBellmark_Accel", "cmdNext");
     EXPECT_TRUE(looked);
+    EXPECT_TRUE(setup.isEnabled());
     EXPECT_EQ(Front(), "frmMainMenu");
 }
 

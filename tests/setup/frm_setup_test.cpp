@@ -122,6 +122,12 @@ TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
             EXPECT_EQ(frame.mnuLoadCell.Enabled, run.SetupComplete);
             EXPECT_EQ(menu.cmdRefCalDefAccel.Enabled, sensors);
             EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
+            frame.SetMeasuring(true);
+            frame.AllowWhatNeedsARun(true);
+            EXPECT_FALSE(frame.mnuSetup.Enabled || frame.mnuLoadCell.Enabled || frame.mnuDeflectionSensors.Enabled);
+            frame.SetMeasuring(false);
+            EXPECT_TRUE(frame.mnuSetup.Enabled);
+            EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
         }
     }
 }
@@ -205,6 +211,8 @@ TEST_F(FrmSetupTest, TheWayOnOpensWhenTriggerLevelAndNumberOfDropsAreMeasured) {
                 setup.TriggerLevelMeasured();
                 EXPECT_EQ(general.AccelTrigger.Text.Get(), "0.18");
                 EXPECT_EQ(general.cmdTriggerLevel.BackColor.Get(), colors::complete);
+                general.AccelTrigger.UserEnter("0.180");
+                EXPECT_EQ(general.AccelTrigger.BackColor.Get(), colors::complete) << "the same level";
                 // NEXT asks for what is still missing.
                 setup.cmdNext.UserClick();
                 EXPECT_FALSE(triggerFirst && setup.cmdNext.Enabled);
@@ -321,9 +329,11 @@ TEST_F(FrmSetupTest, ATrialInHandIsRepeatedOrKeepsItsUnitsAndSequence) {
         {"units", [&] { general.optMetric.UserClick(); }, {4, 6, false}},
         {"heights", [&] { general.cboNumHeights.UserChoose("3"); }, {3, 6, true}},
         {"drops", [&] { general.cboNumDrops.UserChoose("8"); }, {4, 8, true}},
+        {"another center's units", [&] { ReadCenter(); }, {4, 6, false}},
     };
     const TrialShape old{4, 6, true};
     ReadCenter();
+    Set("EnglishUnits", "False");
     setup.Show();
     for (const auto& c : cases) {
         for (const auto& [waits, answer] : {std::pair(false, Answer::No), {false, Answer::Yes}, {true, Answer::OK}}) {
@@ -357,6 +367,7 @@ TEST_F(FrmSetupTest, ATrialInHandIsRepeatedOrKeepsItsUnitsAndSequence) {
     }
     run.FlagUnacceptedTrial = false;
     LeaveTrial(run);
+    general.optGeneral.UserClick();
     general.cboNumDrops.UserChoose("10");
     EXPECT_EQ(run.NumberDropsPerLoadLevel, 10) << "nothing is asked without a trial in hand";
 }

@@ -11,6 +11,15 @@
 /// wants to see. Fake ones remember what was asked of them, or answer what the test sets.
 namespace bellmark {
 
+struct IdleMainFrame : MainFrameDoor {
+    void AllowProcedures(bool, bool) override {}
+    void AllowWhatNeedsARun(bool) override {}
+    void SetMeasuring(bool) override {}
+    void BeginWaiting(const std::string&) override {}
+    bool WaitingCancelled() const override { return false; }
+    void EndWaiting() override {}
+};
+
 struct IdleMainMenu : MainMenuDoor {
     void Open() override {}
     void MarkAccelerometer() override {}
@@ -67,6 +76,7 @@ struct IdleResults : ResultsDoor {
     void Open() override {}
     void OpenLoadCell() override {}
     void OpenAccelerometer() override {}
+    void OpenReference() override {}
     void Recompute() override {}
 };
 

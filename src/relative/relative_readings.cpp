@@ -1,0 +1,123 @@
+#include "relative/relative_readings.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "fwd/fwd_document.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "relative/relative_analysis.h"
+
+namespace bellmark {
+
+namespace {
+
+constexpr long long mostDropsRead = 50;
+constexpr double largestReading = 1e9;  ///< far above what any FWD measures, in whatever unit
+
+std::size_t SensorsOf(const CalibrationRun& run) {
+    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
+}
+
+std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
+    return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
+}
+
+void FillSensor(const FWDDocument& document, CalibrationRun& run, std::size_t index) {
+    SensorCalRecord& sensor = run.Sensor[index];
+    const int field = static_cast<int>(index) + 1;
+    if (sensor.SerialNumber.empty()) sensor.SerialNumber = document.SensorSerialNumber(field);
+    if (sensor.InitialGain == 0) sensor.InitialGain = document.SensorGain(field);
+}
+
+void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, std::size_t index, RelativeReadings& found) {
+    SensorCalRecord& sensor = run.Sensor[index];
+    auto& readings = sensor.RelTrial.at(static_cast<std::size_t>(run.RelTrials)).DropData;
+    readings = {};
+    const int drops = document.Drops();
+    const int field = static_cast<int>(index) + 2;
+    for (long long at = 0; at < std::min(found.dropsInFile, mostDropsRead); ++at) {
+        const int location = static_cast<int>(at / drops) + 1;
+        const int drop = static_cast<int>(at % drops) + 1;
+        const std::string text = document.DropFieldAt(location, drop, field);
+        const auto number = NumberIn(text);
+        const bool isReading = number && std::abs(*number) <= largestReading;
+        if (!isReading) {
+            found.unreadable.push_back("Drop " + NumberText(at + 1) + ", " + SensorWords(run, index) + ": \"" + text +
+                                       '"');
+        }
+        readings.at(static_cast<std::size_t>(at)) =
+            NormalisedReading(isReading ? *number : 0, sensor.InterimGain, sensor.InitialGain, run.EnglishUnits);
+    }
+}
+
+void AddDoubtsAboutPositions(const CalibrationRun& run, std::size_t trial, std::vector<std::string>& doubts) {
+    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+        const int position = run.Sensor[s].RelTrial[trial].Position;
+        if (position == 0) doubts.push_back("The stand position of " + SensorWords(run, s) + " is empty.");
+        for (std::size_t other = s + 1; position != 0 && other < SensorsOf(run); ++other) {
+            if (run.Sensor[other].RelTrial[trial].Position != position) continue;
+            doubts.push_back("Stand position " + NumberText(position) + " is given to " + SensorWords(run, s) +
+                             " and to " + SensorWords(run, other) + '.');
+        }
+    }
+}
+
+}  // namespace
+
+UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits) {
+    const bool isMils = deflectionUnits == "mils" || deflectionUnits == "mil";
+    const bool isMicrons = deflectionUnits == "microns" || deflectionUnits == "micron";
+    if (!isMils && !isMicrons) return UnitAgreement::Unknown;
+    return isMils == englishUnits ? UnitAgreement::Agrees : UnitAgreement::Differs;
+}
+
+double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits) {
+    if (initialGain == 0) return 0;
+    const double normalised = Round(reading * interimGain / initialGain, englishUnits ? 4 : 2);
+    return std::isfinite(normalised) ? normalised : 0;
+}
+
+RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run) {
+    const FWDDocument document(file);
+    RelativeReadings found;
+    found.dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
+    found.deflectionUnits = document.Units().deflection;
+    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+        FillSensor(document, run, s);
+        ReadRelativeDrops(document, run, s, found);
+    }
+    return found;
+}
+
+std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run) {
+    std::vector<std::string> doubts;
+    if (!run.RelTrialInHand) return doubts;
+    const auto trial = static_cast<std::size_t>(run.RelTrials);
+    if (run.RelTrialInHand->dropsInFile != relativeDrops) {
+        doubts.push_back("The file holds " + NumberText(run.RelTrialInHand->dropsInFile) + " drops in place of " +
+                         NumberText(relativeDrops) + '.');
+    }
+    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+        const SensorCalRecord& sensor = run.Sensor[s];
+        if (sensor.InterimGain == 0) {
+            doubts.push_back("There is no interim gain of " + SensorWords(run, s) + '.');
+        } else if (sensor.InitialGain == 0) {
+            doubts.push_back("There is no initial gain of " + SensorWords(run, s) + '.');
+        } else if (sensor.RelTrial.at(trial).AdjFactor == 0) {
+            doubts.push_back("There is no deflection of " + SensorWords(run, s) + ": its gain is 0.");
+        }
+    }
+    AddDoubtsAboutPositions(run, trial, doubts);
+    return doubts;
+}
+
+void SetUsualPositions(CalibrationRun& run, std::size_t trial) {
+    const auto sensors = static_cast<int>(SensorsOf(run));
+    for (int s = 0; s < sensors; ++s) {
+        const bool isOdd = trial % 2 == 0;
+        run.Sensor.at(static_cast<std::size_t>(s)).RelTrial.at(trial).Position = isOdd ? s + 1 : sensors - s;
+    }
+}
+
+}  // namespace bellmark

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "run/calibration_run.h"
+
+/// The readings of an annual relative trial, out of the document of the FWD's data file.
+namespace bellmark {
+
+class FWDDocument;
+class PDDXFile;
+
+struct RelativeReadings {
+    long long dropsInFile = 0;  ///< test locations times the drops of the first one
+    /// What stands where a reading should be and is none, as "Drop 5, sensor 3: \"abc\"". It counts as 0.
+    std::vector<std::string> unreadable;
+    std::string deflectionUnits;  ///< the file's own word
+};
+
+/// Whether the word is the run's unit of deflection.
+enum class UnitAgreement { Agrees, Differs, Unknown };
+UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits);
+
+/// The reading as it would have been with the gain found in the reference calibration: times interim over initial gain,
+/// rounded half to even to four decimals for mils, two for microns. Without an initial gain it is 0.
+double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits);
+
+/// Takes the readings of all sensors as the trial in hand, the one behind the accepted ones; there must be room for it.
+/// Drops count through all test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial
+/// numbers and initial gains that the run does not know yet are taken along.
+RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run);
+
+/// What makes the trial in hand doubtful, a line each: a wrong number of drops, sensors without a gain or a deflection,
+/// stand positions that are missing or given twice. Empty for a trial that may be used.
+std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run);
+
+/// Where a sensor stands unless the operator says otherwise: in their order in odd trials, turned round in even ones,
+/// so that no place favours a sensor. trial: index from 0.
+void SetUsualPositions(CalibrationRun& run, std::size_t trial);
+
+}  // namespace bellmark

@@ -1,0 +1,38 @@
+#include "results/trial_deletion.h"
+
+#include "app/interim_store.h"
+#include "app/program.h"
+#include "app/removed_runs.h"
+#include "run/trial.h"
+
+namespace bellmark {
+
+namespace {
+
+/// Drops that are in of the next trial have been given its new number.
+void RenumberTrialInHand(CalibrationRun& run, const TrialFileKind& kind, const TrialMarks& marks) {
+    const Procedure procedure = kind.dropPrefix == loadCellTrialFiles.dropPrefix    ? Procedure::LoadCell
+                                : kind.dropPrefix == referenceTrialFiles.dropPrefix ? Procedure::Sensors
+                                                                                    : Procedure::None;
+    if (run.Trial.procedure == procedure && run.Trial.number > 0)
+        run.Trial.number = NumberAfterDeletion(run.Trial.number, marks);
+}
+
+}  // namespace
+
+bool DeleteTrialsWithFiles(Program& program, const TrialFileKind& kind, const TrialMarks& marks,
+                           const std::function<void()>& takeOut) {
+    // What cannot be saved is not deleted either.
+    if (!SaveInterimCalibration(program)) return false;
+    const Path data = program.InterimFolder();
+    FileSystem& files = program.Services.files;
+    const Path safeCopy = FreeSafeCopy(files, data);
+    DeleteTrialFiles(files, data, safeCopy, kind, marks);
+    RenumberTrialInHand(program.Run, kind, marks);
+    takeOut();
+    // Until then the saved run still has all trials.
+    if (SaveInterimCalibration(program)) MoveToRemoved(program, program.Run.InterimFolderName, {safeCopy});
+    return true;
+}
+
+}  // namespace bellmark
