@@ -177,7 +177,16 @@ class TriggerDoor {  // frmBellmark_AccelTrigger
 class CenterRelativeDoor {  // frmCenterRelative
   public:
     virtual ~CenterRelativeDoor() = default;
-    virtual void Start() = 0;
+    virtual void Start() = 0;                ///< the next trial, or the results when enough are done
+    virtual void BeginTrial() = 0;           ///< one more trial, which the operator has asked for
+    virtual void ReturnFromPlot() = 0;       ///< shows the trial in hand as it was left
+    virtual void AcceptRelativeTrial() = 0;  ///< counts the trial in hand and goes on
+};
+
+class CenterRelPlotDoor {  // frmCenterRelPlot
+  public:
+    virtual ~CenterRelPlotDoor() = default;
+    virtual void DrawRelativePlot() = 0;  ///< shows the relative trial in hand
 };
 
 class RelativeResultsDoor {  // frmRelResults

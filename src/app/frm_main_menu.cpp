@@ -16,6 +16,11 @@ std::string TrialsDone(int count, const std::string& kind) {
     return NumberText(count) + ' ' + kind + (count == 1 ? "Trial Done" : "Trials Done");
 }
 
+/// Relative trials come in pairs, and the results say what a finished pair is worth.
+bool IsRelativePairToJudge(const CalibrationRun& run) {
+    return run.RelTrials >= 2 && run.RelTrials % 2 == 0 && !run.SensorRelCalComplete;
+}
+
 }  // namespace
 
 frmMainMenu::frmMainMenu(Program& program)
@@ -108,6 +113,8 @@ void frmMainMenu::ShowSensorStatus() {
     if (run.SensorRefCalGood) status += "\r\nRef. Cals Good";
     if (run.SensorRefCalComplete) status += "\r\nRef. Cal Accepted";
     if (run.RelTrials > 0) status += "\r\n" + TrialsDone(run.RelTrials, "Rel. ");
+    // A second trial of the pair is due.
+    if (run.RelTrials % 2 == 1) color = colors::suggestedNext;
     if (run.SensorRelCalGood) {
         status += "\r\nRel. Cals Good";
         color = colors::suggestedNext;
@@ -124,7 +131,9 @@ void frmMainMenu::ShowSensorStatus() {
 void frmMainMenu::ShowCertificateStatus() {
     const bool complete = program_.Run.CertificationComplete;
     txtCertStatus.Text = complete ? "Certification Complete" : "Still need to produce Final Certificate";
-    cmdFWDDoc.BackColor = complete ? colors::complete : colors::mustBeUpdated;
+    cmdFWDDoc.BackColor = complete                            ? colors::complete
+                          : IsRelativePairToJudge(program_.Run) ? colors::suggestedNext
+                                                                : colors::mustBeUpdated;
 }
 
 void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
@@ -151,6 +160,7 @@ Button& frmMainMenu::NextStep() {
     const CalibrationRun& run = program_.Run;
     if (!run.IsInHand) return cmdQuit;
     if (!cmdCalLoadCell.Enabled) return cmdEditSetup;
+    if (IsRelativePairToJudge(run) && cmdFWDDoc.Enabled) return cmdFWDDoc;
     if (!run.LoadCellCalComplete) return cmdCalLoadCell;
     return cmdRefCalDefAccel.Enabled && !run.SensorRelCalComplete ? cmdRefCalDefAccel : cmdFWDDoc;
 }

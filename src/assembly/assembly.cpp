@@ -14,6 +14,8 @@
 #include "reference/frm_bellmark_accel_trigger.h"
 #include "reference/frm_flip_calibration.h"
 #include "reference/frm_prerequisites.h"
+#include "relative/frm_center_rel_plot.h"
+#include "relative/frm_center_relative.h"
 #include "results/frm_report.h"
 #include "results/frm_results.h"
 #include "setup/frm_setup.h"
@@ -43,6 +45,8 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<FWDDataDoor, frmGetFWDData>(*program);
     RegisterScreen<RegressionPlotDoor, frmRegressionPlot>(*program);
     RegisterScreen<ReferenceReviewDoor, frmRefReview>(*program);
+    RegisterScreen<CenterRelativeDoor, frmCenterRelative>(*program);
+    RegisterScreen<CenterRelPlotDoor, frmCenterRelPlot>(*program);
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 

@@ -195,7 +195,11 @@ void Picture::Clear() {
 std::string Picture::DisplayText() const {
     if (plot_.IsEmpty()) return {};
     const auto axis = [](const PlotAxis& shown) {
-        return shown.caption + ": " + NumberText(shown.lowest) + " to " + NumberText(shown.highest);
+        if (shown.blocks.empty())
+            return shown.caption + ": " + NumberText(shown.lowest) + " to " + NumberText(shown.highest);
+        std::string captions;
+        for (const PlotBlock& block : shown.blocks) captions += (captions.empty() ? "" : ", ") + block.caption;
+        return shown.caption + ": " + captions;
     };
     std::string text = plot_.title + '\n' + axis(plot_.horizontal) + '\n' + axis(plot_.vertical);
     for (const auto& mark : plot_.marks) {

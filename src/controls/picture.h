@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,13 +9,41 @@
 
 namespace bellmark {
 
+/// A part of an axis that belongs to one thing, its limits and the mean of what is drawn in it.
+struct PlotBlock {
+    std::string caption;
+    double from = 0;
+    double to = 0;
+    double mean = 0;
+};
+
 /// What a plot is to show; how it is drawn is the front end's. Values are in the unit of the axis caption.
 struct PlotAxis {
     std::string caption;
     double lowest = 0;
     double highest = 1;
-    std::optional<double> tickStep;  ///< chosen by the front end when there is none
+    std::optional<double> tickStep;  ///< from the lowest value on; chosen by the front end when there is none
+    int decimals = 0;                ///< of the numbers at the ticks, where there is a step
+    std::vector<PlotBlock> blocks{};  ///< shown in place of numbers, where there are any
 };
+
+/// Told apart without colour.
+enum class MarkerShape {
+    Disc,
+    Square,
+    Triangle,
+    Diamond,
+    Cross,
+    Circle,
+    Plus,
+    TriangleDown,
+    Star,
+    CrossedSquare
+};
+inline constexpr std::array markerShapes{MarkerShape::Disc,  MarkerShape::Square, MarkerShape::Triangle,
+                                         MarkerShape::Diamond, MarkerShape::Cross,  MarkerShape::Circle,
+                                         MarkerShape::Plus,  MarkerShape::TriangleDown, MarkerShape::Star,
+                                         MarkerShape::CrossedSquare};
 
 struct PlotSeries {
     std::string name;
@@ -22,6 +51,7 @@ struct PlotSeries {
     std::vector<double> y;
     bool asMarkers = false;
     std::vector<std::string> notes;  ///< what a marker tells when it is pointed at; one for each point, or none
+    MarkerShape shape = MarkerShape::Disc;
 };
 
 /// A named point on a curve, or a line across the plot.

@@ -6,7 +6,6 @@
 #include "fwd/fwd_document.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "relative/relative_analysis.h"
 
 namespace bellmark {
 
@@ -51,18 +50,6 @@ void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, std::si
     }
 }
 
-void AddDoubtsAboutPositions(const CalibrationRun& run, std::size_t trial, std::vector<std::string>& doubts) {
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
-        const int position = run.Sensor[s].RelTrial[trial].Position;
-        if (position == 0) doubts.push_back("The stand position of " + SensorWords(run, s) + " is empty.");
-        for (std::size_t other = s + 1; position != 0 && other < SensorsOf(run); ++other) {
-            if (run.Sensor[other].RelTrial[trial].Position != position) continue;
-            doubts.push_back("Stand position " + NumberText(position) + " is given to " + SensorWords(run, s) +
-                             " and to " + SensorWords(run, other) + '.');
-        }
-    }
-}
-
 }  // namespace
 
 UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits) {
@@ -82,42 +69,13 @@ RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run) {
     const FWDDocument document(file);
     RelativeReadings found;
     found.dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
+    if (found.dropsInFile == 0) return found;
     found.deflectionUnits = document.Units().deflection;
     for (std::size_t s = 0; s < SensorsOf(run); ++s) {
         FillSensor(document, run, s);
         ReadRelativeDrops(document, run, s, found);
     }
     return found;
-}
-
-std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run) {
-    std::vector<std::string> doubts;
-    if (!run.RelTrialInHand) return doubts;
-    const auto trial = static_cast<std::size_t>(run.RelTrials);
-    if (run.RelTrialInHand->dropsInFile != relativeDrops) {
-        doubts.push_back("The file holds " + NumberText(run.RelTrialInHand->dropsInFile) + " drops in place of " +
-                         NumberText(relativeDrops) + '.');
-    }
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
-        const SensorCalRecord& sensor = run.Sensor[s];
-        if (sensor.InterimGain == 0) {
-            doubts.push_back("There is no interim gain of " + SensorWords(run, s) + '.');
-        } else if (sensor.InitialGain == 0) {
-            doubts.push_back("There is no initial gain of " + SensorWords(run, s) + '.');
-        } else if (sensor.RelTrial.at(trial).AdjFactor == 0) {
-            doubts.push_back("There is no deflection of " + SensorWords(run, s) + ": its gain is 0.");
-        }
-    }
-    AddDoubtsAboutPositions(run, trial, doubts);
-    return doubts;
-}
-
-void SetUsualPositions(CalibrationRun& run, std::size_t trial) {
-    const auto sensors = static_cast<int>(SensorsOf(run));
-    for (int s = 0; s < sensors; ++s) {
-        const bool isOdd = trial % 2 == 0;
-        run.Sensor.at(static_cast<std::size_t>(s)).RelTrial.at(trial).Position = isOdd ? s + 1 : sensors - s;
-    }
 }
 
 }  // namespace bellmark

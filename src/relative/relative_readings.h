@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -27,17 +26,9 @@ UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishU
 /// rounded half to even to four decimals for mils, two for microns. Without an initial gain it is 0.
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits);
 
-/// Takes the readings of all sensors as the trial in hand, the one behind the accepted ones; there must be room for it.
-/// Drops count through all test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial
-/// numbers and initial gains that the run does not know yet are taken along.
+/// Takes the readings of all sensors as those of the trial in hand; there must be room for it. Drops count through all
+/// test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial numbers and initial gains
+/// that the run does not know yet are taken along. A file without drops changes nothing.
 RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run);
-
-/// What makes the trial in hand doubtful, a line each: a wrong number of drops, sensors without a gain or a deflection,
-/// stand positions that are missing or given twice. Empty for a trial that may be used.
-std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run);
-
-/// Where a sensor stands unless the operator says otherwise: in their order in odd trials, turned round in even ones,
-/// so that no place favours a sensor. trial: index from 0.
-void SetUsualPositions(CalibrationRun& run, std::size_t trial);
 
 }  // namespace bellmark

@@ -3,11 +3,11 @@
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/print_if_asked.h"
 #include "app/program.h"
 #include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
-#include "platform/printed_pages.h"
 #include "platform/profile_strings.h"
 #include "results/publish_run.h"
 #include "run/center_keys.h"
@@ -33,17 +33,6 @@ void RewriteCenterConfiguration(Program& program) {
 Path AskWhereToSave(Program& program, const char* title, const Path& folder, const std::string& name) {
     const auto chosen = program.Services.dialogs.SaveFile({title, documentFilter, folder, name});
     return chosen ? program.Services.startDirectory / *chosen : folder / PathFromText(name);
-}
-
-void PrintIfAsked(Program& program, const Path& file) {
-    if (!program.Run.AutoPrint) return;
-    try {
-        PrintTextFile(program.Services.files, program.Services.printer, file);
-    } catch (const std::exception& error) {
-        // A printer that is out must not cost the outputs that follow.
-        program.Log(error.what());
-        program.ShowBox(error.what(), box::exclamation);
-    }
 }
 
 /// Where the FWD's operator gets the document: the folder that the FWD's files came from.

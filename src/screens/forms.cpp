@@ -6,6 +6,8 @@
 #include "ui_frmBellmark_Accel.h"
 #include "ui_frmBellmark_AccelDrop.h"
 #include "ui_frmBellmark_AccelTrigger.h"
+#include "ui_frmCenterRelPlot.h"
+#include "ui_frmCenterRelative.h"
 #include "ui_frmFlipCalibration.h"
 #include "ui_frmGetFWDData.h"
 #include "ui_frmMainMenu.h"
@@ -37,6 +39,8 @@ const std::map<std::string, Maker>& Makers() {
         {"frmBellmark_Accel", Make<Ui::frmBellmark_Accel>},
         {"frmBellmark_AccelDrop", Make<Ui::frmBellmark_AccelDrop>},
         {"frmBellmark_AccelTrigger", Make<Ui::frmBellmark_AccelTrigger>},
+        {"frmCenterRelPlot", Make<Ui::frmCenterRelPlot>},
+        {"frmCenterRelative", Make<Ui::frmCenterRelative>},
         {"frmFlipCalibration", Make<Ui::frmFlipCalibration>},
         {"frmGetFWDData", Make<Ui::frmGetFWDData>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},

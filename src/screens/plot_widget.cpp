@@ -39,14 +39,45 @@ void StyleAxis(QCPAxis& axis, const PlotAxis& shown) {
     if (shown.tickStep) {
         const QSharedPointer<QCPAxisTickerFixed> ticker(new QCPAxisTickerFixed);
         ticker->setTickStep(*shown.tickStep);
+        ticker->setTickOrigin(shown.lowest);
         axis.setTicker(ticker);
         axis.setNumberFormat(QStringLiteral("f"));
-        axis.setNumberPrecision(0);
+        axis.setNumberPrecision(shown.decimals);
+    } else if (!shown.blocks.empty()) {
+        const QSharedPointer<QCPAxisTickerText> ticker(new QCPAxisTickerText);
+        for (const PlotBlock& block : shown.blocks) ticker->addTick((block.from + block.to) / 2, Text(block.caption));
+        axis.setTicker(ticker);
     } else {
         axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
         axis.setNumberFormat(QStringLiteral("gb"));
         axis.setNumberPrecision(6);
     }
+}
+
+QCPScatterStyle::ScatterShape ShapeOf(MarkerShape shape) {
+    switch (shape) {
+        case MarkerShape::Disc:
+            return QCPScatterStyle::ssDisc;
+        case MarkerShape::Square:
+            return QCPScatterStyle::ssSquare;
+        case MarkerShape::Triangle:
+            return QCPScatterStyle::ssTriangle;
+        case MarkerShape::Diamond:
+            return QCPScatterStyle::ssDiamond;
+        case MarkerShape::Cross:
+            return QCPScatterStyle::ssCross;
+        case MarkerShape::Circle:
+            return QCPScatterStyle::ssCircle;
+        case MarkerShape::Plus:
+            return QCPScatterStyle::ssPlus;
+        case MarkerShape::TriangleDown:
+            return QCPScatterStyle::ssTriangleInverted;
+        case MarkerShape::Star:
+            return QCPScatterStyle::ssStar;
+        case MarkerShape::CrossedSquare:
+            return QCPScatterStyle::ssCrossSquare;
+    }
+    return QCPScatterStyle::ssDisc;
 }
 
 std::size_t NearestSample(const std::vector<double>& x, double wanted) {
@@ -107,7 +138,9 @@ void PlotWidget::Show(const Plot& plot) {
     readOut_ = nullptr;
     ShowAxes();
     ShowBands();
+    ShowBlocks();
     ShowSeries();
+    ShowLegend();
     ShowMarks();
     ResetRanges();
     setAccessibleName(Text(plot_.title));
@@ -123,6 +156,8 @@ void PlotWidget::ShowAxes() {
         axis->setVisible(!plot_.IsEmpty());
         axis->grid()->setVisible(!plot_.IsEmpty());
     }
+    // Lines between the blocks take the place of the grid.
+    if (!plot_.horizontal.blocks.empty()) view_->xAxis->grid()->setVisible(false);
     StyleAxis(*view_->xAxis, plot_.horizontal);
     StyleAxis(*view_->yAxis, plot_.vertical);
 }
@@ -136,11 +171,23 @@ void PlotWidget::ShowSeries() {
         graph->setPen(QPen(color, 1));
         if (series.asMarkers) {
             graph->setLineStyle(QCPGraph::lsNone);
-            graph->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssDisc, color, 7));
+            graph->setScatterStyle(QCPScatterStyle(ShapeOf(series.shape), color, 7));
         }
         graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
     }
+}
+
+void PlotWidget::ShowLegend() {
     view_->legend->setVisible(plot_.series.size() > 1);
+    // Blocks leave no room between their markers.
+    const bool isBelow = !plot_.horizontal.blocks.empty();
+    if (isBelow && !view_->plotLayout()->hasElement(1, 0)) {
+        view_->plotLayout()->addElement(1, 0, view_->legend);
+        view_->plotLayout()->setRowStretchFactor(1, 0.001);
+        view_->legend->setFillOrder(QCPLegend::foColumnsFirst);
+        view_->legend->setBorderPen(Qt::NoPen);
+    }
+    if (isBelow) return;
     // Markers lie along a line from the origin: above it is room.
     const bool hasMarkers = std::any_of(plot_.series.begin(), plot_.series.end(),
                                         [](const PlotSeries& series) { return series.asMarkers; });
@@ -177,6 +224,19 @@ void PlotWidget::ShowMarks() {
     }
 }
 
+void PlotWidget::ShowBlocks() {
+    for (const PlotBlock& block : plot_.horizontal.blocks) {
+        auto* border = new QCPItemStraightLine(view_);
+        border->point1->setCoords(block.to, 0);
+        border->point2->setCoords(block.to, 1);
+        border->setPen(QPen(gridLine.darker(125), 1));
+        auto* mean = new QCPItemLine(view_);
+        mean->start->setCoords(block.from, block.mean);
+        mean->end->setCoords(block.to, block.mean);
+        mean->setPen(QPen(ink, 1, Qt::DashLine));
+    }
+}
+
 void PlotWidget::ShowBands() {
     for (const PlotBand& band : plot_.bands) {
         auto* strip = new QCPItemRect(view_);
@@ -197,19 +257,22 @@ void PlotWidget::ResetRanges() {
     view_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-std::size_t PlotWidget::SampleAt(QPointF position) const {
-    const PlotSeries& series = plot_.series.front();
-    if (!series.asMarkers) return NearestSample(series.x, view_->xAxis->pixelToCoord(position.x()));
+PlotWidget::Sample PlotWidget::SampleAt(QPointF position) const {
+    const PlotSeries& first = plot_.series.front();
+    if (!first.asMarkers) return {0, NearestSample(first.x, view_->xAxis->pixelToCoord(position.x()))};
     // Markers may lie above each other: the nearest one on the screen is meant.
-    std::size_t nearest = 0;
+    Sample nearest;
     double least = std::numeric_limits<double>::infinity();
-    for (std::size_t sample = 0; sample < series.x.size(); ++sample) {
-        const double across = view_->xAxis->coordToPixel(series.x[sample]) - position.x();
-        const double along = view_->yAxis->coordToPixel(series.y[sample]) - position.y();
-        const double distance = std::hypot(across, along);
-        if (distance < least) {
+    for (std::size_t number = 0; number < plot_.series.size(); ++number) {
+        const PlotSeries& series = plot_.series[number];
+        if (!series.asMarkers) continue;
+        for (std::size_t index = 0; index < series.x.size(); ++index) {
+            const double across = view_->xAxis->coordToPixel(series.x[index]) - position.x();
+            const double along = view_->yAxis->coordToPixel(series.y[index]) - position.y();
+            const double distance = std::hypot(across, along);
+            if (distance >= least) continue;
             least = distance;
-            nearest = sample;
+            nearest = {number, index};
         }
     }
     return nearest;
@@ -217,14 +280,14 @@ std::size_t PlotWidget::SampleAt(QPointF position) const {
 
 QString PlotWidget::ReadOutAt(double x) const {
     if (plot_.series.empty() || plot_.series.front().x.empty()) return {};
-    return ReadOut(NearestSample(plot_.series.front().x, x));
+    return ReadOut({0, NearestSample(plot_.series.front().x, x)});
 }
 
-QString PlotWidget::ReadOut(std::size_t sample) const {
-    const PlotSeries& series = plot_.series.front();
-    if (sample < series.notes.size()) return Text(series.notes[sample]);
+QString PlotWidget::ReadOut(const Sample& sample) const {
+    const PlotSeries& series = plot_.series[sample.series];
+    if (sample.index < series.notes.size()) return Text(series.notes[sample.index]);
     const auto number = [](double value) { return QLocale::c().toString(value, 'g', 6); };
-    return number(series.x[sample]) + QLatin1String(", ") + number(series.y[sample]);
+    return number(series.x[sample.index]) + QLatin1String(", ") + number(series.y[sample.index]);
 }
 
 void PlotWidget::PointerMoved(const QMouseEvent& event) {
@@ -244,9 +307,9 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         readOut_->setBrush(QColor(255, 255, 255, 220));
         readOut_->setPadding(QMargins(4, 2, 4, 2));
     }
-    const PlotSeries& series = plot_.series.front();
-    const std::size_t sample = SampleAt(event.position());
-    pointer_->position->setCoords(series.x[sample], series.y[sample]);
+    const Sample sample = SampleAt(event.position());
+    const PlotSeries& series = plot_.series[sample.series];
+    pointer_->position->setCoords(series.x[sample.index], series.y[sample.index]);
     readOut_->setText(ReadOut(sample));
     view_->replot(QCustomPlot::rpQueuedReplot);
 }

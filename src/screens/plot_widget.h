@@ -33,8 +33,15 @@ class PlotWidget : public QWidget {
     void ShowMarks();
     void ShowBands();
     void ResetRanges();
-    std::size_t SampleAt(QPointF position) const;
-    QString ReadOut(std::size_t sample) const;
+    void ShowLegend();
+    void ShowBlocks();
+    /// A sample of a series.
+    struct Sample {
+        std::size_t series = 0;
+        std::size_t index = 0;
+    };
+    Sample SampleAt(QPointF position) const;
+    QString ReadOut(const Sample& sample) const;
     void PointerMoved(const QMouseEvent& event);
 
     QCustomPlot* view_;

@@ -72,7 +72,7 @@ struct RecordingTrigger : TriggerDoor {
     Fakes& fakes;
 };
 
-struct RecordingCenterRelative : CenterRelativeDoor {
+struct RecordingCenterRelative : IdleCenterRelative {
     explicit RecordingCenterRelative(Fakes& owner) : fakes(owner) {}
     void Start() override { fakes.went.push_back("stand"); }
     Fakes& fakes;

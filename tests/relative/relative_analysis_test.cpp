@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "relative/relative_readings.h"
+#include "relative/relative_trial.h"
 #include "run/calibration_run.h"
 
 namespace bellmark {
@@ -54,6 +55,7 @@ std::vector<int> MakeCase(CalibrationRun& run, int number) {
     for (int& offset : offsets) offset = made.Below(spread);
     for (run.RelTrials = 0; run.RelTrials < trials; ++run.RelTrials) {
         const auto trial = static_cast<std::size_t>(run.RelTrials);
+        BeginRelativeTrial(run);
         std::array<int, relativeSets> drifts{};
         for (int& drift : drifts) drift = made.Below(spread);
         for (std::size_t s = 0; s < sensors; ++s) {
@@ -62,7 +64,6 @@ std::vector<int> MakeCase(CalibrationRun& run, int number) {
                 run.Sensor[s].RelTrial[trial].DropData[drop] = reading / (run.EnglishUnits ? 10000.0 : 100.0);
             }
         }
-        SetUsualPositions(run, trial);
         DoRelativeDataAnalysis(run);
     }
     SetFinalGains(run);

@@ -11,6 +11,9 @@
 #include "app/doors.h"
 #include "controls/control.h"
 #include "controls/screen.h"
+#include "platform/format.h"
+#include "platform/machine.h"
+#include "platform/numbers.h"
 #include "screens/help_window.h"
 #include "screens/look.h"
 #include "screens/page.h"
@@ -20,6 +23,23 @@
 
 namespace bellmark {
 namespace {
+
+/// Forty drops that warm up by a third of a percent, read by sensors that differ and scatter.
+std::string RelativeDocument(int sensors, double deflection) {
+    Random random(7);
+    std::string text = "[Units]\r\nDeflectionUnits=" + std::string(deflection < 100 ? "mils" : "microns") +
+                       "\r\n[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=40\r\n";
+    for (int drop = 1; drop <= 40; ++drop) {
+        text += "DropData_" + NumberText(drop) + "=12000";
+        const double warm = deflection * (1 + drop / 12000.0 + (random.Next() - 0.5) / 400);
+        for (int sensor = 0; sensor < sensors; ++sensor) {
+            const double own = 1 + ((sensor * 5) % 7 - 3) / 2000.0 + (random.Next() - 0.5) / 500;
+            text += ", " + Format(warm * own, deflection < 100 ? "0.00" : "0.0");
+        }
+        text += "\r\n";
+    }
+    return text;
+}
 
 /// The way of an operator through the imaginary center, with a picture of each stop.
 class Tour {
@@ -34,7 +54,6 @@ class Tour {
         // The road of the deflection sensors is looked at as far as it goes.
         desktop_.program->Register<ReferenceReviewDoor>(
             [](Program&) { return std::make_shared<IdleReferenceReview>(); });
-        desktop_.program->Register<CenterRelativeDoor>([](Program&) { return std::make_shared<IdleCenterRelative>(); });
         desktop_.Start();
     }
 
@@ -86,6 +105,7 @@ class Tour {
         Click("frmGetFWDData.cmdGraph");
         Click("frmRegressionPlot.cmdNext");
         ShootResults();
+        ShootRelative();
         ShootTheOthers();
         ShootHelp();
     }
@@ -181,6 +201,25 @@ class Tour {
                                   desktop_.Folder() / "CertificateTemplate.rtf");
         Click("frmResults.cmdPrintPDDX(0)");
         Shoot("certificate");
+    }
+
+    /// A relative trial of all sensors, made from what the reference calibration would have left.
+    void ShootRelative() {
+        CalibrationRun& run = desktop_.program->Run;
+        run.CurrentProcedure = Procedure::Sensors;
+        for (std::size_t s = 0; s < maxSensors; ++s) run.Sensor[s].InterimGain = run.Sensor[s].InitialGain;
+        desktop_.program->The<CenterRelativeDoor>().BeginTrial();
+        Shoot("relative");
+        const Path file = desktop_.Folder() / "FWD" / "Relative1.ddx";
+        DiskFileSystem().ReplaceFile(file, RelativeDocument(run.NumberSensors, run.EnglishUnits ? 19.8 : 503));
+        desktop_.dialogs.files = {file};
+        Click("frmCenterRelative.cmdBrowse");
+        Shoot("relative-read");
+        Click("frmCenterRelative.chkANOVA");
+        Shoot("relative-anova");
+        Click("frmCenterRelative.cmdPlot");
+        Shoot("relative-plot");
+        Click("frmCenterRelPlot.cmdBack");
     }
 
     void ShootTheOthers() {

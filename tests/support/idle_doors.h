@@ -61,6 +61,9 @@ struct IdleReferenceReview : ReferenceReviewDoor {
 
 struct IdleCenterRelative : CenterRelativeDoor {
     void Start() override {}
+    void BeginTrial() override {}
+    void ReturnFromPlot() override {}
+    void AcceptRelativeTrial() override {}
 };
 
 struct IdleFWDData : FWDDataDoor {
