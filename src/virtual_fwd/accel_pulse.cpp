@@ -130,9 +130,11 @@ double AccelVoltsFor(const CenterConfig& center, double g) {
 }
 
 std::vector<float> CaptureAccelVolts(const CenterConfig& center, const AccelPulseModel& pulse, Random& random) {
+    const double atRest = AccelVoltsFor(center, 1);
     return Capture(samplesPerSecond, [&](double seconds) {
         const double noise = pulse.noiseVolts * Gaussian(random);
-        return AccelVoltsFor(center, AccelerationAt(pulse, seconds)) + Drift(pulse, seconds) + noise;
+        const double g = AccelerationAt(pulse, seconds);
+        return (g == 1 ? atRest : AccelVoltsFor(center, g)) + Drift(pulse, seconds) + noise;
     });
 }
 
