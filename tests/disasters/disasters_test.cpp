@@ -331,11 +331,13 @@ class Calibration {
         }
     }
 
-    /// Names and contents, but for the log.
+    /// Names and contents, but for the log, and for documents of the converter that were put aside and could not be
+    /// removed.
     static std::string ContentOf(const Path& folder) {
         std::map<std::string, std::size_t> files;
         for (const auto& entry : disk::recursive_directory_iterator(folder)) {
-            if (!entry.is_regular_file() || entry.path().extension() == ".log") continue;
+            const Path ending = entry.path().extension();
+            if (!entry.is_regular_file() || ending == ".log" || ending == ".old") continue;
             files[PathText(entry.path().lexically_relative(folder))] =
                 std::hash<std::string>()(DiskFileSystem().ReadBytes(entry.path()));
         }
