@@ -1,13 +1,23 @@
-// A redraw of the plot of a trial, in a window of 1920 x 1080 that no display shows.
+// A redraw of the plots of a trial, in a window of 1920 x 1080 that no display shows.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 
 #include "fwd/regression_plot.h"
+#include "relative/relative_plot.h"
 #include "screens/plot_widget.h"
 
 namespace bellmark {
 namespace {
+
+void Redraw(benchmark::State& state, const Plot& plot) {
+    PlotWidget widget;
+    widget.resize(1500, 700);
+    widget.show();
+    widget.Show(plot);
+    QApplication::processEvents();
+    for ([[maybe_unused]] auto _ : state) widget.RedrawNow();
+}
 
 void RedrawTrial(benchmark::State& state) {
     CalibrationRun run;
@@ -19,14 +29,22 @@ void RedrawTrial(benchmark::State& state) {
         run.LCTrial[0].RefDropData[drop] = 6010 + 249 * static_cast<double>(drop);
     }
     run.LCTrial[0].AdjFactor = 0.998;
-    PlotWidget widget;
-    widget.resize(1500, 700);
-    widget.show();
-    widget.Show(RegressionPlot(run, 0));
-    QApplication::processEvents();
-    for ([[maybe_unused]] auto _ : state) widget.RedrawNow();
+    Redraw(state, RegressionPlot(run, 0));
 }
 BENCHMARK(RedrawTrial)->Unit(benchmark::kMillisecond);
+
+/// Twelve sensors of forty drops.
+void RedrawRelativeTrial(benchmark::State& state) {
+    CalibrationRun run;
+    run.NumberSensors = static_cast<int>(maxSensors);
+    for (std::size_t s = 0; s < maxSensors; ++s) {
+        for (std::size_t drop = 0; drop < 40; ++drop) {
+            run.Sensor[s].RelTrial[0].DropData[drop] = 19.8 + 0.01 * static_cast<double>((s * 7 + drop * 5) % 23);
+        }
+    }
+    Redraw(state, RelativePlot(run, 0));
+}
+BENCHMARK(RedrawRelativeTrial)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace bellmark

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "fwd/fwd_peaks.h"
+#include "fwd/trial_report.h"
 #include "pddx/mod_pddx_read.h"
 #include "platform/numbers.h"
 #include "run/trial.h"
@@ -61,6 +62,18 @@ void ImportTrial(benchmark::State& state) {
     }
 }
 BENCHMARK(ImportTrial)->Arg(5)->Arg(4)->Unit(benchmark::kMillisecond);
+
+/// The reports of all twelve sensors, without the disk.
+void WriteReports(benchmark::State& state) {
+    const CalibrationRun run = RunOf(Procedure::Sensors);
+    const CenterConfig center;
+    for ([[maybe_unused]] auto _ : state) {
+        for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
+            benchmark::DoNotOptimize(TrialReportText(run, center, device, {"Report.RF1", "Trial.ddx", {}, 21.5}));
+        }
+    }
+}
+BENCHMARK(WriteReports)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace bellmark

@@ -65,10 +65,11 @@ std::string DateFault(const ProfileStrings& strings) {
     return {};
 }
 
-/// Why the file is not taken for a center's configuration, in words for the operator; empty when it is one.
-std::string CenterFileFault(const FileSystem& files, const Path& path) {
+/// Takes the strings of a file. Why it is not taken for a center's configuration, in words for the operator; empty when
+/// it is one.
+std::string CenterFileFault(const FileSystem& files, const Path& path, ProfileStrings& strings) {
     try {
-        const ProfileStrings strings(ReadTextFile(files, path));
+        strings = ProfileStrings(ReadTextFile(files, path));
         return strings.HasSection(centerSection) ? DateFault(strings)
                                                  : "It does not hold the configuration of a calibration center.";
     } catch (const FileError& error) {
@@ -104,8 +105,8 @@ Path RunCenterConfig(const Program& program) {
 }
 
 bool ReadCenterConfiguration(Program& program, const Path& path) {
-    const FileSystem& files = program.Services.files;
-    const std::string problem = CenterFileFault(files, path);
+    ProfileStrings read;
+    const std::string problem = CenterFileFault(program.Services.files, path, read);
     if (!problem.empty()) {
         program.Log("The center configuration could not be taken: " + PathText(path) + ": " + problem);
         program.ShowBox(
@@ -115,7 +116,7 @@ bool ReadCenterConfiguration(Program& program, const Path& path) {
     }
     CenterConfig& center = program.Center;
     CalibrationRun& run = program.Run;
-    ReadPDDXFile(files, path, *program.CenterDocument, false);
+    ReadPDDX(read, *program.CenterDocument, false);
     ReadCenterKeys(*program.CenterDocument, center);
     const Path transfer = StoredPath(program, PathFromText(center.LocationOfFWDDataTransfer));
     center.LocationOfFWDDataTransfer = PathText(transfer);
@@ -144,7 +145,8 @@ void KeepCenterConfiguration(Program& program) {
     const Path master = MasterCenterConfig(program);
     // The first one that is kept is the machine's own; what a review puts in its place is not.
     if (files.IsFile(KeptConfiguration(program)) || !files.IsFile(master)) return;
-    if (!OpenProfileStrings(files, master).HasSection(centerSection)) return;
+    // One that cannot be read just now must not be lost to the review: it does not begin.
+    if (!ProfileStrings(ReadTextFile(files, master)).HasSection(centerSection)) return;
     files.CopyFile(master, program.Folder() / oldCenterConfigName);
 }
 
@@ -153,7 +155,7 @@ void PutBackCenterConfiguration(Program& program) {
     const Path kept = KeptConfiguration(program);
     if (!files.IsFile(kept)) return;
     try {
-        if (!OpenProfileStrings(files, kept).HasSection(centerSection)) return files.RemoveFile(kept);
+        if (!ProfileStrings(ReadTextFile(files, kept)).HasSection(centerSection)) return files.RemoveFile(kept);
         // Renaming replaces the file in one step, so that there is a configuration at every moment.
         files.Rename(kept, MasterCenterConfig(program));
     } catch (const FileError& error) {

@@ -18,7 +18,7 @@ void WriteCenterDataToPDDX(Program& program, const Path& path);
 bool ReadCenterConfiguration(Program& program, const Path& path);
 
 /// Keeps the center's own configuration aside before a review puts another one in its place. One that is no
-/// configuration is not worth keeping.
+/// configuration is not worth keeping. Throws FileError.
 void KeepCenterConfiguration(Program& program);
 
 /// Puts the configuration back that was kept aside, by this process or by one that did not come to its end.

@@ -131,7 +131,7 @@ void frmMainMenu::ShowSensorStatus() {
 void frmMainMenu::ShowCertificateStatus() {
     const bool complete = program_.Run.CertificationComplete;
     txtCertStatus.Text = complete ? "Certification Complete" : "Still need to produce Final Certificate";
-    cmdFWDDoc.BackColor = complete                            ? colors::complete
+    cmdFWDDoc.BackColor = complete                              ? colors::complete
                           : IsRelativePairToJudge(program_.Run) ? colors::suggestedNext
                                                                 : colors::mustBeUpdated;
 }

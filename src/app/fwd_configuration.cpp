@@ -61,8 +61,17 @@ bool ReplaceCommas(PDDXFile& document, CalibrationRun& run) {
 }  // namespace
 
 std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& path, FWDReading reading) {
+    try {
+        return ReadFWDConfiguration(program, ProfileStrings(ReadTextFile(program.Services.files, path)), reading);
+    } catch (const FileError& error) {
+        program.Log(error.what());
+        program.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
+        return {};
+    }
+}
+
+std::optional<std::string> ReadFWDConfiguration(Program& program, const ProfileStrings& strings, FWDReading reading) {
     CalibrationRun& run = program.Run;
-    const auto strings = OpenProfileStrings(program.Services.files, path);
     const double sensors = ReadNumber(strings.Get("Device Configuration", "NumberOfDeflectionSensors"));
     if (sensors > static_cast<double>(maxSensors)) {
         program.ShowBox("The file tells of " + NumberText(sensors) + " deflection sensors. No more than " +
@@ -70,12 +79,8 @@ std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& pa
                         box::exclamation);
         return {};
     }
-    if (!program.Services.files.IsFile(path)) {
-        program.ShowBox("The file could not be read:\r\n" + PathText(path), box::exclamation);
-        return {};
-    }
     if (reading != FWDReading::Added) ForgetFWD(run);
-    ReadPDDXFile(program.Services.files, path, *program.RunDocument, reading == FWDReading::Added);
+    ReadPDDX(strings, *program.RunDocument, reading == FWDReading::Added);
     KeepFormerSlopeFactor(program.RunDocument->Sections(centerSection), reading);
     ReadFWDKeys(*program.RunDocument, run);
     const bool hadComma = ReplaceCommas(*program.RunDocument, run);

@@ -7,6 +7,7 @@
 
 namespace bellmark {
 
+class ProfileStrings;
 class Program;
 
 /// Whether a file of the FWD replaces all that is known of it, adds to what the files before it told (the three files
@@ -18,5 +19,7 @@ enum class FWDReading { Fresh, Added, Resumed };
 /// the document, but for the accelerometer's former slope factor. Nothing, after a box, when the file cannot be used
 /// and nothing was taken; otherwise what is doubtful in it, in words, or an empty text.
 std::optional<std::string> ReadFWDConfiguration(Program& program, const Path& path, FWDReading reading);
+/// The same from what was read already: a second reading may fail, or find another file.
+std::optional<std::string> ReadFWDConfiguration(Program& program, const ProfileStrings& strings, FWDReading reading);
 
 }  // namespace bellmark

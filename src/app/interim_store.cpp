@@ -159,7 +159,7 @@ bool LoadInterimCalibration(Program& program) {
     if (!readable) return false;
     if (reviewFromInterim) ReadCenterForReview(program);
     auto& setup = program.The<SetupDoor>();
-    ReadFWDConfiguration(program, file, FWDReading::Resumed);
+    ReadFWDConfiguration(program, strings, FWDReading::Resumed);
     ReadRunKeys(strings, run);
     TakeComment(ReadCommentKey(strings), program.Center);
     // A run that goes on uses the day's calibration of the accelerometer, which may be newer than the file.

@@ -22,27 +22,16 @@ struct PlotAxis {
     std::string caption;
     double lowest = 0;
     double highest = 1;
-    std::optional<double> tickStep;  ///< from the lowest value on; chosen by the front end when there is none
-    int decimals = 0;                ///< of the numbers at the ticks, where there is a step
+    std::optional<double> tickStep;   ///< from the lowest value on; chosen by the front end when there is none
+    int decimals = 0;                 ///< of the numbers at the ticks, where there is a step
     std::vector<PlotBlock> blocks{};  ///< shown in place of numbers, where there are any
 };
 
 /// Told apart without colour.
-enum class MarkerShape {
-    Disc,
-    Square,
-    Triangle,
-    Diamond,
-    Cross,
-    Circle,
-    Plus,
-    TriangleDown,
-    Star,
-    CrossedSquare
-};
-inline constexpr std::array markerShapes{MarkerShape::Disc,  MarkerShape::Square, MarkerShape::Triangle,
-                                         MarkerShape::Diamond, MarkerShape::Cross,  MarkerShape::Circle,
-                                         MarkerShape::Plus,  MarkerShape::TriangleDown, MarkerShape::Star,
+enum class MarkerShape { Disc, Square, Triangle, Diamond, Cross, Circle, Plus, TriangleDown, Star, CrossedSquare };
+inline constexpr std::array markerShapes{MarkerShape::Disc,         MarkerShape::Square,       MarkerShape::Triangle,
+                                         MarkerShape::Diamond,      MarkerShape::Cross,        MarkerShape::Circle,
+                                         MarkerShape::Plus,         MarkerShape::TriangleDown, MarkerShape::Star,
                                          MarkerShape::CrossedSquare};
 
 struct PlotSeries {

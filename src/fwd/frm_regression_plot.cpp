@@ -48,13 +48,22 @@ void frmRegressionPlot::PlotGraph(const Path& file, int sensor, double stdErrSlo
     const Plot plot = RegressionPlot(run_, device_);
     lblPlotTitle.Caption = plot.title;
     pctRegression.Draw(plot);
-    pctResiduals.Draw(ResidualPlot(run_, device_));
+    ShowResiduals();
     Show();
     if (run_.PlotReviewPending) {
         SetFocus(cmdUpRP);
     } else {
         SetFocus(cmdNext);
     }
+}
+
+void frmRegressionPlot::ShowResiduals() {
+    const bool sensors = CalibratesSensors(run_);
+    lblResiduals.Caption = sensors ? "Residuals of all sensors, the largest standard error first: reference less line. "
+                                     "Point at a drop to see its values."
+                                   : "Residuals: reference less line. Point at a drop to see its values.";
+    pctResiduals.Draw(sensors ? ResidualsOfAllSensors(run_, device_) : ResidualPlot(run_, device_));
+    lblFurthest.Caption = FurthestDropText(run_, device_);
 }
 
 void frmRegressionPlot::MarkSeen() {

@@ -32,6 +32,8 @@ class frmRegressionPlot : public Screen, public RegressionPlotDoor {
     Label lblPlotTitle{*this, "lblPlotTitle"};
     Picture pctRegression{*this, "pctRegression"};
     Picture pctResiduals{*this, "pctResiduals"};
+    Label lblResiduals{*this, "lblResiduals"};
+    Label lblFurthest{*this, "lblFurthest"};
     Label lblXAxis{*this, "lblXAxis"};
     Label lblXAxisUnits{*this, "lblXAxisUnits"};
     Label lblYAxis{*this, "lblYAxis"};
@@ -51,6 +53,7 @@ class frmRegressionPlot : public Screen, public RegressionPlotDoor {
     void cmdMainMenu_Click();
     void cmdPrint_Click();
     void MarkSeen();
+    void ShowResiduals();
     void ShowSensorControls();
     void ShowAxisTexts();
     void ShowValues(double stdErrSlope);

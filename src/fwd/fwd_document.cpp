@@ -45,8 +45,11 @@ int FWDDocument::Sensors() const {
     return Trim(list).empty() ? 0 : static_cast<int>(std::count(list.begin(), list.end(), ',')) + 1;
 }
 
-std::string FWDDocument::DropField(int drop, int field) const {
-    return DropFieldAt(1, drop, field);
+std::vector<std::string> FWDDocument::DropFields(int location, int drop) const {
+    const std::string list = Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop));
+    std::vector<std::string> fields = Split(CompressBlanks(list), ',');
+    for (std::string& field : fields) field = Trim(field);
+    return fields;
 }
 
 std::string FWDDocument::DropFieldAt(int location, int drop, int field) const {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace bellmark {
 
@@ -22,9 +23,10 @@ class FWDDocument {
     explicit FWDDocument(const PDDXFile& document) : document_(document) {}
 
     int Locations() const;
-    int Sensors() const;                               ///< whose serial numbers the document lists
-    int Drops() const;                                 ///< of the first location
-    std::string DropField(int drop, int field) const;  ///< of the first location; field 1 is the load, then the sensors
+    int Sensors() const;  ///< whose serial numbers the document lists
+    int Drops() const;    ///< of the first location
+    /// All fields of a drop: the load, then the sensors.
+    std::vector<std::string> DropFields(int location, int drop) const;
     std::string DropFieldAt(int location, int drop, int field) const;
     std::string DeviceSerialNumber() const;
     std::string LoadCellSerialNumber() const;

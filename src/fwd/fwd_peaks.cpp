@@ -91,8 +91,10 @@ FWDPeaks ReadFWDPeaks(const PDDXFile& file, CalibrationRun& run) {
     const FWDUnits units = document.Units();
     JudgeUnits(units, sensors, peaks);
     for (int drop = 1; drop <= drops; ++drop) {
+        const std::vector<std::string> fields = document.DropFields(1, drop);
         for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
-            const std::string field = document.DropField(drop, sensors ? static_cast<int>(device) + 2 : 1);
+            const std::size_t at = sensors ? device + 1 : 0;
+            const std::string field = at < fields.size() ? fields[at] : std::string();
             const auto number = NumberIn(ZeroIfEmpty(field));
             const double value = number.value_or(0);
             const double peak = sensors ? StoredDeflection(value, units.deflection)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,10 @@ const char* PeakPicture(const CalibrationRun& run) {
     return run.Trial.shape.englishUnits ? "#,##0.0" : "#0.000";
 }
 
+std::string SignedText(double value, const char* picture) {
+    return (value > 0 ? "+" : "") + Format(value, picture);
+}
+
 TrialPoints PointsOf(const CalibrationRun& run, std::size_t device) {
     const TrialRecord& trial = TrialOf(run, device);
     const char* picture = PeakPicture(run);
@@ -41,9 +46,23 @@ TrialPoints PointsOf(const CalibrationRun& run, std::size_t device) {
         points.residuals.push_back(residual);
         points.notes.push_back("Height " + NumberText(place.height) + ", drop " + NumberText(place.drop) + "\nFWD " +
                                Format(fwd, picture) + ", reference " + Format(reference, picture) + "\nresidual " +
-                               (residual > 0 ? "+" : "") + Format(residual, picture));
+                               SignedText(residual, picture));
     }
     return points;
+}
+
+/// "3", as in the list of sensors.
+std::string SensorName(const CalibrationRun& run, std::size_t sensor) {
+    return NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
+}
+
+std::vector<std::size_t> SensorsByStandardError(const CalibrationRun& run) {
+    std::vector<std::size_t> sensors(DevicesInTrial(run));
+    std::iota(sensors.begin(), sensors.end(), std::size_t{0});
+    std::stable_sort(sensors.begin(), sensors.end(), [&](std::size_t a, std::size_t b) {
+        return TrialOf(run, a).StdErrAdjFactor > TrialOf(run, b).StdErrAdjFactor;
+    });
+    return sensors;
 }
 
 double Largest(const std::vector<double>& values) {
@@ -114,6 +133,62 @@ Plot ResidualPlot(const CalibrationRun& run, std::size_t device) {
     plot.vertical = {"Residual", -end, end, std::nullopt};
     plot.series.push_back({"Drops", points.fwd, points.residuals, true, points.notes});
     return plot;
+}
+
+Plot ResidualsOfAllSensors(const CalibrationRun& run, std::size_t device) {
+    constexpr double margin = 0.08;  // of a block's width, on either side
+    const double range = RangeOf(run, PointsOf(run, device));
+    PlotSeries all{"All sensors", {}, {}, true, {}};
+    PlotSeries own{"This sensor", {}, {}, true, {}};
+    double largest = 0;
+    Plot plot;
+    double block = 0;
+    for (const std::size_t sensor : SensorsByStandardError(run)) {
+        const TrialPoints points = PointsOf(run, sensor);
+        const std::string name = SensorName(run, sensor);
+        for (std::size_t drop = 0; drop < points.fwd.size(); ++drop) {
+            const double x = block + margin + (1 - 2 * margin) * points.fwd[drop] / range;
+            largest = std::max(largest, std::abs(points.residuals[drop]));
+            for (PlotSeries* series : {&all, &own}) {
+                if (series == &own && sensor != device) continue;
+                series->x.push_back(x);
+                series->y.push_back(points.residuals[drop]);
+                series->notes.push_back("Sensor " + name + ". " + points.notes[drop]);
+            }
+        }
+        plot.horizontal.blocks.push_back({name, block, block + 1, 0});
+        block += 1;
+    }
+    const double end = largest > 0 ? 1.2 * largest : 1;
+    plot.title = "Residuals of all sensors";
+    plot.horizontal.caption = "Sensor";
+    plot.horizontal.highest = std::max(block, 1.0);
+    plot.vertical = {"Residual", -end, end, std::nullopt};
+    plot.series = {all, own};
+    return plot;
+}
+
+std::optional<FurthestDrop> FurthestDropOf(const CalibrationRun& run, std::size_t device) {
+    const TrialPoints points = PointsOf(run, device);
+    const std::size_t drops = points.residuals.size();
+    if (drops < 3) return {};
+    const auto isNearer = [](double a, double b) { return std::abs(a) < std::abs(b); };
+    const auto furthest = std::max_element(points.residuals.begin(), points.residuals.end(), isNearer);
+    const auto index = furthest - points.residuals.begin();
+    TrialPoints others = points;
+    others.fwd.erase(others.fwd.begin() + index);
+    others.reference.erase(others.reference.begin() + index);
+    const OriginRegression fit = RegressThroughOrigin(others.fwd, others.reference, static_cast<int>(drops) - 1);
+    return FurthestDrop{PlaceOf(run.Trial.shape, static_cast<int>(index)), *furthest,
+                        fit.slope * InitialGainOf(run, device)};
+}
+
+std::string FurthestDropText(const CalibrationRun& run, std::size_t device) {
+    const auto drop = FurthestDropOf(run, device);
+    if (!drop) return {};
+    return "Furthest from the line: height " + NumberText(drop->place.height) + ", drop " +
+           NumberText(drop->place.drop) + " (" + SignedText(drop->residual, PeakPicture(run)) +
+           "). Without it the new gain would be " + Format(drop->gainWithout, "0.0000") + ".";
 }
 
 }  // namespace bellmark

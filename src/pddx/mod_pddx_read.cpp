@@ -143,14 +143,22 @@ void ReadPDDXElement(const ProfileStrings& strings, PDDXElement& element, bool k
 }
 
 PDDXReadResult ReadPDDXFile(const FileSystem& files, const Path& path, PDDXFile& document, bool keepExisting) {
-    PDDXReadResult result;
     ProfileStrings strings;
+    bool readable = true;
     try {
         strings = ProfileStrings(ReadTextFile(files, path));
-        result.readable = true;
     } catch (const FileError&) {
         // The result tells, and an empty file is what callers get to judge.
+        readable = false;
     }
+    PDDXReadResult result = ReadPDDX(strings, document, keepExisting);
+    result.readable = readable;
+    return result;
+}
+
+PDDXReadResult ReadPDDX(const ProfileStrings& strings, PDDXFile& document, bool keepExisting) {
+    PDDXReadResult result;
+    result.readable = true;
     Reading reading(strings, document, keepExisting);
     reading.ReadKnownSections();
     GoOnAfter([&] { result.numberOfSensors = reading.NumberOfSensors(); });

@@ -28,6 +28,9 @@ struct PDDXReadResult {
 /// count costs neither time nor memory.
 PDDXReadResult ReadPDDXFile(const FileSystem& files, const Path& path, PDDXFile& document, bool keepExisting);
 
+/// The same from what was read already.
+PDDXReadResult ReadPDDX(const ProfileStrings& strings, PDDXFile& document, bool keepExisting);
+
 /// Reads one element by its handle and that of its section. With keepExisting a key that the file lacks leaves the
 /// value, and the three counts are left alone, since appending counts them up.
 void ReadPDDXElement(const ProfileStrings& strings, PDDXElement& element, bool keepExisting);

@@ -75,8 +75,7 @@ void frmCenterRelPlot::WriteReport() {
     const std::string rawFile = run_.RelTrialInHand ? run_.RelTrialInHand->rawFileName : std::string();
     const Path path = program_.InterimFolder() / PathFromText(name);
     program_.Services.files.CreateFolder(program_.InterimFolder());
-    SaveText(program_, path,
-             PrintReportRel(run_, program_.Center, trial, {name, rawFile, now}, WarnInBox(program_)));
+    SaveText(program_, path, PrintReportRel(run_, program_.Center, trial, {name, rawFile, now}, WarnInBox(program_)));
     PrintIfAsked(program_, path);
 }
 

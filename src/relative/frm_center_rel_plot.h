@@ -17,8 +17,7 @@ class frmCenterRelPlot : public Screen, public CenterRelPlotDoor {
     explicit frmCenterRelPlot(Program& program);
 
     ctrlHeader Header;
-    Label lblNote{*this, "lblNote",
-                  "(Deflections = Raw FWD Deflections multiplied by the Interim Adjustment Factor)"};
+    Label lblNote{*this, "lblNote", "(Deflections = Raw FWD Deflections multiplied by the Interim Adjustment Factor)"};
     Picture pctRelative{*this, "pctRelative"};
     Label lblNextStep{*this, "lblNextStep"};
     Button Command1{*this, "Command1", "Print &Screen"};

@@ -90,8 +90,7 @@ void frmCenterRelative::BeginTrial() {
 }
 
 void frmCenterRelative::SetUpForm() {
-    const bool isNewStep =
-        run_.CurrentProcedure != Procedure::Sensors || run_.CurrentProcStep != step::sensorsRelative;
+    const bool isNewStep = run_.CurrentProcedure != Procedure::Sensors || run_.CurrentProcStep != step::sensorsRelative;
     run_.CurrentProcedure = Procedure::Sensors;
     run_.CurrentProcStep = step::sensorsRelative;
     BeginRelativeTrial(run_);
@@ -145,9 +144,8 @@ void frmCenterRelative::ShowStage(Stage stage) {
 
 std::string frmCenterRelative::Prompt(Stage stage) const {
     if (stage == Stage::Look) return "Check the stand positions, then look at all drops: PLOT.";
-    const char* stand = run_.RelTrials % 2 == 0
-                            ? "Put the sensors into the stand in their order, make the drops"
-                            : "Turn the order of the sensors in the stand round, make the drops";
+    const char* stand = run_.RelTrials % 2 == 0 ? "Put the sensors into the stand in their order, make the drops"
+                                                : "Turn the order of the sensors in the stand round, make the drops";
     return std::string(stand) + ", and choose the file that the FWD wrote: BROWSE.";
 }
 
@@ -207,8 +205,7 @@ void frmCenterRelative::grdSensors_CellEdit(int row, int column, const std::stri
     const int highest = static_cast<int>(maxSensors);
     const bool isPlace = number && *number >= 1 && *number <= highest && *number == Round(*number, 0);
     if (!isEmpty && !isPlace) {
-        program_.ShowBox("A stand position is a whole number from 1 to " + NumberText(highest) + '.',
-                         box::exclamation);
+        program_.ShowBox("A stand position is a whole number from 1 to " + NumberText(highest) + '.', box::exclamation);
         return;
     }
     run_.Sensor.at(sensor).RelTrial.at(Trial()).Position = isEmpty ? 0 : static_cast<int>(*number);
@@ -226,8 +223,7 @@ void frmCenterRelative::ShowSets() {
 }
 
 void frmCenterRelative::ShowStandardError() {
-    const VarianceTable table =
-        RelativeTrialTable(run_.RelTrial.at(Trial()), run_.NumberSensors, WarnInBox(program_));
+    const VarianceTable table = RelativeTrialTable(run_.RelTrial.at(Trial()), run_.NumberSensors, WarnInBox(program_));
     const StandardErrorInUnits error = InBothUnits(table.standardError, run_.EnglishUnits);
     const Color color = error.isTooLarge ? colors::mustBeUpdated : colors::complete;
     const std::string mils = Format(error.mils, "#0.000");
@@ -238,12 +234,13 @@ void frmCenterRelative::ShowStandardError() {
     UnitLabel[0].Caption = english ? "mils" : "microns";
     UnitLabel[1].Caption = english ? "microns" : "mils";
     for (TextBox& box : txtStandardError) box.BackColor = color;
-    if (error.isTooLarge) lblNextStep.Caption = "The standard error is above 3 microns: PLOT shows why; REJECT the trial.";
-    ShowVarianceTable(grdANOVA, table,
-                      {{"             ", " Sum of Squares ", " Degree of Freedom   ", "    MSE    ", "      F    ",
-                        "    P       "},
-                       "Std Error",
-                       color});
+    if (error.isTooLarge)
+        lblNextStep.Caption = "The standard error is above 3 microns: PLOT shows why; REJECT the trial.";
+    ShowVarianceTable(
+        grdANOVA, table,
+        {{"             ", " Sum of Squares ", " Degree of Freedom   ", "    MSE    ", "      F    ", "    P       "},
+         "Std Error",
+         color});
 }
 
 // ---- the FWD's file
@@ -282,9 +279,9 @@ void frmCenterRelative::TakeDocument(const PDDXFile& document, const FWDFile& fi
 void frmCenterRelative::TellDropCount(long long drops) {
     if (dropCountWarningDone_) return;
     dropCountWarningDone_ = true;
-    program_.ShowBox("The number of drop data points should be " + NumberText(relativeDrops) + ", but is " +
-                         NumberText(drops) + '.',
-                     box::exclamation);
+    program_.ShowBox(
+        "The number of drop data points should be " + NumberText(relativeDrops) + ", but is " + NumberText(drops) + '.',
+        box::exclamation);
 }
 
 void frmCenterRelative::TellAboutReadings(const RelativeReadings& readings) {
@@ -321,8 +318,8 @@ void frmCenterRelative::TellAboutUnits(const RelativeReadings& readings) {
 void frmCenterRelative::cmdPrint_Click() {
     const DateTime now = program_.Now();
     const std::string name = RelativeReportName(run_, Trial(), now);
-    const std::string text = PrintReportRel(run_, program_.Center, Trial(), {name, txtFilename.Text, now},
-                                            WarnInBox(program_));
+    const std::string text =
+        PrintReportRel(run_, program_.Center, Trial(), {name, txtFilename.Text, now}, WarnInBox(program_));
     program_.Services.printer.Print(name, PrinterPages(text));
 }
 

@@ -111,8 +111,7 @@ DeflectionAxis AxisOfDeflections(double least, double largest, bool englishUnits
     const double span = largest - least;
     const double high = (largest + freeShare * span) / unit;
     const double low = std::floor((least - freeShare * span) / unit / endMultiple + slack) * endMultiple;
-    const double step =
-        std::max(1.0, std::ceil((high - low) / steps / stepMultiple - slack)) * stepMultiple;
+    const double step = std::max(1.0, std::ceil((high - low) / steps / stepMultiple - slack)) * stepMultiple;
     const double count = std::max(1.0, std::ceil((high - low) / step - slack));
     return {Round(low * unit, 6), Round((low + count * step) * unit, 6), Round(step * unit, 6)};
 }

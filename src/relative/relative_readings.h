@@ -27,8 +27,8 @@ UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishU
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits);
 
 /// Takes the readings of all sensors as those of the trial in hand; there must be room for it. Drops count through all
-/// test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial numbers and initial gains
-/// that the run does not know yet are taken along. A file without drops changes nothing.
+/// test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial numbers and initial
+/// gains that the run does not know yet are taken along. A file without drops changes nothing.
 RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run);
 
 }  // namespace bellmark

@@ -114,6 +114,19 @@ void frmResults::ShowNextSteps() {
          "Outputs.");
     mark(cmdNext, IsCalibrationLeft() || !onSummary, isAnyAccepted && !isComplete,
          "There is nothing left to calibrate in this run.");
+    SetDefaultButton(&NextStep());
+}
+
+/// The step that the tab in view leaves to be done; then what comes after the results.
+Button& frmResults::NextStep() {
+    Button* onTab = nullptr;
+    if (LoadCell.optLoadCell.IsChosen()) onTab = LoadCell.NextStep();
+    if (Reference.optRef.IsChosen()) onTab = Reference.NextStep();
+    if (onTab) return *onTab;
+    for (Button* button : {&cmdPrintPDDX[0], &cmdNext}) {
+        if (button->BackColor.Get() == colors::suggestedNext && !program_.Run.CertificationComplete) return *button;
+    }
+    return cmdMainMenu;
 }
 
 void frmResults::WhileWaiting(const std::function<void()>& work) {

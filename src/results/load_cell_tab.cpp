@@ -65,6 +65,13 @@ void LoadCellTab::Evaluate() {
     ShowAcceptance();
 }
 
+Button* LoadCellTab::NextStep() {
+    for (Button* button : {&cmdAcceptLC, &cmdLCTrial}) {
+        if (button->Enabled && button->BackColor.Get() == colors::suggestedNext) return button;
+    }
+    return nullptr;
+}
+
 void LoadCellTab::ShowTrials(const std::vector<double>& gains) {
     std::vector<std::string> titles{"   Serial   ", "   Initial   "};
     std::vector<std::string> headings{"Number", "Gain"};

@@ -41,6 +41,8 @@ class LoadCellTab {
 
     /// Judges the trials of the run and shows them.
     void Evaluate();
+    /// What the judgement leaves to be done here; nothing when that is elsewhere.
+    Button* NextStep();
 
   private:
     void cmdAcceptLC_Click();

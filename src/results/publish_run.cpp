@@ -65,6 +65,8 @@ void OpenOutputFolder(Program& program) {
     CalibrationRun& run = program.Run;
     const Path folder = DatedFolder(program);
     files.CreateFolder(folder);
+    // What a publication that was broken off by force has left.
+    files.RemoveTemporaryFiles(folder);
     const Path old = std::exchange(run.OutputFolder, folder);
     if (old != folder && IsDatedFolder(program, old)) files.RemoveFolder(old);
 }

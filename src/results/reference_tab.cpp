@@ -8,6 +8,7 @@
 #include "controls/screen.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
+#include "relative/relative_analysis.h"
 #include "results/pair_deletion.h"
 #include "results/publish_run.h"
 #include "results/sensor_grids.h"
@@ -19,6 +20,9 @@ namespace bellmark {
 namespace {
 
 constexpr int mostTrials = static_cast<int>(maxTrials);
+constexpr const char* deleteReference = "Delete Reference Calibrations";
+constexpr const char* deleteRelative = "Delete Relative Calibrations";
+constexpr const char* answerFirst = "Accept or reject the last trial first: it still waits for its answer.";
 
 void Allow(Button& button, bool allowed, const std::string& whyNot) {
     button.Enabled = allowed;
@@ -28,9 +32,9 @@ void Allow(Button& button, bool allowed, const std::string& whyNot) {
 
 }  // namespace
 
-ReferenceTab::ReferenceTab(Screen& screen, Program& program) : screen_(screen), program_(program), run_(program.Run) {
+ReferenceTab::ReferenceTab(Screen& screen, Program& program)
+    : screen_(screen), Relative(screen, fraRef, program), program_(program), run_(program.Run) {
     txtRefMsg.Locked = true;
-    txtRelMsg.Locked = true;
     fraDelRefCal.Visible = false;
     fraDelRefCal.DefaultButton = &cmdDelRefOK;
     fraDelRefCal.CancelButton = &cmdDelRefCancel;
@@ -39,35 +43,42 @@ ReferenceTab::ReferenceTab(Screen& screen, Program& program) : screen_(screen), 
     cmdDelRefCal.Click = [this] { cmdDelRefCal_Click(); };
     cmdDelRefOK.Click = [this] { cmdDelRefOK_Click(); };
     cmdDelRefCancel.Click = [this] { CloseDeletion(); };
-    for (Button* button : {&cmdReviewSensors, &cmdAdditionalRelCal}) {
-        button->Enabled = false;
-        button->ToolTip = "This program cannot compare deflection sensors yet.";
-    }
+    Relative.Changed = [this] {
+        ShowStage();
+        Changed();
+    };
+    Relative.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
 }
 
 void ReferenceTab::Evaluate() {
     const int trials = AcceptedReferenceTrials(run_);
     JudgeReferenceTrials(run_, trials);
     fraDelRefCal.Visible = false;
-    optRef.BackColor = colors::window;
     ShowReferenceGains(grdRefCal, run_, trials);
     txtRefMsg.Text = trials == 0 ? "No reference calibrations have been performed yet." : ReferenceMessages(run_);
+    Relative.Evaluate();
+    ShowStage();
+}
+
+void ReferenceTab::ShowStage() {
     ShowReferenceButtons();
     ShowReferenceAdvice();
-    ShowRelativeGrid();
+    ShowDeletionButton();
+    optRef.BackColor = run_.SensorRelCalComplete                        ? colors::complete
+                       : run_.SensorRelCalGood || run_.SensorRefCalGood ? colors::suggestedNext
+                       : AcceptedReferenceTrials(run_) > 0              ? colors::mustBeUpdated
+                                                                        : colors::window;
 }
 
 void ReferenceTab::ShowReferenceButtons() {
     const int trials = AcceptedReferenceTrials(run_);
     const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
-    const std::string answerFirst = "Accept or reject the last trial first: it still waits for its answer.";
     const std::string accepted = "The reference calibration is accepted.";
     cmdAdditionalRefTrial.Caption = trials == 0       ? "&Perform First Reference Trial"
                                     : trials % 2 == 0 ? "&Perform Two More Reference Trials"
                                                       : "&Perform Reference Trial " + NumberText(trials + 1);
-    cmdDelRefCal.Caption = "&Delete Reference Trials";
     if (run_.SensorRefCalComplete) {
-        for (Button* button : {&cmdAcceptReference, &cmdAdditionalRefTrial, &cmdDelRefCal}) {
+        for (Button* button : {&cmdAcceptReference, &cmdAdditionalRefTrial}) {
             Allow(*button, false, accepted);
         }
         return;
@@ -80,7 +91,6 @@ void ReferenceTab::ShowReferenceButtons() {
           : run_.LoadCellOnly   ? "The set-up was approved for the load cell only."
           : trials < mostTrials ? "This program cannot calibrate deflection sensors yet."
                                 : "All four trials are done: delete a pair to repeat it.");
-    Allow(cmdDelRefCal, trials > 0 && !waits, trials > 0 ? answerFirst : "There is no trial to delete.");
 }
 
 /// Good trials are to be accepted; others call for more.
@@ -93,18 +103,30 @@ void ReferenceTab::ShowReferenceAdvice() {
     const bool acceptIsNext = run_.SensorRefCalGood || AcceptedReferenceTrials(run_) == mostTrials;
     mark(cmdAcceptReference, acceptIsNext);
     mark(cmdAdditionalRefTrial, !acceptIsNext);
-    cmdDelRefCal.BackColor = colors::buttonFace;
-    if (AcceptedReferenceTrials(run_) == 0) return;
-    optRef.BackColor = run_.SensorRefCalGood ? colors::suggestedNext : colors::mustBeUpdated;
 }
 
-void ReferenceTab::ShowRelativeGrid() {
-    cmdAdditionalRelCal.Caption = "&Perform First Relative Trial";
-    grdRelCal.SetHeadings({"            ", " Calculated ", "   Overall   "});
-    grdRelCal.AddRow({"No.", " Final Gain ", " % Change "});
-    txtRelMsg.Text = run_.RelTrials == 0
-                         ? "No relative calibrations have been performed yet."
-                         : "This run holds relative trials of the sensors; this program cannot judge them yet.";
+/// Deletion works on the stage that is open: reference trials, later relative ones.
+void ReferenceTab::ShowDeletionButton() {
+    const bool ofRelative = DeletesRelativeTrials() && run_.RelTrials > 0;
+    cmdDelRefCal.Caption = ofRelative ? "&Delete Relative Trials" : "&Delete Reference Trials";
+    const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
+    Allow(cmdDelRefCal, TrialsToDelete() > 0 && !waits && !run_.SensorRelCalComplete,
+          run_.SensorRelCalComplete ? "The sensor calibration is accepted."
+          : waits                   ? answerFirst
+                                    : "There is no trial to delete.");
+    cmdDelRefCal.BackColor = colors::buttonFace;
+}
+
+int ReferenceTab::TrialsToDelete() const {
+    return DeletesRelativeTrials() ? run_.RelTrials : AcceptedReferenceTrials(run_);
+}
+
+Button* ReferenceTab::NextStep() {
+    if (run_.SensorRefCalComplete) return Relative.NextStep();
+    for (Button* button : {&cmdAcceptReference, &cmdAdditionalRefTrial}) {
+        if (button->BackColor.Get() == colors::suggestedNext) return button;
+    }
+    return nullptr;
 }
 
 void ReferenceTab::cmdAcceptReference_Click() {
@@ -152,9 +174,12 @@ void ReferenceTab::cmdAdditionalRefTrial_Click() {
 }
 
 void ReferenceTab::cmdDelRefCal_Click() {
-    const int trials = AcceptedReferenceTrials(run_);
-    fraDelRefCal.Caption = "Delete Reference Calibrations";
-    lblDelRef.Caption = "Select the Reference Calibration Trials to be Deleted. Then Click OK to continue ...";
+    const int trials = TrialsToDelete();
+    const bool ofRelative = DeletesRelativeTrials();
+    fraDelRefCal.Caption = ofRelative ? deleteRelative : deleteReference;
+    lblDelRef.Caption = ofRelative
+                            ? "Select the Relative Calibration Trials to be Deleted. Then Click OK to continue ..."
+                            : "Select the Reference Calibration Trials to be Deleted. Then Click OK to continue ...";
     ChkDelRef[0].Caption = FirstPairCaption(trials);
     ChkDelRef[1].Caption = SecondPairCaption(trials);
     ChkDelRef[1].Visible = trials > 2;
@@ -170,13 +195,14 @@ void ReferenceTab::CloseDeletion() {
 }
 
 void ReferenceTab::cmdDelRefOK_Click() {
-    const MarkedPairs marked = MarkPairs(AcceptedReferenceTrials(run_), ChkDelRef[0].Value, ChkDelRef[1].Value);
+    const MarkedPairs marked = MarkPairs(TrialsToDelete(), ChkDelRef[0].Value, ChkDelRef[1].Value);
     CloseDeletion();
     if (marked.words.empty()) return;
+    const bool ofRelative = DeletesRelativeTrials();
     const Answer answer = program_.ShowBox("Do you really want to delete " + marked.words + '?',
-                                           box::yesNo + box::question, "Delete Reference Calibrations");
+                                           box::yesNo + box::question, ofRelative ? deleteRelative : deleteReference);
     if (answer != Answer::Yes) return;
-    WhileWaiting([&] { DeleteReferenceTrials(marked.marks); });
+    WhileWaiting([&] { ofRelative ? DeleteRelativeTrials(marked.marks) : DeleteReferenceTrials(marked.marks); });
 }
 
 void ReferenceTab::DeleteReferenceTrials(const TrialMarks& marks) {
@@ -184,6 +210,17 @@ void ReferenceTab::DeleteReferenceTrials(const TrialMarks& marks) {
         run_.RefTrials = NumberAfterDeletion(run_.RefTrials + 1, marks) - 1;
         for (SensorCalRecord& sensor : run_.Sensor) DeleteTrials(sensor.RefTrial, marks);
         DeleteTrials(run_.RefTrialShape, marks);
+        Evaluate();
+        Changed();
+    });
+}
+
+void ReferenceTab::DeleteRelativeTrials(const TrialMarks& marks) {
+    DeleteTrialsWithFiles(program_, relativeTrialFiles, marks, [&] {
+        run_.RelTrials = NumberAfterDeletion(run_.RelTrials + 1, marks) - 1;
+        for (SensorCalRecord& sensor : run_.Sensor) DeleteTrials(sensor.RelTrial, marks);
+        DeleteTrials(run_.RelTrial, marks);
+        SetFinalGains(run_);
         Evaluate();
         Changed();
     });

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "controls/controls.h"
+#include "results/relative_stage.h"
 #include "results/trial_files.h"
 
 namespace bellmark {
@@ -23,10 +24,7 @@ class ReferenceTab {
     Button cmdAcceptReference{fraRef, "cmdAcceptReference", "Accept Reference &Calibration"};
     Button cmdAdditionalRefTrial{fraRef, "cmdAdditionalRefTrial"};
     Button cmdDelRefCal{fraRef, "cmdDelRefCal", "&Delete Reference Trials"};
-    Grid grdRelCal{fraRef, "grdRelCal", 2};
-    TextBox txtRelMsg{fraRef, "txtRelMsg"};
-    Button cmdReviewSensors{fraRef, "cmdReviewSensors", "Accept Relati&ve Calibration"};
-    Button cmdAdditionalRelCal{fraRef, "cmdAdditionalRelCal"};
+    RelativeStage Relative;
     Frame fraDelRefCal{fraRef, "fraDelRefCal"};
     Label lblDelRef{fraDelRefCal, "lblDelRef"};
     CheckBox ChkDelRef[2]{{fraDelRefCal, "ChkDelRef(0)"}, {fraDelRefCal, "ChkDelRef(1)"}};
@@ -38,6 +36,8 @@ class ReferenceTab {
 
     /// Judges the sensors' trials and shows them.
     void Evaluate();
+    /// What the judgement leaves to be done here; nothing when that is elsewhere.
+    Button* NextStep();
 
   private:
     void cmdAcceptReference_Click();
@@ -46,9 +46,13 @@ class ReferenceTab {
     void cmdDelRefOK_Click();
     void CloseDeletion();
     void DeleteReferenceTrials(const TrialMarks& marks);
+    void DeleteRelativeTrials(const TrialMarks& marks);
+    bool DeletesRelativeTrials() const { return run_.SensorRefCalComplete; }
+    int TrialsToDelete() const;
+    void ShowStage();
     void ShowReferenceButtons();
     void ShowReferenceAdvice();
-    void ShowRelativeGrid();
+    void ShowDeletionButton();
     void KeepReferenceAcceptance();
     bool AskForPair() const;
 

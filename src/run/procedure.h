@@ -62,6 +62,7 @@ inline constexpr int dropsCheck = 91;
 inline constexpr int dropsRunning = 93;
 
 inline constexpr int resultsSummary = 101;  ///< the page of the results in view, up to 104
+inline constexpr int resultsReference = 103;
 inline constexpr int resultsLast = 104;
 }  // namespace step
 

@@ -27,6 +27,11 @@ bool HasColumnsAlike(const QTableWidget& table) {
     return table.property("columns").toString() == QLatin1String("alike");
 }
 
+/// Centered texts, whether its columns are alike or as wide as their texts.
+bool IsCentered(const QTableWidget& table) {
+    return HasColumnsAlike(table) || table.property("columns").toString() == QLatin1String("centered");
+}
+
 /// The texts of all fixed rows, one below the other.
 QString Heading(const Grid& grid, int column) {
     QStringList lines;
@@ -118,7 +123,7 @@ void GridLink::ShowCells() {
             QTableWidgetItem& item = ItemAt(view_, row, column);
             const Color color = grid_.CellColor(gridRow, gridColumn);
             item.setText(QString::fromStdString(grid_.Cell(gridRow, gridColumn)));
-            if (HasColumnsAlike(view_)) item.setTextAlignment(Qt::AlignCenter);
+            if (IsCentered(view_)) item.setTextAlignment(Qt::AlignCenter);
             item.setBackground(IsPlain(color) ? QBrush() : QBrush(ToQColor(color)));
             item.setForeground(IsPlain(color) ? QBrush() : QBrush(QColor(0x10, 0x18, 0x20)));
             item.setToolTip(CellToolTip(grid_, gridRow, gridColumn));

@@ -215,8 +215,8 @@ void frmSetup::AllowCalibration() {
 bool frmSetup::ReadRunForReview(const Path& path) {
     CalibrationRun& run = program_.Run;
     if (!program_.Services.files.IsFile(path)) return false;
-    ReadFWDConfiguration(program_, path, FWDReading::Resumed);
-    const auto strings = OpenProfileStrings(program_.Services.files, path);
+    const ProfileStrings strings(ReadTextFile(program_.Services.files, path));
+    ReadFWDConfiguration(program_, strings, FWDReading::Resumed);
     ReadSequenceKeys(strings, run);
     run.EnglishUnits = StoredBoolean(strings.Get(centerSection, "EnglishUnits"));
     run.SensorStand = StoredWhole(strings.Get(centerSection, "SensorStand"), 0, 32767);

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <limits>
+
+#include "platform/numbers.h"
 
 namespace bellmark {
 namespace {
@@ -57,6 +60,48 @@ TEST(DropFileReader, TakesWhatASavedDropFileHolds) {
         const DropSamples read = ReadSavedDropFile(test.text);
         EXPECT_EQ(read.volts, test.volts) << test.defect;
         EXPECT_EQ(read.complete, test.complete) << test.defect;
+    }
+}
+
+std::string SampleLine(std::string_view volts) {
+    return "7,      4.0000E-04,  " + std::string(volts) +
+           ",  1.0016E+00,   -1.5690E+04,     -2.2222E-07,    1.4E-09\r\n";
+}
+
+TEST(DropFileReader, RoundsEveryNumberOfTheProgramToTheNearestFloat) {
+    std::vector<float> expected;
+    std::string text = "Sample,\r\n";
+    for (int exponent = -6; exponent <= 9; ++exponent) {
+        for (int digits = 10'000; digits < 100'000; digits += 97) {
+            const std::string d = NumberText(digits);
+            const std::string number = (digits % 2 == 0 ? "-" : "") + d.substr(0, 1) + '.' + d.substr(1) + 'E' +
+                                       (exponent < 0 ? '-' : '+') + '0' + NumberText(std::abs(exponent));
+            text += SampleLine(number);
+            std::from_chars(number.data(), number.data() + number.size(), expected.emplace_back());
+        }
+    }
+    ASSERT_LE(expected.size(), static_cast<std::size_t>(mostSamples));
+    EXPECT_EQ(ReadSavedDropFile(text).volts, expected);
+}
+
+/// A blank in front of a line changes nothing, but leads around the quick way for the program's own lines.
+TEST(DropFileReader, ReadsItsOwnLinesAsItReadsAnyOthers) {
+    const std::string line = SampleLine("-1.2345E-01");
+    for (std::size_t place = 0; place < line.size(); ++place) {
+        for (const char put : {'\r', '\n', ',', ' ', 'x', '-', '9', '.'}) {
+            std::string other = line;
+            other[place] = put;
+            const auto read = [&](const std::string& before) {
+                std::string text = "Sample,\r\n";
+                for (const std::string& each : {line, other, line, line}) text += before + each;
+                return ReadSavedDropFile(text);
+            };
+            const DropSamples quick = read("");
+            const DropSamples slow = read(" ");
+            EXPECT_EQ(quick.volts, slow.volts) << other;
+            EXPECT_EQ(quick.complete, slow.complete) << other;
+            EXPECT_EQ(quick.lowest, slow.lowest) << other;
+        }
     }
 }
 

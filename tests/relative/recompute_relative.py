@@ -64,6 +64,12 @@ def two_way(values):
     return of_sets, of_sensors, of_all
 
 
+def mean_and_deviation(values):
+    mean = sum(values) / len(values)
+    variance = sum((value - mean) ** 2 for value in values) / (len(values) - 1)
+    return mean, mpmath.sqrt(mpmath.mpf(variance.numerator) / variance.denominator)
+
+
 def final(values, gains, shifts, sensors, trials):
     averages = [[sum(values[t][s]) / DROPS for s in range(sensors)] for t in range(trials)]
     trial_averages = [sum(averages[t]) / sensors for t in range(trials)]
@@ -106,7 +112,11 @@ def main():
                        for df, quotient in zip((7, sensors - 1), quotients)]
             exact_gains = [Fraction(gain, 10000) for gain in gains]
             finals, *rest = final(values, exact_gains, shifts, sensors, trials)
-            numbers = [of_sets, of_sensors, of_all, *quotients, *chances, finals[0], *rest]
+            all_values = [value for row in values[0] for value in row]
+            last_set = [value for row in values[0] for value in row[-DROPS_PER_SET:]]
+            groups = [*mean_and_deviation(values[0][-1]), *mean_and_deviation(last_set), *mean_and_deviation(all_values)]
+            chi_squared = groups[4] ** 2 * DROPS * sensors / sensors**2
+            numbers = [*groups, chi_squared, of_sets, of_sensors, of_all, *quotients, *chances, finals[0], *rest]
             expected.write("{" + ", ".join(text(number) for number in numbers) + "},\n")
 
 

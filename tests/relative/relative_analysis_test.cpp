@@ -17,6 +17,7 @@ void FailOnWarning(const char* text) {
 }
 
 struct ExpectedCase {
+    double sensorAverage, sensorDeviation, setAverage, setDeviation, average, deviation, chiSquared;
     double SSSet, SSSensor, SSTotal, FSet, FSensor, PSet, PSensor, firstFinalGain;
     double finalTotal, finalTrials, finalSensors, finalPositions, finalF, finalP;
 };
@@ -87,7 +88,16 @@ TEST(RelativeAnalysis, AgreesWithASecondImplementationOverFiftyCalibrations) {
         const ExpectedCase& expected = expectedCases[number];
         CalibrationRun run;
         const std::vector<int> shifts = MakeCase(run, number);
-        const VarianceTable table = RelativeTrialTable(run.RelTrial[0], run.NumberSensors, FailOnWarning);
+        const RelativeTrialSummary& trial = run.RelTrial[0];
+        const RelativeTrialRecord& lastSensor = run.Sensor[shifts.size() - 1].RelTrial[0];
+        sum(lastSensor.Average, expected.sensorAverage);
+        sum(lastSensor.StdDev, expected.sensorDeviation);
+        sum(trial.SetAvg[7], expected.setAverage);
+        sum(trial.SetStdDev[7], expected.setDeviation);
+        sum(trial.Avg, expected.average);
+        sum(trial.StdDev, expected.deviation);
+        sum(trial.ChiSq, expected.chiSquared);
+        const VarianceTable table = RelativeTrialTable(trial, run.NumberSensors, FailOnWarning);
         sum(table.rows.at(0).sumOfSquares, expected.SSSet);
         sum(table.rows.at(1).sumOfSquares, expected.SSSensor);
         sum(table.rows.at(3).sumOfSquares, expected.SSTotal);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace bellmark {
+
+struct CalibrationRun;
+
+/// One sensor's final gain against the first two acceptance criteria (AASHTO R32): the gain itself, and its change from
+/// the initial one. The third, the historical trend, is left to the operator.
+struct SensorCriteria {
+    bool isGainTooLarge = false;
+    bool isGainTooSmall = false;
+    bool isChangeTooLarge = false;
+    bool FailsGain() const { return isGainTooLarge || isGainTooSmall; }
+    /// 1 passes both, 2 fails one of them, 3 fails both.
+    int Status() const { return 1 + (FailsGain() ? 1 : 0) + (isChangeTooLarge ? 1 : 0); }
+};
+
+/// Judgement of the final gains of all sensors. It advises; the operator decides.
+struct SensorEvaluation {
+    std::vector<SensorCriteria> sensors;
+    std::string limits;   ///< a line for each limit that a sensor trips, as often as it is tripped
+    std::string message;  ///< the sensors that fail both criteria; failing one of them counts as meeting them
+};
+
+/// The gain is to lie within 0.98 and 1.02, or, on the scale of a Carl Bro, within 10.1 and 11.5; its change within 1 %
+/// of the initial gain. A change that is not known counts as too large.
+SensorEvaluation EvaluateSensors(const CalibrationRun& run);
+
+}  // namespace bellmark
