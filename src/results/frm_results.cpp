@@ -24,9 +24,12 @@ frmResults::frmResults(Program& program)
     }
     LoadCell.Changed = [this] {
         ShowNextSteps();
-        if (program_.Run.LoadCellCalComplete) SetFocus(cmdNext);
+        SetFocus(NextStep());
     };
-    Reference.Changed = [this] { ShowNextSteps(); };
+    Reference.Changed = [this] {
+        ShowNextSteps();
+        SetFocus(NextStep());
+    };
     LoadCell.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
     Reference.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
     for (Button& button : cmdPrintPDDX) button.Click = [this] { cmdPrintPDDX_Click(); };
@@ -40,6 +43,7 @@ frmResults::frmResults(Program& program)
 void frmResults::Activated() {
     Recompute();
     KeepStepOfTab();
+    SetFocus(NextStep());
 }
 
 void frmResults::Open() {
@@ -81,6 +85,7 @@ void frmResults::ChooseTab(OptionButton& tab) {
     tabs_.Show(tab);
     Recompute();
     KeepStepOfTab();
+    SetFocus(NextStep());
 }
 
 /// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.
@@ -112,17 +117,20 @@ void frmResults::ShowNextSteps() {
     mark(cmdPrintPDDX[1], isComplete, true,
          "Available once the load cell and the deflection sensors are accepted. For a load cell alone use Final "
          "Outputs.");
-    mark(cmdNext, IsCalibrationLeft() || !onSummary, isAnyAccepted && !isComplete,
+    mark(cmdNext, IsCalibrationLeft() || !onSummary, isAnyAccepted && !isComplete && !StepOfTab(),
          "There is nothing left to calibrate in this run.");
     SetDefaultButton(&NextStep());
 }
 
-/// The step that the tab in view leaves to be done; then what comes after the results.
+/// What the tab in view leaves to be done.
+Button* frmResults::StepOfTab() {
+    if (LoadCell.optLoadCell.IsChosen()) return LoadCell.NextStep();
+    return Reference.optRef.IsChosen() ? Reference.NextStep() : nullptr;
+}
+
+/// The step of the tab; then what comes after the results.
 Button& frmResults::NextStep() {
-    Button* onTab = nullptr;
-    if (LoadCell.optLoadCell.IsChosen()) onTab = LoadCell.NextStep();
-    if (Reference.optRef.IsChosen()) onTab = Reference.NextStep();
-    if (onTab) return *onTab;
+    if (Button* onTab = StepOfTab()) return *onTab;
     for (Button* button : {&cmdPrintPDDX[0], &cmdNext}) {
         if (button->BackColor.Get() == colors::suggestedNext && !program_.Run.CertificationComplete) return *button;
     }

@@ -53,6 +53,7 @@ class frmResults : public Screen, public ResultsDoor {
     void ChooseTab(OptionButton& tab);
     void KeepStepOfTab();
     void ShowNextSteps();
+    Button* StepOfTab();
     Button& NextStep();
     bool IsCalibrationLeft() const;
 

@@ -220,6 +220,8 @@ void ReferenceTab::DeleteRelativeTrials(const TrialMarks& marks) {
         run_.RelTrials = NumberAfterDeletion(run_.RelTrials + 1, marks) - 1;
         for (SensorCalRecord& sensor : run_.Sensor) DeleteTrials(sensor.RelTrial, marks);
         DeleteTrials(run_.RelTrial, marks);
+        // A trial that was read waits in the place behind the last one, which is another place now.
+        run_.RelTrialInHand.reset();
         SetFinalGains(run_);
         Evaluate();
         Changed();

@@ -55,7 +55,7 @@ RelativeStage::RelativeStage(Screen& screen, Frame& fraRef, Program& program)
     cmdReviewSensors.Click = [this] { Accept(); };
     cmdAcceptSensors.Click = [this] { cmdAcceptSensors_Click(); };
     cmdShowANOVA.Click = [this] { cmdShowANOVA_Click(); };
-    cmdAdditionalRelCal.Click = [this] { program_.The<MainMenuDoor>().CalibrateSensors(); };
+    cmdAdditionalRelCal.Click = [this] { cmdAdditionalRelCal_Click(); };
     cmdReject.Click = [this] { program_.The<MainMenuDoor>().CalibrateSensors(); };
 }
 
@@ -118,6 +118,12 @@ void RelativeStage::ShowButtons() {
 Button* RelativeStage::NextStep() {
     if (cmdReviewSensors.Enabled) return &cmdReviewSensors;
     return cmdAdditionalRelCal.Enabled ? &cmdAdditionalRelCal : nullptr;
+}
+
+void RelativeStage::cmdAdditionalRelCal_Click() {
+    if (EnterUnacceptedTrial(program_)) return;
+    program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
+    program_.The<CenterRelativeDoor>().BeginTrial();
 }
 
 void RelativeStage::cmdShowANOVA_Click() {

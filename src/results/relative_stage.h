@@ -42,6 +42,7 @@ class RelativeStage {
   private:
     void Accept();
     void cmdAcceptSensors_Click();
+    void cmdAdditionalRelCal_Click();
     void cmdShowANOVA_Click();
     void ShowButtons();
     void ShowANOVAFinal(std::string& message);

@@ -36,8 +36,20 @@ bool FWDTab::CheckFWDData() {
     optFWD.BackColor = complete ? colors::complete : colors::mustBeUpdated;
     const std::string missing = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
     lblMissing.Caption = missing + (missing.empty() || doubt_.empty() ? "" : ". ") + doubt_;
+    SuggestNextStep(complete);
     if (Checked) Checked(complete);
     return complete;
+}
+
+void FWDTab::SuggestNextStep(bool complete) {
+    const CalibrationRun& run = program_.Run;
+    const Button* next = run.OwnerFolder.empty()    ? &cmdNewOwner
+                         : run.DeviceFolder.empty() ? &cmdNewFWD
+                         : complete                 ? nullptr
+                                                    : &cmdReadFWDConfig;
+    for (Button* button : {&cmdNewOwner, &cmdNewFWD, &cmdReadFWDConfig}) {
+        button->BackColor = button == next ? colors::suggestedNext : colors::buttonFace;
+    }
 }
 
 bool FWDTab::CheckCount() {
