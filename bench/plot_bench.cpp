@@ -33,6 +33,24 @@ void RedrawTrial(benchmark::State& state) {
 }
 BENCHMARK(RedrawTrial)->Unit(benchmark::kMillisecond);
 
+/// The residuals of twelve sensors of 24 drops.
+void RedrawResiduals(benchmark::State& state) {
+    CalibrationRun run;
+    run.CurrentProcedure = Procedure::Sensors;
+    run.Trial.shape = {4, 6, true};
+    run.RefTrials = 1;
+    run.NumberSensors = static_cast<int>(maxSensors);
+    for (SensorCalRecord& sensor : run.Sensor) {
+        for (std::size_t drop = 0; drop < 24; ++drop) {
+            sensor.RefTrial[0].DropData[drop] = 6 + 2 * static_cast<double>(drop);
+            sensor.RefTrial[0].RefDropData[drop] = 6.01 + 2.001 * static_cast<double>(drop);
+        }
+        sensor.RefTrial[0].AdjFactor = 1;
+    }
+    Redraw(state, ResidualsOfAllSensors(run, 3));
+}
+BENCHMARK(RedrawResiduals)->Unit(benchmark::kMillisecond);
+
 /// Twelve sensors of forty drops.
 void RedrawRelativeTrial(benchmark::State& state) {
     CalibrationRun run;

@@ -12,20 +12,10 @@ constexpr std::string_view littleEndianMark = "\xFF\xFE";
 constexpr std::string_view bigEndianMark = "\xFE\xFF";
 constexpr char16_t noCharacter = 0xFFFD;
 
-void AppendCharacter(std::string& text, char16_t unit) {
+void AppendUnit(std::string& text, char16_t unit) {
     // Halves of a pair make characters that the files cannot hold anyway.
     const bool isHalf = unit >= 0xD800 && unit <= 0xDFFF;
-    const unsigned character = isHalf ? noCharacter : unit;
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-    } else if (character < 0x800) {
-        text += static_cast<char>(0xC0 | (character >> 6));
-        text += static_cast<char>(0x80 | (character & 0x3F));
-    } else {
-        text += static_cast<char>(0xE0 | (character >> 12));
-        text += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
-        text += static_cast<char>(0x80 | (character & 0x3F));
-    }
+    AppendUtf8(text, isHalf ? noCharacter : unit);
 }
 
 /// bytes: behind the mark; a last half unit is no character.
@@ -35,7 +25,7 @@ std::string FromUtf16(std::string_view bytes, bool isBigEndian) {
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const auto first = static_cast<unsigned char>(bytes[i]);
         const auto second = static_cast<unsigned char>(bytes[i + 1]);
-        AppendCharacter(text, static_cast<char16_t>(isBigEndian ? first << 8 | second : second << 8 | first));
+        AppendUnit(text, static_cast<char16_t>(isBigEndian ? first << 8 | second : second << 8 | first));
     }
     return text;
 }

@@ -15,6 +15,9 @@ class EncodingError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// Adds a character in UTF-8; no half of a pair.
+void AppendUtf8(std::string& text, char16_t character);
+
 /// Bytes of a Windows-1252 file as UTF-8. The five bytes without a character (81, 8D, 8F, 90, 9D hexadecimal) become
 /// the control characters of the same number, so that every byte comes back unchanged from ToWindows1252.
 std::string FromWindows1252(std::string_view bytes);

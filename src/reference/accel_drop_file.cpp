@@ -1,8 +1,7 @@
 #include "reference/accel_drop_file.h"
 
-#include <algorithm>
 #include <array>
-#include <string_view>
+#include <span>
 
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -13,13 +12,13 @@ namespace bellmark {
 
 namespace {
 
-/// Where the fields behind number and time of a sample begin: volts, acceleration, relative acceleration, velocity and
-/// displacement.
-constexpr std::array<std::size_t, 5> columns{22, 36, 53, 70, 86};
-
 constexpr const char* timePicture = "hh:mm:ss";
 constexpr const char* burstPicture = "0.000000";
-constexpr int decimals = 4;  ///< of the samples
+constexpr std::array<SampleColumn, 5> columns{{{22, "Volts,", 4},
+                                               {36, "Acceleration(g),", 4},
+                                               {53, "Rel.Accel.(µm/sec²),", 4},
+                                               {70, "Velocity(µm/sec),", 4},
+                                               {86, "Displacement(µm)", 4}}};
 
 void AddAccelerometer(std::string& text, const CenterConfig& center) {
     AddLine(text, "Accelerometer Serial Number = " + center.AccelerometerSerialNumber);
@@ -59,37 +58,12 @@ void AddBurst(std::string& text, const DropRecord& drop) {
     AddLine(text, "");
 }
 
-void AddSampleHeading(std::string& text) {
-    constexpr std::array<std::string_view, columns.size()> titles{"Volts,", "Acceleration(g),", "Rel.Accel.(µm/sec²),",
-                                                                  "Velocity(µm/sec),", "Displacement(µm)"};
-    TabbedLine line(text);
-    text += "Sample,";
-    line.TabTo(9);
-    text += "Time(sec),";
-    for (std::size_t field = 0; field < columns.size(); ++field) {
-        line.TabTo(columns[field]);
-        text += titles[field];
-    }
-    text += "\r\n";
-}
-
 void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
     // Samples 0 and 1 show no velocity and displacement: the integration does not reach the first.
     const std::size_t fields = i < 2 ? 3 : 5;
     const std::array<double, columns.size()> values{static_cast<double>(drop.RawVolts[i]), drop.AbsAccel[i],
                                                     drop.RelAccelMicrons[i], drop.Velocity[i], drop.Displacement[i]};
-    std::array<char, columns.back() + exponentFormRoom + 2> line;
-    line.fill(' ');
-    const std::string& beginning = SampleBeginnings()[i];
-    char* end = std::copy(beginning.begin(), beginning.end(), line.begin());
-    for (std::size_t field = 0; field < fields; ++field) {
-        // Every number leaves room for its comma before the next column.
-        if (field > 0) *end = ',';
-        end = WriteExponentForm(line.data() + columns[field] - 1, values[field], decimals);
-    }
-    *end++ = '\r';
-    *end++ = '\n';
-    text.append(line.data(), end);
+    AddSampleRow(text, i, columns, std::span(values).first(fields));
 }
 
 }  // namespace
@@ -109,7 +83,7 @@ std::string AccelDropFileText(const DropRecord& drop, const CalibrationRun& run,
     AddAccelerometer(text, center);
     AddFindings(text, drop);
     AddBurst(text, drop);
-    AddSampleHeading(text);
+    AddSampleHeading(text, 9, "Time(sec),", columns);
     for (std::size_t i = 0; i < static_cast<std::size_t>(drop.NumSamples); ++i) AddSample(text, drop, i);
     return text;
 }

@@ -1,5 +1,7 @@
 #include "reference/drop_file.h"
 
+#include <array>
+
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "reference/drop_text.h"
@@ -35,33 +37,13 @@ void AddFindings(std::string& text, const DropRecord& drop, const CenterConfig& 
     AddLine(text, "");
 }
 
-void AddSampleHeading(std::string& text) {
-    TabbedLine line(text);
-    text += "Sample,";
-    line.TabTo(10);
-    text += "Time (sec),";
-    line.TabTo(22);
-    text += "Volts,";
-    line.TabTo(36);
-    text += "Total Load (lbs),";
-    line.TabTo(53);
-    text += "Zeroed Load (lbs)\r\n";
-}
-
-constexpr const char* fourPlaces = "0.0000E+00";
-constexpr const char* sevenPlaces = "0.0000000E+00";
+constexpr std::array<SampleColumn, 3> columns{
+    {{22, "Volts,", 4}, {36, "Total Load (lbs),", 7}, {53, "Zeroed Load (lbs)", 7}}};
 
 void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
-    TabbedLine line(text);
-    text += SampleBeginnings()[i];
-    AppendFormat(text, static_cast<double>(drop.RawVolts[i]), fourPlaces);
-    text += ',';
-    line.TabTo(36);
-    AppendFormat(text, drop.Velocity[i], sevenPlaces);
-    text += ',';
-    line.TabTo(53);
-    AppendFormat(text, drop.Displacement[i], sevenPlaces);
-    text += "\r\n";
+    const std::array<double, columns.size()> values{static_cast<double>(drop.RawVolts[i]), drop.Velocity[i],
+                                                    drop.Displacement[i]};
+    AddSampleRow(text, i, columns, values);
 }
 
 }  // namespace
@@ -80,7 +62,7 @@ std::string LoadDropFileText(const DropRecord& drop, const CalibrationRun& run, 
     AddLine(text, LoadDropFileName(run));
     AddReferenceLoadCell(text, center);
     AddFindings(text, drop, center);
-    AddSampleHeading(text);
+    AddSampleHeading(text, 10, "Time (sec),", columns);
     for (std::size_t i = 0; i < static_cast<std::size_t>(drop.NumSamples); ++i) AddSample(text, drop, i);
     return text;
 }

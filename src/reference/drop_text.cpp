@@ -1,6 +1,7 @@
 #include "reference/drop_text.h"
 
-#include <string_view>
+#include <algorithm>
+#include <array>
 
 #include "platform/format.h"
 #include "platform/numbers.h"
@@ -10,10 +11,43 @@
 
 namespace bellmark {
 
-void TabbedLine::TabTo(std::size_t column) {
-    const std::size_t width = CharacterCount(std::string_view(text_).substr(start_));
-    if (width < column - 1) text_.append(column - 1 - width, ' ');
+namespace {
+
+constexpr std::size_t widestRow = 86 + exponentFormRoom + 2;
+
+/// Fills a line up to a column, counted from 1 in characters, as a tab stop does. A line that is there already stays.
+class TabbedLine {
+  public:
+    /// The line begins at the end of the text.
+    explicit TabbedLine(std::string& text) : text_(text), start_(text.size()) {}
+    void TabTo(std::size_t column) {
+        const std::size_t width = CharacterCount(std::string_view(text_).substr(start_));
+        if (width < column - 1) text_.append(column - 1 - width, ' ');
+    }
+
+  private:
+    std::string& text_;
+    std::size_t start_;
+};
+
+/// Number and time of each sample, which are the same in every file: "1,      0.0000E+00,  ".
+const std::vector<std::string>& SampleBeginnings() {
+    static const std::vector<std::string> beginnings = [] {
+        std::vector<std::string> texts(sampleCapacity);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            TabbedLine line(texts[i]);
+            texts[i] += NumberText(i + 1) + ',';
+            line.TabTo(9);
+            AppendFormat(texts[i], static_cast<double>(i) * integrationStep, "0.0000E+00");
+            texts[i] += ',';
+            line.TabTo(22);
+        }
+        return texts;
+    }();
+    return beginnings;
 }
+
+}  // namespace
 
 void AddLine(std::string& text, const std::string& line) {
     (text += line) += "\r\n";
@@ -29,20 +63,33 @@ void AddDropHeading(std::string& text, const CalibrationRun& run, const CenterCo
     AddLine(text, "");
 }
 
-const std::vector<std::string>& SampleBeginnings() {
-    static const std::vector<std::string> beginnings = [] {
-        std::vector<std::string> texts(sampleCapacity);
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            TabbedLine line(texts[i]);
-            texts[i] += NumberText(i + 1) + ',';
-            line.TabTo(9);
-            AppendFormat(texts[i], static_cast<double>(i) * integrationStep, "0.0000E+00");
-            texts[i] += ',';
-            line.TabTo(22);
-        }
-        return texts;
-    }();
-    return beginnings;
+void AddSampleHeading(std::string& text, std::size_t timeBegins, std::string_view timeTitle,
+                      std::span<const SampleColumn> columns) {
+    TabbedLine line(text);
+    text += "Sample,";
+    line.TabTo(timeBegins);
+    text += timeTitle;
+    for (const SampleColumn& column : columns) {
+        line.TabTo(column.begins);
+        text += column.title;
+    }
+    text += "\r\n";
+}
+
+void AddSampleRow(std::string& text, std::size_t sample, std::span<const SampleColumn> columns,
+                  std::span<const double> values) {
+    std::array<char, widestRow> line;
+    line.fill(' ');
+    const std::string& beginning = SampleBeginnings()[sample];
+    char* end = std::copy(beginning.begin(), beginning.end(), line.begin());
+    for (std::size_t field = 0; field < values.size(); ++field) {
+        // Every number leaves room for its comma before the next column.
+        if (field > 0) *end = ',';
+        end = WriteExponentForm(line.data() + columns[field].begins - 1, values[field], columns[field].decimals);
+    }
+    *end++ = '\r';
+    *end++ = '\n';
+    text.append(line.data(), end);
 }
 
 }  // namespace bellmark

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "run/calibration_run.h"
@@ -9,25 +11,27 @@
 /// What the text files of all drops have in common.
 namespace bellmark {
 
-/// Fills a line up to a column, counted from 1 in characters, as a tab stop does. A line that is there already stays.
-class TabbedLine {
-  public:
-    /// The line begins at the end of the text.
-    explicit TabbedLine(std::string& text) : text_(text), start_(text.size()) {}
-    void TabTo(std::size_t column);
-
-  private:
-    std::string& text_;
-    std::size_t start_;
-};
-
 /// Adds the line and its ending.
 void AddLine(std::string& text, const std::string& line);
 
 /// Owner, FWD, moment and center: the lines below the title.
 void AddDropHeading(std::string& text, const CalibrationRun& run, const CenterConfig& center, DateTime now);
 
-/// Number and time of each sample, which are the same in every file: "1,      0.0000E+00,  ".
-const std::vector<std::string>& SampleBeginnings();
+/// A column of the table of samples: where it begins, counted from 1, what stands above it, and the decimals that its
+/// numbers have in exponent form.
+struct SampleColumn {
+    std::size_t begins;
+    std::string_view title;
+    int decimals = 0;
+};
+
+/// The line above the table. timeBegins and timeTitle: of the time behind the number of a sample.
+void AddSampleHeading(std::string& text, std::size_t timeBegins, std::string_view timeTitle,
+                      std::span<const SampleColumn> columns);
+
+/// The line of a sample: number and time, then the values in their columns, as many as there are. The first column is
+/// that of the volts.
+void AddSampleRow(std::string& text, std::size_t sample, std::span<const SampleColumn> columns,
+                  std::span<const double> values);
 
 }  // namespace bellmark

@@ -249,7 +249,6 @@ void frmCenterRelative::cmdBrowse_Click() {
     const auto file = AskForFWDFile(program_, {"Read Relative Drop Data", DropDataFilter(run_.Manufacturer)});
     if (!file || file->told) return;
     PDDXFile document;
-    dropCountWarningDone_ = false;
     if (!ReadPDDXFile(program_.Services.files, DocumentOf(*file), document, false).readable) {
         program_.Compose(106);
         program_.ShowComposed();
@@ -277,8 +276,6 @@ void frmCenterRelative::TakeDocument(const PDDXFile& document, const FWDFile& fi
 }
 
 void frmCenterRelative::TellDropCount(long long drops) {
-    if (dropCountWarningDone_) return;
-    dropCountWarningDone_ = true;
     program_.ShowBox(
         "The number of drop data points should be " + NumberText(relativeDrops) + ", but is " + NumberText(drops) + '.',
         box::exclamation);

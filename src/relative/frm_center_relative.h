@@ -79,7 +79,6 @@ class frmCenterRelative : public Screen, public CenterRelativeDoor {
 
     Program& program_;
     CalibrationRun& run_;
-    bool dropCountWarningDone_ = false;  ///< for the file in hand
 };
 
 }  // namespace bellmark

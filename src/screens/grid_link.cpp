@@ -49,7 +49,7 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
     view_.setSelectionMode(QAbstractItemView::SingleSelection);
     view_.setTabKeyNavigation(false);
     view_.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    view_.horizontalHeader()->setStretchLastSection(true);
+    view_.horizontalHeader()->setStretchLastSection(!IsCentered(view_));
     if (HasColumnsAlike(view_)) {
         view_.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
         view_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -74,6 +74,34 @@ TEST(PlotWidget, ReadsOutTheNearestSample) {
     EXPECT_EQ(plot.ReadOutAt(1), "");
 }
 
+TEST(PlotWidget, PointedAtAMarkerOfAnySeriesTellsItsNote) {
+    PlotWidget plot;
+    Plot shown;
+    shown.horizontal = {"Sensor", 0, 1000, std::nullopt};
+    shown.horizontal.blocks = {{"1", 0, 500, 20}, {"2", 500, 1000, 21}};
+    shown.vertical = {"Deflections (mils)", 19.2, 22, 0.4, 1};
+    shown.series = {{"Set 1", {50, 550}, {20, 21}, true, {"first", "second"}, MarkerShape::Disc},
+                    {"Set 2", {50, 550}, {20.5, 21.5}, true, {"third", "fourth"}, MarkerShape::Square}};
+    plot.resize(900, 500);
+    plot.Show(shown);
+    plot.show();
+    auto* view = plot.findChild<QCustomPlot*>();
+    ASSERT_TRUE(view);
+    plot.RedrawNow();
+    const auto readOut = [&](double x, double y) {
+        const QPoint at(qRound(view->xAxis->coordToPixel(x)) + 2, qRound(view->yAxis->coordToPixel(y)) - 2);
+        QTest::mouseMove(view, at);
+        QString text;
+        for (int i = 0; i < view->itemCount(); ++i) {
+            if (const auto* item = qobject_cast<QCPItemText*>(view->item(i))) text = item->text();
+        }
+        return text.toStdString();
+    };
+    EXPECT_EQ(readOut(550, 21.5), "fourth");
+    EXPECT_EQ(readOut(50, 20), "first");
+    EXPECT_EQ(readOut(50, 20.5), "third");
+}
+
 TEST(QtPrinter, WritesEachPageAndFitsWideLines) {
     const TemporaryFolder folder;
     const Path file = folder.Folder() / "report.pdf";
