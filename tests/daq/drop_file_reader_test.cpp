@@ -88,7 +88,7 @@ TEST(DropFileReader, RoundsEveryNumberOfTheProgramToTheNearestFloat) {
 TEST(DropFileReader, ReadsItsOwnLinesAsItReadsAnyOthers) {
     const std::string line = SampleLine("-1.2345E-01");
     for (std::size_t place = 0; place < line.size(); ++place) {
-        for (const char put : {'\r', '\n', ',', ' ', 'x', '-', '9', '.'}) {
+        for (const char put : {'\r', '\n', ',', ' ', 'x', '-', '9', '.', ':', '/'}) {
             std::string other = line;
             other[place] = put;
             const auto read = [&](const std::string& before) {
