@@ -30,7 +30,6 @@ frmRegressionPlot::frmRegressionPlot(Program& program)
     cmdBack.Click = [this] { cmdBack_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
     cmdPrint.Click = [this] { cmdPrint_Click(); };
-    SetDefaultButton(&cmdNext);
 }
 
 void frmRegressionPlot::PlotGraph(const Path& file, int sensor, double stdErrSlope) {
@@ -42,6 +41,7 @@ void frmRegressionPlot::PlotGraph(const Path& file, int sensor, double stdErrSlo
     cmdNext.Caption = acceptsHere ? "&Accept" : "&Next";
     cmdNext.Enabled = !run_.PlotReviewPending;
     cmdNext.BackColor = run_.PlotReviewPending ? colors::buttonFace : colors::suggestedNext;
+    cmdUpRP.BackColor = run_.PlotReviewPending ? colors::suggestedNext : colors::buttonFace;
     Header.PageTitle.Caption = Title();
     ShowValues(stdErrSlope);
     ShowAxisTexts();
@@ -50,11 +50,9 @@ void frmRegressionPlot::PlotGraph(const Path& file, int sensor, double stdErrSlo
     pctRegression.Draw(plot);
     ShowResiduals();
     Show();
-    if (run_.PlotReviewPending) {
-        SetFocus(cmdUpRP);
-    } else {
-        SetFocus(cmdNext);
-    }
+    Button& next = run_.PlotReviewPending ? cmdUpRP : cmdNext;
+    SetDefaultButton(&next);
+    SetFocus(next);
 }
 
 void frmRegressionPlot::ShowResiduals() {

@@ -27,6 +27,12 @@ const char* PeakPicture(const CalibrationRun& run) {
     return run.Trial.shape.englishUnits ? "#,##0.0" : "#0.000";
 }
 
+const char* UnitWord(const CalibrationRun& run) {
+    const bool english = run.Trial.shape.englishUnits;
+    if (CalibratesSensors(run)) return english ? "mils" : "microns";
+    return english ? "pounds" : "kN";
+}
+
 std::string SignedText(double value, const char* picture) {
     return (value > 0 ? "+" : "") + Format(value, picture);
 }
@@ -138,8 +144,8 @@ Plot ResidualPlot(const CalibrationRun& run, std::size_t device) {
 Plot ResidualsOfAllSensors(const CalibrationRun& run, std::size_t device) {
     constexpr double margin = 0.08;  // of a block's width, on either side
     const double range = RangeOf(run, PointsOf(run, device));
-    PlotSeries all{"All sensors", {}, {}, true, {}};
-    PlotSeries own{"This sensor", {}, {}, true, {}};
+    PlotSeries all{"", {}, {}, true, {}};
+    PlotSeries own{"", {}, {}, true, {}};
     double largest = 0;
     Plot plot;
     double block = 0;
@@ -187,7 +193,7 @@ std::string FurthestDropText(const CalibrationRun& run, std::size_t device) {
     const auto drop = FurthestDropOf(run, device);
     if (!drop) return {};
     return "Furthest from the line: height " + NumberText(drop->place.height) + ", drop " +
-           NumberText(drop->place.drop) + " (" + SignedText(drop->residual, PeakPicture(run)) +
+           NumberText(drop->place.drop) + " (" + SignedText(drop->residual, PeakPicture(run)) + ' ' + UnitWord(run) +
            "). Without it the new gain would be " + Format(drop->gainWithout, "0.0000") + ".";
 }
 

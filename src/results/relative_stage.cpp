@@ -50,17 +50,22 @@ RelativeStage::RelativeStage(Screen& screen, Frame& fraRef, Program& program)
     txtRelMsg.Locked = true;
     fraANOVA.Visible = false;
     fraANOVA.DefaultButton = &cmdAcceptSensors;
+    fraANOVA.CancelButton = &cmdCloseANOVA;
     fraANOVA.ToolTip =
         "The final gains are made so that the sensors agree: this analysis nearly always finds that they do.";
     cmdReviewSensors.Click = [this] { Accept(); };
     cmdAcceptSensors.Click = [this] { cmdAcceptSensors_Click(); };
+    cmdCloseANOVA.Click = [this] {
+        ShowFinalAnalysis(false);
+        screen_.SetFocus(cmdShowANOVA);
+    };
     cmdShowANOVA.Click = [this] { cmdShowANOVA_Click(); };
     cmdAdditionalRelCal.Click = [this] { cmdAdditionalRelCal_Click(); };
     cmdReject.Click = [this] { program_.The<MainMenuDoor>().CalibrateSensors(); };
 }
 
 void RelativeStage::Evaluate() {
-    fraANOVA.Visible = false;
+    ShowFinalAnalysis(false);
     run_.SensorRelCalGood = false;
     run_.SensorRelMessage.clear();
     std::string text = run_.SensorRelCalComplete ? "\r\nSensor Calibration Completed!\r\n" : "";
@@ -87,8 +92,7 @@ void RelativeStage::ShowANOVAFinal(std::string& message) {
     const auto analysis = AnalyseAllTrials(run_, WarnInBox(program_));
     if (!analysis) return;
     message += std::string(analysis->verdict) + "\r\n";
-    ShowVarianceTable(grdANOVA, TableOf(*analysis),
-                      {{"", "Sum of Squares", "Degree of Freedom", "MSE", "F", "P"}, "Std Error"});
+    ShowVarianceTable(grdANOVA, TableOf(*analysis), {{"", "Sum of Squares", "DOF", "MSE", "F", "P"}, "Std Error"});
     lblANOVA.Caption = std::string(analysis->verdict) + ", P = " + Format(analysis->P, "0%");
 }
 
@@ -126,13 +130,19 @@ void RelativeStage::cmdAdditionalRelCal_Click() {
     program_.The<CenterRelativeDoor>().BeginTrial();
 }
 
+/// The analysis takes the place of the trials.
+void RelativeStage::ShowFinalAnalysis(bool shown) {
+    fraANOVA.Visible = shown;
+    SetVisible({&grdRelCal, &txtRelMsg, &cmdReviewSensors, &cmdAdditionalRelCal, &cmdShowANOVA}, !shown);
+}
+
 void RelativeStage::cmdShowANOVA_Click() {
-    fraANOVA.Visible = true;
+    ShowFinalAnalysis(true);
     screen_.SetFocus(cmdAcceptSensors);
 }
 
 void RelativeStage::cmdAcceptSensors_Click() {
-    fraANOVA.Visible = false;
+    ShowFinalAnalysis(false);
     if (cmdReviewSensors.Enabled) {
         Accept();
     } else {

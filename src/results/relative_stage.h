@@ -28,6 +28,7 @@ class RelativeStage {
     Frame fraANOVA{fraRef_, "fraANOVA", "Final Analysis of Variance"};
     Grid grdANOVA{fraANOVA, "grdANOVA", 1};
     Label lblANOVA{fraANOVA, "lblANOVA"};
+    Button cmdCloseANOVA{fraANOVA, "cmdCloseANOVA", "&Back"};
     Button cmdReject{fraANOVA, "cmdReject", "&Reject"};
     Button cmdAcceptSensors{fraANOVA, "cmdAcceptSensors", "&Accept"};
 
@@ -44,6 +45,7 @@ class RelativeStage {
     void cmdAcceptSensors_Click();
     void cmdAdditionalRelCal_Click();
     void cmdShowANOVA_Click();
+    void ShowFinalAnalysis(bool shown);
     void ShowButtons();
     void ShowANOVAFinal(std::string& message);
     void KeepFinalGains();

@@ -10,10 +10,12 @@ namespace {
 
 constexpr int textFlags = Qt::TextWordWrap;
 
-/// "-B" must never be parted at the end of a line: what is left would read as the other position.
-QString WithoutBreakAfterSign(QString text) {
+/// "-B" must never be parted at the end of a line: what is left would read as the other position. "Drop: 6" stays whole
+/// as well.
+QString WithoutBadBreaks(QString text) {
     constexpr QChar wordJoiner(0x2060);
-    return text.replace(QStringLiteral(" -"), QStringLiteral(" -") + wordJoiner);
+    text.replace(QStringLiteral(" -"), QStringLiteral(" -") + wordJoiner);
+    return text.replace(QStringLiteral(": "), QStringLiteral(":") + QChar(QChar::Nbsp));
 }
 
 }  // namespace
@@ -36,7 +38,7 @@ QSize FittedLabel::minimumSizeHint() const {
 }
 
 int FittedLabel::FittingPointSize(const QRect& area) const {
-    const QString shown = WithoutBreakAfterSign(text());
+    const QString shown = WithoutBadBreaks(text());
     int fits = smallestPointSize;
     int tooLarge = maximumPointSize_ + 1;
     while (tooLarge - fits > 1) {
@@ -55,7 +57,7 @@ void FittedLabel::paintEvent(QPaintEvent*) {
     const QRect area = contentsRect();
     painter.setFont(FontOf(FittingPointSize(area)));
     painter.setPen(option.palette.color(QPalette::WindowText));
-    painter.drawText(area, textFlags | static_cast<int>(alignment()), WithoutBreakAfterSign(text()));
+    painter.drawText(area, textFlags | static_cast<int>(alignment()), WithoutBadBreaks(text()));
 }
 
 }  // namespace bellmark

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -18,13 +19,32 @@
 
 namespace bellmark {
 
+namespace {
+
+/// A form that is higher than the display can be scrolled: nothing of it is ever out of reach.
+QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
+    auto* area = new QScrollArea;
+    area->setObjectName(QStringLiteral("decorScroll"));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(form.release());
+    // The page's own background shows through; a widget of an area fills its own otherwise.
+    area->viewport()->setAutoFillBackground(false);
+    area->widget()->setAutoFillBackground(false);
+    return area;
+}
+
+}  // namespace
+
 Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser)
     : screen_(screen) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
-    layout->addWidget(form.release(), 1);
+    scroll_ = MakeScrollArea(std::move(form));
+    layout->addWidget(scroll_, 1);
     // A screen changes many controls at once: what is suggested is looked at when it has finished.
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
@@ -74,6 +94,7 @@ void Page::TakeFocus() {
         QWidget* widget = wanted ? binder_->WidgetOf(*wanted) : nullptr;
         if (!widget || !widget->isEnabled() || widget->isHidden()) continue;
         widget->setFocus(Qt::OtherFocusReason);
+        scroll_->ensureWidgetVisible(widget);
         return;
     }
     setFocus(Qt::OtherFocusReason);

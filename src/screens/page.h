@@ -8,6 +8,8 @@
 
 #include "controls/color.h"
 
+class QScrollArea;
+
 namespace bellmark {
 
 class Binder;
@@ -50,6 +52,7 @@ class Page : public QWidget {
     Control* HasKeyboard() const;  ///< null when it is with none of the screen's controls
 
     Screen& screen_;
+    QScrollArea* scroll_ = nullptr;
     std::unique_ptr<Binder> binder_;
     int focusRequestsMet_ = 0;
     QTimer soon_;

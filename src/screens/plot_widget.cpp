@@ -178,16 +178,17 @@ void PlotWidget::ShowSeries() {
 }
 
 void PlotWidget::ShowLegend() {
-    view_->legend->setVisible(plot_.series.size() > 1);
+    const bool isNamed = plot_.series.size() > 1 && !plot_.series.front().name.empty();
+    view_->legend->setVisible(isNamed);
     // Blocks leave no room between their markers.
-    const bool isBelow = !plot_.horizontal.blocks.empty();
+    const bool isBelow = isNamed && !plot_.horizontal.blocks.empty();
     if (isBelow && !view_->plotLayout()->hasElement(1, 0)) {
         view_->plotLayout()->addElement(1, 0, view_->legend);
         view_->plotLayout()->setRowStretchFactor(1, 0.001);
         view_->legend->setFillOrder(QCPLegend::foColumnsFirst);
         view_->legend->setBorderPen(Qt::NoPen);
     }
-    if (isBelow) return;
+    if (isBelow || !isNamed) return;
     // Markers lie along a line from the origin: above it is room.
     const bool hasMarkers = std::any_of(plot_.series.begin(), plot_.series.end(),
                                         [](const PlotSeries& series) { return series.asMarkers; });

@@ -11,35 +11,15 @@
 #include "app/doors.h"
 #include "controls/control.h"
 #include "controls/screen.h"
-#include "platform/format.h"
 #include "platform/machine.h"
-#include "platform/numbers.h"
 #include "screens/help_window.h"
 #include "screens/look.h"
 #include "screens/page.h"
 #include "tests/screens/test_desktop.h"
-#include "tests/support/idle_doors.h"
 #include "virtual_fwd/virtual_center.h"
 
 namespace bellmark {
 namespace {
-
-/// Forty drops that warm up by a third of a percent, read by sensors that differ and scatter.
-std::string RelativeDocument(int sensors, double deflection) {
-    Random random(7);
-    std::string text = "[Units]\r\nDeflectionUnits=" + std::string(deflection < 100 ? "mils" : "microns") +
-                       "\r\n[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=40\r\n";
-    for (int drop = 1; drop <= 40; ++drop) {
-        text += "DropData_" + NumberText(drop) + "=12000";
-        const double warm = deflection * (1 + drop / 12000.0 + (random.Next() - 0.5) / 400);
-        for (int sensor = 0; sensor < sensors; ++sensor) {
-            const double own = 1 + ((sensor * 5) % 7 - 3) / 2000.0 + (random.Next() - 0.5) / 500;
-            text += ", " + Format(warm * own, deflection < 100 ? "0.00" : "0.0");
-        }
-        text += "\r\n";
-    }
-    return text;
-}
 
 /// The way of an operator through the imaginary center, with a picture of each stop.
 class Tour {
@@ -47,13 +27,11 @@ class Tour {
     explicit Tour(const QDir& folder) : folder_(folder) {
         DiskFileSystem files;
         virtual_fwd::CenterOptions options;
-        options.referenceTrials = 1;
+        options.referenceTrials = 2;
+        options.fwd.sensors.relativeTrials = 2;
         options.spoiled[{1, 1, 2}] = virtual_fwd::Spoil::NoiseInZero;
         virtual_fwd::WriteCenter(files, desktop_.Folder(), options, SystemClock().Now());
         std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample", desktop_.Folder());
-        // The road of the deflection sensors is looked at as far as it goes.
-        desktop_.program->Register<ReferenceReviewDoor>(
-            [](Program&) { return std::make_shared<IdleReferenceReview>(); });
         desktop_.Start();
     }
 
@@ -105,6 +83,7 @@ class Tour {
         Click("frmGetFWDData.cmdGraph");
         Click("frmRegressionPlot.cmdNext");
         ShootResults();
+        ShootSensors();
         ShootRelative();
         ShootTheOthers();
         ShootHelp();
@@ -132,7 +111,7 @@ class Tour {
 
     void Shoot(const QString& name) {
         seen_.push_back(desktop_.program->Screens.Front());
-        for (const QSize size : {QSize(1280, 800), QSize(1920, 1080)}) {
+        for (const QSize size : {QSize(1280, 720), QSize(1920, 1080)}) {
             desktop_.window->resize(size);
             for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
             const QString file =
@@ -203,23 +182,49 @@ class Tour {
         Shoot("certificate");
     }
 
-    /// A relative trial of all sensors, made from what the reference calibration would have left.
+    /// The two reference trials, the first of which has one drop already, to their acceptance.
+    void ShootSensors() {
+        desktop_.program->The<MainMenuDoor>().CalibrateSensors();
+        for (int trial = 1; trial <= 2; ++trial) {
+            for (int item = 0; item < 4; ++item) Click("frmPrerequisites.cmdOK");
+            Click("frmPrerequisites.cmdNext");
+            TakeDropsFrom(1);
+            Click("frmBellmark_Accel.cmdNext");
+            ReadFWDFile(trial == 1 ? "Reference1.ddx" : "Reference2.ddx");
+            if (trial == 1) Shoot("sensors-fwd-data");
+            Click("frmGetFWDData.cmdGraph");
+            if (trial == 1) Shoot("sensors-plot");
+            for (int sensor = 1; sensor < desktop_.program->Run.NumberSensors; ++sensor)
+                Click("frmRegressionPlot.cmdUpRP");
+            Click("frmRegressionPlot.cmdNext");
+            Shoot(trial == 1 ? "review-first" : "review-pair");
+            Click("frmRefReview.cmdAccept");
+        }
+        Shoot("results-reference");
+        Click("frmResults.cmdDelRefCal");
+        Shoot("results-reference-delete");
+        Click("frmResults.cmdDelRefCancel");
+        Click("frmResults.cmdAcceptReference");
+    }
+
     void ShootRelative() {
-        CalibrationRun& run = desktop_.program->Run;
-        run.CurrentProcedure = Procedure::Sensors;
-        for (std::size_t s = 0; s < maxSensors; ++s) run.Sensor[s].InterimGain = run.Sensor[s].InitialGain;
-        desktop_.program->The<CenterRelativeDoor>().BeginTrial();
         Shoot("relative");
-        const Path file = desktop_.Folder() / "FWD" / "Relative1.ddx";
-        DiskFileSystem().ReplaceFile(file, RelativeDocument(run.NumberSensors, run.EnglishUnits ? 19.8 : 503));
-        desktop_.dialogs.files = {file};
-        Click("frmCenterRelative.cmdBrowse");
-        Shoot("relative-read");
-        Click("frmCenterRelative.chkANOVA");
-        Shoot("relative-anova");
-        Click("frmCenterRelative.cmdPlot");
-        Shoot("relative-plot");
-        Click("frmCenterRelPlot.cmdBack");
+        for (int trial = 1; trial <= 2; ++trial) {
+            desktop_.dialogs.files = {desktop_.Folder() / "FWD" / (trial == 1 ? "Relative1.ddx" : "Relative2.ddx")};
+            Click("frmCenterRelative.cmdBrowse");
+            if (trial == 1) Shoot("relative-read");
+            if (trial == 1) Click("frmCenterRelative.chkANOVA");
+            if (trial == 1) Shoot("relative-anova");
+            Click("frmCenterRelative.cmdPlot");
+            if (trial == 1) Shoot("relative-plot");
+            Click("frmCenterRelPlot.cmdNext");
+        }
+        desktop_.program->The<ResultsDoor>().OpenReference();
+        Shoot("results-relative");
+        Click("frmResults.cmdShowANOVA");
+        Shoot("results-anova");
+        Click("frmResults.cmdAcceptSensors");
+        Shoot("results-sensors-accepted");
     }
 
     void ShootTheOthers() {
