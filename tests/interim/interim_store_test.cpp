@@ -110,6 +110,18 @@ TEST_F(InterimStoreTest, EveryDigitComesBack) {
     EXPECT_EQ(program.Center.Notes[3], " with more");
 }
 
+TEST_F(InterimStoreTest, ARunThatGoesOnUsesTheCentersOwnCalibrationOfTheDay) {
+    for (const bool review : {false, true}) {
+        program.Center.AccelDailyCalibrationMinus1GStdDev = 0.001;
+        ASSERT_TRUE(SaveInterimCalibration(program));
+        program.Center.AccelDailyCalibrationMinus1GStdDev = 0.002;  // a flip later
+        program.Run.ReviewFromInterim = review;
+        machine.dialogs.QueueAnswer(Answer::OK);  // there is no configuration to be reviewed with
+        ASSERT_TRUE(LoadInterimCalibration(program));
+        EXPECT_EQ(program.Center.AccelDailyCalibrationMinus1GStdDev, review ? 0.001 : 0.002);
+    }
+}
+
 TEST_F(InterimStoreTest, StandardErrorsAreComputedAgain) {
     // Reference on FWD peaks (1, 2), (2, 4.1), (3, 5.9): slope 27.9 / 14, residuals 0.00714, 0.11429, -0.07857;
     // sqrt(0.0192857 / 2 / 14), by hand.

@@ -80,7 +80,9 @@ TEST_F(TriggerScreenTest, ALevelIsSearchedShownAndWrittenWhenItIsTaken) {
     EXPECT_EQ(run.CurrentHeightIndex, 1);
     EXPECT_TRUE(run.ErrorPanelOpen);
     EXPECT_THAT(screen.txtError.Text.Get(), HasSubstr("LOWEST"));
+    EXPECT_EQ(screen.HelpContext(), helpPage::firstMessage + 5);
     screen.cmdErrOK.UserClick();
+    EXPECT_EQ(screen.HelpContext(), helpPage::contents);
     EXPECT_EQ(screen.Focus(), &screen.cmdStart);
     screen.cmdStart.UserClick();
     EXPECT_EQ(screen.lblCurrentTrigger.Caption.Get(), "0.06");
