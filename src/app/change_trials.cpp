@@ -10,6 +10,13 @@ namespace bellmark {
 bool MayChangeTrials(Program& program, const TrialShape& wanted) {
     CalibrationRun& run = program.Run;
     if (wanted == TrialOfSetup(run).shape) return true;
+    if (wanted.englishUnits != run.EnglishUnits && (run.RelTrials > 0 || run.RelTrialInHand)) {
+        program.ShowBox(std::string("The relative trials of the sensors are in ") +
+                            (run.EnglishUnits ? "mils" : "microns") +
+                            ". Delete them in the results before the units are changed.",
+                        box::exclamation);
+        return false;
+    }
     if (run.FlagUnacceptedTrial) {
         program.ShowBox(
             "The trial that waits for its FWD data keeps its units, heights and drops. What you choose here "

@@ -141,10 +141,8 @@ void frmMainMenu::AllowProcedures(bool loadCell, bool sensors) {
     cmdRefCalDefAccel.Enabled = sensors;
     const char* unfinished = "The set-up is not complete.";
     cmdCalLoadCell.ToolTip = loadCell ? "" : unfinished;
-    cmdRefCalDefAccel.ToolTip = sensors     ? ""
-                                : !loadCell ? unfinished
-                                : !OffersSensorCalibration(program_)
-                                    ? "This program calibrates load cells; it cannot calibrate deflection sensors yet."
+    cmdRefCalDefAccel.ToolTip = sensors                     ? ""
+                                : !loadCell                 ? unfinished
                                 : program_.Run.LoadCellOnly ? "The set-up was approved for the load cell only."
                                                             : "The accelerometer must be calibrated first.";
     SuggestNextStep();

@@ -196,11 +196,6 @@ int AcceptedReferenceTrials(const CalibrationRun& run) {
     return run.RefTrials - (ProcedureOfUnacceptedTrial(run) == Procedure::Sensors ? 1 : 0);
 }
 
-bool OffersSensorCalibration(const Program& program) {
-    return program.Has<FlipCalibrationDoor>() && program.Has<ReferenceReviewDoor>() &&
-           program.Has<CenterRelativeDoor>();
-}
-
 bool EnterUnacceptedTrial(Program& program) {
     const Procedure procedure = ProcedureOfUnacceptedTrial(program.Run);
     if (procedure == Procedure::None || !program.Has<FWDDataDoor>()) return false;

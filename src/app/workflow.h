@@ -40,10 +40,6 @@ int AcceptedLoadCellTrials(const CalibrationRun& run);
 /// The same of the deflection sensors' reference trials.
 int AcceptedReferenceTrials(const CalibrationRun& run);
 
-/// Whether the whole road of the deflection sensors is part of the program, up to their accepted calibration: half a
-/// road is not offered.
-bool OffersSensorCalibration(const Program& program);
-
 /// Goes to the trial that still waits for its answer. False when there is none.
 bool EnterUnacceptedTrial(Program& program);
 

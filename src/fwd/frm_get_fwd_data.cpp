@@ -183,6 +183,12 @@ bool frmGetFWDData::CanBeUsed(const FWDPeaks& peaks) {
                          box::exclamation);
         return false;
     }
+    if (const int same = TrialWithSamePeaks(run_)) {
+        const std::string question = "The peaks of this file are those of trial " + NumberText(same) +
+                                     ", to the last digit.\r\nDo you want to use it all the same?";
+        if (program_.ShowBox(question, box::yesNo + box::exclamation + box::secondIsDefault) != Answer::Yes)
+            return false;
+    }
     if (!peaks.withoutGain.empty()) {
         std::string question = "No gain will come of this file for these sensors:\r\n";
         for (const std::string& sensor : peaks.withoutGain) question += "     " + sensor + "\r\n";
@@ -318,7 +324,7 @@ void frmGetFWDData::RejectTrial() {
     if (repeat == Answer::Cancel) return;
     const Answer sure = program_.ShowBox(
         "Are you sure you want to reject this trial?\r\nClicking on YES will cause the trial data to be lost!",
-        box::yesNo + box::question, title);
+        box::yesNo + box::question + box::secondIsDefault, title);
     if (sure != Answer::Yes) return;
     DropCountedTrial(run_);
     EndTrial();

@@ -69,11 +69,11 @@ std::string FWDDocument::SensorSerialNumber(int sensor) const {
 }
 
 double FWDDocument::LoadCellGain() const {
-    return NumberField(Value(calibration, "LoadCellCalibrationCenterGain"), 1);
+    return StoredGain(ZeroIfEmpty(TrimmedField(Value(calibration, "LoadCellCalibrationCenterGain"), 1)));
 }
 
 double FWDDocument::SensorGain(int sensor) const {
-    return NumberField(Value(calibration, "SensorCalibrationCenterGain"), sensor);
+    return StoredGain(ZeroIfEmpty(TrimmedField(Value(calibration, "SensorCalibrationCenterGain"), sensor)));
 }
 
 FWDUnits FWDDocument::Units() const {

@@ -98,7 +98,7 @@ bool frmResults::IsCalibrationLeft() const {
     const CalibrationRun& run = program_.Run;
     if (run.CurrentProcedure == Procedure::LoadCell) return !run.LoadCellCalComplete;
     if (run.CurrentProcedure != Procedure::Sensors) return false;
-    return !run.SensorRelCalComplete && !run.LoadCellOnly && OffersSensorCalibration(program_);
+    return !run.SensorRelCalComplete && !run.LoadCellOnly;
 }
 
 void frmResults::ShowNextSteps() {

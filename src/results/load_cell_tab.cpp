@@ -218,8 +218,9 @@ void LoadCellTab::cmdDelLCOK_Click() {
     const std::string words = MarkedTrialsInWords();
     CloseDeletion();
     if (words.empty()) return;
-    const Answer answer = program_.ShowBox("Do you really want to delete " + words + '?', box::yesNo + box::question,
-                                           "Delete Reference Calibrations");
+    const Answer answer =
+        program_.ShowBox("Do you really want to delete " + words + '?',
+                         box::yesNo + box::question + box::secondIsDefault, "Delete Reference Calibrations");
     if (answer != Answer::Yes) return;
     WhileWaiting([this] { DeleteMarkedTrials(); });
 }

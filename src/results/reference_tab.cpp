@@ -85,12 +85,11 @@ void ReferenceTab::ShowReferenceButtons() {
     }
     Allow(cmdAcceptReference, IsPaired(trials) && !waits,
           waits ? answerFirst : "Reference trials come in pairs: two of them at least.");
-    const bool mayBegin = run_.SetupComplete && !run_.LoadCellOnly && OffersSensorCalibration(program_);
+    const bool mayBegin = run_.SetupComplete && !run_.LoadCellOnly;
     Allow(cmdAdditionalRefTrial, mayBegin && trials < mostTrials,
-          !run_.SetupComplete   ? "Available once the set-up is complete."
-          : run_.LoadCellOnly   ? "The set-up was approved for the load cell only."
-          : trials < mostTrials ? "This program cannot calibrate deflection sensors yet."
-                                : "All four trials are done: delete a pair to repeat it.");
+          !run_.SetupComplete ? "Available once the set-up is complete."
+          : run_.LoadCellOnly ? "The set-up was approved for the load cell only."
+                              : "All four trials are done: delete a pair to repeat it.");
 }
 
 /// Good trials are to be accepted; others call for more.
@@ -109,7 +108,7 @@ void ReferenceTab::ShowReferenceAdvice() {
 void ReferenceTab::ShowDeletionButton() {
     const bool ofRelative = DeletesRelativeTrials() && run_.RelTrials > 0;
     cmdDelRefCal.Caption = ofRelative ? "&Delete Relative Trials" : "&Delete Reference Trials";
-    const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
+    const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None || run_.RelTrialInHand;
     Allow(cmdDelRefCal, TrialsToDelete() > 0 && !waits && !run_.SensorRelCalComplete,
           run_.SensorRelCalComplete ? "The sensor calibration is accepted."
           : waits                   ? answerFirst
@@ -200,7 +199,8 @@ void ReferenceTab::cmdDelRefOK_Click() {
     if (marked.words.empty()) return;
     const bool ofRelative = DeletesRelativeTrials();
     const Answer answer = program_.ShowBox("Do you really want to delete " + marked.words + '?',
-                                           box::yesNo + box::question, ofRelative ? deleteRelative : deleteReference);
+                                           box::yesNo + box::question + box::secondIsDefault,
+                                           ofRelative ? deleteRelative : deleteReference);
     if (answer != Answer::Yes) return;
     WhileWaiting([&] { ofRelative ? DeleteRelativeTrials(marked.marks) : DeleteReferenceTrials(marked.marks); });
 }
@@ -220,8 +220,6 @@ void ReferenceTab::DeleteRelativeTrials(const TrialMarks& marks) {
         run_.RelTrials = NumberAfterDeletion(run_.RelTrials + 1, marks) - 1;
         for (SensorCalRecord& sensor : run_.Sensor) DeleteTrials(sensor.RelTrial, marks);
         DeleteTrials(run_.RelTrial, marks);
-        // A trial that was read waits in the place behind the last one, which is another place now.
-        run_.RelTrialInHand.reset();
         SetFinalGains(run_);
         Evaluate();
         Changed();

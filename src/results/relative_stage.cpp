@@ -111,8 +111,11 @@ void RelativeStage::ShowButtons() {
                                                 : "&Perform Relative Trial " + NumberText(trials + 1);
     allow(cmdAdditionalRelCal, isOpen && trials < mostTrials,
           isOpen ? "All four trials are done: delete a pair to repeat it." : why);
-    allow(cmdReviewSensors, isOpen && IsPaired(trials),
-          isOpen ? "Relative trials come in pairs: two of them at least." : why);
+    const bool waits = run_.RelTrialInHand.has_value();
+    allow(cmdReviewSensors, isOpen && IsPaired(trials) && !waits,
+          !isOpen ? why
+          : waits ? "A relative trial was read: accept or reject it first."
+                  : "Relative trials come in pairs: two of them at least.");
     allow(cmdShowANOVA, IsPaired(trials), "Relative trials come in pairs: two of them at least.");
     cmdAcceptSensors.Caption = cmdReviewSensors.Enabled ? "&Accept" : "&Close";
     cmdReject.Visible = isOpen;
@@ -176,6 +179,7 @@ void RelativeStage::KeepFinalGains() {
         constexpr const char* section = "Device Calibration";
         WriteKey(program_, interim, section, "NewSensorCalibrationCenterDate", TodayText(program_));
         WriteKey(program_, interim, section, "NewSensorCalibrationCenterGain", gains);
+        WriteKey(program_, interim, section, "SensorRelCalComplete", "True");
     }
     for (std::size_t s = 0; s < rounded.size(); ++s) run_.Sensor[s].FinalGain = rounded[s];
     run_.SensorRelCalComplete = true;

@@ -96,6 +96,19 @@ std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
            "\r\n" + listing;
 }
 
+/// A sensor that a trial gave no gain cannot be judged; empty when there is none.
+std::string SensorsWithoutGain(const CalibrationRun& run, int trials) {
+    std::string text;
+    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+        for (std::size_t t = 0; t < TrialsThatCount(trials); ++t) {
+            if (run.Sensor[s].RefTrial[t].Gain != 0) continue;
+            text += (text.empty() ? "" : "\r\n") + std::string("Sensor ") + run.Sensor[s].SerialNumber +
+                    " has no gain in trial " + NumberText(t + 1) + '.';
+        }
+    }
+    return text;
+}
+
 void SetInterimGains(CalibrationRun& run, std::size_t trials) {
     for (std::size_t s = 0; s < SensorsOf(run); ++s) run.Sensor[s].InterimGain = MeanGain(run.Sensor[s], trials);
     const auto summary = SummaryOver(run, [](const SensorCalRecord& sensor) { return sensor.InterimGain; });
@@ -154,6 +167,11 @@ void RefCalGood(CalibrationRun& run, int trials) {
     }
     text = run.SensorRefCalComplete ? "Reference Calibrations Accepted.\r\n" : "";
     const ReferenceStatistics stats = CalcRefStats(run, trials);
+    const std::string withoutGain = SensorsWithoutGain(run, trials);
+    if (!withoutGain.empty()) {
+        text += withoutGain;
+        return;
+    }
     run.SensorRefCalGood =
         std::none_of(stats.TrialPairDifference.begin(), stats.TrialPairDifference.end(), ExceedsPairDifference);
     text += run.SensorRefCalGood

@@ -93,7 +93,7 @@ void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
     run.DeviceModelNumber = device.Elements("DeviceModelNumber").Value();
     run.DeviceSerialNumber = device.Elements("DeviceSerialNumber").Value();
     run.DeviceLoadType = device.Elements("DeviceLoadType").Value();
-    run.LoadCellInitialGain = StoredNumber(calibration.Elements("LoadCellCalibrationCenterGain").Value());
+    run.LoadCellInitialGain = StoredGain(calibration.Elements("LoadCellCalibrationCenterGain").Value());
     run.LoadCellSerialNumber = Trim(device.Elements("LoadCellSerialNumber").Value());
     TakeDate(run.LoadCellCalibrationDate, calibration.Elements("LoadCellCalibrationCenterDate").Value());
     const int sensors =
@@ -103,7 +103,7 @@ void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
         SensorCalRecord& record = run.Sensor[static_cast<std::size_t>(sensor - 1)];
         record.SerialNumber = Trim(GetListField(sensor, device.Elements("SensorSerialNumbers").Value()));
         record.InitialGain =
-            StoredNumber(GetListField(sensor, calibration.Elements("SensorCalibrationCenterGain").Value()));
+            StoredGain(GetListField(sensor, calibration.Elements("SensorCalibrationCenterGain").Value()));
     }
     TakeDate(run.SensorCalibrationDate, calibration.Elements("SensorCalibrationCenterDate").Value());
 }

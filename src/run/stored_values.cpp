@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -11,6 +12,10 @@ namespace bellmark {
 double StoredNumber(std::string_view text) {
     const double number = ReadNumber(text);
     return std::isfinite(number) ? number : 0;
+}
+
+double StoredGain(std::string_view text) {
+    return ReadNumber(Format(StoredNumber(text), "0.0000"));
 }
 
 int StoredWhole(std::string_view text, int least, int most) {

@@ -120,6 +120,28 @@ void LeaveTrial(CalibrationRun& run) {
 
 // ---- what was counted
 
+bool HasSensorTrials(const CalibrationRun& run) {
+    return run.RefTrials > 0 || run.RelTrials > 0 || run.RelTrialInHand.has_value();
+}
+
+bool HasLoadCellTrials(const CalibrationRun& run) {
+    return run.LoadCellRefTrials > 0;
+}
+
+int TrialWithSamePeaks(const CalibrationRun& run) {
+    const int last = TrialCount(run) - 1;
+    for (int t = 0; t < last; ++t) {
+        bool same = DevicesInTrial(run) > 0;
+        for (std::size_t device = 0; same && device < DevicesInTrial(run); ++device) {
+            const auto& trials = CalibratesSensors(run) ? run.Sensor.at(device).RefTrial : run.LCTrial;
+            same =
+                trials.at(static_cast<std::size_t>(t)).DropData == trials.at(static_cast<std::size_t>(last)).DropData;
+        }
+        if (same) return t + 1;
+    }
+    return 0;
+}
+
 int& TrialCount(CalibrationRun& run) {
     return CalibratesSensors(run) ? run.RefTrials : run.LoadCellRefTrials;
 }

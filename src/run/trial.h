@@ -82,6 +82,14 @@ void LeaveTrial(CalibrationRun& run);
 
 // ---- what was counted
 
+/// Trials of the deflection sensors, or of the load cell, rest on what the set-up says of them: number and gains.
+bool HasSensorTrials(const CalibrationRun& run);
+bool HasLoadCellTrials(const CalibrationRun& run);
+
+/// The earlier trial, from 1, of which the FWD's peaks are those of the last counted one; 0 for none. Two trials never
+/// measure the same to the last digit: it is the file of the other trial.
+int TrialWithSamePeaks(const CalibrationRun& run);
+
 int& TrialCount(CalibrationRun& run);
 int TrialCount(const CalibrationRun& run);
 std::size_t DevicesInTrial(const CalibrationRun& run);

@@ -206,8 +206,7 @@ void frmSetup::AllowCalibration() {
     const CalibrationRun& run = program_.Run;
     const bool loadCell = run.SetupComplete;
     // Without the accelerometer's own calibration its drops cannot be measured either.
-    const bool sensors = run.SetupComplete && !run.LoadCellOnly && OffersSensorCalibration(program_) &&
-                         IsAccelCalibrationCurrent(program_);
+    const bool sensors = run.SetupComplete && !run.LoadCellOnly && IsAccelCalibrationCurrent(program_);
     program_.The<MainMenuDoor>().AllowProcedures(loadCell, sensors);
     program_.The<MainFrameDoor>().AllowProcedures(loadCell, sensors);
 }
@@ -302,9 +301,7 @@ void frmSetup::cmdNext_Click() {
         EndSetup(Procedure::None, step::none, "");
     } else if (!run.NumberDropsSet) {
         AskForSequence();
-        if (!run.TriggerLevelSet)
-            SetFocus(run.LoadCellOnly || !OffersSensorCalibration(program_) ? General.cmdApproveCalSeq
-                                                                            : General.cmdTriggerLevel);
+        if (!run.TriggerLevelSet) SetFocus(run.LoadCellOnly ? General.cmdApproveCalSeq : General.cmdTriggerLevel);
         AllowCalibration();
     } else if (run.TriggerLevelSet && !run.LoadCellOnly) {
         EndSetup(Procedure::Sensors, step::sensorsTrialStarts, "FWD Deflection Sensor Calibration");

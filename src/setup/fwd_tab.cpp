@@ -18,6 +18,7 @@
 #include "platform/text.h"
 #include "run/center_keys.h"
 #include "run/run_document.h"
+#include "run/stored_values.h"
 #include "setup/folder_tree.h"
 
 namespace bellmark {
@@ -249,7 +250,7 @@ void FWDTab::StoreProfile(const char* section, const char* key, const std::strin
 
 void FWDTab::txtFWDLCGain_Leave() {
     const auto gain = NumberIn(txtFWDLCGain.Text.Get());
-    if (!gain || *gain == 0) {
+    if (!gain || StoredGain(txtFWDLCGain.Text.Get()) == 0) {
         program_.ShowBox(gain ? "Please type in a valid Gain value.\r\nThe Gain cannot be zero."
                               : "Please type in a valid Gain value.",
                          box::exclamation);
@@ -258,7 +259,7 @@ void FWDTab::txtFWDLCGain_Leave() {
         return;
     }
     txtFWDLCGain.Text = Format(*gain, "0.000#");
-    program_.Run.LoadCellInitialGain = *gain;
+    program_.Run.LoadCellInitialGain = StoredGain(txtFWDLCGain.Text.Get());
     Set(Document(), calibration, "LoadCellCalibrationCenterGain", txtFWDLCGain.Text);
     StoreProfile(calibration, "LoadCellCalibrationCenterGain", txtFWDLCGain.Text);
     CheckFWDData();

@@ -119,6 +119,7 @@ class FWDTab {
     void EditSensor(int row, int column, const std::string& text);
 
     // judging
+    void LockWhatTrialsRestOn();
     void SuggestNextStep(bool complete);
     bool CheckCount();
     bool CheckSensorCells();

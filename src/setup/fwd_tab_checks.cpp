@@ -6,6 +6,7 @@
 #include "pddx/pddx_file.h"
 #include "platform/format.h"
 #include "platform/numbers.h"
+#include "run/trial.h"
 #include "setup/folder_tree.h"
 #include "setup/fwd_tab.h"
 
@@ -36,9 +37,31 @@ bool FWDTab::CheckFWDData() {
     optFWD.BackColor = complete ? colors::complete : colors::mustBeUpdated;
     const std::string missing = missing_.empty() ? std::string() : "Still missing: " + Joined(missing_);
     lblMissing.Caption = missing + (missing.empty() || doubt_.empty() ? "" : ". ") + doubt_;
+    LockWhatTrialsRestOn();
     SuggestNextStep(complete);
     if (Checked) Checked(complete);
     return complete;
+}
+
+void FWDTab::LockWhatTrialsRestOn() {
+    const bool sensors = HasSensorTrials(program_.Run);
+    const bool loadCell = HasLoadCellTrials(program_.Run);
+    constexpr const char* why = "Trials were made with it: delete them in the results before it is changed.";
+    const bool any = sensors || loadCell;
+    if (any || cmdReadFWDConfig.ToolTip.Get() == why) {
+        cmdReadFWDConfig.Enabled = !any;
+        cmdReadFWDConfig.ToolTip = any ? why : "";
+    }
+    cboFWDMfg.Enabled = !any;
+    cboFWDMfg.ToolTip = any ? why : "";
+    cboNumSensors.Enabled = !sensors;
+    cboNumSensors.ToolTip = sensors ? why : "";
+    for (int row = grdSensor.FixedRows(); row < grdSensor.Rows(); ++row) {
+        grdSensor.SetEditable(row, gainColumn, !sensors);
+        if (sensors) grdSensor.SetCellToolTip(row, gainColumn, why);
+    }
+    txtFWDLCGain.Locked = loadCell;
+    if (loadCell) txtFWDLCGain.ToolTip = why;
 }
 
 void FWDTab::SuggestNextStep(bool complete) {
@@ -54,12 +77,11 @@ void FWDTab::SuggestNextStep(bool complete) {
 
 bool FWDTab::CheckCount() {
     const int count = program_.Run.NumberSensors;
-    const bool listed = cboNumSensors.ChooseText(NumberText(count));
-    if (!listed) {
-        cboNumSensors.ListIndex = -1;
-        Missing("the number of sensors");
-    }
-    return listed;
+    // The list begins at six: an FWD of fewer sensors is known by its file.
+    if (!cboNumSensors.ChooseText(NumberText(count))) cboNumSensors.ListIndex = -1;
+    if (count > 0) return true;
+    Missing("the number of sensors");
+    return false;
 }
 
 bool FWDTab::CheckSensorCells() {

@@ -49,8 +49,10 @@ TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
     EXPECT_EQ(run.Trial.DropSequenceIndex, 0) << "the next trial begins with its first drop";
     EXPECT_EQ(menu->loadCellEntered, 1);
 
+    // The first trial's file again is asked about.
     data->Start();
-    Browse();
+    Browse({Answer::Yes});
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("The peaks of this file are those of trial 1")));
     AcceptByPlot();
     EXPECT_EQ(results->loadCellOpened, 1) << "from the second trial on";
     EXPECT_EQ(run.LoadCellRefTrials, 2);

@@ -180,7 +180,9 @@ TEST_F(RelativeScreens, TwoTrialsAreReadLookedAtAndAccepted) {
     EXPECT_EQ(relative->grdSensors.Cell(2, 2), "3") << "the other way round";
     const double first = Trial(0, 0).Gain;
     Trial(0, 1).Gain = first + 0.002;
+    machine.dialogs.QueueAnswer(Answer::Yes);
     Accept();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The readings are those of trial 1, to the last digit.")));
     EXPECT_EQ(run.RelTrials, 2);
     EXPECT_NEAR(run.Sensor[0].FinalGain, first + 0.001, 1e-12);
     EXPECT_EQ(Front(), "frmMainMenu");

@@ -210,14 +210,14 @@ TEST_F(LoadCellResultsTest, DeletesTrialsAndRenumbersTheFilesOfTheOthers) {
     EXPECT_EQ(Boxes(), "");
     machine.dialogs.QueueAnswer(Answer::No);
     Delete({2});
-    EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trial 2?\t36\tNo\n");
+    EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trial 2?\t292\tNo\n");
     EXPECT_EQ(run.LoadCellRefTrials, 4);
 
     run.LCTrialShape[1] = {3, 8, false};
     machine.dialogs.QueueAnswer(Answer::Yes);
     Delete({1, 3});
     EXPECT_EQ(run.LCTrialShape[0], (TrialShape{3, 8, false})) << "heights, drops and units go with their trial";
-    EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trials 1& 3?\t36\tYes\n");
+    EXPECT_EQ(Boxes(), "Delete Reference Calibrations\tDo you really want to delete Trials 1& 3?\t292\tYes\n");
     EXPECT_EQ(run.LoadCellRefTrials, 2);
     EXPECT_EQ(run.LCTrial[0].Gain, 1.2);
     EXPECT_EQ(run.LCTrial[1].Gain, 1.4);

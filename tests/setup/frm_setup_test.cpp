@@ -105,30 +105,24 @@ TEST_F(FrmSetupTest, CalibrationsAreAllowedByWhatIsSetUpAndCurrent) {
     auto& menu = dynamic_cast<frmMainMenu&>(program->The<MainMenuDoor>());
     auto& frame = dynamic_cast<frmMaster&>(program->The<MainFrameDoor>());
     ReadCenter();
-    for (const bool hasWholeRoad : {false, true}) {
-        if (hasWholeRoad) {
-            program->Register<ReferenceReviewDoor>([](Program&) { return std::make_shared<IdleReferenceReview>(); });
-            program->Register<CenterRelativeDoor>([](Program&) { return std::make_shared<IdleCenterRelative>(); });
-        }
-        for (int inputs = 0; inputs < 8; ++inputs) {
-            SCOPED_TRACE(inputs + (hasWholeRoad ? 8 : 0));
-            run.SetupComplete = (inputs & 1) != 0;
-            run.LoadCellOnly = (inputs & 2) != 0;
-            const bool isCurrent = (inputs & 4) != 0;
-            machine.clock.Set(MakeDateTime(2012, 3, isCurrent ? 9 : 10, 10));
-            setup.AllowCalibration();
-            const bool sensors = run.SetupComplete && !run.LoadCellOnly && isCurrent && hasWholeRoad;
-            EXPECT_EQ(menu.cmdCalLoadCell.Enabled, run.SetupComplete);
-            EXPECT_EQ(frame.mnuLoadCell.Enabled, run.SetupComplete);
-            EXPECT_EQ(menu.cmdRefCalDefAccel.Enabled, sensors);
-            EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
-            frame.SetMeasuring(true);
-            frame.AllowWhatNeedsARun(true);
-            EXPECT_FALSE(frame.mnuSetup.Enabled || frame.mnuLoadCell.Enabled || frame.mnuDeflectionSensors.Enabled);
-            frame.SetMeasuring(false);
-            EXPECT_TRUE(frame.mnuSetup.Enabled);
-            EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
-        }
+    for (int inputs = 0; inputs < 8; ++inputs) {
+        SCOPED_TRACE(inputs);
+        run.SetupComplete = (inputs & 1) != 0;
+        run.LoadCellOnly = (inputs & 2) != 0;
+        const bool isCurrent = (inputs & 4) != 0;
+        machine.clock.Set(MakeDateTime(2012, 3, isCurrent ? 9 : 10, 10));
+        setup.AllowCalibration();
+        const bool sensors = run.SetupComplete && !run.LoadCellOnly && isCurrent;
+        EXPECT_EQ(menu.cmdCalLoadCell.Enabled, run.SetupComplete);
+        EXPECT_EQ(frame.mnuLoadCell.Enabled, run.SetupComplete);
+        EXPECT_EQ(menu.cmdRefCalDefAccel.Enabled, sensors);
+        EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
+        frame.SetMeasuring(true);
+        frame.AllowWhatNeedsARun(true);
+        EXPECT_FALSE(frame.mnuSetup.Enabled || frame.mnuLoadCell.Enabled || frame.mnuDeflectionSensors.Enabled);
+        frame.SetMeasuring(false);
+        EXPECT_TRUE(frame.mnuSetup.Enabled);
+        EXPECT_EQ(frame.mnuDeflectionSensors.Enabled, sensors);
     }
 }
 
@@ -317,6 +311,37 @@ TEST_F(FrmSetupTest, NextOfANewSetUpNeedsAllOfTheFWD) {
     EXPECT_TRUE(setup.cmdNext.Enabled);
     setup.cmdNext.UserClick();
     EXPECT_TRUE(run.SetupComplete);
+}
+
+TEST_F(FrmSetupTest, WhatTrialsRestOnCannotBeChanged) {
+    ReadCenter();
+    setup.Show();
+    run.EnglishUnits = true;
+    run.RelTrialInHand.emplace();
+    run.SetupComplete = true;
+    setup.RefreshFromRun();
+    setup.General.optGeneral.UserClick();
+    machine.dialogs.QueueAnswer(Answer::OK);
+    setup.General.optMetric.UserClick();
+    EXPECT_TRUE(run.EnglishUnits) << "readings in mils stay in mils";
+    EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U);
+    run.RelTrialInHand.reset();
+
+    run.NumberSensors = 9;
+    const auto isOpen = [&] {
+        setup.FWD.optFWDClick();
+        const FWDTab& fwd = setup.FWD;
+        return std::vector<bool>{fwd.cboFWDMfg.Enabled, fwd.cboNumSensors.Enabled, fwd.grdSensor.IsEditable(1, 2),
+                                 !fwd.txtFWDLCGain.Locked};
+    };
+    EXPECT_EQ(isOpen(), (std::vector{true, true, true, true}));
+    run.LoadCellRefTrials = 1;
+    EXPECT_EQ(isOpen(), (std::vector{false, true, true, false}));
+    run.RefTrials = 1;
+    EXPECT_EQ(isOpen(), (std::vector{false, false, false, false}));
+    EXPECT_FALSE(setup.FWD.cmdReadFWDConfig.Enabled);
+    run.LoadCellRefTrials = run.RefTrials = 0;
+    EXPECT_EQ(isOpen(), (std::vector{true, true, true, true}));
 }
 
 TEST_F(FrmSetupTest, ATrialInHandIsRepeatedOrKeepsItsUnitsAndSequence) {
