@@ -2,7 +2,7 @@
 
 #include "platform/formatted_text.h"
 
-class QPrinter;
+class QPagedPaintDevice;
 class QTextDocument;
 class QWidget;
 
@@ -16,6 +16,6 @@ int SheetWidth(const QWidget& widget);
 
 /// Prints page by page, in the middle of the paper: one inch is left at the sides of letter paper. Lines break as on
 /// the screen.
-void PrintDocument(QPrinter& printer, const FormattedText& text);
+void PrintDocument(QPagedPaintDevice& device, const FormattedText& text);
 
 }  // namespace bellmark
