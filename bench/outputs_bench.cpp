@@ -6,8 +6,10 @@
 #include "results/certificate.h"
 #include "results/frm_report.h"
 #include "results/frm_results.h"
+#include "results/publish_run.h"
 #include "results/rich_text_reader.h"
 #include "tests/interim/full_run.h"
+#include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
 namespace bellmark {
@@ -15,24 +17,13 @@ namespace {
 
 constexpr std::size_t dropBytes = 150'000;  ///< a drop file of the load cell
 
-struct StillMenu : MainMenuDoor {
-    void Open() override {}
-    void MarkAccelerometer() override {}
-    void AllowProcedures(bool, bool) override {}
-    void EditSetup() override {}
-    void CalibrateAccelerometer() override {}
-    void CalibrateLoadCell() override {}
-    void CalibrateSensors() override {}
-};
-
 /// All that the program does between the operator's answers, flushes and digests included: twelve sensors, 200 drop
 /// files.
 void FinalOutputs(benchmark::State& state) {
     constexpr int drops = 200;
     TestMachine machine;
     Program program(machine.machine);
-    program.Register<SetupDoor>([](Program& owner) { return std::make_shared<DocumentSetup>(owner); });
-    program.Register<MainMenuDoor>([](Program&) { return std::make_shared<StillMenu>(); });
+    program.Register<MainMenuDoor>([](Program&) { return std::make_shared<IdleMainMenu>(); });
     program.Register<ResultsDoor>([](Program& owner) { return std::make_shared<frmResults>(owner); });
     program.Register<ReportDoor>([](Program& owner) { return std::make_shared<frmReport>(owner); });
     machine.Write(certificateTemplateName,
@@ -45,6 +36,7 @@ void FinalOutputs(benchmark::State& state) {
     for (int i = 0; i < drops; ++i) {
         machine.Write(Path(program.Run.InterimFolderName) / ("LoadCell1-H" + NumberText(i) + "D1.txt"), drop);
     }
+    PublishRun(program);  // as the last acceptance does
     auto& results = dynamic_cast<frmResults&>(program.The<ResultsDoor>());
     for (auto _ : state) {
         machine.dialogs.QueueFile({});
