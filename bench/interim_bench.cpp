@@ -8,6 +8,7 @@
 #include "platform/timers.h"
 #include "tests/interim/full_run.h"
 #include "tests/pddx/memory_file_system.h"
+#include "tests/support/idle_doors.h"
 
 namespace bellmark {
 namespace {
@@ -43,7 +44,7 @@ struct SavedRun {
     Program program{machine.machine};
 
     SavedRun() {
-        program.Register<SetupDoor>([](Program& owner) { return std::make_shared<DocumentSetup>(owner); });
+        program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Run = FullRun(1);
     }
 };

@@ -164,7 +164,8 @@ class ResultsDoor {  // frmResults
 class ReportDoor {  // frmReport
   public:
     virtual ~ReportDoor() = default;
-    virtual void PrintReferenceCalReport() = 0;  ///< fills the certificate's template and keeps it with the run
+    /// Fills the certificate's template, keeps it with the run and shows it. False, after a box, when that fails.
+    virtual bool PrintReferenceCalReport() = 0;
 };
 
 class TriggerDoor {  // frmBellmark_AccelTrigger

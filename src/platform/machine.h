@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -44,7 +45,8 @@ class Printer {
 
     /// A formatted text on a printer that the user may choose, page by page.
     virtual void Print(const std::string& title, const FormattedText& text) = 0;
-    virtual void SavePdf(const Path& file, const std::string& title, const FormattedText& text) = 0;
+    /// The bytes of a PDF file of a formatted text; nothing where none can be made.
+    virtual std::optional<std::string> Pdf(const std::string& title, const FormattedText& text) = 0;
 };
 
 class Sound {

@@ -35,10 +35,6 @@ void FilePrinter::Print(const std::string& title, const FormattedText& text) {
     Print(title, {Split(PlainText(text), '\n')});
 }
 
-void FilePrinter::SavePdf(const Path& file, const std::string&, const FormattedText&) {
-    throw FileError(file, "PDF files are written by the desktop program alone");
-}
-
 #ifdef _WIN32
 
 namespace {

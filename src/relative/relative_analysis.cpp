@@ -77,10 +77,9 @@ VarianceTable RelativeTrialTable(const RelativeTrialSummary& trial, int sensors,
 
 StandardErrorInUnits InBothUnits(double standardError, bool englishUnits) {
     constexpr double micronsPerMil = 25.4;
-    constexpr double largest = 3;
     StandardErrorInUnits both{englishUnits ? standardError : standardError / micronsPerMil,
                               englishUnits ? standardError * micronsPerMil : standardError};
-    both.isTooLarge = ExceedsLimit(both.microns, largest);
+    both.isTooLarge = ExceedsLimit(both.microns, largestRelativeStdError);
     return both;
 }
 

@@ -46,11 +46,13 @@ TwoWayAnalysis AnalyseTwoWay(std::span<const std::span<const double>> readings, 
 /// are the total's.
 VarianceTable RelativeTrialTable(const RelativeTrialSummary& trial, int sensors, const AnalysisWarning& warn);
 
+inline constexpr double largestRelativeStdError = 3;  ///< microns (AASHTO R32)
+
 /// The standard error of a trial as both units have it.
 struct StandardErrorInUnits {
     double mils = 0;
     double microns = 0;
-    bool isTooLarge = false;  ///< above 3 microns (AASHTO R32)
+    bool isTooLarge = false;  ///< above largestRelativeStdError
 };
 StandardErrorInUnits InBothUnits(double standardError, bool englishUnits);
 

@@ -17,20 +17,6 @@ constexpr const char* messagesHeading = "Messages:";
 constexpr const char* messageIndent = "     ";
 constexpr int trialColumns = static_cast<int>(maxTrials);
 
-const char* MakerName(Make make) {
-    switch (make) {
-        case Make::Dynatest:
-            return "Dynatest";
-        case Make::CarlBro:
-            return "Carlbro";
-        case Make::Jils:
-            return "JILS";
-        case Make::Kuab:
-            return "KUAB";
-    }
-    return "";
-}
-
 std::string GainText(double gain) {
     return Format(gain, gainPicture);
 }
@@ -138,6 +124,24 @@ std::string MessageBlock(const CalibrationRun& run, const CenterConfig& center, 
 }
 
 }  // namespace
+
+const char* MakerName(Make make) {
+    switch (make) {
+        case Make::Dynatest:
+            return "Dynatest";
+        case Make::CarlBro:
+            return "Carlbro";
+        case Make::Jils:
+            return "JILS";
+        case Make::Kuab:
+            return "KUAB";
+    }
+    return "";
+}
+
+std::string CertificateName(DateTime today, const char* ending) {
+    return "CalibrationCertificate" + Format(today, "dd-mmm-yyyy") + ending;
+}
 
 std::vector<std::string> FillCertificate(RichText& text, const CalibrationRun& run, const CenterConfig& center,
                                          const CertificateBlocks& blocks, DateTime today) {

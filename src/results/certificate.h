@@ -12,6 +12,12 @@ namespace bellmark {
 
 inline constexpr const char* certificateTemplateName = "CertificateTemplate.rtf";
 
+/// As certificates spell it: "Carlbro" is one word.
+const char* MakerName(Make make);
+
+/// "CalibrationCertificate09-Mar-2012.rtf", without a blank before the date. ending: ".rtf" and the like.
+std::string CertificateName(DateTime today, const char* ending);
+
 /// Which blocks the certificate has: what was not calibrated is left out of it.
 struct CertificateBlocks {
     bool loadCell = false;

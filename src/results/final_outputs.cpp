@@ -8,7 +8,10 @@
 #include "app/save_text.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
+#include "platform/json.h"
 #include "platform/profile_strings.h"
+#include "results/certificate.h"
+#include "results/certificate_data.h"
 #include "results/publish_run.h"
 #include "run/center_keys.h"
 #include "run/interim_keys.h"
@@ -78,6 +81,16 @@ void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& t
     KeepRecord(program, today);
 }
 
+/// Last of all: it tells what the other files hold.
+void WriteCertificateData(Program& program) {
+    const WaitCursor wait(program.Services);
+    FileSystem& files = program.Services.files;
+    const Path& folder = program.Run.OutputFolder;
+    const std::string name = CertificateName(program.Now(), ".json");
+    const Json data = CertificateData(program.Run, program.Center, DigestsOfFolder(files, folder, name), program.Now());
+    files.ReplaceFile(folder / PathFromText(name), data.Text());
+}
+
 }  // namespace
 
 void WriteFinalOutputs(Program& program) {
@@ -104,8 +117,9 @@ void WriteFinalOutputs(Program& program) {
         AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
     WriteRunDocument(program, forFWD);
     KeepRunInOutputs(program, forFWD, today);
-    if (program.Has<ReportDoor>()) program.The<ReportDoor>().PrintReferenceCalReport();
-    if (run.LoadCellCalComplete && run.SensorRelCalComplete) run.CertificationComplete = true;
+    const bool hasCertificate = program.The<ReportDoor>().PrintReferenceCalReport();
+    WriteCertificateData(program);
+    if (hasCertificate && run.LoadCellCalComplete && run.SensorRelCalComplete) run.CertificationComplete = true;
 }
 
 }  // namespace bellmark

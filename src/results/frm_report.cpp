@@ -1,9 +1,11 @@
 #include "results/frm_report.h"
 
+#include <optional>
+#include <stdexcept>
+
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "results/certificate.h"
-#include "results/publish_run.h"
 #include "results/rich_text_reader.h"
 #include "run/paths.h"
 
@@ -29,29 +31,36 @@ frmReport::frmReport(Program& program)
     SetDefaultButton(&cmdPrint);
 }
 
-void frmReport::PrintReferenceCalReport() {
-    const Path path = ActualPath(program_.Services.files, program_.Folder() / certificateTemplateName);
+bool frmReport::PrintReferenceCalReport() {
     try {
-        RichText text(program_.Services.files.ReadBytes(path));
-        const auto missing =
-            FillCertificate(text, program_.Run, program_.Center,
-                            {program_.Run.LoadCellCalComplete, program_.Run.SensorRelCalComplete}, program_.Now());
-        lblMissing.Visible = !missing.empty();
-        lblMissing.Caption = "The template " + std::string(certificateTemplateName) +
-                             " does not hold these keywords, whose values are missing here: " + Joined(missing) + '.';
-        const std::string rtf = CertificateRtf(text);
-        WriteCertificate(rtf);
-        ShowCertificate(rtf);
+        FillTemplate();
     } catch (const RichTextError& error) {
+        const Path path = ActualPath(program_.Services.files, program_.Folder() / certificateTemplateName);
         program_.ShowBox("No certificate was written. " + PathText(path) + ' ' + error.what() + '.', box::exclamation,
                          Title());
-        return;
+        return false;
     } catch (const FileError& error) {
         program_.ShowBox("The certificate could not be written. " + std::string(error.what()), box::exclamation,
                          Title());
-        return;
+        return false;
     }
     Show();
+    return true;
+}
+
+void frmReport::FillTemplate() {
+    FileSystem& files = program_.Services.files;
+    RichText text(files.ReadBytes(ActualPath(files, program_.Folder() / certificateTemplateName)));
+    const auto missing =
+        FillCertificate(text, program_.Run, program_.Center,
+                        {program_.Run.LoadCellCalComplete, program_.Run.SensorRelCalComplete}, program_.Now());
+    lblMissing.Visible = !missing.empty();
+    lblMissing.Caption = "The template " + std::string(certificateTemplateName) +
+                         " does not hold these keywords, whose values are missing here: " + Joined(missing) + '.';
+    const std::string rtf = CertificateRtf(text);
+    ShowCertificate(rtf);
+    WriteCertificate(".rtf", rtf);
+    WritePdf();
 }
 
 void frmReport::ShowCertificate(const std::string& rtf) {
@@ -71,10 +80,24 @@ void frmReport::ShowCertificate(const std::string& rtf) {
 }
 
 /// Twice: with the run's data, and with what is handed out.
-void frmReport::WriteCertificate(const std::string& rtf) {
-    const Path name = PathFromText("CalibrationCertificate" + TodayText(program_) + ".rtf");
+void frmReport::WriteCertificate(const char* ending, std::string_view bytes) {
+    const Path name = PathFromText(CertificateName(program_.Now(), ending));
     for (const Path& folder : {program_.InterimFolder(), program_.Run.OutputFolder}) {
-        program_.Services.files.ReplaceFile(folder / name, rtf);
+        program_.Services.files.ReplaceFile(folder / name, bytes);
+    }
+}
+
+/// Where none can be made, that of an earlier certificate must not stand beside the new one.
+void frmReport::WritePdf() {
+    const auto pdf =
+        cmdSavePDF.Enabled ? program_.Services.printer.Pdf(Title(), rtbReport.Content.Get()) : std::nullopt;
+    if (pdf) {
+        WriteCertificate(".pdf", *pdf);
+        return;
+    }
+    const Path name = PathFromText(CertificateName(program_.Now(), ".pdf"));
+    for (const Path& folder : {program_.InterimFolder(), program_.Run.OutputFolder}) {
+        program_.Services.files.RemoveFile(folder / name);
     }
 }
 
@@ -83,11 +106,13 @@ void frmReport::Print() {
 }
 
 void frmReport::SavePdf() {
-    const auto chosen = program_.Services.dialogs.SaveFile({"Save Certificate", "PDF Files|*.pdf|All files|*.*",
-                                                            program_.Run.OutputFolder,
-                                                            "CalibrationCertificate" + TodayText(program_) + ".pdf"});
+    const auto chosen =
+        program_.Services.dialogs.SaveFile({"Save Certificate", "PDF Files|*.pdf|All files|*.*",
+                                            program_.Run.OutputFolder, CertificateName(program_.Now(), ".pdf")});
     if (!chosen || chosen->empty()) return;
-    program_.Services.printer.SavePdf(program_.Services.startDirectory / *chosen, Title(), rtbReport.Content.Get());
+    const auto pdf = program_.Services.printer.Pdf(Title(), rtbReport.Content.Get());
+    if (!pdf) throw std::runtime_error("PDF files are written by the desktop program alone.");
+    program_.Services.files.ReplaceFile(program_.Services.startDirectory / *chosen, *pdf);
 }
 
 void frmReport::GoToResults() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "app/doors.h"
 #include "app/page_header.h"
 #include "controls/controls.h"
@@ -22,11 +25,13 @@ class frmReport : public Screen, public ReportDoor {
     Button cmdPrint{*this, "cmdPrint", "&Print"};
     Button cmdNext{*this, "cmdNext", "&NEXT"};
 
-    void PrintReferenceCalReport() override;
+    bool PrintReferenceCalReport() override;
 
   private:
-    void WriteCertificate(const std::string& rtf);
+    void FillTemplate();
     void ShowCertificate(const std::string& rtf);
+    void WriteCertificate(const char* ending, std::string_view bytes);
+    void WritePdf();
     void Print();
     void SavePdf();
     void GoToResults();

@@ -10,21 +10,17 @@ namespace bellmark {
 
 namespace {
 
-constexpr double largestSpread = 0.003;
-constexpr double greatestGain = 1.02;
-constexpr double smallestGain = 0.98;
-constexpr double largestChange = 0.01;
 constexpr const char* spreadAdvice =
     "\r\n     Perform an additional Load Cell Trial or Delete any erroneous trials.\r\n";
 
 /// What the trials' spread fails in; empty when they agree.
 std::string SpreadFailure(std::span<const double> gains, double sum, double sumOfSquares) {
     if (gains.size() == 2) {
-        if (!ExceedsLimit(std::abs(gains[0] - gains[1]), largestSpread)) return {};
+        if (!ExceedsLimit(std::abs(gains[0] - gains[1]), loadCellLimits::largestSpread)) return {};
         return std::string("Gain difference between Trial 1 and 2 is greater than 0.003.") + spreadAdvice;
     }
     const double deviation = StdDev(sum, sumOfSquares, static_cast<int>(gains.size()));
-    if (!ExceedsLimit(deviation, largestSpread)) return {};
+    if (!ExceedsLimit(deviation, loadCellLimits::largestSpread)) return {};
     return "Standard Deviation > 0.003 (= " + Format(deviation, "#0.0000") + ")." + spreadAdvice;
 }
 
@@ -52,12 +48,13 @@ LoadCellEvaluation EvaluateLoadCell(std::span<const double> gains, double initia
 
     result.message = SpreadFailure(gains, sum, sumOfSquares);
     result.isRepeatable = result.message.empty();
-    const bool isTooLarge = ExceedsLimit(result.finalGain, greatestGain);
-    const bool isTooSmall = ExceedsLimit(smallestGain, result.finalGain);
+    const bool isTooLarge = ExceedsLimit(result.finalGain, loadCellLimits::greatestGain);
+    const bool isTooSmall = ExceedsLimit(loadCellLimits::smallestGain, result.finalGain);
     result.isGainWithinLimits = !isTooLarge && !isTooSmall;
     if (isTooLarge) result.message += "     Final Gain larger than 1.02\r\n";
     if (isTooSmall) result.message += "     Final Gain smaller than 0.98\r\n";
-    result.isChangeWithinLimit = result.finalChange && !ExceedsLimit(std::abs(*result.finalChange), largestChange);
+    result.isChangeWithinLimit =
+        result.finalChange && !ExceedsLimit(std::abs(*result.finalChange), loadCellLimits::largestChange);
     if (!result.isChangeWithinLimit) result.message += "     Percent change is greater than 1.0%\r\n";
     return result;
 }

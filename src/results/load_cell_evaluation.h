@@ -9,6 +9,14 @@ namespace bellmark {
 
 inline constexpr int fewestLoadCellTrials = 2;
 
+/// Of a calibration of the load cell (AASHTO R32).
+namespace loadCellLimits {
+inline constexpr double largestSpread = 0.003;  ///< of the trials' gains: difference of two, or standard deviation
+inline constexpr double smallestGain = 0.98;
+inline constexpr double greatestGain = 1.02;
+inline constexpr double largestChange = 0.01;  ///< of the initial gain, as a fraction
+}  // namespace loadCellLimits
+
 /// (gain - initialGain) / initialGain; nothing when the FWD came without a gain.
 std::optional<double> GainChange(double gain, double initialGain);
 
@@ -18,6 +26,7 @@ struct LoadCellEvaluation {
     bool isRepeatable = false;
     bool isGainWithinLimits = false;
     bool isChangeWithinLimit = false;
+    bool IsPassed() const { return isRepeatable && isGainWithinLimits && isChangeWithinLimit; }
     std::string message;  ///< what failed, a line each, or that the trials are too few; empty when nothing failed
 };
 

@@ -11,36 +11,30 @@ namespace bellmark {
 
 namespace {
 
-constexpr double largestChange = 0.01;
-
-struct GainLimits {
-    double smallest;
-    double largest;
-    const char* tooSmall;
-    const char* tooLarge;
-};
-constexpr GainLimits usualLimits{0.98, 1.02, "     At least one sensor has a Final Gain < 0.98",
-                                 "     At least one sensor has a Final Gain > 1.02"};
-/// A Carl Bro expresses its gains on a scale of its own.
-constexpr GainLimits carlBroLimits{10.1, 11.5, "     At least one sensor has a Final Gain < 10.1",
-                                   "     At least one sensor has a Final Gain > 11.5"};
-
-SensorCriteria CriteriaOf(const SensorCalRecord& sensor, const GainLimits& limits) {
+SensorCriteria CriteriaOf(const SensorCalRecord& sensor, const FinalGainLimits& limits) {
     const auto change = GainChange(sensor.FinalGain, sensor.InitialGain);
-    return {ExceedsLimit(sensor.FinalGain, limits.largest), ExceedsLimit(limits.smallest, sensor.FinalGain),
-            !change || ExceedsLimit(std::abs(*change), largestChange)};
+    return {ExceedsLimit(sensor.FinalGain, limits.greatest), ExceedsLimit(limits.smallest, sensor.FinalGain),
+            !change || ExceedsLimit(std::abs(*change), limits.largestChange)};
 }
 
 }  // namespace
 
+FinalGainLimits LimitsOfFinalGain(Make make) {
+    constexpr double largestChange = 0.01;
+    return make == Make::CarlBro ? FinalGainLimits{10.1, 11.5, largestChange}
+                                 : FinalGainLimits{0.98, 1.02, largestChange};
+}
+
 SensorEvaluation EvaluateSensors(const CalibrationRun& run) {
-    const GainLimits& limits = run.Manufacturer == Make::CarlBro ? carlBroLimits : usualLimits;
+    const FinalGainLimits limits = LimitsOfFinalGain(run.Manufacturer);
     SensorEvaluation result;
     for (int s = 0; s < run.NumberSensors; ++s) {
         const SensorCalRecord& sensor = run.Sensor.at(static_cast<std::size_t>(s));
         const SensorCriteria criteria = CriteriaOf(sensor, limits);
-        if (criteria.isGainTooLarge) result.limits += std::string(limits.tooLarge) + "\r\n";
-        if (criteria.isGainTooSmall) result.limits += std::string(limits.tooSmall) + "\r\n";
+        if (criteria.isGainTooLarge)
+            result.limits += "     At least one sensor has a Final Gain > " + NumberText(limits.greatest) + "\r\n";
+        if (criteria.isGainTooSmall)
+            result.limits += "     At least one sensor has a Final Gain < " + NumberText(limits.smallest) + "\r\n";
         if (criteria.isChangeTooLarge) result.limits += "At least one sensor has an Final Gain change > 1.0%\r\n";
         if (criteria.FailsGain() && criteria.isChangeTooLarge) {
             result.message += "Sensor " + NumberText(ShownSensorNumber(run, s)) + ":(" + sensor.SerialNumber +

@@ -6,6 +6,7 @@
 namespace bellmark {
 
 struct CalibrationRun;
+enum class Make;
 
 /// One sensor's final gain against the first two acceptance criteria (AASHTO R32): the gain itself, and its change from
 /// the initial one. The third, the historical trend, is left to the operator.
@@ -24,6 +25,15 @@ struct SensorEvaluation {
     std::string limits;   ///< a line for each limit that a sensor trips, as often as it is tripped
     std::string message;  ///< the sensors that fail both criteria; failing one of them counts as meeting them
 };
+
+/// Limits of a final gain, and of its change as a fraction of the initial gain (AASHTO R32).
+struct FinalGainLimits {
+    double smallest = 0;
+    double greatest = 0;
+    double largestChange = 0;
+};
+/// A Carl Bro expresses its gains on a scale of its own.
+FinalGainLimits LimitsOfFinalGain(Make make);
 
 /// The gain is to lie within 0.98 and 1.02, or, on the scale of a Carl Bro, within 10.1 and 11.5; its change within 1 %
 /// of the initial gain. A change that is not known counts as too large.

@@ -62,7 +62,7 @@ void AddTrialColumns(std::string& line, int trials, std::size_t blanks, TextOf t
 
 std::string SensorHeading(const CalibrationRun& run) {
     std::string line = "Number      Number        Gain    |";
-    AddTrialColumns(line, run.RefTrials, 8, [](int trial) { return Format(trial, "####    "); });
+    AddTrialColumns(line, AcceptedReferenceTrials(run), 8, [](int trial) { return Format(trial, "####    "); });
     line += " Average |";
     AddTrialColumns(line, run.RelTrials, 9, [](int trial) { return Format(trial, " ####    "); });
     return line + "    |  Gain ";
@@ -74,7 +74,7 @@ std::string SensorLine(const CalibrationRun& run, int sensor) {
     std::string line = Format(ShownSensorNumber(run, sensor), "  ###  ");
     line += FormatText(record.SerialNumber, "@@@@@@@@@@@@@@@@@;                   ");
     line += Format(record.InitialGain, "  #0.000  ") + " |";
-    AddTrialColumns(line, run.RefTrials, 8,
+    AddTrialColumns(line, AcceptedReferenceTrials(run), 8,
                     [&](int trial) { return Format(record.RefTrial.at(trialAt(trial)).Gain, "#0.0000 "); });
     line += Format(record.InterimGain, " 0.0000 ") + " | ";
     AddTrialColumns(line, run.RelTrials, 10,

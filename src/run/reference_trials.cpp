@@ -12,7 +12,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr double largestStdError = 0.002049;  ///< of a slope: what still rounds to 0.002
 constexpr double scatteredStdDev = 0.003;
 
 std::size_t SensorsOf(const CalibrationRun& run) {
@@ -85,7 +84,7 @@ std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
     int count = 0;
     for (std::size_t s = 0; s < SensorsOf(run); ++s) {
         const double error = run.Sensor[s].RefTrial[trial].StdErrAdjFactor;
-        if (!ExceedsLimit(error, largestStdError)) continue;
+        if (!IsStdErrorTooLarge(error)) continue;
         listing += "            Sensor " + run.Sensor[s].SerialNumber + ": SE = " + Format(error, "0.0000") + "\r\n";
         ++count;
     }
@@ -125,6 +124,11 @@ void ForgetInterimGains(CalibrationRun& run) {
 }
 
 }  // namespace
+
+bool IsStdErrorTooLarge(double stdErrAdjFactor) {
+    constexpr double roundedToLimit = 0.000049;
+    return ExceedsLimit(stdErrAdjFactor, largestStdError + roundedToLimit);
+}
 
 bool ExceedsPairDifference(double difference) {
     return ExceedsLimit(std::abs(difference), largestPairDifference);

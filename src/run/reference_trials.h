@@ -12,6 +12,10 @@ namespace bellmark {
 
 /// Gains of the two trials of a pair may differ by this much, on average over the pairs.
 inline constexpr double largestPairDifference = 0.005;
+/// Of the slope of reference on FWD peaks, that is of an adjustment factor.
+inline constexpr double largestStdError = 0.002;
+/// What still rounds to the limit passes.
+bool IsStdErrorTooLarge(double stdErrAdjFactor);
 /// From here on the gains of four trials count as scattered.
 inline constexpr double largestSensorStdDev = 0.005;
 

@@ -2,8 +2,8 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QGuiApplication>
+#include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
 #include <QScreen>
 #include <QTextBlock>
 #include <QTextBlockFormat>
@@ -44,6 +44,15 @@ QTextOption::TabType TabTypeOf(Alignment alignment) {
     return alignment == Alignment::Right ? QTextOption::RightTab : QTextOption::LeftTab;
 }
 
+/// Points from line to line. Fonts that stand in for one another differ in it by a fifth: what fills a page here is to
+/// fill one everywhere.
+double LinePitch(const FormattedParagraph& paragraph) {
+    constexpr double ofLetters = 1.2;
+    double largest = paragraph.runs.empty() ? FormattedRun().pointSize : 0;
+    for (const FormattedRun& run : paragraph.runs) largest = std::max(largest, run.pointSize);
+    return ofLetters * largest;
+}
+
 QTextBlockFormat BlockFormat(const FormattedParagraph& paragraph, double dotsPerPoint) {
     QTextBlockFormat format;
     format.setAlignment(AlignmentOf(paragraph.alignment));
@@ -51,6 +60,7 @@ QTextBlockFormat BlockFormat(const FormattedParagraph& paragraph, double dotsPer
     format.setTextIndent(paragraph.firstLineIndent * dotsPerPoint);
     format.setTopMargin(paragraph.spaceBefore * dotsPerPoint);
     format.setBottomMargin(paragraph.spaceAfter * dotsPerPoint);
+    format.setLineHeight(LinePitch(paragraph) * dotsPerPoint, QTextBlockFormat::FixedHeight);
     if (paragraph.beginsPage) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     if (paragraph.hasRuleBelow) {
         const QTextLength wholeWidth(QTextLength::PercentageLength, 100);
@@ -106,29 +116,29 @@ int SheetWidth(const QWidget& widget) {
     return static_cast<int>((sheetInches + 2 * marginInches) * widget.logicalDpiX());
 }
 
-void PrintDocument(QPrinter& printer, const FormattedText& text) {
-    const double paperInches = printer.pageLayout().fullRect(QPageLayout::Inch).width();
+void PrintDocument(QPagedPaintDevice& device, const FormattedText& text) {
+    const double paperInches = device.pageLayout().fullRect(QPageLayout::Inch).width();
     const double sideInches = std::max(leastSideInches, (paperInches - sheetInches) / 2);
-    printer.setPageMargins(QMarginsF(sideInches, topInches, sideInches, topInches), QPageLayout::Inch);
-    const QSizeF area = printer.pageLayout().paintRectPixels(printer.resolution()).size();
+    device.setPageMargins(QMarginsF(sideInches, topInches, sideInches, topInches), QPageLayout::Inch);
+    const QSizeF area = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
     // Lines break as on the screen: narrow paper makes the sheet smaller, not its text longer.
-    const double sheetDots = sheetInches * printer.logicalDpiX();
+    const double sheetDots = sheetInches * device.logicalDpiX();
     const double scale = std::min(1.0, area.width() / sheetDots);
     const QSizeF page(sheetDots, area.height() / scale);
 
     QTextDocument document;
     // A layout that knows its device takes lengths in dots of the screen and makes them the device's by itself, as it
     // does with letters.
-    document.documentLayout()->setPaintDevice(&printer);
+    document.documentLayout()->setPaintDevice(&device);
     FillDocument(document, text, QGuiApplication::primaryScreen()->logicalDotsPerInchY());
     document.setDocumentMargin(0);
     document.setPageSize(page);
     QPainter painter;
-    if (!painter.begin(&printer)) throw std::runtime_error("The printer does not take the certificate.");
+    if (!painter.begin(&device)) throw std::runtime_error("The printer does not take the certificate.");
     painter.translate((area.width() - scale * sheetDots) / 2, 0);
     painter.scale(scale, scale);
     for (int number = 0; number < document.pageCount(); ++number) {
-        if (number > 0) printer.newPage();
+        if (number > 0) device.newPage();
         painter.save();
         painter.translate(0, -number * page.height());
         QAbstractTextDocumentLayout::PaintContext context;

@@ -2,13 +2,14 @@
 
 #include "platform/formatted_text.h"
 
-class QPrinter;
+class QPagedPaintDevice;
 class QTextDocument;
 class QWidget;
 
 namespace bellmark {
 
-/// Fills the document; dotsPerInch: of what it will be shown on.
+/// Fills the document; dotsPerInch: of what it will be shown on. Lines are 1.2 times as high as their letters, whatever
+/// font the machine has.
 void FillDocument(QTextDocument& document, const FormattedText& text, double dotsPerInch);
 
 /// Pixels that a sheet of letter paper takes on the widget between margins of an inch, and with what lies around it.
@@ -16,6 +17,6 @@ int SheetWidth(const QWidget& widget);
 
 /// Prints page by page, in the middle of the paper: one inch is left at the sides of letter paper. Lines break as on
 /// the screen.
-void PrintDocument(QPrinter& printer, const FormattedText& text);
+void PrintDocument(QPagedPaintDevice& device, const FormattedText& text);
 
 }  // namespace bellmark

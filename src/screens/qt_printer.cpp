@@ -2,11 +2,13 @@
 
 #include <qcustomplot.h>
 #include <QApplication>
-#include <QFile>
+#include <QBuffer>
 #include <QFontMetricsF>
+#include <QLocale>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -101,15 +103,18 @@ void QtPrinter::Print(const std::string& title, const FormattedText& text) {
     if (dialog.exec() == QDialog::Accepted) PrintDocument(printer, text);
 }
 
-void QtPrinter::SavePdf(const Path& file, const std::string& title, const FormattedText& text) {
-    const QString name = QString::fromStdString(PathText(file));
-    // Asked first: the PDF writer itself says nothing when it cannot write.
-    if (!QFile(name).open(QIODevice::WriteOnly)) throw FileError(file, "cannot be written");
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(name);
-    printer.setDocName(QString::fromStdString(title));
-    PrintDocument(printer, text);
+std::optional<std::string> QtPrinter::Pdf(const std::string& title, const FormattedText& text) {
+    // Into memory: the PDF writer itself says nothing when a disk is full.
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    const bool inInches = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+    writer.setPageSize(QPageSize(inInches ? QPageSize::Letter : QPageSize::A4));
+    writer.setTitle(QString::fromStdString(title));
+    writer.setCreator(QStringLiteral("Bellmark"));
+    PrintDocument(writer, text);
+    return bytes.toStdString();
 }
 
 void QtSound::Play(const Path&) {

@@ -16,7 +16,8 @@ class QtPrinter : public Printer {
     void Print(const std::string& title, const FormattedText& text) override;
     /// A screen as it is shown, on a landscape page. Asks which printer, too.
     void PrintScreen(const std::string& title, QWidget& page);
-    void SavePdf(const Path& file, const std::string& title, const FormattedText& text) override;
+    /// On letter paper where lengths are in inches, otherwise on A4.
+    std::optional<std::string> Pdf(const std::string& title, const FormattedText& text) override;
 };
 
 /// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.

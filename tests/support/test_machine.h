@@ -14,6 +14,16 @@
 
 namespace bellmark {
 
+/// Prints into a file. It can be told to make "PDF files", which are the letters of the text.
+class TestPrinter : public FilePrinter {
+  public:
+    using FilePrinter::FilePrinter;
+    bool makesPdf = false;
+    std::optional<std::string> Pdf(const std::string&, const FormattedText& text) override {
+        return makesPdf ? std::optional("%PDF " + PlainText(text)) : std::nullopt;
+    }
+};
+
 /// A machine for one program in a test: an empty program folder, a clock that stands at 9 March 2012, 10:00, dialogs
 /// that answer from queues, and a printer that prints into a file.
 struct TestMachine {
@@ -23,7 +33,7 @@ struct TestMachine {
     Timers timers{clock};
     ScriptDialogs dialogs;
     SystemLauncher launcher;
-    FilePrinter printer{files, folder / "Printed.txt"};
+    TestPrinter printer{files, folder / "Printed.txt"};
     SilentSound sound;
     Random random{1};
     std::function<void()> WhileWaiting;  ///< called each time the program waits

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bellmark {
+
+/// The SHA-256 digest of the bytes as 64 lower-case hexadecimal digits (FIPS 180-4).
+std::string Sha256(std::string_view bytes);
+
+}  // namespace bellmark
