@@ -8,9 +8,9 @@
 
 #include "controls/color.h"
 
-/// Controls without a toolkit. The control holds the truth; a front end shows it and passes on what the user does. Two
-/// verbs keep the two apart: assigning a property is the program speaking and tells the view alone, the User...
-/// functions are the user acting and tell the logic.
+/// Controls without a toolkit. The control holds the state; a front end shows it and passes on what the user does. The
+/// program changes a control by assigning a property, which notifies the view only. The User... functions are the user
+/// acting and notify the logic.
 namespace bellmark {
 
 class Control;

@@ -83,7 +83,7 @@ void ComboBox::UserChoose(const std::string& item) {
 }
 
 void ComboBox::UserLeave() {
-    // Passing through without a choice is no action.
+    // Leaving the list without a choice raises no event.
     if (!std::exchange(chosenSinceLeft_, false)) return;
     Raise("Leave", Leave);
 }

@@ -125,7 +125,7 @@ class Grid : public Control {
     int FixedRows() const { return fixedRows_; }
     int FixedColumns() const { return fixedColumns_; }
 
-    void SetHeadings(const std::vector<std::string>& headings);  ///< empties the grid but for its first row
+    void SetHeadings(const std::vector<std::string>& headings);  ///< clears every row but the first
     void AddRow(const std::vector<std::string>& texts);
     void Resize(int rows, int columns);
     bool HasCell(int row, int column) const { return row >= 0 && row < Rows() && column >= 0 && column < columns_; }
@@ -173,8 +173,8 @@ class Timer : public Control {
     ~Timer() override { Stop(); }
     std::string DisplayText() const override { return IsRunning() ? "running" : "stopped"; }
 
-    void SetInterval(std::chrono::milliseconds interval) { interval_ = interval; }  ///< from the next start on
-    void Start();  ///< anew from now when it runs already
+    void SetInterval(std::chrono::milliseconds interval) { interval_ = interval; }  ///< takes effect at the next start
+    void Start();  ///< restarts the interval when already running
     void Stop();
     bool IsRunning() const { return id_.has_value(); }
     std::function<void()> Tick;

@@ -9,7 +9,7 @@ namespace bellmark {
 
 namespace {
 
-/// Holds the keyboard where nothing can be done but leave: that is no next step.
+/// The button back to the main menu: not a next step, even when it has the keyboard.
 bool IsWayBack(const Control* control) {
     return control && control->Name() == "cmdMainMenu";
 }
@@ -23,7 +23,7 @@ Button* ReachableButton(Control* control) {
     return control && control->IsReachable() ? dynamic_cast<Button*>(control) : nullptr;
 }
 
-/// button: the frame's member for it.
+/// button: the member of Frame that names the button.
 Button* ButtonOfFrames(const Control* control, Button* Frame::*button) {
     for (const Frame* frame = control ? control->LiesIn() : nullptr; frame; frame = frame->LiesIn()) {
         if (Button* reachable = ReachableButton(frame->*button)) return reachable;

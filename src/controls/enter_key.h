@@ -11,12 +11,12 @@ class Screen;
 /// that the screen gave the keyboard. Null when it cannot be pressed now.
 Button* SuggestedButton(const Screen& screen, const Control* hasKeyboard);
 
-/// The button that Enter presses while the given control has the keyboard; null for none of the screen's. A button that
-/// has the keyboard is pressed itself. In a list Enter chooses the row and presses nothing. Everywhere else it takes
+/// The button that Enter presses while the given control has the keyboard; null when Enter presses none. A button that
+/// has the keyboard is pressed itself. In a list Enter chooses the row and presses nothing. Everywhere else Enter takes
 /// the suggested step.
 Button* ButtonOfEnter(const Screen& screen, Control* hasKeyboard);
 
-/// The button by which the innermost frame around the keyboard is left; null outside such frames.
+/// The button that leaves the innermost frame around the keyboard; null outside such frames.
 Button* ButtonOfEscape(const Control* hasKeyboard);
 
 }  // namespace bellmark

@@ -9,7 +9,7 @@
 
 namespace bellmark {
 
-/// A part of an axis that belongs to one thing, its limits and the mean of what is drawn in it.
+/// A section of an axis for one item: its limits and the mean of the values drawn in it.
 struct PlotBlock {
     std::string caption;
     double from = 0;
@@ -22,12 +22,12 @@ struct PlotAxis {
     std::string caption;
     double lowest = 0;
     double highest = 1;
-    std::optional<double> tickStep;   ///< from the lowest value on; chosen by the front end when there is none
-    int decimals = 0;                 ///< of the numbers at the ticks, where there is a step
-    std::vector<PlotBlock> blocks{};  ///< shown in place of numbers, where there are any
+    std::optional<double> tickStep;   ///< starts at the lowest value; without it the front end chooses
+    int decimals = 0;                 ///< of the tick numbers, when there is a tick step
+    std::vector<PlotBlock> blocks{};  ///< shown instead of the numbers when not empty
 };
 
-/// Told apart without colour.
+/// Shapes that can be told apart without colour.
 enum class MarkerShape { Disc, Square, Triangle, Diamond, Cross, Circle, Plus, TriangleDown, Star, CrossedSquare };
 inline constexpr std::array markerShapes{MarkerShape::Disc,         MarkerShape::Square,       MarkerShape::Triangle,
                                          MarkerShape::Diamond,      MarkerShape::Cross,        MarkerShape::Circle,
@@ -39,7 +39,7 @@ struct PlotSeries {
     std::vector<double> x;
     std::vector<double> y;
     bool asMarkers = false;
-    std::vector<std::string> notes;  ///< what a marker tells when it is pointed at; one for each point, or none
+    std::vector<std::string> notes;  ///< shown when a marker is pointed at; one per point, or none
     MarkerShape shape = MarkerShape::Disc;
 };
 

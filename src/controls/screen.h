@@ -40,14 +40,14 @@ class Screen {
     /// The control that the keyboard goes to, and the button of the next step: see enter_key.h.
     void SetFocus(Control& control);
     Control* Focus() const { return focus_; }
-    int FocusRequests() const { return focusRequests_; }  ///< grows when a control is wanted once more, too
+    int FocusRequests() const { return focusRequests_; }  ///< also rises when the same control is requested again
     void SetDefaultButton(Button* button);
     Button* DefaultButton() const { return defaultButton_; }
 
-    /// True for the frame around all screens, whose menus the operator reaches whatever is in front.
+    /// True for the frame around all screens, whose menus can be used whatever screen is in front.
     virtual bool IsAlwaysAtHand() const { return false; }
 
-    /// Page of the help on what the screen shows just now; 0 for the contents.
+    /// Page of the help for what the screen shows now; 0 for the contents.
     virtual int HelpContext() const { return 0; }
 
     /// The screen has come to the front.
@@ -56,7 +56,7 @@ class Screen {
     virtual void Left() {}
     /// The close box of the window, which the main frame answers.
     virtual void CloseRequested() {}
-    /// A click beside all controls.
+    /// A click outside all controls.
     virtual void Clicked() {}
 
     std::function<void()> Changed;  ///< the view's: colour, focus or default button changed

@@ -12,8 +12,8 @@ class Frame;
 class Screen;
 class Timers;
 
-/// All screens of one program and which of them are shown, the last shown in front. The one place where what the user
-/// and the timers cause enters the logic.
+/// All screens of one program and which of them are shown, the last shown in front. All user actions and timer ticks
+/// enter the logic here.
 class ScreenStack {
   public:
     explicit ScreenStack(Timers& timers) : timers_(timers) {}
@@ -27,12 +27,10 @@ class ScreenStack {
     void Show(Screen& screen);
     void Hide(Screen& screen);
 
-    /// Runs a handler. An exception that leaves it goes to HandleFailure with what the operator was doing, and no
-    /// further.
+    /// Runs a handler. An exception from it goes to HandleFailure with what the operator was doing, and stops there.
     void Dispatch(const std::string& what, const std::function<void()>& handler) const;
 
-    /// While the program waits for something outside, the user reaches nothing but what lies in this frame; nullptr
-    /// ends that.
+    /// While the program waits for something outside, only the controls in this frame can be used; nullptr ends that.
     void LockAllBut(const Frame* frame);
     bool IsLocked() const { return unlocked_ != nullptr; }
     bool IsLockedFor(const Control& control) const;

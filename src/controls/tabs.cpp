@@ -6,7 +6,7 @@ namespace bellmark {
 
 void Tabs::Show(OptionButton& button) {
     button.Choose();
-    // The old page goes before the new one comes: a window that had to hold both would grow.
+    // The old page is hidden before the new one is shown: with both visible the window would grow.
     for (const Tab& tab : tabs_) {
         if (!tab.button.IsChosen()) tab.page.Visible = false;
     }

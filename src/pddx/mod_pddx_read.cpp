@@ -13,14 +13,14 @@ namespace bellmark {
 
 namespace {
 
-constexpr std::size_t bufferSize = 255;  // one more than the characters that a value keeps
+constexpr std::size_t bufferSize = 255;  // a value keeps one character less
 
 std::string Reply(const ProfileStrings& strings, std::string_view section, std::string_view key) {
     return strings.Get(section, key, {}, bufferSize);
 }
 
-/// Some programs fill their names up with NUL bytes, which no list or file name can hold. A number keeps them: what is
-/// left of a damaged one must not pass for it.
+/// Some programs pad names with NUL bytes, which no list or file name can hold. Numbers keep them: the rest of a
+/// damaged number must not be taken for a number.
 std::string ReplyFor(const PDDXElement& element, const ProfileStrings& strings, std::string_view section) {
     std::string reply = Reply(strings, section, element.Handle());
     if (element.DataType() == PDDXDataType::Text) std::erase(reply, '\0');
@@ -78,7 +78,7 @@ class Reading {
   private:
     int Count(std::string_view section, std::string_view key) const { return PDDXCount(Reply(strings_, section, key)); }
 
-    /// A document that was read before has the location or entry already.
+    /// True when the location or entry exists, as in a document that was read before.
     bool IsThere(std::string_view section) const { return document_.Sections().Contains(section); }
 
     /// Whether to take in one more announced entry.
@@ -125,7 +125,7 @@ class Reading {
     std::int64_t missingAllowed_ = 1000;
 };
 
-/// A step that meets a document without the expected handles, or with a number taken, ends there; the next goes on.
+/// A step ends early when the document has no such handle or the number is taken; reading goes on with the next step.
 template <class Step>
 void GoOnAfter(Step step) {
     try {
@@ -148,7 +148,7 @@ PDDXReadResult ReadPDDXFile(const FileSystem& files, const Path& path, PDDXFile&
     try {
         strings = ProfileStrings(ReadTextFile(files, path));
     } catch (const FileError&) {
-        // The result tells, and an empty file is what callers get to judge.
+        // The result reports it; callers judge the empty file.
         readable = false;
     }
     PDDXReadResult result = ReadPDDX(strings, document, keepExisting);

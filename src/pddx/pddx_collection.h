@@ -101,7 +101,7 @@ class PDDXCollection {
     }
 
     std::list<Item> items_;
-    // The keys look into the items' own handles.
+    // The keys are views of the items' own handles.
     std::unordered_map<std::string_view, typename std::list<Item>::iterator, HashIgnoringCase, SameIgnoringCase> index_;
 };
 

@@ -18,7 +18,7 @@ class PDDXEvent {
     void Raise(Arguments... arguments) const {
         const std::size_t count = listeners_.size();
         for (std::size_t i = 0; i < count; ++i) {
-            // A copy, since the listener may add another one and so move the list.
+            // A copy: the listener may add another one, which moves the list.
             const Listener listener = listeners_[i];
             listener(arguments...);
         }

@@ -21,8 +21,8 @@ void AddKeys(PDDXSection& section, std::span<const PDDXTemplateKey> keys, std::s
 }  // namespace
 
 int PDDXCount(std::string_view value) {
-    // The leading zero makes a number of an empty text, and 0 of a negative one. One below the greatest, so that
-    // counting up stays within range.
+    // The leading zero makes an empty or negative text read as 0. The limit is one below the greatest int, so that
+    // counting up stays in range.
     const double greatest = std::numeric_limits<int>::max() - 1;
     const double number = ReadNumber(std::string("0").append(Trim(value)));
     return static_cast<int>(RoundToWhole(std::min(number, greatest)));
@@ -103,7 +103,7 @@ PDDXSection& PDDXFile::AddInterimGain(int loadCellRefTrials) {
     const std::string trials = NumberText(loadCellRefTrials);
     PDDXSection& section = Sections("Device Calibration");
     const std::string_view countHandle = "LoadCellCalibrationCenterReferenceTrials";
-    // Each trial brings a date and a list of its own; they share the count.
+    // Each trial has its own date and list; all trials share the count.
     if (!section.Elements().Contains(countHandle)) section.AddElement(countHandle, {}, PDDXDataType::Number, {});
     section.AddElement("LoadCellCalibrationCenterReferenceDate " + trials, {}, PDDXDataType::Date, {});
     section.AddElement("LoadCellCalibrationCenterAdjustmentFactors " + trials, {}, PDDXDataType::Number, {});

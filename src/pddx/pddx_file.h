@@ -15,8 +15,7 @@ class PDDXSection;
 /// What a value is. Kept with the element for its users; neither writer nor reader looks at it.
 enum class PDDXDataType { Number = 1, Text = 2, TimeOfDay = 3, Date = 4, UnitName = 5 };
 
-/// The whole number that a count such as "NumberOfDrops" tells: 0 for an empty, negative or other text that is no
-/// number.
+/// The value of a count such as "NumberOfDrops"; 0 for an empty or negative text and for one that is not a number.
 int PDDXCount(std::string_view value);
 
 /// One keyed value of a section.
@@ -43,8 +42,8 @@ class PDDXElement {
     PDDXDataType DataType() const { return dataType_; }
     void SetDataType(PDDXDataType dataType) { dataType_ = dataType; }
 
-    /// The text that is to appear in the file. Each setting raises ValueChange here and then of the file, the same text
-    /// again included.
+    /// The text written to the file. Each setting raises ValueChange of the element and then of the file, also when the
+    /// text stays the same.
     const std::string& Value() const { return value_; }
     void SetValue(std::string value);
 
@@ -105,12 +104,11 @@ class PDDXSection {
     /// Adds the empty element "DropHistoryData_" + first + "_" + second.
     PDDXElement& AddHistoryData(int first, int second);
 
-    /// Removes the element that AddElement of the same arguments has made: the handle alone tells which.
-    /// Throws PDDXError when it is not there.
+    /// Removes the element that AddElement made; only the handle counts. Throws PDDXError when it is not there.
     void RemoveElement(std::string_view handle, std::string_view description, PDDXDataType dataType,
                        std::string_view value);
 
-    /// Adds the header, the lines and an empty line; nothing at all when no element has a value.
+    /// Adds the header, the lines and an empty line; nothing when no element has a value.
     void PDDX_Output(std::string& text) const;
 
   private:
@@ -153,8 +151,8 @@ class PDDXFile {
     /// Throws PDDXError when the entry is there already.
     PDDXSection& AddBellmarkHistory(int index);
 
-    /// Adds the whole document, lines ending in CR LF. The text is UTF-8; the file's code page is made where it is
-    /// stored.
+    /// Adds the whole document, lines ending in CR LF. The text is UTF-8; it is converted to the file's code page when
+    /// it is stored.
     void PDDX_Output(std::string& text) const;
 
     /// Raised at every setting of a value anywhere in the document.

@@ -20,7 +20,7 @@ struct PDDXTemplateSection {
     std::span<const PDDXTemplateKey> keys;
 };
 
-/// What a new document holds, in the order in which it is written. Decides what the reader can see as well.
+/// What a new document holds, in the order in which it is written. The reader reads only these keys.
 std::span<const PDDXTemplateSection> PDDXTemplate();
 
 /// The sections that repeat.

@@ -26,7 +26,7 @@ class ScriptClock : public Clock {
     DateTime Now() const override;
     std::chrono::milliseconds Elapsed() const override;
     void Set(DateTime now);
-    void Advance(std::chrono::milliseconds step);  ///< stops the clock where it is when it still ran
+    void Advance(std::chrono::milliseconds step);  ///< stops the clock first when it is running
 
   private:
     void Stop();

@@ -8,9 +8,9 @@ namespace bellmark {
 /// Text laid out by columns, as reports are: each piece is put at its column, and lines end in CR LF.
 class ColumnText {
   public:
-    /// Puts the text at a column, counted from 1. Where the line has come beyond it already, a new line begins.
+    /// Puts the text at a column, counted from 1. If the line is already past it, a new line begins.
     ColumnText& At(int column, std::string_view text);
-    ColumnText& Then(std::string_view text);  ///< directly behind
+    ColumnText& Then(std::string_view text);  ///< directly after the last piece
     ColumnText& EndLine();
     const std::string& Text() const { return text_; }
 

@@ -112,7 +112,7 @@ std::optional<DateTime> MonthFirstDate(Pieces& pieces) {
     return Midnight(pieces.TakeNumber(4, 4), month, day);
 }
 
-/// The date at the start, which is taken off when it is one.
+/// The date at the start of the text, if there is one; it is then removed from the text.
 std::optional<DateTime> TakeDate(Pieces& pieces) {
     for (const auto read : {YearFirstDate, MonthNameDate, MonthFirstDate}) {
         Pieces attempt = pieces;

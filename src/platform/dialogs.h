@@ -42,7 +42,7 @@ struct MessageBox {
 
 struct FileChoice {
     std::string title;
-    std::string filter;  ///< "What it is|*.ini", more pairs behind further bars
+    std::string filter;  ///< "What it is|*.ini", more pairs follow after further bars
     Path folder;         ///< where the dialog starts
     std::string fileName;
 };

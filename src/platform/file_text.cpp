@@ -13,12 +13,12 @@ constexpr std::string_view bigEndianMark = "\xFE\xFF";
 constexpr char16_t noCharacter = 0xFFFD;
 
 void AppendUnit(std::string& text, char16_t unit) {
-    // Halves of a pair make characters that the files cannot hold anyway.
+    // Surrogate pairs make characters that the files cannot hold anyway.
     const bool isHalf = unit >= 0xD800 && unit <= 0xDFFF;
     AppendUtf8(text, isHalf ? noCharacter : unit);
 }
 
-/// bytes: behind the mark; a last half unit is no character.
+/// bytes: after the mark. An odd byte at the end is ignored.
 std::string FromUtf16(std::string_view bytes, bool isBigEndian) {
     std::string text;
     text.reserve(bytes.size());
@@ -49,7 +49,8 @@ std::string WithQuestionMarks(std::string_view line) {
     return text;
 }
 
-/// The line up to its equal sign and the blanks behind it, or the whole line with "?" where it is none with a key.
+/// The line up to its equal sign and the blanks after it. A line without a storable key is kept whole, with "?" for
+/// each character that cannot be stored.
 std::string StorablePart(std::string_view line) {
     const auto equal = line.find('=');
     if (equal == std::string_view::npos || !IsStorable(line.substr(0, equal))) return WithQuestionMarks(line);

@@ -74,7 +74,8 @@ bool FlushToDisk(std::FILE* file) {
     return std::fflush(file) == 0 && fsync(fileno(file)) == 0;
 }
 
-/// Makes a rename last. Some network folders cannot be flushed; the file itself is complete by then, so no error.
+/// Makes a rename permanent. Some network folders cannot be flushed. The file itself is complete by then, so that is no
+/// error.
 void FlushFolder(const Path& folder) {
     const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     if (handle < 0) return;
@@ -157,8 +158,8 @@ class TemporaryFile {
     bool renamed_ = false;
 };
 
-/// Permissions of the file that is to be replaced. A write-protected file is refused, although its folder would allow
-/// a rename over it.
+/// Permissions of the file to be replaced. A write-protected file is refused, although its folder would allow a rename
+/// over it.
 disk::perms PermissionsForReplacing(const Path& path) {
     std::error_code error;
     const disk::perms permissions = disk::status(path, error).permissions();
@@ -227,7 +228,7 @@ std::string DiskFileSystem::ReadBytes(const Path& path, std::uintmax_t limit) co
 
 void DiskFileSystem::ReplaceFile(const Path& path, std::string_view bytes) {
     std::error_code error;
-    // A link stays a link: what it points to is replaced.
+    // A link stays a link: its target is replaced.
     const Path target =
         disk::is_symlink(path, error) && disk::exists(path, error) ? disk::canonical(path, error) : path;
     const bool exists = PlainFileExists(target);

@@ -47,8 +47,8 @@ class FileSystem {
     virtual void RemoveFile(const Path& path) = 0;    ///< nothing when it is not there
     virtual void RemoveFolder(const Path& path) = 0;  ///< with all it holds; nothing when it is not there
 
-    /// What a ReplaceFile that was broken off by force has left in the folder; only where no other program writes. One
-    /// that cannot be removed stays.
+    /// Removes the temporary files that an interrupted ReplaceFile left in the folder. Only for folders where no other
+    /// program writes. A file that cannot be removed stays.
     virtual void RemoveTemporaryFiles(const Path& folder) = 0;
 
     static constexpr std::uintmax_t defaultLimit = std::uintmax_t{64} * 1024 * 1024;
@@ -78,8 +78,8 @@ bool MatchesPattern(std::string_view name, std::string_view pattern);
 /// The names of FileNames that fit the pattern, in the same order.
 std::vector<std::string> FilesMatching(const FileSystem& files, const Path& folder, std::string_view pattern);
 
-/// A text file as UTF-8: Windows-1252 on disk, or UTF-16 with its mark. What the code page lacks is not stored
-/// (platform/file_text.h); saving never fails for it.
+/// A text file as UTF-8: Windows-1252 on disk, or UTF-16 with its mark. Characters missing from the code page are not
+/// stored (platform/file_text.h); saving never fails because of them.
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit = FileSystem::defaultLimit);
 void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text);
 

@@ -31,8 +31,8 @@ struct Decimal {
 
     bool IsZero() const { return digits == 0; }
 
-    /// Half away from zero, to so many leading digits, which are returned as a whole number; none or fewer leave 0 or
-    /// carry a 1 before them.
+    /// Rounds half away from zero to count leading digits and returns them as a whole number. A count of 0 or less
+    /// gives 0, or 1 when the rounding carries.
     std::uint64_t RoundTo(int count) {
         if (count >= significantDigits) return digits;
         const auto dropped = static_cast<std::size_t>(significantDigits - std::max(count, 0));
@@ -78,7 +78,7 @@ Decimal DecimalByLibrary(double magnitude) {
     return decimal;
 }
 
-/// Measured values lie here: their digits are found without the library, in a fraction of its time.
+/// The range of measured values. Their digits are found without the library, which is much faster.
 bool IsMeasured(double magnitude) {
     return magnitude >= 1e-8 && magnitude < 1e14;
 }
@@ -114,11 +114,11 @@ LeadingDigits ExactLeadingDigits(double magnitude, int count) {
     return {digits, number.IsZero() ? 0 : number.point - 1};
 }
 
-/// The same digits from one multiplication, wherever its error and the 15 significant digits have no say in the
-/// rounding: in all but one of 50000 numbers.
+/// The same digits from one multiplication. Where its error or the limit to 15 significant digits could change the
+/// rounding, for one of 50000 numbers, the digits are found exactly.
 LeadingDigits LeadingDigitsOf(double magnitude, int count) {
     constexpr int mostDigits = 9;
-    constexpr double margin = 1e-5;  // ten times what can be wrong in the ninth digit
+    constexpr double margin = 1e-5;  // ten times the possible error in the ninth digit
     if (!IsMeasured(magnitude) || count > mostDigits) return ExactLeadingDigits(magnitude, count);
     const int point = PointOf(magnitude);
     const auto places = static_cast<std::size_t>(std::abs(count - point));
@@ -135,7 +135,7 @@ bool IsPlace(char character) {
     return character == '0' || character == '#';
 }
 
-/// What a number picture asks for.
+/// The parts of a number picture.
 struct NumberPicture {
     int integerPlaces = 0;
     int firstZeroPlace = -1;  ///< among the integer places, from the left; -1 when all are "#"
@@ -235,14 +235,14 @@ class PictureWriter {
         return position < picture_.point && integerPlacesBefore > 0 && integerPlacesBefore < picture_.integerPlaces;
     }
 
-    /// The first place takes all digits that the places behind it leave over.
+    /// The first place takes all digits that do not fit into the places after it.
     void WriteIntegerPlace(int place) {
         const int placesBehind = picture_.integerPlaces - 1 - place;
         if (place > 0 && placesBehind >= integerDigits_) return;
         WriteIntegerDigits(placesBehind);
     }
 
-    /// The integer digits not yet written, as far as the one that counts 10 to the last power.
+    /// Writes the remaining integer digits down to the one that counts 10 to lastPower.
     void WriteIntegerDigits(int lastPower) {
         for (; integerDigits_ > lastPower; --integerDigits_) {
             const int power = integerDigits_ - 1;
@@ -365,7 +365,7 @@ void AppendField(std::string& out, const Calendar& calendar, std::string_view fi
     }
 }
 
-/// Seconds are rounded half up with carry; a picture without them keeps the minute, and so the date, that is running.
+/// Seconds are rounded half up with carry. A picture without seconds keeps the current minute and date.
 DateTime RoundedForPicture(DateTime moment, std::string_view picture) {
     const bool showsSeconds =
         picture.find('s') != std::string_view::npos || picture.find("ttttt") != std::string_view::npos;
@@ -456,7 +456,7 @@ std::string FormatText(std::string_view text, std::string_view picture) {
             filled += ' ';
             continue;
         }
-        // The first place takes all that the places behind it leave over.
+        // The first place takes all characters that do not fit into the places after it.
         const std::string part = FirstCharacters(text, characters - places);
         filled += part;
         text.remove_prefix(part.size());

@@ -41,7 +41,7 @@ struct FormattedText {
     friend bool operator==(const FormattedText&, const FormattedText&) = default;
 };
 
-/// Its letters alone, a line for each paragraph, lines parted by '\n'.
+/// The text without formatting, one line per paragraph, separated by '\n'.
 inline std::string PlainText(const FormattedText& text) {
     std::string plain;
     for (const auto& paragraph : text.paragraphs) {

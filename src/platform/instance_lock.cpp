@@ -48,17 +48,17 @@ InstanceLock::~InstanceLock() {
 
 namespace {
 
-/// Every user of the machine may lock the file, whoever made it: one that may only be read can be locked, too. Where
-/// none can be made, the folder itself is locked. -1 with errno when nothing can be opened.
+/// Every user of the machine may lock the file, whoever created it; read permission is enough. If it cannot be created,
+/// the folder itself is locked. Returns -1 with errno when nothing can be opened.
 int OpenForLocking(const Path& folder) {
     const Path path = folder / lockName;
-    // Asked for before it is made: some systems refuse to "make" another user's file that is there.
+    // Opened before it is created: some systems refuse to create an existing file of another user.
     int file = open(path.c_str(), O_RDWR | O_CLOEXEC);
     if (file >= 0 || errno != ENOENT) return file >= 0 ? file : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     constexpr mode_t everyone = 0666;
     file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, everyone);
     if (file < 0) return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    // Only for the sake of network folders, which lock nothing that cannot be written; refused, it is locked as it is.
+    // For network folders, where only a writable file can be locked. A failure is ignored: the file is locked as it is.
     static_cast<void>(fchmod(file, everyone));
     return file;
 }

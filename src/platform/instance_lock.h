@@ -6,8 +6,8 @@
 
 namespace bellmark {
 
-/// One running program a program folder, whoever runs it. The operating system drops the lock when the process dies,
-/// however it dies, so that a killed program never keeps the next one out.
+/// Allows one running program per program folder, for all users. The operating system drops the lock when the process
+/// ends for any reason, so that a killed program never keeps the next one out.
 class InstanceLock {
   public:
     explicit InstanceLock(const Path& programFolder);
@@ -15,7 +15,7 @@ class InstanceLock {
     InstanceLock(const InstanceLock&) = delete;
     InstanceLock& operator=(const InstanceLock&) = delete;
 
-    /// False when another program holds the folder, and when nobody can tell whether one does.
+    /// False when another program holds the folder, or when that cannot be found out.
     bool IsFirst() const { return first_; }
 
     /// Why the folder could not be locked, in words for the operator; empty when it was, or when another program has

@@ -90,7 +90,7 @@ struct Machine {
     Random& random;
     std::function<void()> yield;  ///< runs due timers and pending events; called while something is waited for
     std::function<void(int context)> showHelp;  ///< opens a page of the help
-    std::function<void()> endProgram;           ///< the last thing the program asks for
+    std::function<void()> endProgram;           ///< called last
     Path programFolder;
     Path startDirectory;
     bool isFirstInstance = true;  ///< no other program works on the program folder
@@ -102,7 +102,7 @@ struct Machine {
     /// Puts a screen on paper as it is shown, by its name.
     std::function<void(const std::string& screen)> printScreen = [](const std::string&) {};
 
-    /// While true the operator sees that files are worked on: what is shown by now, and a waiting pointer.
+    /// While true, the screen is up to date and shows a waiting pointer, because files are being worked on.
     std::function<void(bool waits)> showWaiting = [](bool) {};
 
     /// Lets a moment pass, with timers and events served, while another program works.

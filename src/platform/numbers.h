@@ -28,7 +28,7 @@ inline std::string NumberText(std::size_t value) {
 /// Rounding of results: value times 10 to the places, to the nearest whole number with ties to even, divided again.
 double Round(double value, int places);
 
-/// Nearest whole number, ties to even. A value beyond the range of long long, or no number, throws std::range_error.
+/// Nearest whole number, ties to even. A value beyond the range of long long, or NaN, throws std::range_error.
 long long RoundToWhole(double value);
 
 }  // namespace bellmark

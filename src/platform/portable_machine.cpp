@@ -67,7 +67,7 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     STARTUPINFOW start{};
     start.cb = sizeof(start);
     PROCESS_INFORMATION process{};
-    // Suspended: it belongs to its job before it can start others.
+    // Started suspended, so that it is in its job before it can start others.
     if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr, nullptr, &start,
                         &process)) {
         throw FileError(program, "could not be started");
@@ -88,7 +88,7 @@ class PosixProgram : public RunningProgram {
     /// process: leads a group of its own, with all that it starts.
     explicit PosixProgram(pid_t process) : process_(process) {}
     ~PosixProgram() override {
-        // A program that still runs goes on by itself; one that has ended must not stay behind as a zombie.
+        // A program that still runs goes on by itself; an ended one must be waited for, or it stays as a zombie.
         if (!ended_) waitpid(process_, nullptr, WNOHANG);
     }
     bool HasEnded() override {
@@ -114,9 +114,9 @@ class PosixProgram : public RunningProgram {
     int exitStatus_ = 0;
 };
 
-/// A command line's words. The whole line is one, so that a file's name arrives as it is, whatever blanks and quotes it
-/// has. wine would put quotes around a word with blanks, which a converter for that system does not expect: for it each
-/// single blank parts words that it puts together again.
+/// The words of a command line. The whole line is one word, so that a file name arrives unchanged, with its blanks and
+/// quotes. wine would put quotes around a word with blanks, which a Windows converter does not expect. For wine the
+/// line is split at each single blank, and wine joins the words again.
 std::vector<std::string> CommandWords(const std::string& line, bool forWine) {
     if (line.empty()) return {};
     const bool survivesWine = line.find("  ") == std::string::npos && line.find('"') == std::string::npos;
@@ -131,7 +131,7 @@ bool IsOnSearchPath(const std::string& program) {
     return false;
 }
 
-/// A file that the system itself cannot run because it is a Windows program: its first two letters say so.
+/// Whether a file is a Windows program, which the system itself cannot run: its first two letters say so.
 bool IsWindowsProgram(const Path& program) {
     const int file = open(program.c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0) return false;
@@ -155,7 +155,7 @@ std::unique_ptr<RunningProgram> SystemLauncher::Start(const Path& program, const
     for (auto& word : words) parameters.push_back(word.data());
     parameters.push_back(nullptr);
 
-    // The pipe closes by itself when the program starts; otherwise it brings the reason.
+    // The pipe closes by itself when the program starts; otherwise it carries the reason.
     std::array<int, 2> pipeEnds{};
     if (pipe2(pipeEnds.data(), O_CLOEXEC) != 0) throw FileError(program, "could not be started");
     const pid_t process = fork();

@@ -17,7 +17,7 @@ class FilePrinter : public Printer {
   public:
     FilePrinter(FileSystem& files, Path file) : files_(files), file_(std::move(file)) {}
     void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) override;
-    void Print(const std::string& title, const FormattedText& text) override;  ///< its letters alone
+    void Print(const std::string& title, const FormattedText& text) override;  ///< the text without formatting
     std::optional<std::string> Pdf(const std::string&, const FormattedText&) override { return {}; }
 
   private:

@@ -37,7 +37,7 @@ std::vector<std::vector<std::string>> PrinterPages(std::string_view text) {
         }
         pages.push_back(std::move(page));
     }
-    // A form feed that ends the text asks for no page of its own.
+    // A form feed at the end of the text starts no further page.
     if (pages.size() > 1 && pages.back().size() == emptyLinesOnTop) pages.pop_back();
     return pages;
 }

@@ -110,7 +110,7 @@ struct ProfileStrings::Image {
     Image(const Image&) = delete;
     Image& operator=(const Image&) = delete;
 
-    /// The section that the lines at the end belong to is handed from line to line; none when it cannot be reached.
+    /// current: the section that the last lines belong to, kept between calls; null when it cannot be reached.
     void AddLine(std::string_view line, Section*& current) {
         const LineKind kind = KindOf(line);
         if (kind == LineKind::Other && !lines.empty() && lines.back().kind == LineKind::Other) {
@@ -160,13 +160,13 @@ struct ProfileStrings::Image {
         section.keys[LowerCase(key)] = section.lastKeyOrHeader;
     }
 
-    /// A line has gone from before this place. False when its neighbours now join to one line: CR before LF.
+    /// A line before this place was removed. False when its neighbours now join into one line: CR before LF.
     bool StayApart(Lines::iterator place) const {
         if (place == lines.begin() || place == lines.end()) return true;
         return std::prev(place)->text.back() != '\r' || place->text.front() != '\n';
     }
 
-    /// The next key of the name in the section, from this place on, becomes the one that answers.
+    /// Makes the next key of that name in the section, from this place on, the one that is found.
     void UncoverRepeatedKey(Section& section, const std::string& lowerKey, Lines::iterator place) {
         for (; place != lines.end() && place->kind != LineKind::Header; ++place) {
             if (place->kind == LineKind::Key && EqualIgnoringCase(KeyName(place->text), lowerKey)) {
@@ -209,7 +209,7 @@ void ProfileStrings::Set(std::string_view section, std::string_view key, std::st
         std::string& text = line->second->text;
         text = std::string(KeyName(text)) + "=" + std::string(value) + "\r\n";
     }
-    // Such texts, written as they stand, read back as other lines than were meant.
+    // Unquoted, these values would be read back differently.
     const bool readsBackOtherwise = HasLineBreak(value) || HasLineBreak(sectionName) || HasLineBreak(keyName) ||
                                     sectionName.find(']') != std::string_view::npos ||
                                     keyName.find('=') != std::string_view::npos || StartsWith(keyName, "[") ||
@@ -244,7 +244,7 @@ void ProfileStrings::RemoveSection(std::string_view section) {
         line = previous;
     }
     image_->lines.erase(line);
-    // A second section of the name, unreachable so far, is the first one now.
+    // A second section of that name, unreachable until now, becomes the first.
     image_ = std::make_unique<Image>(Text());
 }
 

@@ -10,8 +10,8 @@ namespace bellmark {
 
 class FileSystem;
 
-/// The profile-string service as an image of one file: parsed once, asked and changed many times, written once. What
-/// Text gives is byte for byte what the same changes, made key by key on the file, would have left.
+/// The profile-string service as an image of one file: parsed once, read and changed many times, written once. Text
+/// returns, byte for byte, what the same changes made key by key on the file would have left.
 class ProfileStrings {
   public:
     ProfileStrings();
@@ -26,7 +26,7 @@ class ProfileStrings {
                     std::size_t size = 1000) const;
     bool HasSection(std::string_view section) const;
 
-    /// Replaces the first matching line in place or adds one behind the section's last key.
+    /// Replaces the first matching line, or adds one after the section's last key.
     void Set(std::string_view section, std::string_view key, std::string_view value);
     void RemoveKey(std::string_view section, std::string_view key);
     void RemoveSection(std::string_view section);  ///< its header and keys; comments stay
@@ -38,8 +38,8 @@ class ProfileStrings {
     std::unique_ptr<Image> image_;
 };
 
-/// The service on a file. A file that cannot be read answers with defaults, as the service does; IsFile of the
-/// file system tells the difference where it matters.
+/// The service on a file. A file that cannot be read answers with defaults, as the service does; IsFile of the file
+/// system shows whether the file exists.
 ProfileStrings OpenProfileStrings(const FileSystem& files, const std::filesystem::path& path);
 
 /// Replaces the file by the image. Throws FileError when the folder is missing or the file cannot be written; the old

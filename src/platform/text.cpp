@@ -80,7 +80,7 @@ std::size_t AsciiLength(std::string_view text) {
     return length;
 }
 
-/// Moves them, nearly all of every file, in one go.
+/// Moves those characters, nearly all of every file, at once.
 void MoveAscii(std::string& to, std::string_view& from) {
     const std::size_t count = AsciiLength(from);
     to.append(from.substr(0, count));

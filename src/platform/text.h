@@ -9,7 +9,7 @@
 /// depends on the machine's language.
 namespace bellmark {
 
-/// A character that the files' code page lacks.
+/// A character missing from the files' code page.
 class EncodingError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -22,8 +22,8 @@ void AppendUtf8(std::string& text, char16_t character);
 /// the control characters of the same number, so that every byte comes back unchanged from ToWindows1252.
 std::string FromWindows1252(std::string_view bytes);
 
-/// UTF-8 text as bytes of a Windows-1252 file. Throws EncodingError, naming the first character that the code page
-/// lacks, or telling that the text is not UTF-8.
+/// UTF-8 text as bytes of a Windows-1252 file. Throws EncodingError when a character is missing from the code page,
+/// naming the first, or when the text is not UTF-8.
 std::string ToWindows1252(std::string_view text);
 
 /// Blanks and tabs taken off both ends.
@@ -49,7 +49,7 @@ std::size_t CharacterCount(std::string_view text);
 /// The first characters of a text, never cut inside one.
 std::string FirstCharacters(std::string_view text, std::size_t count);
 
-/// The text behind the last point; the whole text when it has none.
+/// The text after the last point; the whole text when there is none.
 std::string FileExtension(std::string_view path);
 
 std::string ZeroIfEmpty(const std::string& text);  ///< "0" for an empty text

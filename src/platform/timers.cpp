@@ -34,7 +34,7 @@ void Timers::RunDue() {
         const Id id = next->first;
         const auto action = next->second.action;
         next->second.running = true;
-        // Ticks that were missed are not made up for: a poll that came late is one poll.
+        // Missed ticks are not repeated: a late poll is one poll.
         next->second.due = now + next->second.interval;
         const auto finished = [&] {
             if (const auto timer = timers_.find(id); timer != timers_.end()) timer->second.running = false;

@@ -28,7 +28,7 @@ class Timers {
     /// Moment, on the clock's Elapsed count, of the next timer; nothing while none runs.
     std::optional<std::chrono::milliseconds> NextDue() const;
 
-    std::function<void()> Changed;  ///< told after each start, stop and run, so that a front end can set its alarm
+    std::function<void()> Changed;  ///< called after each start, stop and run, so that a front end can set its alarm
 
   private:
     struct Timer {

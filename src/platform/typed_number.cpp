@@ -15,7 +15,7 @@ bool AreDigits(std::string_view text) {
     return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// groups: what the commas part, before the point. "0,125" is no group of thousands.
+/// groups: the parts between the commas before the point. "0,125" is not a group of thousands.
 bool PartThousands(const std::vector<std::string>& groups) {
     const std::string& first = groups.front();
     const bool isLead = !first.empty() && first.size() <= 3 && first.front() != '0' && AreDigits(first);
@@ -34,7 +34,7 @@ std::optional<double> TypedNumber(std::string_view text) {
     if (!PartThousands(Split(whole, ','))) return std::nullopt;
     std::string plain(whole);
     std::erase(plain, ',');
-    // A comma behind the point is left, and is no part of a number.
+    // A comma after the point stays in the text, which is then not a number.
     plain += unsignedText.substr(whole.size());
     const auto size = NumberIn(plain);
     if (!size) return std::nullopt;

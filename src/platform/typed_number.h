@@ -5,9 +5,9 @@
 
 namespace bellmark {
 
-/// What an operator typed for a number. Commas may part groups of three digits before the point, as the program shows
-/// large numbers; any other comma is somebody's decimal sign, and reading on without it would give a number ten or more
-/// times too large. Nothing for such a text, and for text that is no number.
+/// The number that an operator typed. Commas may separate groups of three digits before the point, as the program shows
+/// large numbers. Any other comma is a foreign decimal sign; ignoring it would give a number ten or more times too
+/// large. Returns nothing for such a text, and for text that is not a number.
 std::optional<double> TypedNumber(std::string_view text);
 
 }  // namespace bellmark
