@@ -9,6 +9,7 @@
 #include "app/program.h"
 #include "app/removed_runs.h"
 #include "app/save_text.h"
+#include "app/workflow.h"
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -161,6 +162,7 @@ bool LoadInterimCalibration(Program& program) {
     auto& setup = program.The<SetupDoor>();
     ReadFWDConfiguration(program, strings, FWDReading::Resumed);
     ReadRunKeys(strings, run);
+    ResumeUnacceptedTrial(run);
     TakeComment(ReadCommentKey(strings), program.Center);
     // A run that goes on uses the day's calibration of the accelerometer, which may be newer than the file.
     if (reviewFromInterim) ReadDailyDeviations(strings, program.Center);

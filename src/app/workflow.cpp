@@ -178,14 +178,28 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
     if (!run.FlagUnacceptedTrial) return Procedure::None;
     const bool mayBeLoadCell = run.LoadCellRefTrials > 0 && !run.LoadCellCalComplete;
     const bool mayBeSensors = run.RefTrials > 0 && !run.SensorRefCalComplete;
+    const auto mayBe = [&](Procedure procedure) {
+        return (procedure == Procedure::LoadCell && mayBeLoadCell) || (procedure == Procedure::Sensors && mayBeSensors);
+    };
+    const auto isOfATrial = [](Procedure p) { return p == Procedure::Sensors || p == Procedure::LoadCell; };
+    if (isOfATrial(run.Trial.procedure)) return mayBe(run.Trial.procedure) ? run.Trial.procedure : Procedure::None;
+    // A file of before the procedure was kept: what fits best. A trial that was accepted has a gain.
     if (!mayBeLoadCell && !mayBeSensors) return Procedure::None;
     if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? Procedure::LoadCell : Procedure::Sensors;
-    const auto isOfATrial = [](Procedure p) { return p == Procedure::Sensors || p == Procedure::LoadCell; };
-    if (isOfATrial(run.Trial.procedure)) return run.Trial.procedure;
     if (isOfATrial(run.CurrentProcedure)) return run.CurrentProcedure;
-    // The operator went elsewhere in between, to the set-up for one. A trial that was accepted has a gain.
     return run.LCTrial.at(static_cast<std::size_t>(run.LoadCellRefTrials - 1)).Gain == 0 ? Procedure::LoadCell
                                                                                          : Procedure::Sensors;
+}
+
+void ResumeUnacceptedTrial(CalibrationRun& run) {
+    const Procedure procedure = ProcedureOfUnacceptedTrial(run);
+    run.FlagUnacceptedTrial = procedure != Procedure::None;
+    run.Trial.procedure = procedure;
+    if (!run.FlagUnacceptedTrial) return;
+    const bool loadCell = procedure == Procedure::LoadCell;
+    run.Trial.number = loadCell ? run.LoadCellRefTrials : run.RefTrials;
+    run.Trial.shape =
+        (loadCell ? run.LCTrialShape : run.RefTrialShape).at(static_cast<std::size_t>(run.Trial.number - 1));
 }
 
 int AcceptedLoadCellTrials(const CalibrationRun& run) {

@@ -35,6 +35,10 @@ int SensorStep(int referenceTrials, bool referenceAccepted);
 /// The procedure whose last trial was neither accepted nor rejected; None when there is none.
 Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run);
 
+/// Of a run that was read from its file: the trial that waits is known again by procedure, number and shape. Where the
+/// counts leave none that could wait, the flag goes.
+void ResumeUnacceptedTrial(CalibrationRun& run);
+
 /// Load cell trials that were accepted: only their gains count.
 int AcceptedLoadCellTrials(const CalibrationRun& run);
 /// The same of the deflection sensors' reference trials.

@@ -57,7 +57,7 @@ frmGetFWDData::frmGetFWDData(Program& program)
 }
 
 void frmGetFWDData::Start() {
-    const bool isRedone = run_.FlagUnacceptedTrial && TrialCount(run_) > 0;
+    const bool isRedone = run_.FlagUnacceptedTrial && ProcedureOfUnacceptedTrial(run_) == run_.CurrentProcedure;
     if (!isRedone && !AskForRoom(program_)) return;
     EndReplay(program_);
     if (isRedone) TakeUpCountedTrial(run_);

@@ -25,6 +25,7 @@ constexpr const char* endMark = "Complete";
 /// them.
 constexpr std::size_t storedRelativeDrops = 40;
 constexpr int mostTrials = static_cast<int>(maxTrials);
+constexpr int lastProcedure = static_cast<int>(Procedure::Results);
 
 std::string Key(const char* name, std::size_t index, const char* rest) {
     return name + NumberText(index + 1) + rest;
@@ -204,6 +205,8 @@ void SetInterimState(ProfileStrings& strings, const CalibrationRun& run, const C
     keys.Number("AccelDailyCalibration-1GStdDev", center.AccelDailyCalibrationMinus1GStdDev);
     keys.Number("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
     keys.Text("SimDataLocation", PathText(run.SimDataLocation));
+    const Procedure waiting = run.FlagUnacceptedTrial ? run.Trial.procedure : Procedure::None;
+    keys.Number("ProcedureOfUnacceptedTrial", static_cast<int>(waiting));
     const auto shape = [&](const char* name, std::size_t t, const TrialShape& of) {
         keys.Number(Key(name, t, "Heights"), of.heights);
         keys.Number(Key(name, t, "Drops"), of.dropsPerHeight);
@@ -252,7 +255,6 @@ class Reader {
 };
 
 void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
-    constexpr int lastProcedure = static_cast<int>(Procedure::Results);
     constexpr int lastStep = step::resultsLast;
     constexpr int greatest = 32767;
     const Reader center(strings, centerSection);
@@ -307,6 +309,7 @@ void ReadInterimState(const ProfileStrings& strings, CalibrationRun& run) {
     run.SensorType = type.empty() ? notChosen : StoredWhole(type, notChosen, mostSensorTypes);
     run.LoadCellOnly = keys.Boolean("LoadCellOnly");
     run.SimDataLocation = PathFromText(keys.Text("SimDataLocation"));
+    run.Trial.procedure = static_cast<Procedure>(keys.Whole("ProcedureOfUnacceptedTrial", lastProcedure));
     const auto marks = [&](const char* name, std::array<bool, maxDrops>& flags) {
         std::array<double, maxDrops> numbers{};
         keys.List(name, numbers);

@@ -32,8 +32,8 @@ inline CalibrationRun FullRun(std::uint64_t seed) {
     run.OutputFolder = "/tree/Calibrations/Owner/8002-123/2012Mar09";
     run.CurrentProcedure = Procedure::Sensors;
     run.CurrentProcStep = step::sensorsRelative;
-    run.FlagUnacceptedTrial = true;
-    run.LoadCellCalComplete = true;
+    run.FlagUnacceptedTrial = true;  // of the load cell
+    run.Trial.procedure = Procedure::LoadCell;
     run.SensorRefCalComplete = true;
     run.LoadCellSerialNumber = "LC-9";
     // The file holds initial gains with four decimals and the load cell's new one with eight.

@@ -5,6 +5,7 @@
 #include "analysis/analysis.h"
 #include "app/center_file.h"
 #include "app/save_pddx.h"
+#include "app/workflow.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
@@ -77,7 +78,7 @@ TEST_F(InterimStoreTest, EveryDigitComesBack) {
     EXPECT_EQ(saved.DeviceFolder, loaded.DeviceFolder);
     EXPECT_EQ(saved.OutputFolder, loaded.OutputFolder);
     EXPECT_TRUE(loaded.FlagUnacceptedTrial);
-    EXPECT_TRUE(loaded.LoadCellCalComplete);
+    EXPECT_FALSE(loaded.LoadCellCalComplete);
     EXPECT_TRUE(loaded.SensorRefCalComplete);
     EXPECT_FALSE(loaded.SensorRelCalComplete);
     EXPECT_TRUE(loaded.SetupComplete);
@@ -108,6 +109,47 @@ TEST_F(InterimStoreTest, EveryDigitComesBack) {
     // A note with a comma comes back as two: the comma parts the notes. The blank behind it stays.
     EXPECT_EQ(program.Center.Notes[2], "third");
     EXPECT_EQ(program.Center.Notes[3], " with more");
+}
+
+TEST_F(InterimStoreTest, TheTrialThatWaitsIsKnownAfterARestart) {
+    constexpr Procedure loadCell = Procedure::LoadCell, sensors = Procedure::Sensors, none = Procedure::None;
+    const struct {
+        const char* what;
+        Procedure waits;
+        int loadCellTrials, referenceTrials;
+        bool loadCellAccepted, referenceAccepted;
+        Procedure expected;
+    } rows[] = {
+        // The file was read and plotted, so the trial has its gain; then the operator looked into the set-up.
+        {"load cell beside two accepted reference trials", loadCell, 1, 2, false, false, loadCell},
+        {"second reference trial beside an accepted load cell trial", sensors, 1, 2, false, false, sensors},
+        {"no trial of its procedure", loadCell, 0, 2, false, false, none},
+        {"its procedure is accepted", sensors, 1, 2, false, true, none},
+        {"all is accepted", none, 2, 2, true, true, none},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        CalibrationRun& run = program.Run;
+        run = FullRun(1);
+        run.CurrentProcedure = none;
+        run.CurrentProcStep = step::none;
+        run.LCTrialShape[0] = {3, 5, true};
+        run.LoadCellRefTrials = row.loadCellTrials;
+        run.RefTrials = row.referenceTrials;
+        run.LoadCellCalComplete = row.loadCellAccepted;
+        run.SensorRefCalComplete = row.referenceAccepted;
+        run.FlagUnacceptedTrial = true;
+        run.Trial.procedure = row.waits;
+        ASSERT_TRUE(SaveInterimCalibration(program));
+        ASSERT_TRUE(LoadInterimCalibration(program));
+        EXPECT_EQ(run.FlagUnacceptedTrial, row.expected != none);
+        EXPECT_EQ(ProcedureOfUnacceptedTrial(run), row.expected);
+        EXPECT_EQ(AcceptedLoadCellTrials(run), row.loadCellTrials - (row.expected == loadCell ? 1 : 0));
+        EXPECT_EQ(AcceptedReferenceTrials(run), row.referenceTrials - (row.expected == sensors ? 1 : 0));
+        if (row.expected == none) continue;
+        EXPECT_EQ(run.Trial.number, row.expected == loadCell ? 1 : 2);
+        EXPECT_EQ(run.Trial.shape, row.expected == loadCell ? (TrialShape{3, 5, true}) : (TrialShape{4, 10, false}));
+    }
 }
 
 TEST_F(InterimStoreTest, ARunThatGoesOnUsesTheCentersOwnCalibrationOfTheDay) {
