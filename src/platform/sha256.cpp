@@ -5,28 +5,18 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/sha256_blocks.h"
+
 namespace bellmark {
 
 namespace {
 
-constexpr std::size_t blockBytes = 64;
 constexpr std::size_t lengthBytes = 8;  // at the end of the last block
-constexpr std::size_t rounds = 64;
-
-/// The first 32 bits of the fractions of the cube roots of the first 64 primes (FIPS 180-4, 4.2.2).
-constexpr std::array<std::uint32_t, rounds> roundConstants{
-    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
-    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
-    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
-    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
-    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
-    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
-    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
-    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
+constexpr std::size_t rounds = sha256Constants.size();
 
 /// The first 32 bits of the fractions of the square roots of the first eight primes (FIPS 180-4, 5.3.3).
-constexpr std::array<std::uint32_t, 8> initialState{0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
-                                                    0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
+constexpr Sha256State initialState{0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
+                                   0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
 
 std::uint32_t WordAt(const char* bytes) {
     const auto byte = [&](int i) { return std::uint32_t{static_cast<unsigned char>(bytes[i])}; };
@@ -47,7 +37,7 @@ std::array<std::uint32_t, rounds> ScheduleOf(const char* block) {
 
 /// Takes a block into the state (FIPS 180-4, 6.2.2). The letters are those of the standard. They are passed on in turn
 /// instead of being moved, eight rounds at a time.
-void TakeBlock(std::array<std::uint32_t, 8>& state, const char* block) {
+void TakeBlock(Sha256State& state, const char* block) {
     const auto w = ScheduleOf(block);
     auto [a, b, c, d, e, f, g, h] = state;
     std::size_t t = 0;
@@ -55,7 +45,7 @@ void TakeBlock(std::array<std::uint32_t, 8>& state, const char* block) {
         const std::uint32_t choice = (x & y) ^ (~x & z);
         const std::uint32_t majority = (p & q) ^ (p & r) ^ (q & r);
         const std::uint32_t first =
-            last + (std::rotr(x, 6) ^ std::rotr(x, 11) ^ std::rotr(x, 25)) + choice + roundConstants[t] + w[t];
+            last + (std::rotr(x, 6) ^ std::rotr(x, 11) ^ std::rotr(x, 25)) + choice + sha256Constants[t] + w[t];
         s += first;
         last = first + (std::rotr(p, 2) ^ std::rotr(p, 13) ^ std::rotr(p, 22)) + majority;
         ++t;
@@ -70,7 +60,7 @@ void TakeBlock(std::array<std::uint32_t, 8>& state, const char* block) {
         turn(c, d, e, f, g, h, a, b);
         turn(b, c, d, e, f, g, h, a);
     }
-    const std::array<std::uint32_t, 8> taken{a, b, c, d, e, f, g, h};
+    const Sha256State taken{a, b, c, d, e, f, g, h};
     for (std::size_t i = 0; i < state.size(); ++i) state[i] += taken[i];
 }
 
@@ -78,26 +68,43 @@ void TakeBlock(std::array<std::uint32_t, 8>& state, const char* block) {
 std::string PaddedEnd(std::string_view rest, std::uint64_t messageBytes) {
     std::string end(rest);
     end += '\x80';
-    while (end.size() % blockBytes != blockBytes - lengthBytes) end += '\0';
+    while (end.size() % sha256BlockBytes != sha256BlockBytes - lengthBytes) end += '\0';
     const std::uint64_t bits = messageBytes * 8;
     for (int shift = 56; shift >= 0; shift -= 8) end += static_cast<char>(static_cast<unsigned char>(bits >> shift));
     return end;
 }
 
-}  // namespace
+void TakeBlocksInPortableCode(Sha256State& state, const char* bytes, std::size_t blocks) {
+    for (std::size_t i = 0; i < blocks; ++i) TakeBlock(state, bytes + i * sha256BlockBytes);
+}
 
-std::string Sha256(std::string_view bytes) {
-    std::array<std::uint32_t, 8> state = initialState;
-    const std::size_t whole = bytes.size() / blockBytes * blockBytes;
-    for (std::size_t at = 0; at < whole; at += blockBytes) TakeBlock(state, bytes.data() + at);
-    const std::string end = PaddedEnd(bytes.substr(whole), bytes.size());
-    for (std::size_t at = 0; at < end.size(); at += blockBytes) TakeBlock(state, end.data() + at);
+void TakeBlocks(Sha256State& state, const char* bytes, std::size_t blocks) {
+    if (!TakeSha256BlocksInHardware(state, bytes, blocks)) TakeBlocksInPortableCode(state, bytes, blocks);
+}
+
+template <class Take>
+std::string Digest(std::string_view bytes, Take take) {
+    Sha256State state = initialState;
+    const std::size_t blocks = bytes.size() / sha256BlockBytes;
+    take(state, bytes.data(), blocks);
+    const std::string end = PaddedEnd(bytes.substr(blocks * sha256BlockBytes), bytes.size());
+    take(state, end.data(), end.size() / sha256BlockBytes);
     constexpr const char* digits = "0123456789abcdef";
     std::string digest;
     for (const std::uint32_t word : state) {
         for (int shift = 28; shift >= 0; shift -= 4) digest += digits[word >> shift & 0xFU];
     }
     return digest;
+}
+
+}  // namespace
+
+std::string Sha256(std::string_view bytes) {
+    return Digest(bytes, TakeBlocks);
+}
+
+std::string Sha256InPortableCode(std::string_view bytes) {
+    return Digest(bytes, TakeBlocksInPortableCode);
 }
 
 }  // namespace bellmark

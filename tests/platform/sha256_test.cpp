@@ -22,7 +22,10 @@ TEST(Sha256, GivesThePublishedDigests) {
         {std::string(64, '\xFF'), "8667e718294e9e0df1d30600ba3eeb201f764aad2dad72748643e4a285e1d1f7"},
         {std::string(119, '\xFF'), "b863f94597d433ef2280e3b4656f13ea265a79bb8047287321c218905b03c99b"},
         {std::string(120, '\xFF'), "9088fee917e5a748c2f0b4f5458c1cbdabbd696291c69be6e605bae0ef779e8f"}};
-    for (const auto& [bytes, digest] : cases) EXPECT_EQ(Sha256(bytes), digest) << bytes.size();
+    for (const auto& [bytes, digest] : cases) {
+        EXPECT_EQ(Sha256(bytes), digest) << bytes.size();
+        EXPECT_EQ(Sha256InPortableCode(bytes), digest) << bytes.size();
+    }
 }
 
 }  // namespace

@@ -93,6 +93,15 @@ TEST_F(SensorOutputsTest, LieInTheDatedFolderOfAReview) {
     EXPECT_TRUE(DataAreRight());
 }
 
+TEST_F(SensorOutputsTest, WithoutATemplateTheCertificationIsNotComplete) {
+    Accept(2);
+    machine.files.RemoveFile(machine.folder / "CertificateTemplate.rtf");
+    Produce();
+    EXPECT_THAT(Boxes(), HasSubstr("The certificate could not be written."));
+    EXPECT_FALSE(run.CertificationComplete);
+    EXPECT_TRUE(machine.files.IsFile(run.OutputFolder / "CalibrationCertificate09-Mar-2012.json"));
+}
+
 TEST_F(SensorOutputsTest, TheFWDsDocumentHoldsTheNewGains) {
     Accept(4);
     Produce();
@@ -220,6 +229,13 @@ TEST(SensorCertificates, HoldTwelveSensorsWithTwoAndFourTrials) {
         const std::string text = TextCertificate(run, {}, MakeDateTime(2012, 3, 9));
         EXPECT_THAT(text, HasSubstr(row.heading + "\r\n" + row.first + "\r\n"));
         EXPECT_THAT(text, HasSubstr(row.last + "\r\n\r\n"));
+        if (row.trials < static_cast<int>(maxTrials)) {
+            CalibrationRun waiting = run;
+            waiting.CurrentProcedure = Procedure::Sensors;
+            waiting.FlagUnacceptedTrial = true;
+            ++waiting.RefTrials;
+            EXPECT_EQ(TextCertificate(waiting, {}, MakeDateTime(2012, 3, 9)), text);
+        }
         RichText filled("{\\rtf1 Ref1,Ref2,Ref3,Ref4,Rel1,Rel2,Rel3,Rel4,SN1 Messages:}");
         FillCertificate(filled, run, {}, {false, true}, MakeDateTime(2012, 3, 9));
         EXPECT_THAT(filled.Rtf(), HasSubstr(row.lastOfTable));
