@@ -111,6 +111,13 @@ void frmBellmark_Accel::Start() {
         return;
     }
     if (IsTrialInHand(run_)) return Enter();
+    const bool sensors = CalibratesSensors(run_);
+    if (!MayGiveUpDrops(
+            program_, sensors ? Procedure::LoadCell : Procedure::Sensors,
+            sensors ? "when a trial of the deflection sensors begins" : "when a trial of the load cell begins")) {
+        program_.The<MainMenuDoor>().Open();
+        return;
+    }
     TellWhatIsToBeRepeated();
     BeginTrial(run_);
     const TrialShape& shape = run_.Trial.shape;

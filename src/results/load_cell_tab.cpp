@@ -11,6 +11,7 @@
 #include "results/publish_run.h"
 #include "results/trial_deletion.h"
 #include "run/center_keys.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -152,6 +153,7 @@ void LoadCellTab::ShowAcceptance() {
 }
 
 void LoadCellTab::cmdAcceptLC_Click() {
+    if (!MayGiveUpDrops(program_, Procedure::LoadCell, "when the load cell calibration is accepted")) return;
     Evaluate();
     WhileWaiting([this] {
         KeepAcceptedGain();
@@ -180,6 +182,7 @@ void LoadCellTab::KeepAcceptedGain() {
         WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterGain", Format(finalGain_, "0.000"));
     }
     run_.LoadCellCalComplete = true;
+    if (run_.Trial.procedure == Procedure::LoadCell) LeaveTrial(run_);
     run_.NewLoadCellCalibrationCenterDate = today;
     run_.NewLoadCellCalibrationCenterGain = ReadNumber(Format(finalGain_, "0.00000000"));
 }

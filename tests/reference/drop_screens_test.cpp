@@ -185,6 +185,46 @@ TEST_F(DropScreensTest, AnAcceptedReferenceTakesNoMoreDrops) {
     EXPECT_EQ(run.CurrentProcStep, step::sensorsRelative);
 }
 
+/// Whichever of the two procedures is begun, the other's drops are asked about before they go.
+TEST_F(DropScreensTest, DropsOfTheOtherProcedureAreNotLostWithoutAWord) {
+    Take();
+    const TrialInHand loadCell = run.Trial;
+    // The sensors are held up by no flip: the calibration of the accelerometer is of now.
+    program.Center.AccelDailyCalibrationDate = program.Center.AccelDailyCalibrationTime = program.Now();
+    program.Center.AccelDailyCalibrationTemperatureUnit = "Celsius";
+    const auto begin = [this](Procedure procedure, Answer answer) {
+        machine.dialogs.QueueAnswer(answer);
+        run.CurrentProcedure = procedure;
+        menu->opened = 0;
+        collection->Bellmark();
+    };
+    begin(Procedure::Sensors, Answer::No);
+    EXPECT_THAT(Boxes(), ElementsAre("Trial in Hand\tDrops of load cell trial 1 are in hand. They are given up when a "
+                                     "trial of the deflection sensors begins.\\nDo you want to go on?\t292\tNo"));
+    EXPECT_EQ(menu->opened, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
+    run.CurrentProcedure = Procedure::LoadCell;
+    collection->Bellmark();
+    EXPECT_TRUE(IsInFront(*collection)) << "the trial goes on";
+    EXPECT_EQ(run.Trial.DropResults, loadCell.DropResults);
+
+    begin(Procedure::Sensors, Answer::Yes);
+    EXPECT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(menu->opened, 0);
+    EXPECT_EQ(run.Trial.procedure, Procedure::Sensors);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 0);
+    run.Trial.DropSequenceIndex = 3;
+    begin(Procedure::LoadCell, Answer::No);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Drops of reference trial 1 are in hand. They are given up when a trial "
+                                               "of the load cell begins.")));
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 3);
+    // Drops that nothing can be made of any more are not worth a question.
+    run.SensorRefCalComplete = true;
+    collection->Bellmark();
+    EXPECT_THAT(Boxes(), ::testing::IsEmpty());
+    EXPECT_EQ(run.Trial.procedure, Procedure::LoadCell);
+}
+
 TEST_F(DropScreensTest, AFifthTrialIsNotBegun) {
     run.LoadCellRefTrials = 4;
     // Looking at the results is declined; then from the screen itself, which the fourth trial left behind.
