@@ -62,6 +62,11 @@ void CollectWhileAccelerometerHolds(Program& program) {
     }
 }
 
+void CollectAfterFlip(Program& program) {
+    program.Run.CurrentProcStep = step::sensorsTrial;
+    CollectWhileAccelerometerHolds(program);
+}
+
 void CompareSensors(Program& program) {
     program.The<CenterRelativeDoor>().Start();
 }
@@ -108,6 +113,8 @@ constexpr std::array entries{
     WorkflowEntry{Procedure::Flip, step::flipAccepted, step::flipAccepted,
                   "results of the accelerometer, then the main menu", ShowFlipResult},
     WorkflowEntry{Procedure::Flip, step::none, anyStep, "main menu", OpenMainMenu},
+    WorkflowEntry{Procedure::Sensors, step::flipEntered, step::flipAccepted,
+                  "collection of drops, or flip calibration first", CollectAfterFlip},
     WorkflowEntry{Procedure::Sensors, step::sensorsCheck, step::sensorsCheck, "prerequisites", CheckPrerequisites},
     WorkflowEntry{Procedure::Sensors, step::sensorsTrialStarts, step::sensorsTrialStarts,
                   "prerequisites, then collection of drops", CollectAfterCheck},

@@ -145,6 +145,7 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
         {4, 40, true, {"check 4", "drops"}, 42},
         {4, 41, true, {"check 4", "drops"}, 41},
         {4, 41, false, {"check 4"}, 41},
+        {4, 33, true, {"drops"}, 42},
         {4, 42, true, {"drops"}, 42},
         {4, 43, true, {}, 43},
         {4, 44, true, {"stand"}, 44},
