@@ -107,7 +107,7 @@ void LoadCellTab::ShowTrialButtons() {
                          : trials < mostTrials ? ""
                                                : "All four trials are done: delete one to repeat it.";
     // A trial that still waits for its answer has its number already: what is done to the others would take it along.
-    const bool waits = run_.FlagUnacceptedTrial;
+    const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
     const std::string answerFirst =
         waits ? "Accept or reject the last trial first: it still waits for its answer." : std::string();
     cmdDelLCTrials.Enabled = trials > 0 && !waits;
