@@ -162,7 +162,8 @@ void LoadCellTab::cmdAcceptLC_Click() {
             run_.CurrentProcStep = step::resultsLast;
         } else {
             run_.CurrentProcedure = Procedure::Sensors;
-            run_.CurrentProcStep = step::sensorsCheck;
+            // Reference trials begin with the prerequisites; the relative calibration does without them.
+            run_.CurrentProcStep = run_.SensorRefCalComplete ? step::sensorsRelative : step::sensorsCheck;
             program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
         }
         Evaluate();
