@@ -15,7 +15,7 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
     fraWaiting.Visible = false;
     cmdCancelWaiting.Click = [this] { waitingCancelled_ = true; };
     mnuSetup.Click = [this] {
-        if (program_.Run.CurrentProcedure != Procedure::Setup) program_.The<MainMenuDoor>().EditSetup();
+        if (!IsInFront("frmSetup")) program_.The<MainMenuDoor>().EditSetup();
     };
     mnuExit.Click = [this] { QuitApplication(program_); };
     mnuAccelerometerCalibration.Click = [this] { mnuAccelerometerCalibration_Click(); };
@@ -33,15 +33,19 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
     ShowWhatIsAllowed();
 }
 
+bool frmMaster::IsInFront(const char* screen) const {
+    const Screen* front = Stack().Front();
+    return front && front->Name() == screen;
+}
+
 void frmMaster::mnuContents_Click() {
     const Screen* front = Stack().Front();
     program_.Services.showHelp(front ? front->HelpContext() : helpPage::contents);
 }
 
 void frmMaster::mnuAccelerometerCalibration_Click() {
-    const Screen* front = Stack().Front();
     // In front already, for a procedure that it goes back to.
-    if (front && front == Stack().Find("frmFlipCalibration")) return;
+    if (IsInFront("frmFlipCalibration")) return;
     program_.Header.SetProcedureName(ProcedureTitle(Procedure::Flip));
     program_.Run.CurrentProcedure = Procedure::Flip;
     program_.The<FlipCalibrationDoor>().Start();

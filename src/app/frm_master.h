@@ -42,6 +42,7 @@ class frmMaster : public Screen, public MainFrameDoor {
 
   private:
     void ShowWhatIsAllowed();
+    bool IsInFront(const char* screen) const;
     void mnuContents_Click();
     void mnuAccelerometerCalibration_Click();
     void mnuLoadCell_Click();

@@ -7,6 +7,7 @@
 #include "app/doors.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
+#include "platform/numbers.h"
 #include "run/accel_adjustment.h"
 
 namespace bellmark {
@@ -61,6 +62,11 @@ void CollectWhileAccelerometerHolds(Program& program) {
     }
 }
 
+void CollectAfterFlip(Program& program) {
+    program.Run.CurrentProcStep = step::sensorsTrial;
+    CollectWhileAccelerometerHolds(program);
+}
+
 void CompareSensors(Program& program) {
     program.The<CenterRelativeDoor>().Start();
 }
@@ -107,6 +113,8 @@ constexpr std::array entries{
     WorkflowEntry{Procedure::Flip, step::flipAccepted, step::flipAccepted,
                   "results of the accelerometer, then the main menu", ShowFlipResult},
     WorkflowEntry{Procedure::Flip, step::none, anyStep, "main menu", OpenMainMenu},
+    WorkflowEntry{Procedure::Sensors, step::flipEntered, step::flipAccepted,
+                  "collection of drops, or flip calibration first", CollectAfterFlip},
     WorkflowEntry{Procedure::Sensors, step::sensorsCheck, step::sensorsCheck, "prerequisites", CheckPrerequisites},
     WorkflowEntry{Procedure::Sensors, step::sensorsTrialStarts, step::sensorsTrialStarts,
                   "prerequisites, then collection of drops", CollectAfterCheck},
@@ -170,8 +178,8 @@ void ReturnToProcedure(Program& program, Procedure procedure) {
 }
 
 int SensorStep(int referenceTrials, bool referenceAccepted) {
-    if (referenceTrials % 2 == 1 || referenceTrials < 2) return step::sensorsTrialStarts;
-    return referenceAccepted ? step::sensorsRelative : step::sensorsTrial;
+    if (referenceAccepted) return step::sensorsRelative;
+    return referenceTrials % 2 == 1 || referenceTrials < 2 ? step::sensorsTrialStarts : step::sensorsTrial;
 }
 
 Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
@@ -226,6 +234,17 @@ bool AskForRoom(Program& program) {
                         " are done.\r\nDelete a trial in the results before another one is made.",
                     box::information);
     return false;
+}
+
+bool MayGiveUpDrops(Program& program, Procedure procedure, const std::string& when) {
+    const CalibrationRun& run = program.Run;
+    const bool loadCell = procedure == Procedure::LoadCell;
+    const bool isAccepted = loadCell ? run.LoadCellCalComplete : run.SensorRefCalComplete;
+    if (run.Trial.procedure != procedure || run.Trial.DropSequenceIndex == 0 || isAccepted) return true;
+    const std::string trial = (loadCell ? "load cell trial " : "reference trial ") + NumberText(run.Trial.number);
+    const std::string question =
+        "Drops of " + trial + " are in hand. They are given up " + when + ".\r\nDo you want to go on?";
+    return program.ShowBox(question, box::yesNo + box::question + box::secondIsDefault, "Trial in Hand") == Answer::Yes;
 }
 
 }  // namespace bellmark

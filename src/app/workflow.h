@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "run/procedure.h"
 
@@ -28,8 +29,8 @@ const char* ProcedureTitle(Procedure procedure);
 /// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.
 void ReturnToProcedure(Program& program, Procedure procedure);
 
-/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished
-/// and accepted pair does it go on to the relative calibration.
+/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and once they are
+/// accepted it goes on to the relative calibration.
 int SensorStep(int referenceTrials, bool referenceAccepted);
 
 /// The procedure whose last trial was neither accepted nor rejected; None when there is none.
@@ -49,5 +50,10 @@ bool EnterUnacceptedTrial(Program& program);
 
 /// Whether the procedure has room for one more trial; tells the operator when all are done.
 bool AskForRoom(Program& program);
+
+/// Drops that are in of a trial of the procedure are lost by what comes next: asks whether that may be. when: how the
+/// sentence ends, "when ..." without its full stop. True without a question where none are in, or where the calibration
+/// that they were for is accepted. Takes nothing away itself.
+bool MayGiveUpDrops(Program& program, Procedure procedure, const std::string& when);
 
 }  // namespace bellmark

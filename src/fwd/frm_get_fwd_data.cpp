@@ -21,6 +21,7 @@
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "run/paths.h"
+#include "run/reference_trials.h"
 #include "run/trial.h"
 
 namespace bellmark {
@@ -308,6 +309,8 @@ void frmGetFWDData::AcceptTrial() {
 
 void frmGetFWDData::EndTrial() {
     LeaveTrial(run_);
+    // What the trial had a part in goes with it.
+    if (CalibratesSensors(run_)) JudgeReferenceTrials(run_, AcceptedReferenceTrials(run_));
     run_.CurrentProcStep = CalibratesSensors(run_) ? step::sensorsTrial : step::loadCellTrial;
     SaveInterimCalibration(program_);
 }

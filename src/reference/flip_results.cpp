@@ -43,8 +43,8 @@ std::string SignFault(FlipPosition position) {
 }
 
 FlipCheck CheckSlope(const FlipMeasurement& measured, double former) {
-    // Without a former slope every change is too large.
-    if (former == 0) return {FlipBand::Out, "-"};
+    // Without a former slope that can be one, every change is too large.
+    if (former <= 0) return {FlipBand::Out, "-"};
     const double change = std::abs(NewSlope(measured) - former) / former;
     return {BandOf(change, 0.0025, 0.01), Format(change, "percent")};
 }

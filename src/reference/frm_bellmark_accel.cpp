@@ -75,6 +75,11 @@ void frmBellmark_Accel::DisableButtons() {
 void frmBellmark_Accel::Bellmark() {
     EndReplay(program_);
     ComputeAccelAdjustment(program_.Center);
+    if (CalibratesSensors(run_) && run_.SensorRefCalComplete) {
+        run_.CurrentProcStep = step::sensorsRelative;
+        program_.The<CenterRelativeDoor>().Start();
+        return;
+    }
     // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
     Header.PageTitle.Caption = TextsOf(run_.CurrentProcedure).pageTitle;
     if (IsTrialInHand(run_)) return Enter();
@@ -86,11 +91,6 @@ void frmBellmark_Accel::Bellmark() {
         }
     } else {
         const bool pairsAreComplete = run_.RefTrials >= 2 && run_.RefTrials % 2 == 0;
-        if (pairsAreComplete && run_.SensorRefCalComplete) {
-            run_.CurrentProcStep = step::sensorsRelative;
-            program_.The<CenterRelativeDoor>().Start();
-            return;
-        }
         if (pairsAreComplete &&
             OffersResults(run_.RefTrials, "  reference calibration trials have been completed so far.",
                           "Please review the Reference Calibration Results")) {
@@ -111,6 +111,13 @@ void frmBellmark_Accel::Start() {
         return;
     }
     if (IsTrialInHand(run_)) return Enter();
+    const bool sensors = CalibratesSensors(run_);
+    if (!MayGiveUpDrops(
+            program_, sensors ? Procedure::LoadCell : Procedure::Sensors,
+            sensors ? "when a trial of the deflection sensors begins" : "when a trial of the load cell begins")) {
+        program_.The<MainMenuDoor>().Open();
+        return;
+    }
     TellWhatIsToBeRepeated();
     BeginTrial(run_);
     const TrialShape& shape = run_.Trial.shape;

@@ -166,6 +166,7 @@ void frmBellmark_AccelTrigger::SetState(const std::string& words, Color color) {
 void frmBellmark_AccelTrigger::Start() {
     PrepareDrop();
     program_.Run.DropAborted = false;
+    const double levelBefore = program_.Center.AccelSensitivity;
     const auto verdict = instrument_.Measure(
         {[this] { SetState("Ready: drop now", colors::complete); }, [this] { SetState("Captured", colors::warning); }});
     if (verdict) {
@@ -174,7 +175,8 @@ void frmBellmark_AccelTrigger::Start() {
     }
     SetEnabled({&cmdStart, &cmdCancel}, true);
     cmdNoTrigger.Enabled = false;
-    SetState("No drop was captured: start again", colors::warning);
+    // What "No Trigger" has said stays.
+    if (program_.Center.AccelSensitivity == levelBefore) SetState("No drop was captured: start again", colors::warning);
     Suggest(&cmdStart);
 }
 
@@ -339,9 +341,11 @@ void frmBellmark_AccelTrigger::cmdTooEarly_Click() {
 }
 
 void frmBellmark_AccelTrigger::cmdNoTrigger_Click() {
-    if (MeasuresTrigger()) SetLevelByHand(std::max(program_.Center.AccelSensitivity - handStep, 0.0));
+    SetLevelByHand(std::max(program_.Center.AccelSensitivity - handStep, 0.0));
     StopMeasuring();
-    SetState(MeasuresTrigger() ? "Level lowered: start again" : "Stopped: start again", colors::warning);
+    // The labels of the level are hidden where the drops are counted.
+    SetState("Level lowered to " + Format(program_.Center.AccelSensitivity, "0.00") + " g: start again",
+             colors::warning);
 }
 
 /// Ends a wait for a drop, and the polling of the hand button.

@@ -367,12 +367,15 @@ void frmFlipCalibration::GoBack() {
             break;
     }
     ReturnToProcedure(program_, run.CurrentProcedure);
-    EndStepOfEdit();
+    EndStepOfFlip();
 }
 
-/// In a set-up that is only edited, the step of a new one would make a resumed run an unfinished set-up.
-void frmFlipCalibration::EndStepOfEdit() {
+/// The flip's own steps lead nowhere in a procedure that it is only a part of. In a set-up that is only edited, the
+/// step of a new one would make a resumed run an unfinished set-up.
+void frmFlipCalibration::EndStepOfFlip() {
     CalibrationRun& run = program_.Run;
+    const bool isOfFlip = step::flipEntered <= run.CurrentProcStep && run.CurrentProcStep <= step::flipAccepted;
+    if (run.CurrentProcedure == Procedure::Sensors && isOfFlip) run.CurrentProcStep = step::sensorsTrial;
     if (run.CurrentProcedure == Procedure::Setup && !run.ProgramStarted) run.CurrentProcStep = step::editSetup;
 }
 
@@ -382,7 +385,7 @@ void frmFlipCalibration::Left() {
         StopTest("Flip calibration canceled by operator.");
         program_.Run.CurrentProcStep = step::flipEntered;
     }
-    EndStepOfEdit();
+    EndStepOfFlip();
 }
 
 void frmFlipCalibration::cmdMainMenu_Click() {

@@ -70,7 +70,7 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
     void ShowResult(Label& row, const FlipCheck& check);
     void SaveFlipData();
     void GoBack();
-    void EndStepOfEdit();
+    void EndStepOfFlip();
     void Beep(int hertz, int milliseconds);
 
     Program& program_;

@@ -90,11 +90,10 @@ void frmCenterRelative::BeginTrial() {
 }
 
 void frmCenterRelative::SetUpForm() {
-    const bool isNewStep = run_.CurrentProcedure != Procedure::Sensors || run_.CurrentProcStep != step::sensorsRelative;
     run_.CurrentProcedure = Procedure::Sensors;
     run_.CurrentProcStep = step::sensorsRelative;
     BeginRelativeTrial(run_);
-    if (isNewStep) SaveInterimCalibration(program_);
+    SaveInterimCalibration(program_);
     ShowForm(Stage::Browse);
 }
 

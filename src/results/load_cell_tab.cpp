@@ -11,6 +11,7 @@
 #include "results/publish_run.h"
 #include "results/trial_deletion.h"
 #include "run/center_keys.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -106,7 +107,7 @@ void LoadCellTab::ShowTrialButtons() {
                          : trials < mostTrials ? ""
                                                : "All four trials are done: delete one to repeat it.";
     // A trial that still waits for its answer has its number already: what is done to the others would take it along.
-    const bool waits = run_.FlagUnacceptedTrial;
+    const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
     const std::string answerFirst =
         waits ? "Accept or reject the last trial first: it still waits for its answer." : std::string();
     cmdDelLCTrials.Enabled = trials > 0 && !waits;
@@ -152,6 +153,7 @@ void LoadCellTab::ShowAcceptance() {
 }
 
 void LoadCellTab::cmdAcceptLC_Click() {
+    if (!MayGiveUpDrops(program_, Procedure::LoadCell, "when the load cell calibration is accepted")) return;
     Evaluate();
     WhileWaiting([this] {
         KeepAcceptedGain();
@@ -160,7 +162,8 @@ void LoadCellTab::cmdAcceptLC_Click() {
             run_.CurrentProcStep = step::resultsLast;
         } else {
             run_.CurrentProcedure = Procedure::Sensors;
-            run_.CurrentProcStep = step::sensorsCheck;
+            // Reference trials begin with the prerequisites; the relative calibration does without them.
+            run_.CurrentProcStep = run_.SensorRefCalComplete ? step::sensorsRelative : step::sensorsCheck;
             program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
         }
         Evaluate();
@@ -180,6 +183,7 @@ void LoadCellTab::KeepAcceptedGain() {
         WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterGain", Format(finalGain_, "0.000"));
     }
     run_.LoadCellCalComplete = true;
+    if (run_.Trial.procedure == Procedure::LoadCell) LeaveTrial(run_);
     run_.NewLoadCellCalibrationCenterDate = today;
     run_.NewLoadCellCalibrationCenterGain = ReadNumber(Format(finalGain_, "0.00000000"));
 }

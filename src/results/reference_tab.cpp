@@ -14,6 +14,7 @@
 #include "results/sensor_grids.h"
 #include "results/trial_deletion.h"
 #include "run/reference_trials.h"
+#include "run/trial.h"
 
 namespace bellmark {
 
@@ -129,6 +130,7 @@ Button* ReferenceTab::NextStep() {
 }
 
 void ReferenceTab::cmdAcceptReference_Click() {
+    if (!MayGiveUpDrops(program_, Procedure::Sensors, "when the reference calibration is accepted")) return;
     cmdAdditionalRefTrial.Enabled = false;
     WhileWaiting([this] {
         KeepReferenceAcceptance();
@@ -147,6 +149,7 @@ void ReferenceTab::KeepReferenceAcceptance() {
     if (program_.Services.files.IsFile(interim))
         WriteKey(program_, interim, "Device Calibration", "SensorRefCalComplete", "True");
     run_.SensorRefCalComplete = true;
+    if (run_.Trial.procedure == Procedure::Sensors) LeaveTrial(run_);
 }
 
 bool ReferenceTab::AskForPair() const {

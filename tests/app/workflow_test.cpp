@@ -145,6 +145,7 @@ TEST_F(Workflow, EachProcedureIsEnteredAgainAtItsStep) {
         {4, 40, true, {"check 4", "drops"}, 42},
         {4, 41, true, {"check 4", "drops"}, 41},
         {4, 41, false, {"check 4"}, 41},
+        {4, 33, true, {"drops"}, 42},
         {4, 42, true, {"drops"}, 42},
         {4, 43, true, {}, 43},
         {4, 44, true, {"stand"}, 44},
@@ -187,8 +188,8 @@ TEST_F(Workflow, SensorDropsWaitForAnAccelerometerThatHolds) {
     EXPECT_EQ(fakes.went, (Went{"no drops", "no answer", "flip"}));
 }
 
-TEST_F(Workflow, ReferenceTrialsComeInPairs) {
-    const std::array<std::array<int, 2>, 5> steps{{{41, 41}, {41, 41}, {42, 44}, {41, 41}, {42, 44}}};
+TEST_F(Workflow, ReferenceTrialsComeInPairsUntilTheyAreAccepted) {
+    const std::array<std::array<int, 2>, 5> steps{{{41, 44}, {41, 44}, {42, 44}, {41, 44}, {42, 44}}};
     for (int trials = 0; trials <= 4; ++trials) {
         EXPECT_EQ(SensorStep(trials, false), steps[static_cast<std::size_t>(trials)][0]) << trials;
         EXPECT_EQ(SensorStep(trials, true), steps[static_cast<std::size_t>(trials)][1]) << trials;

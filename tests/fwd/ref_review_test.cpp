@@ -136,6 +136,20 @@ TEST_F(RefReviewTest, APairThatAgreesLeadsToTheResults) {
     }
 }
 
+TEST_F(RefReviewTest, OfARejectedSecondTrialNothingIsSaved) {
+    ReviewTrial({1.01, 0.99, 1});
+    form->cmdAccept.UserClick();
+    ReviewTrial({1.012, 0.99, 1});
+    ASSERT_NE(run.Sensor[0].InterimGain, 0);
+    // Not again, but yes.
+    for (const Answer answer : {Answer::No, Answer::Yes}) machine.dialogs.QueueAnswer(answer);
+    form->cmdReject.UserClick();
+    const std::string file = machine.files.ReadBytes(machine.folder / run.InterimFileName);
+    EXPECT_THAT(file, HasSubstr("RefTrials=1\r\n"));
+    EXPECT_THAT(file, HasSubstr("RefCalAvg=0\r\nRefCalStdDev=0\r\nRefCalChange=0\r\n"));
+    EXPECT_THAT(file, ::testing::Not(HasSubstr("SensorInterimGain")));
+}
+
 TEST_F(RefReviewTest, APairThatDiffersLeadsToTwoMoreTrialsOrToTheResults) {
     for (const bool toResults : {false, true}) {
         run.RefTrials = 0;

@@ -25,6 +25,11 @@ struct FakeFWDData : IdleFWDData {
     void Refresh() override { ++refreshed; }
 };
 
+struct FakeCenterRelative : IdleCenterRelative {
+    int started = 0;
+    void Start() override { ++started; }
+};
+
 /// The two screens of a trial on a machine with a board: a cell of 1000 pounds a volt, 2 heights of 2 drops.
 struct DropScreensTest : ::testing::Test {
     TestMachine machine;
@@ -33,6 +38,7 @@ struct DropScreensTest : ::testing::Test {
     std::shared_ptr<FakeAcquisition> board = std::make_shared<FakeAcquisition>();
     std::shared_ptr<FakeMainMenu> menu = std::make_shared<FakeMainMenu>(program);
     std::shared_ptr<FakeFWDData> fwdData = std::make_shared<FakeFWDData>();
+    std::shared_ptr<FakeCenterRelative> stand = std::make_shared<FakeCenterRelative>();
     std::shared_ptr<FakeSimulator> simulator = std::make_shared<FakeSimulator>();
     std::shared_ptr<frmBellmark_Accel> collection = std::make_shared<frmBellmark_Accel>(program);
     std::shared_ptr<frmBellmark_AccelDrop> drop = std::make_shared<frmBellmark_AccelDrop>(program);
@@ -42,6 +48,7 @@ struct DropScreensTest : ::testing::Test {
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
         program.Register<MainFrameDoor>([](Program&) { return std::make_shared<IdleMainFrame>(); });
         program.Register<FWDDataDoor>([this](Program&) { return fwdData; });
+        program.Register<CenterRelativeDoor>([this](Program&) { return stand; });
         program.Register<SimulatorDoor>([this](Program&) { return simulator; });
         program.Register<CollectionDoor>([this](Program&) { return collection; });
         program.Register<DropDoor>([this](Program&) { return drop; });
@@ -163,6 +170,59 @@ TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
         ReturnToProcedure(program, Procedure::LoadCell);
         EXPECT_TRUE(collection->cmdNext.Enabled) << reviewMode;
     }
+}
+
+TEST_F(DropScreensTest, AnAcceptedReferenceTakesNoMoreDrops) {
+    run.CurrentProcedure = Procedure::Sensors;
+    run.RefTrials = 2;
+    BeginTrial(run);
+    run.Trial.DropSequenceIndex = 1;
+    menu->Open();
+    run.SensorRefCalComplete = true;
+    collection->Bellmark();
+    EXPECT_EQ(stand->started, 1);
+    EXPECT_FALSE(IsInFront(*collection));
+    EXPECT_EQ(run.CurrentProcStep, step::sensorsRelative);
+}
+
+/// Whichever of the two procedures is begun, the other's drops are asked about before they go.
+TEST_F(DropScreensTest, DropsOfTheOtherProcedureAreNotLostWithoutAWord) {
+    Take();
+    const TrialInHand loadCell = run.Trial;
+    // The sensors are held up by no flip: the calibration of the accelerometer is of now.
+    program.Center.AccelDailyCalibrationDate = program.Center.AccelDailyCalibrationTime = program.Now();
+    program.Center.AccelDailyCalibrationTemperatureUnit = "Celsius";
+    const auto begin = [this](Procedure procedure, Answer answer) {
+        machine.dialogs.QueueAnswer(answer);
+        run.CurrentProcedure = procedure;
+        menu->opened = 0;
+        collection->Bellmark();
+    };
+    begin(Procedure::Sensors, Answer::No);
+    EXPECT_THAT(Boxes(), ElementsAre("Trial in Hand\tDrops of load cell trial 1 are in hand. They are given up when a "
+                                     "trial of the deflection sensors begins.\\nDo you want to go on?\t292\tNo"));
+    EXPECT_EQ(menu->opened, 1);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
+    run.CurrentProcedure = Procedure::LoadCell;
+    collection->Bellmark();
+    EXPECT_TRUE(IsInFront(*collection)) << "the trial goes on";
+    EXPECT_EQ(run.Trial.DropResults, loadCell.DropResults);
+
+    begin(Procedure::Sensors, Answer::Yes);
+    EXPECT_EQ(Boxes().size(), 1U);
+    EXPECT_EQ(menu->opened, 0);
+    EXPECT_EQ(run.Trial.procedure, Procedure::Sensors);
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 0);
+    run.Trial.DropSequenceIndex = 3;
+    begin(Procedure::LoadCell, Answer::No);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Drops of reference trial 1 are in hand. They are given up when a trial "
+                                               "of the load cell begins.")));
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 3);
+    // Drops that nothing can be made of any more are not worth a question.
+    run.SensorRefCalComplete = true;
+    collection->Bellmark();
+    EXPECT_THAT(Boxes(), ::testing::IsEmpty());
+    EXPECT_EQ(run.Trial.procedure, Procedure::LoadCell);
 }
 
 TEST_F(DropScreensTest, AFifthTrialIsNotBegun) {

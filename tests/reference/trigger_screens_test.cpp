@@ -206,24 +206,31 @@ TEST_F(TriggerScreenTest, LeavingAtAnyStepTakesNothing) {
 }
 
 TEST_F(TriggerScreenTest, ADropThatDoesNotComeIsEndedByALowerLevel) {
-    Enter(Procedure::TriggerLevel);
-    Drop();
-    const std::string peakBefore = NumberText(program.Drop.PeakMetric);
-    board->captured = false;
-    const int aborts = board->aborts;
-    machine.WhileWaiting = [this] {
-        EXPECT_EQ(screen.cmdNoTrigger.ToolTip.Get(),
-                  "No Trigger (click to stop DAQ, decrease Current Trigger by 0.05)");
-        if (screen.cmdNoTrigger.IsReachable()) screen.cmdNoTrigger.UserClick();
-    };
-    screen.cmdStart.UserClick();
-    EXPECT_GT(board->aborts, aborts);
-    EXPECT_EQ(level, 0.01);
-    EXPECT_EQ(NumberText(program.Drop.PeakMetric), peakBefore) << "the results stay as they were";
-    EXPECT_FALSE(screen.cmdAccept.Enabled);
-    EXPECT_TRUE(screen.cmdStart.Enabled);
-    EXPECT_FALSE(screen.TimerDrop.IsRunning());
-    EXPECT_TRUE(IsInFront());
+    for (const Procedure procedure : {Procedure::TriggerLevel, Procedure::NumberOfDrops}) {
+        level = 0.06;
+        machine.WhileWaiting = nullptr;
+        board->captured = true;
+        Enter(procedure);
+        Drop();
+        const std::string peakBefore = NumberText(program.Drop.PeakMetric);
+        board->captured = false;
+        const int aborts = board->aborts;
+        machine.WhileWaiting = [this] {
+            EXPECT_EQ(screen.cmdNoTrigger.ToolTip.Get(),
+                      "No Trigger (click to stop DAQ, decrease Current Trigger by 0.05)");
+            if (screen.cmdNoTrigger.IsReachable()) screen.cmdNoTrigger.UserClick();
+        };
+        screen.cmdStart.UserClick();
+        EXPECT_GT(board->aborts, aborts);
+        EXPECT_EQ(level, 0.01);
+        EXPECT_EQ(screen.lblState.Caption.Get(), "Level lowered to 0.01 g: start again");
+        EXPECT_EQ(NumberText(program.Drop.PeakMetric), peakBefore) << "the results stay as they were";
+        EXPECT_FALSE(screen.cmdAccept.Enabled);
+        EXPECT_TRUE(screen.cmdStart.Enabled);
+        EXPECT_FALSE(screen.TimerDrop.IsRunning());
+        EXPECT_TRUE(IsInFront());
+        screen.cmdCancel.UserClick();
+    }
 }
 
 TEST_F(TriggerScreenTest, ADropWithoutAPulseIsRepeated) {

@@ -202,6 +202,35 @@ TEST_F(SensorResultsTest, AnAcceptedReferenceLeadsToTheComparison) {
     EXPECT_THAT(sensors.txtRefMsg.Text.Get(), testing::StartsWith("Reference Calibrations Accepted.\r\n"));
 }
 
+TEST_F(SensorResultsTest, DropsOfAFurtherReferenceTrialAreGivenUpOnlyWhenTheOperatorSaysSo) {
+    SetReferenceTrials({1.0041, 1.0021});
+    for (const Procedure procedure : {Procedure::LoadCell, Procedure::Sensors}) {
+        const bool mayBeLost = procedure == Procedure::Sensors;
+        SCOPED_TRACE(mayBeLost);
+        run.SensorRefCalComplete = false;
+        run.Trial.procedure = procedure;
+        run.Trial.number = 3;
+        run.Trial.DropSequenceIndex = 5;
+        if (mayBeLost) {
+            results.Recompute();
+            Answer({Answer::No});
+            sensors.cmdAcceptReference.UserClick();
+            EXPECT_THAT(Boxes(), HasSubstr("Drops of reference trial 3 are in hand. They are given up when the "
+                                           "reference calibration is accepted."));
+            EXPECT_FALSE(run.SensorRefCalComplete);
+            EXPECT_EQ(run.Trial.DropSequenceIndex, 5);
+            Answer({Answer::Yes});
+        }
+        results.Recompute();
+        Answer({Answer::OK});
+        sensors.cmdAcceptReference.UserClick();
+        EXPECT_TRUE(run.SensorRefCalComplete);
+        EXPECT_EQ(run.Trial.DropSequenceIndex, mayBeLost ? 0 : 5) << "the load cell's drops stay";
+        EXPECT_EQ(Boxes().find("Drops of") != std::string::npos, mayBeLost);
+        results.OpenReference();
+    }
+}
+
 TEST_F(SensorResultsTest, MoreReferenceTrialsAreAskedForInPairs) {
     SetReferenceTrials({1.0, 1.0});
     Answer({Answer::No});
