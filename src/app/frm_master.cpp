@@ -40,7 +40,7 @@ void frmMaster::mnuContents_Click() {
 
 void frmMaster::mnuAccelerometerCalibration_Click() {
     const Screen* front = Stack().Front();
-    // In front already, for a procedure that it goes back to.
+    // Already in front, opened by a procedure that continues after it.
     if (front && front == Stack().Find("frmFlipCalibration")) return;
     program_.Header.SetProcedureName(ProcedureTitle(Procedure::Flip));
     program_.Run.CurrentProcedure = Procedure::Flip;
@@ -48,7 +48,7 @@ void frmMaster::mnuAccelerometerCalibration_Click() {
 }
 
 bool frmMaster::OperatorWantsToSwitch(const char* question) {
-    // Both switches ask under this title.
+    // Both switches use this title.
     return program_.ShowBox(question, box::yesNo + box::question + box::secondIsDefault,
                             "Start Load Cell Calibration") == Answer::Yes;
 }
@@ -75,7 +75,7 @@ void frmMaster::BeginWaiting(const std::string& text) {
     waitingCancelled_ = false;
     lblWaiting.Caption = text;
     fraWaiting.Visible = true;
-    // A second file chosen meanwhile, or another screen, would meet half of what is waited for.
+    // Another file or screen chosen meanwhile would find only half of the data.
     Stack().LockAllBut(&fraWaiting);
 }
 

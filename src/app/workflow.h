@@ -9,8 +9,8 @@ namespace bellmark {
 class Program;
 struct CalibrationRun;
 
-/// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the
-/// run: CurrentProcedure and CurrentProcStep. This is the way back into each of them.
+/// The calibration is one long procedure that can be left at any point. Its state is a pair of numbers in the run:
+/// CurrentProcedure and CurrentProcStep. An entry leads back into one such state.
 struct WorkflowEntry {
     Procedure procedure;
     int firstStep;
@@ -19,29 +19,28 @@ struct WorkflowEntry {
     void (*enter)(Program& program);
 };
 
-/// One row an entry, the first that fits counts. A pair that no row names leads nowhere.
+/// One row per entry; the first that fits counts. A pair without a row leads nowhere.
 std::span<const WorkflowEntry> WorkflowEntries();
 
-/// What the page header says in a procedure; empty for those without a title of their own.
+/// The page header of a procedure; empty for those without a title of their own.
 const char* ProcedureTitle(Procedure procedure);
 
 /// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.
 void ReturnToProcedure(Program& program, Procedure procedure);
 
-/// Step of the deflection sensor calibration by what was done: reference trials come in pairs, and only from a finished
-/// and accepted pair does it go on to the relative calibration.
+/// Step of the deflection sensor calibration by what was done. Reference trials come in pairs; only a finished and
+/// accepted pair leads on to the relative calibration.
 int SensorStep(int referenceTrials, bool referenceAccepted);
 
 /// The procedure whose last trial was neither accepted nor rejected; None when there is none.
 Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run);
 
-/// Load cell trials that were accepted: only their gains count.
+/// Number of accepted load cell trials: only their gains count.
 int AcceptedLoadCellTrials(const CalibrationRun& run);
 /// The same of the deflection sensors' reference trials.
 int AcceptedReferenceTrials(const CalibrationRun& run);
 
-/// Whether the whole road of the deflection sensors is part of the program, up to their accepted calibration: half a
-/// road is not offered.
+/// Whether the program holds all steps of the sensor calibration, up to its acceptance; part of them is not offered.
 bool OffersSensorCalibration(const Program& program);
 
 /// Goes to the trial that still waits for its answer. False when there is none.
