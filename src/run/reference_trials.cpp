@@ -12,7 +12,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr double largestStdError = 0.002049;  ///< of a slope: what still rounds to 0.002
+constexpr double largestStdError = 0.002049;  ///< of a slope: the largest that still rounds to 0.002
 constexpr double scatteredStdDev = 0.003;
 
 std::size_t SensorsOf(const CalibrationRun& run) {
@@ -79,7 +79,7 @@ void AddSensor(ReferenceStatistics& stats, const SensorCalRecord& sensor, std::s
     stats.RMSDifference += stats.TrialPairDifference[s] * stats.TrialPairDifference[s];
 }
 
-/// The sensors of a trial whose slopes are not known well enough; empty when there are none.
+/// The sensors of a trial whose slopes have too large a standard error; empty when there are none.
 std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
     std::string listing;
     int count = 0;
@@ -169,7 +169,7 @@ void JudgeReferenceTrials(CalibrationRun& run, int trials) {
     ForgetInterimGains(run);
     run.SensorRefCalGood = false;
     if (counted == 0) return;
-    // An open pair leaves the gains of the pairs before it.
+    // An incomplete pair leaves the gains of the pairs before it.
     const int paired = static_cast<int>(counted - counted % 2);
     for (std::size_t t = 0; t < counted; ++t) RefCalcStats(run, static_cast<int>(t), paired);
     RefCalGood(run, static_cast<int>(counted));

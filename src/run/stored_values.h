@@ -5,12 +5,12 @@
 
 #include "platform/date_time.h"
 
-/// Values as the program's files hold them. Reading never fails: what is no value of its kind is 0, no or the zero
-/// date.
+/// Values as the program's files hold them. Reading never fails: a text that is not a value of its kind is 0, no or the
+/// zero date.
 namespace bellmark {
 
 double StoredNumber(std::string_view text);                   ///< finite
-int StoredWhole(std::string_view text, int least, int most);  ///< rounded half to even, brought into the range
+int StoredWhole(std::string_view text, int least, int most);  ///< rounded half to even, clamped to the range
 bool StoredBoolean(std::string_view text);                    ///< the word True, or a number other than 0
 DateTime StoredDate(std::string_view text);
 
