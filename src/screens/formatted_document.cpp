@@ -69,7 +69,7 @@ QTextCharFormat RunFormat(const FormattedRun& run) {
     format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
     format.setFontItalic(run.isItalic);
     format.setFontUnderline(run.isUnderlined);
-    // The least there is: letters that are spaced are not joined ("fi"), and a word of the printed file can be found.
+    // The smallest spacing: spaced letters are not joined ("fi"), so that words in the printed file can be searched.
     constexpr double leastSpacing = 1.0 / 64;
     format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
     format.setFontLetterSpacing(leastSpacing);
@@ -92,7 +92,7 @@ void FillDocument(QTextDocument& document, const FormattedText& text, double dot
             cursor.insertBlock(format);
         }
         isFirst = false;
-        // An empty line is as high as its letters would be.
+        // An empty line is as high as a line of its text.
         if (paragraph.runs.empty()) cursor.setBlockCharFormat(RunFormat({}));
         for (const FormattedRun& run : paragraph.runs) {
             const QString letters = QString::fromStdString(run.text).replace(QLatin1Char('\n'), QChar::LineSeparator);
@@ -111,14 +111,14 @@ void PrintDocument(QPrinter& printer, const FormattedText& text) {
     const double sideInches = std::max(leastSideInches, (paperInches - sheetInches) / 2);
     printer.setPageMargins(QMarginsF(sideInches, topInches, sideInches, topInches), QPageLayout::Inch);
     const QSizeF area = printer.pageLayout().paintRectPixels(printer.resolution()).size();
-    // Lines break as on the screen: narrow paper makes the sheet smaller, not its text longer.
+    // Lines break as on the screen: narrow paper makes the print smaller, not longer.
     const double sheetDots = sheetInches * printer.logicalDpiX();
     const double scale = std::min(1.0, area.width() / sheetDots);
     const QSizeF page(sheetDots, area.height() / scale);
 
     QTextDocument document;
-    // A layout that knows its device takes lengths in dots of the screen and makes them the device's by itself, as it
-    // does with letters.
+    // A layout that knows its device takes lengths in dots of the screen and converts them to the device's, like
+    // letters.
     document.documentLayout()->setPaintDevice(&printer);
     FillDocument(document, text, QGuiApplication::primaryScreen()->logicalDotsPerInchY());
     document.setDocumentMargin(0);

@@ -23,7 +23,7 @@ namespace {
 
 constexpr double usualPointSize = 10;
 constexpr double margin = 15;    // mm
-constexpr double plotScale = 4;  // dots of paper for one of the screen
+constexpr double plotScale = 4;  // dots on paper per dot of the screen
 
 QFont PageFont(QPaintDevice& device, const std::vector<QString>& lines, const QRectF& area) {
     QFont font(QStringLiteral("Courier New"));
@@ -103,7 +103,7 @@ void QtPrinter::Print(const std::string& title, const FormattedText& text) {
 
 void QtPrinter::SavePdf(const Path& file, const std::string& title, const FormattedText& text) {
     const QString name = QString::fromStdString(PathText(file));
-    // Asked first: the PDF writer itself says nothing when it cannot write.
+    // Checked first: the PDF writer does not report that it cannot write.
     if (!QFile(name).open(QIODevice::WriteOnly)) throw FileError(file, "cannot be written");
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
@@ -117,7 +117,7 @@ void QtSound::Play(const Path&) {
 }
 
 void QtSound::Beep(int hertz, std::chrono::milliseconds length) {
-    // The desktop's bell has one pitch and one length: a low tone is told by two strokes.
+    // The desktop's bell has one pitch and one length: two strokes stand for a low tone.
     constexpr int highHertz = 600;
     QApplication::beep();
     if (hertz < highHertz) QTimer::singleShot(length, qApp, [] { QApplication::beep(); });
