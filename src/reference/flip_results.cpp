@@ -43,7 +43,7 @@ std::string SignFault(FlipPosition position) {
 }
 
 FlipCheck CheckSlope(const FlipMeasurement& measured, double former) {
-    // Without a former slope every change is too large.
+    // Without a former slope every change counts as too large.
     if (former == 0) return {FlipBand::Out, "-"};
     const double change = std::abs(NewSlope(measured) - former) / former;
     return {BandOf(change, 0.0025, 0.01), Format(change, "percent")};
@@ -88,7 +88,7 @@ FlipReading ReadingOf(std::span<const float> volts, DateTime now) {
 }
 
 std::string ReadingFault(FlipPosition position, const FlipReading& reading) {
-    // What is no number is as unusable as a restless reading.
+    // A value that is not a number is as unusable as a restless reading.
     const bool isRestless = !std::isfinite(reading.stdDev) || ExceedsLimit(reading.stdDev, largestDeviation);
     if (isRestless) {
         return std::string("Standard Deviation of ") + NameOf(position) + " is too large.(Should be less than " +

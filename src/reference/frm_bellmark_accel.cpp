@@ -75,7 +75,7 @@ void frmBellmark_Accel::DisableButtons() {
 void frmBellmark_Accel::Bellmark() {
     EndReplay(program_);
     ComputeAccelAdjustment(program_.Center);
-    // Back from the main menu, or from its checklist, in the middle of a trial: what was accepted stands.
+    // Back from the main menu, or from its checklist, in the middle of a trial: accepted drops stay.
     Header.PageTitle.Caption = TextsOf(run_.CurrentProcedure).pageTitle;
     if (IsTrialInHand(run_)) return Enter();
     if (run_.CurrentProcedure == Procedure::LoadCell) {
@@ -158,8 +158,8 @@ void frmBellmark_Accel::PollButton(bool poll) {
 }
 
 void frmBellmark_Accel::TimerAccel_Tick() {
-    // The button speaks to the screen in front: after an aborted drop that may be the main menu. From behind another
-    // screen its channel is not read either, or the reading would fall into what that screen measures.
+    // The button acts on the screen in front: after an aborted drop that may be the main menu. Behind another screen
+    // its channel is not read either, since the reading would disturb that screen's measurement.
     if (Stack().Front() == this && HandButtonWasReleased(program_)) cmdNext_Click();
 }
 
