@@ -72,7 +72,7 @@ double StdDev(double sum, double sumOfSquares, int n) {
 
 namespace {
 
-/// Largest of elements 1 to n; the list of which it is may end before.
+/// Largest of elements 1 to n; the list may be shorter.
 double LargestFromSecond(std::span<const double> values, std::size_t n) {
     double largest = values.size() > 1 && n >= 1 ? values[1] : 0;
     for (std::size_t i = 2; i <= n; ++i) largest = std::max(largest, i < values.size() ? values[i] : 0);

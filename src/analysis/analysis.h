@@ -7,7 +7,7 @@
 /// Statistics of the calibration: plain functions of numbers, with no state.
 namespace bellmark {
 
-/// Hears of an argument that a routine cannot work with; the routine returns a number all the same.
+/// Called for an argument that a routine cannot work with; the routine still returns a number.
 using AnalysisWarning = std::function<void(const char* text)>;
 
 /// Probability that an F variable of df1 and df2 degrees of freedom exceeds F: the upper tail, one-sided. An F below
@@ -17,7 +17,7 @@ double FProbability(int df1, int df2, double F, const AnalysisWarning& warn);
 /// The regularised incomplete beta function I_x(a, b) for a, b > 0. An x outside 0 to 1 warns and gives 0.
 double BetaI(double a, double b, double x, const AnalysisWarning& warn);
 
-/// Continued fraction of the incomplete beta function. It warns when it has not settled to 3e-7 after 1000 rounds.
+/// Continued fraction of the incomplete beta function. Warns when it has not converged to 3e-7 after 1000 rounds.
 double BetaCF(double a, double b, double x, const AnalysisWarning& warn);
 
 /// Natural logarithm of the gamma function for xx > 0 by the series of Lanczos (SIAM J. Numer. Anal. 1, 1964).
@@ -27,7 +27,7 @@ double GammaLn(double xx);
 /// rounding would leave a negative variance, and for fewer than two values.
 double StdDev(double sum, double sumOfSquares, int n);
 
-/// The straight line through the origin that fits y = slope x best.
+/// The straight line through the origin with the best fit of y = slope x.
 struct OriginRegression {
     double slope = 0;
     double r2 = 0;  ///< about the mean of y, though the line is forced through the origin

@@ -10,14 +10,14 @@
 /// values.
 namespace bellmark {
 
-/// Where a row has no such number, there is none.
+/// A number that does not apply to the row is empty.
 struct VarianceRow {
     std::string source;
     double sumOfSquares = 0;
     std::optional<int> degreesOfFreedom;
     std::optional<double> meanSquare;
     std::optional<double> F;
-    std::optional<double> P;  ///< that such an F comes by chance, 0 to 1
+    std::optional<double> P;  ///< probability of such an F by chance, 0 to 1
 };
 
 struct VarianceTable {
@@ -31,14 +31,14 @@ struct VarianceSource {
     int degreesOfFreedom = 0;
 };
 
-/// What P takes as its second degrees of freedom.
+/// Which degrees of freedom P takes as its second.
 enum class ProbabilityDegrees { OfError, OfTotal };
 
-/// True for what is left of a sum of squares where rounding alone has made it: below 1e-12 of the total.
+/// True for a sum of squares below 1e-12 of the total, which comes from rounding alone.
 bool IsRounding(double sumOfSquares, double total);
 
-/// Sets each source against the error, which is what the total has and the sources have not. An error that is rounding
-/// alone counts as 0; then there is no F and no P. A source or error without degrees of freedom has no mean square.
+/// Compares each source with the error, which is the total less the sources. An error from rounding alone counts as 0;
+/// there is then no F and no P. A source or error without degrees of freedom has no mean square.
 VarianceTable CompareSources(const std::vector<VarianceSource>& sources, const VarianceSource& total,
                              ProbabilityDegrees degrees, const AnalysisWarning& warn);
 

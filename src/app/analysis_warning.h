@@ -6,7 +6,7 @@ namespace bellmark {
 
 class Program;
 
-/// Shows what a statistical routine has to say in a plain box. The program must outlive it.
+/// Shows the warning of a statistical routine in a plain box. The program must outlive it.
 AnalysisWarning WarnInBox(Program& program);
 
 }  // namespace bellmark

@@ -18,8 +18,7 @@ namespace bellmark {
 
 namespace {
 
-/// With hardware the run is live. The simulated board answers that it is available, but nothing can be measured with
-/// it.
+/// With hardware the run is live. The simulated board reports itself as available, but nothing can be measured with it.
 void LookForBoard(Program& program) {
     auto& acquisition = program.The<AcquisitionDoor>();
     program.Header.SetBoardName(acquisition.FindBoard());
@@ -53,7 +52,7 @@ void Main(Program& program) {
         program.Services.endProgram();
         return;
     }
-    // A review that was broken off has left the machine's own configuration aside.
+    // An interrupted review has left the machine's own configuration set aside.
     PutBackCenterConfiguration(program);
     CalibrationRun& run = program.Run;
     run.StartDirectory = program.Services.startDirectory;
@@ -103,7 +102,7 @@ bool CheckCriticalFiles(Program& program) {
 void NameInterimStore(Program& program) {
     const std::string name = "InterimCal" + Format(program.Now(), "yyyymmdd");
     const FileSystem& files = program.Services.files;
-    // A data folder with files in it is taken too: they may be all that is left of a calibration.
+    // A data folder with files in it counts as taken, too: they may be all that is left of a calibration.
     const auto isTaken = [&](const std::string& wanted) {
         return FileExists(files, program.Folder() / (wanted + ".DDX")) ||
                !files.FileNames(program.Folder() / wanted).empty();
@@ -149,7 +148,7 @@ bool StartNewCalibration(Program& program) {
     LeaveInterimStore(program);
     if (!CheckCriticalFiles(program)) return false;
     BeginFreshRun(program);
-    // The name is always searched for: a finished calibration of today may have left its file.
+    // Always searches for a free name: a calibration finished today may have left its file.
     NameInterimStore(program);
     auto& startForm = program.The<StartFormDoor>();
     startForm.AllowReadingCenter(false);
@@ -162,7 +161,7 @@ bool StartNewCalibration(Program& program) {
     program.Run.CurrentProcStep = step::setupCenter;
     program.Header.SetProcedureName("");
     // The set-up adds single values to the run's copy of the center's configuration. A review reads that copy, so it
-    // has to be a whole one; in a review itself the copy comes from the file that was chosen.
+    // must be complete. During a review the copy comes from the file that was chosen.
     if (!program.Run.ReviewMode) WriteCenterDataToPDDX(program, RunCenterConfig(program));
     return true;
 }
@@ -171,7 +170,7 @@ bool OpenInterimCalibration(Program& program) {
     try {
         if (!CheckCriticalFiles(program)) return false;
     } catch (const std::exception& error) {
-        // What cannot be written on the way, the run's copy of the center's configuration, is not needed to go on.
+        // Only the run's copy of the center's configuration was not written, and that is not needed to go on.
         program.Log(error.what());
     }
     EnterLoadedRun(program);
@@ -186,7 +185,7 @@ void EnterLoadedRun(Program& program) {
 }
 
 void QuitApplication(Program& program) {
-    // The set-up is left as by its own button.
+    // The set-up is left in the same way as by its own button.
     if (program.Run.ProgramStarted && program.Run.InterimCalOpen && program.Run.CurrentProcedure == Procedure::Setup) {
         SaveInterimCalibration(program);
     }
@@ -199,7 +198,7 @@ void QuitApplication(Program& program) {
     }
     PurgeEmptyInterimFolders(program);
     if (!quit) return;
-    // A capture that is waited for gives up, so that the handlers under way can come to their end.
+    // A pending capture is aborted, so that the running handlers can finish.
     program.Run.DropAborted = true;
     program.The<AcquisitionDoor>().Unload();
     program.Services.endProgram();
@@ -213,7 +212,7 @@ void PurgeEmptyInterimFolders(Program& program) {
             const bool holdsNothing = files.FileNames(folder).empty() && files.FolderNames(folder).empty();
             if (holdsNothing) files.RemoveFolder(folder);
         } catch (const FileError& error) {
-            // Left for the next quit; the program ends all the same.
+            // Left for the next quit; the program still ends.
             program.Log(error.what());
         }
     }

@@ -23,7 +23,7 @@ int VersionIn(const std::string& text) {
     return blank == std::string::npos ? 0 : StoredWhole(std::string_view(text).substr(blank, 2), 0, 9);
 }
 
-/// A file that is there but cannot be read must not be taken for an empty one, or the change would cost all it holds.
+/// A file that exists but cannot be read must not be taken for an empty one: the change would lose its contents.
 /// change: called with the file's strings and its path.
 template <class Change>
 void ChangeFile(Program& program, const Path& path, Change change) {
@@ -31,12 +31,12 @@ void ChangeFile(Program& program, const Path& path, Change change) {
     const Path file = ActualPath(files, path);
     ProfileStrings strings = files.IsFile(file) ? ProfileStrings(ReadTextFile(files, file)) : ProfileStrings();
     change(strings, file);
-    // The data folder of a run comes into being with the first that is written into it.
+    // The data folder of a run is created with the first file written into it.
     files.CreateFolder(file.parent_path());
     SaveText(program, file, strings.Text());
 }
 
-/// What of the files that the FWD's operator brings belongs to the run.
+/// Takes what belongs to the run from the files that the FWD's operator brings.
 void ReadTransferFolder(Program& program) {
     const FileSystem& files = program.Services.files;
     CalibrationRun& run = program.Run;
@@ -53,7 +53,7 @@ Path KeptConfiguration(const Program& program) {
     return ActualPath(program.Services.files, program.Folder() / oldCenterConfigName);
 }
 
-/// A date that cannot be read would be written back as the zero date with the next save.
+/// A date that cannot be read would be written back as the zero date at the next save.
 std::string DateFault(const ProfileStrings& strings) {
     for (const char* key : {"ReferenceLoadCellCalibrationDate", "AccelReferenceCalibrationDate",
                             "AccelDailyCalibrationDate", "AccelDailyCalibrationTime"}) {
@@ -65,7 +65,7 @@ std::string DateFault(const ProfileStrings& strings) {
     return {};
 }
 
-/// Takes the strings of a file. Why it is not taken for a center's configuration, in words for the operator; empty when
+/// Takes the strings of a file. Returns why it is not a center's configuration, in words for the operator; empty when
 /// it is one.
 std::string CenterFileFault(const FileSystem& files, const Path& path, ProfileStrings& strings) {
     try {
@@ -143,9 +143,9 @@ bool ReadCenterConfiguration(Program& program, const Path& path) {
 void KeepCenterConfiguration(Program& program) {
     FileSystem& files = program.Services.files;
     const Path master = MasterCenterConfig(program);
-    // The first one that is kept is the machine's own; what a review puts in its place is not.
+    // The first one kept is the machine's own; the one that a review puts in its place is not.
     if (files.IsFile(KeptConfiguration(program)) || !files.IsFile(master)) return;
-    // One that cannot be read just now must not be lost to the review: it does not begin.
+    // If it cannot be read now, the review does not begin, so that it is not lost.
     if (!ProfileStrings(ReadTextFile(files, master)).HasSection(centerSection)) return;
     files.CopyFile(master, program.Folder() / oldCenterConfigName);
 }
@@ -156,7 +156,7 @@ void PutBackCenterConfiguration(Program& program) {
     if (!files.IsFile(kept)) return;
     try {
         if (!ProfileStrings(ReadTextFile(files, kept)).HasSection(centerSection)) return files.RemoveFile(kept);
-        // Renaming replaces the file in one step, so that there is a configuration at every moment.
+        // Renaming replaces the file in one step: there is a configuration at every moment.
         files.Rename(kept, MasterCenterConfig(program));
     } catch (const FileError& error) {
         program.Log(error.what());

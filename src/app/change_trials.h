@@ -5,8 +5,8 @@ namespace bellmark {
 class Program;
 struct TrialShape;
 
-/// Whether the trials from now on may be of this shape. A trial in hand is of one shape from its first drop to its
-/// last: the operator is asked whether it is repeated; with No nothing changes.
+/// Whether the trials from now on may have this shape. A trial keeps one shape from its first drop to its last, so the
+/// operator is asked whether the trial in hand is to be repeated. With No nothing changes.
 bool MayChangeTrials(Program& program, const TrialShape& wanted);
 
 }  // namespace bellmark

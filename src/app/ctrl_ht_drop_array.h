@@ -11,13 +11,13 @@
 
 namespace bellmark {
 
-/// The peaks of the trial in hand, heights by drops, with mean and standard deviation of each height. Its controls are
-/// the screen's own; a screen with two of them tells them apart by a prefix to the controls' names.
+/// The peaks of the trial in hand, heights by drops, with mean and standard deviation of each height. Its controls
+/// belong to the screen; on a screen with two of them a prefix to the controls' names tells them apart.
 class ctrlHtDropArray {
   public:
     ctrlHtDropArray(Place place, const CalibrationRun& run, const std::string& prefix = {});
 
-    std::vector<std::unique_ptr<TextBox>> txtData;  ///< one a drop, in the order of the trial
+    std::vector<std::unique_ptr<TextBox>> txtData;  ///< one per drop, in the order of the trial
     std::vector<std::unique_ptr<Label>> lblHeight;
     std::vector<std::unique_ptr<Label>> lblDrop;
     std::vector<std::unique_ptr<Label>> lblMean;
@@ -29,7 +29,7 @@ class ctrlHtDropArray {
     std::function<void(int index)> CellClick;
 
     void CreateResultTable(int drops, int heights, bool labels = true);
-    void FormatStyle();  ///< picture of the values, by procedure and units
+    void FormatStyle();  ///< sets the picture of the values by procedure and units
     void Clear();
     void HighlightCell(int index, Color color);
     void ShowResult(int index, double value);

@@ -12,7 +12,7 @@ namespace bellmark {
 double ReadTemperature(Program& program) {
     const CenterConfig& center = program.Center;
     if (!program.Run.ReviewMode) {
-        // The sensor gives 10 mV a degree.
+        // The sensor gives 10 mV per degree.
         return program.The<AcquisitionDoor>().OneConversion(program.Run.TempChannel) * 100.0;
     }
     const double stored = center.AccelDailyCalibrationTemp + 0.1 * program.Services.random.Next();

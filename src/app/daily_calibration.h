@@ -8,7 +8,7 @@ class Program;
 /// Temperature at the accelerometer now, in degrees Celsius: from the board, or near the stored one when there is none.
 double ReadTemperature(Program& program);
 
-/// Minutes, in whole ones, from the accelerometer's daily calibration until now.
+/// Whole minutes from the accelerometer's daily calibration until now.
 double MinutesSinceAccelCal(const Program& program);
 
 /// The accelerometer's daily calibration still holds: at most 480 minutes old and at most 5.0 °C away (AASHTO R32).
@@ -16,7 +16,7 @@ bool AccelCalCurrent(Program& program);
 
 bool AccelWasCalibratedToday(const Program& program);
 
-/// It still holds and is of today: what a set-up, and another trial out of the results, ask for.
+/// The calibration holds and is of today. Required by a set-up and by another trial started from the results.
 bool IsAccelCalibrationCurrent(Program& program);
 
 }  // namespace bellmark

@@ -8,7 +8,7 @@
 #include "run/procedure.h"
 
 /// How screens reach each other: for each screen the few entry points that others call. The screen implements its door,
-/// and a test can stand another behind it.
+/// and a test can put another implementation behind it.
 namespace bellmark {
 
 class MainFrameDoor {  // frmMaster
@@ -16,8 +16,8 @@ class MainFrameDoor {  // frmMaster
     virtual ~MainFrameDoor() = default;
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;  ///< the menu items of the two calibrations
     virtual void AllowWhatNeedsARun(bool isInHand) = 0;             ///< set-up, accelerometer, results
-    /// While the board measures, the screen in front alone leads on: what the menus open may ask the board for the
-    /// temperature.
+    /// While the board measures, only the screen in front can be used: a screen opened by a menu could ask the board
+    /// for the temperature.
     virtual void SetMeasuring(bool measuring) = 0;
     virtual void BeginWaiting(const std::string& text) = 0;  ///< says what is waited for, with a button to end it
     virtual bool WaitingCancelled() const = 0;
@@ -39,7 +39,7 @@ class MainMenuDoor {  // frmMainMenu
   public:
     virtual ~MainMenuDoor() = default;
     virtual void Open() = 0;
-    virtual void MarkAccelerometer() = 0;  ///< its daily calibration: holds or must be done
+    virtual void MarkAccelerometer() = 0;  ///< shows whether its daily calibration holds or must be done
     virtual void AllowProcedures(bool loadCell, bool sensors) = 0;
     virtual void EditSetup() = 0;
     virtual void CalibrateAccelerometer() = 0;

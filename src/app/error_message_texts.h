@@ -7,7 +7,7 @@
 /// Titles, texts and styles of the numbered messages, for error_messages.cpp alone.
 namespace bellmark::message_texts {
 
-/// One numbered message. "{1}" to "{9}" in title and text stand for what is inserted, a line ends in '\n'.
+/// One numbered message. "{1}" to "{9}" in title and text are replaced by values; a line ends in '\n'.
 struct MessageEntry {
     int code;
     int style;
@@ -17,13 +17,13 @@ struct MessageEntry {
 
 using namespace box;
 
-// Composed so far by no caller, or shown on a panel.
+// Messages that no caller composes yet, or that are shown on a panel.
 inline constexpr int plain = helpButton;
 
-// 251 asks for this value where the others ask for the help button.
+// 251 has this value where the others have the help button.
 inline constexpr int inPlaceOfHelp = 32768;
 
-// The texts are shown to the letter, with their misspellings: operators and handbooks know them like this.
+// The texts are shown exactly as here, misspellings included: operators and handbooks know them this way.
 inline constexpr std::array messages{
     MessageEntry{5, plain, "Accelerometer Trigger (005)",
                  "To determine the accelerometer trigger level, prepare an FWD drop at the LOWEST level to be used in "

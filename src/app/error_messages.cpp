@@ -26,7 +26,7 @@ const MessageEntry* FindMessage(int code) {
     return found == messages.end() ? nullptr : &*found;
 }
 
-/// The values of one message, with a clear failure where the caller left one out.
+/// The values of one message. A missing one is an error that names it.
 class Values {
   public:
     Values(int code, const std::vector<MessageValue>& values) : code_(code), values_(values) {}
@@ -79,7 +79,7 @@ std::vector<std::string> MissingFiles(const CalibrationRun& run, const Path& pro
     return {"File", "file is", PathText(programFolder), lines, "file"};
 }
 
-/// A drop is told in the units of its trial, whatever the set-up says by now.
+/// A drop is reported in the units of its trial, even if the set-up has changed since.
 bool DropIsEnglish(const CalibrationRun& run) {
     const bool isOfTrial = run.Trial.procedure != Procedure::None;
     return isOfTrial ? run.Trial.shape.englishUnits : run.EnglishUnits;
@@ -108,7 +108,7 @@ std::vector<std::string> PeakLoad(double pounds, const std::string& loadCellUnit
     return {Format(pounds * kilonewtonsPerPound, "000.0") + "kN", "105 kN"};
 }
 
-/// What stands in the places of title and text.
+/// The texts for the places in title and text.
 std::vector<std::string> Insertions(const CalibrationRun& run, int code, const Values& values,
                                     const MessageFacts& facts) {
     const auto volts = [&](std::size_t position) { return Format(values.Number(position), "0.000"); };
@@ -153,7 +153,7 @@ std::vector<std::string> Insertions(const CalibrationRun& run, int code, const V
     }
 }
 
-/// The pattern with its places filled. What is inserted is not looked at again: a folder may be named "{1}".
+/// The pattern with its places filled. Inserted text is not filled again: a folder may be named "{1}".
 std::string Fill(std::string_view pattern, const std::vector<std::string>& insertions) {
     std::string text;
     for (std::size_t at = 0; at < pattern.size(); ++at) {

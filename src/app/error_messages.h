@@ -12,15 +12,16 @@ namespace bellmark {
 
 using MessageValue = std::variant<std::string, double, DateTime>;
 
-/// What a message tells beyond the run and its values.
+/// Facts for a message besides the run and its values.
 struct MessageFacts {
     Path programFolder;                  ///< 300
     DateTime today{};                    ///< 112
-    std::string referenceLoadCellUnits;  ///< 303: "pound-force", or it speaks in kN
+    std::string referenceLoadCellUnits;  ///< "pound-force"; any other means kN
 };
 
 /// Composes a message into the run's MessageTitle, MessageText and LastMessageCode; shows nothing. Lines end in CR LF.
-/// A number above 100 that stands for no message clears the text, one below leaves it; the title stays in both cases.
+/// For a number without a message, the text is cleared when the number is above 100 and kept when it is below; the
+/// title stays in both cases.
 ///
 /// Values, in the order in which the text inserts them:
 ///

@@ -96,7 +96,7 @@ void frmAbout::ListInterimCalibrations() {
 
 void frmAbout::grdInterim_Click(int row) {
     if (row < grdInterim.FixedRows()) return;
-    // Marking marks: the run in hand, if there is one, stays what it is.
+    // Marking a row does not change the run in hand.
     grdInterim.SelectedRow = row;
     EnableInterimButtons();
 }
@@ -130,7 +130,7 @@ void frmAbout::cmdOpenInterimCal_Click() {
     auto interim = MarkedInterim();
     if (!interim || interim->endDate.empty() || !run.InterimCalOpen) return;
     if (interim->fromCopy && !OffersCopy(*interim)) {
-        // The operator may want what is left of the file itself.
+        // The operator may still need what is left of the file itself.
         if (interim->fileEndDate.empty()) return;
         interim->endDate = interim->fileEndDate;
     }
@@ -141,15 +141,15 @@ void frmAbout::cmdOpenInterimCal_Click() {
     run.ReviewFromInterim = run.ReviewMode;
     run.NewCalibration = false;
     if (!LoadInterimCalibration(program_)) return ShowStart();
-    // The files were checked and the center was read above; doing so again would put the center's units and notes in
-    // place of those of the loaded run.
+    // The files were checked and the center was read above; doing so again would replace the loaded run's units and
+    // notes by those of the center.
     if (run.LastMessageCode != cannotReadInterim) EnterLoadedRun(program_);
 }
 
 void frmAbout::cmdDeleteInterim_Click() {
     const auto interim = MarkedInterim();
     if (!interim) return;
-    // The box asks the same question as opening does; the title and the icon are what tells the two apart.
+    // The box asks the same question as opening does; only title and icon differ.
     const int style = box::yesNo + box::exclamation + box::secondIsDefault;
     if (program_.ShowBox(QuestionAbout(*interim), style, continueTitle) != Answer::Yes) return;
     TakeName(*interim);
@@ -158,7 +158,7 @@ void frmAbout::cmdDeleteInterim_Click() {
     run.RefTrials = 0;
     run.RelTrials = 0;
     run.InterimCalOpen = false;
-    // What could not be deleted is still in the list below, for the operator to see.
+    // The list below still shows what could not be deleted.
     RemoveInterimCalibration(program_);
     NameInterimStore(program_);
     ListInterimCalibrations();
@@ -172,7 +172,7 @@ void frmAbout::cmdStartNewCal_Click() {
     program_.Compose(100);
     if (program_.ShowComposed() == Answer::Cancel) return;
     LeaveInterimStore(program_);
-    // Nothing has begun while no file was chosen.
+    // Nothing begins until a file is chosen.
     if (program_.The<SetupDoor>().ReadCalCenter()) return program_.The<SetupDoor>().Open();
     LeaveInterimStore(program_);
     program_.Run.IsInHand = false;

@@ -11,7 +11,7 @@ namespace bellmark {
 class Program;
 
 /// The start form: a new calibration, one of the interim calibrations, or a monthly one. Opened from the menu it only
-/// tells what the program is.
+/// shows what the program is.
 class frmAbout : public Screen, public StartFormDoor {
   public:
     explicit frmAbout(Program& program);
@@ -51,7 +51,7 @@ class frmAbout : public Screen, public StartFormDoor {
     bool OffersCopy(const InterimCalibration& interim);
 
     Program& program_;
-    bool backToStart_ = false;  ///< the about view lies over the start form
+    bool backToStart_ = false;  ///< the about view covers the start form
 };
 
 }  // namespace bellmark

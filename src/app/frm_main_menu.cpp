@@ -16,7 +16,7 @@ std::string TrialsDone(int count, const std::string& kind) {
     return NumberText(count) + ' ' + kind + (count == 1 ? "Trial Done" : "Trials Done");
 }
 
-/// Relative trials come in pairs, and the results say what a finished pair is worth.
+/// Relative trials come in pairs; the results judge a finished pair.
 bool IsRelativePairToJudge(const CalibrationRun& run) {
     return run.RelTrials >= 2 && run.RelTrials % 2 == 0 && !run.SensorRelCalComplete;
 }
@@ -47,7 +47,7 @@ frmMainMenu::frmMainMenu(Program& program)
 }
 
 void frmMainMenu::Open() {
-    // In front already it would not be told again, though the run may be another one now.
+    // Showing a screen that is already in front raises no event, but the run may have changed.
     if (Stack().Front() == this) {
         Activated();
     } else {
@@ -67,7 +67,7 @@ void frmMainMenu::Activated() {
     SuggestNextStep();
 }
 
-/// Without a run in hand there is nothing to set up, to measure or to look at.
+/// Without a run in hand there is nothing to set up, measure or show.
 void frmMainMenu::AllowWhatNeedsARun() {
     const bool isInHand = program_.Run.IsInHand;
     cmdEditSetup.Enabled = isInHand;
@@ -191,7 +191,7 @@ void frmMainMenu::cmdRefCalDefAccel_Click() {
     if (run.SensorRelCalComplete || EnterUnacceptedTrial(program_)) return;
     program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
     run.CurrentProcStep = SensorStep(run.RefTrials, run.SensorRefCalComplete);
-    // What begins with reference trials begins with the prerequisites; the relative calibration does without them.
+    // Reference trials need the prerequisites; the relative calibration does not.
     if (run.CurrentProcedure != Procedure::Sensors && run.CurrentProcStep != step::sensorsRelative)
         run.CurrentProcStep = step::sensorsCheck;
     run.CurrentProcedure = Procedure::Sensors;
@@ -204,10 +204,10 @@ void frmMainMenu::cmdEditSetup_Click() {
     auto& setup = program_.The<SetupDoor>();
     setup.RefreshFromRun();
     program_.Run.CurrentProcedure = Procedure::Setup;
-    // A set-up under way keeps its step: it is not an edit yet.
+    // A set-up that is not finished keeps its step: it is not an edit yet.
     if (!program_.Run.ProgramStarted) program_.Run.CurrentProcStep = step::editSetup;
     setup.Open();
-    // What was approved before the program ended has to be looked at anew.
+    // An approval from before the program ended must be given again.
     if (!program_.Run.CenterApproved) setup.OpenCenterPage();
 }
 

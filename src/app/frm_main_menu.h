@@ -9,8 +9,8 @@ namespace bellmark {
 
 class Program;
 
-/// The main menu: where the calibration stands, and the way into each procedure. All it says is derived from the run
-/// each time it comes to the front, so that a resumed run and a live one look alike.
+/// The main menu: the state of the calibration, and the way into each procedure. All of it is derived from the run each
+/// time the screen comes to the front, so that a resumed run and a live one look alike.
 class frmMainMenu : public Screen, public MainMenuDoor {
   public:
     explicit frmMainMenu(Program& program);

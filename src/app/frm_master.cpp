@@ -52,7 +52,7 @@ void frmMaster::mnuAccelerometerCalibration_Click() {
 }
 
 bool frmMaster::OperatorWantsToSwitch(const char* question) {
-    // Both switches ask under this title.
+    // Both switches use this title.
     return program_.ShowBox(question, box::yesNo + box::question + box::secondIsDefault,
                             "Start Load Cell Calibration") == Answer::Yes;
 }
@@ -79,7 +79,7 @@ void frmMaster::BeginWaiting(const std::string& text) {
     waitingCancelled_ = false;
     lblWaiting.Caption = text;
     fraWaiting.Visible = true;
-    // A second file chosen meanwhile, or another screen, would meet half of what is waited for.
+    // Another file or screen chosen meanwhile would find only half of the data.
     Stack().LockAllBut(&fraWaiting);
 }
 

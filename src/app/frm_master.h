@@ -8,7 +8,7 @@ namespace bellmark {
 
 class Program;
 
-/// The main frame: its menus are at hand whatever screen is in front.
+/// The main frame: its menus can be used whatever screen is in front.
 class frmMaster : public Screen, public MainFrameDoor {
   public:
     explicit frmMaster(Program& program);

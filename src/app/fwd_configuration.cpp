@@ -16,7 +16,7 @@ namespace bellmark {
 
 namespace {
 
-/// What is known of the FWD itself; make and folders are chosen by the operator and stay.
+/// Clears what is known of the FWD itself; make and folders are chosen by the operator and stay.
 void ForgetFWD(CalibrationRun& run) {
     const CalibrationRun none;
     run.DeviceDesignationName.clear();
@@ -34,8 +34,8 @@ void ForgetFWD(CalibrationRun& run) {
     }
 }
 
-/// The center of this calibration is told by its own record alone. With the keys of another center, or with those that
-/// the run's file has for itself, a resumed run would leave other documents than one of a single sitting.
+/// Only the center's own record describes the center of this calibration. With the keys of another center, or with
+/// those of the run's own file, a resumed run would write other documents than an uninterrupted one.
 void KeepFormerSlopeFactor(PDDXSection& center, FWDReading reading) {
     const std::string lastOne = center.Elements("AccelNewSlopeFactor").Value();
     const std::string former = center.Elements("AccelOldSlopeFactor").Value();
@@ -44,7 +44,7 @@ void KeepFormerSlopeFactor(PDDXSection& center, FWDReading reading) {
     center.Elements("AccelOldSlopeFactor").SetValue(isKnownAlready ? former : lastOne);
 }
 
-/// Serial numbers of FWD and load cell come one a key. True when one of them held a comma.
+/// FWD and load cell have one serial number per key. True when one of them held a comma.
 bool ReplaceCommas(PDDXFile& document, CalibrationRun& run) {
     bool any = false;
     const auto replace = [&](std::string& number, const char* key) {
@@ -98,7 +98,7 @@ std::optional<std::string> ReadFWDConfiguration(Program& program, const ProfileS
     }
     const auto gains = Split(Trim(strings.Get("Device Calibration", "SensorCalibrationCenterGain")), ',');
     if (gains.size() <= sensorCount) return "";
-    // Decimal commas, for one, fall apart into fields that all look like gains.
+    // Decimal commas, for example, split into fields that all look like gains.
     return "The file lists " + NumberText(gains.size()) + " gains for " + NumberText(run.NumberSensors) +
            " sensors: please check them.";
 }

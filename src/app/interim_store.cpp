@@ -29,7 +29,7 @@ constexpr std::size_t extensionLength = 4;
 constexpr const char* extension = ".DDX";
 constexpr const char* prefix = "InterimCal";
 
-/// The notes as a comma list; empty ones behind the last are left off.
+/// The notes as a comma list, without the empty ones at the end.
 std::string CommentOf(const CenterConfig& center) {
     std::string comment, commas;
     for (const std::string& note : center.Notes) {
@@ -48,7 +48,7 @@ void TakeComment(const std::string& comment, CenterConfig& center) {
     }
 }
 
-/// What the document, the center's keys and the run's keys, written one after the other, leave in the file.
+/// The text of the file: the document, the center's keys and the run's keys, written one after the other.
 std::string InterimText(Program& program, const Path& file) {
     PDDXFile& document = *program.RunDocument;
     SaveBellmarkDDX(document, program.Run, program.Center, file, program.Now(), DocumentGains::Initial);
@@ -84,7 +84,7 @@ std::string EndDateOf(const ProfileStrings& strings) {
     return strings.Get("Operations Information", "EndDate");
 }
 
-/// Written to its end. A file of before the mark is judged by the keys that came last then.
+/// The file was written completely. A file from before the end mark existed is judged by its last keys.
 bool IsWhole(const ProfileStrings& strings) {
     const bool hasLastKeys =
         !EndDateOf(strings).empty() && !strings.Get("Device Calibration", "CurrentProcedure").empty();
@@ -99,7 +99,7 @@ int TrialsIn(const ProfileStrings& strings) {
     return trials;
 }
 
-/// Whether the copy holds what its file has lost.
+/// Whether the copy is whole and holds more than its damaged file.
 bool IsBetter(const ProfileStrings& copy, const ProfileStrings& file) {
     if (HasEndMark(file) || !IsWhole(copy)) return false;
     return HasEndMark(copy) || EndDateOf(file).empty() || TrialsIn(copy) > TrialsIn(file);
@@ -118,7 +118,7 @@ void ReadCenterForReview(Program& program) {
             program.The<SetupDoor>().ShowCenter();
         }
     } catch (const std::exception& error) {
-        // The copy is written anew once it is read: a run can be looked at where nothing can be written.
+        // The copy is rewritten after reading. A failure is no error: a run can be viewed on a read-only disk.
         program.Log(error.what());
     }
 }
@@ -164,14 +164,14 @@ bool LoadInterimCalibration(Program& program) {
     ReadRunKeys(strings, run);
     ResumeUnacceptedTrial(run);
     TakeComment(ReadCommentKey(strings), program.Center);
-    // A run that goes on uses the day's calibration of the accelerometer, which may be newer than the file.
+    // A run that goes on uses the accelerometer's calibration of the day, which may be newer than the file.
     if (reviewFromInterim) ReadDailyDeviations(strings, program.Center);
     for (Path* folder : {&run.OwnerFolder, &run.DeviceFolder, &run.OutputFolder}) {
         *folder = StoredPath(program, *folder);
     }
     const Path transfer = PathFromText(strings.Get(centerSection, "LocationOfFWDDataTransfer"));
     program.Center.LocationOfFWDDataTransfer = PathText(StoredPath(program, transfer));
-    // A run that was left in the middle of its set-up goes on there, and nothing of it counts as approved.
+    // A run left in the middle of its set-up goes on there, and nothing of it counts as approved.
     const bool setupIsUnderWay = run.CurrentProcedure == Procedure::Setup && run.CurrentProcStep >= step::setupCenter;
     run.SetupComplete = !setupIsUnderWay;
     run.ProgramStarted = setupIsUnderWay;
@@ -211,7 +211,7 @@ std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, con
 
 void RemoveInterimCalibration(Program& program) {
     const CalibrationRun& run = program.Run;
-    // Nameless, the data folder would be the program's own.
+    // Without a name, the data folder would be the program's own folder.
     if (run.InterimFolderName.empty()) return;
     MoveToRemoved(program, run.InterimFolderName,
                   {program.Folder() / PathFromText(run.InterimFileName), program.InterimFolder()});

@@ -9,7 +9,7 @@ namespace bellmark {
 
 class ctrlHeader;
 
-/// What the page header says on every screen: one text for the whole program, shown by the header of each.
+/// The text of the page header: one text for the whole program, shown by the header of each screen.
 class PageHeader {
   public:
     void SetBoardName(std::string text);

@@ -6,8 +6,8 @@ namespace bellmark {
 
 class Program;
 
-/// Prints a text file when the operator wants every report on paper. A printer that is out is told of, and never costs
-/// what follows.
+/// Prints a text file when the operator wants every report on paper. A printer failure is reported, and the work goes
+/// on.
 void PrintIfAsked(Program& program, const Path& file);
 
 }  // namespace bellmark

@@ -60,7 +60,7 @@ void Program::Log(const std::string& what) {
     try {
         Services.files.AppendToFile(Folder() / "Bellmark.log", line);
     } catch (const FileError&) {
-        // A full disk may be the very thing to be logged; what tells the operator of it must go on.
+        // The log may fail because the disk is full; the message to the operator must still appear.
     }
 }
 

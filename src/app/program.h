@@ -33,14 +33,14 @@ class Program {
     CalibrationRun Run;
     CenterConfig Center;
     DropRecord Drop;
-    std::unique_ptr<PDDXFile> RunDocument;       ///< what of the FWD and of the calibration goes into files
+    std::unique_ptr<PDDXFile> RunDocument;       ///< the FWD's and the calibration's part of the files
     std::unique_ptr<PDDXFile> CenterDocument;    ///< the center's file as it was read
     std::optional<CenterConfig> CenterSetAside;  ///< while a saved drop is replayed
     bool ToldOfLetters = false;                  ///< the operator knows that a name could not be stored
     PageHeader Header;
     ScreenStack Screens;
 
-    /// Says which screen stands behind a door. It is made when the door is first asked for.
+    /// Registers the screen behind a door. The screen is made when the door is first asked for.
     template <class Door>
     void Register(std::function<std::shared_ptr<Door>(Program&)> make) {
         makers_[typeid(Door)] = [this, make = std::move(make)] { return std::shared_ptr<void>(make(*this)); };
@@ -55,7 +55,7 @@ class Program {
         return *static_cast<Door*>(Open(typeid(Door)).get());
     }
 
-    /// Composes a numbered message into the run, with what its text inserts.
+    /// Composes a numbered message, with its values, into the run.
     void Compose(int code, const std::vector<MessageValue>& values = {});
     /// Shows the message composed last in a box of its usual style, or of the given one.
     Answer ShowComposed();
@@ -64,8 +64,8 @@ class Program {
 
     DateTime Now() const;
     const Path& Folder() const { return Services.programFolder; }
-    /// The run's data folder. Throws std::logic_error while the run has no name: its files must never end up beside the
-    /// program.
+    /// The run's data folder. Throws std::logic_error while the run has no name: its files must never end up in the
+    /// program folder.
     Path InterimFolder() const;
 
     /// Folder of the drops that the simulated board serves.

@@ -19,7 +19,7 @@ Path RemovedFolder(const Program& program) {
     return program.Folder() / removedFolderName;
 }
 
-/// What cannot be done is left as it is: it is in nobody's way.
+/// A failure is logged and otherwise ignored: what is left does no harm.
 void TryOrLog(Program& program, const std::function<void()>& action) {
     try {
         action();

@@ -10,12 +10,12 @@ namespace bellmark {
 
 class Program;
 
-/// Moves files and folders of the program folder, in their order, into "Removed/<yyyymmdd-hhnnss>-<name>" there. Each
-/// keeps its own name; one that is not there is passed over. One that cannot be moved, because it is in use, stays
-/// where it is and is logged.
+/// Moves files and folders of the program folder, in the given order, into "Removed/<yyyymmdd-hhnnss>-<name>" there.
+/// Each keeps its own name; a missing one is skipped. One that cannot be moved, because it is in use, stays and is
+/// logged.
 void MoveToRemoved(Program& program, const std::string& name, const std::vector<Path>& things);
 
-/// Deletes what was removed more than 90 days ago, by the date in its name and the machine's clock. A folder of any
+/// Deletes what was removed more than 90 days ago, by the date in its name and the machine's clock. A folder with any
 /// other name stays. Failures are logged.
 void PurgeRemoved(Program& program);
 

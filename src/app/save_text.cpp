@@ -10,7 +10,7 @@ namespace bellmark {
 
 namespace {
 
-/// Lines that cannot be stored, without the program folder where their values begin with it.
+/// Lines that cannot be stored, with the program folder removed from the start of their values.
 std::string FromProgramFolderOn(const Program& program, std::string_view text) {
     const std::string folder = PathText(program.Folder()) + static_cast<char>(Path::preferred_separator);
     std::string shortened;

@@ -11,7 +11,7 @@ namespace bellmark {
 
 namespace {
 
-/// A run that was started and never saved has nothing but its copies of the center's configuration.
+/// A run that was started and never saved holds only its copies of the center's configuration.
 bool WasNeverSaved(const FileSystem& files, const Path& programFolder, const std::string& name) {
     const Path folder = programFolder / PathFromText(name);
     const auto names = files.FileNames(folder);
@@ -35,7 +35,7 @@ void CleanUpAtStart(Program& program) {
         try {
             files.RemoveFolder(folder);
         } catch (const FileError& error) {
-            // Left for the next start: it is in nobody's way.
+            // Left for the next start: it does no harm.
             program.Log(error.what());
         }
     }

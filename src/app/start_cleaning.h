@@ -4,8 +4,8 @@ namespace bellmark {
 
 class Program;
 
-/// Removes what earlier processes that ended by force have left behind: half-written files, and the data folders of
-/// runs that were never saved. Anything measured stays, but for removed runs whose time is over.
+/// Removes what interrupted processes have left behind: half-written files, and the data folders of runs that were
+/// never saved. Measurements are kept, except for removed runs older than 90 days.
 void CleanUpAtStart(Program& program);
 
 }  // namespace bellmark

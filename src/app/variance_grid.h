@@ -10,14 +10,14 @@ namespace bellmark {
 class Grid;
 struct VarianceTable;
 
-/// What a screen says around the numbers of an analysis of variance.
+/// The words on a screen around the numbers of an analysis of variance.
 struct VarianceGridWords {
     std::vector<std::string> headings;  ///< source, sum of squares, degrees of freedom, mean square, F, P
     std::string standardError;          ///< name of the last row
     Color standardErrorColor = colors::window;
 };
 
-/// Fills the grid: a row for each of the table, and one with the standard error. What a row does not have is blank.
+/// Fills the grid: one row per row of the table, and one with the standard error. Missing values are blank.
 void ShowVarianceTable(Grid& grid, const VarianceTable& table, const VarianceGridWords& words);
 
 }  // namespace bellmark

@@ -10,8 +10,8 @@ namespace bellmark {
 class Program;
 struct CalibrationRun;
 
-/// The calibration is one long procedure that can be left at any point. Where it stands is a pair of numbers in the
-/// run: CurrentProcedure and CurrentProcStep. This is the way back into each of them.
+/// The calibration is one long procedure that can be left at any point. Its state is a pair of numbers in the run:
+/// CurrentProcedure and CurrentProcStep. An entry leads back into one such state.
 struct WorkflowEntry {
     Procedure procedure;
     int firstStep;
@@ -20,10 +20,10 @@ struct WorkflowEntry {
     void (*enter)(Program& program);
 };
 
-/// One row an entry, the first that fits counts. A pair that no row names leads nowhere.
+/// One row per entry; the first that fits counts. A pair without a row leads nowhere.
 std::span<const WorkflowEntry> WorkflowEntries();
 
-/// What the page header says in a procedure; empty for those without a title of their own.
+/// The page header of a procedure; empty for those without a title of their own.
 const char* ProcedureTitle(Procedure procedure);
 
 /// Enters the procedure at the run's step. Screens call it when they end, the menu to begin.

@@ -50,7 +50,7 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 
-    // The simulated board has a screen and is a board. No hardware back-end is part of this build.
+    // The simulated board is both a screen and a board. This build has no hardware back-end.
     RegisterScreen<SimulatorDoor, frmSimulator>(*program);
     program->Register<AcquisitionDoor>([](Program& owner) {
         auto& simulator = dynamic_cast<frmSimulator&>(owner.The<SimulatorDoor>());

@@ -6,7 +6,7 @@
 
 namespace bellmark {
 
-/// A whole program out of the subsystems: the one place that knows them all. The machine outlives it.
+/// Builds a whole program from the subsystems; no other library knows them all. The machine must outlive it.
 std::unique_ptr<Program> AssembleProgram(Machine& machine);
 
 }  // namespace bellmark

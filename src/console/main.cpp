@@ -111,7 +111,7 @@ int RunScript(const Options& options) {
     const Path folder = std::filesystem::absolute(*options.folder);
     FilePrinter printer(files, folder / "BellmarkPrinted.txt");
     SilentSound sound;
-    // The same seed each time: a script that held once holds again.
+    // The same seed each time, so that a script gives the same result again.
     Random random(1);
     const InstanceLock lock(folder);
     ScriptRunner* runner = nullptr;

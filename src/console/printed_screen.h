@@ -7,8 +7,8 @@ namespace bellmark {
 
 class Screen;
 
-/// What stands for a screen on paper where nothing is drawn: its name, the titles of its plots and the texts of its
-/// text boxes, one a line.
+/// A screen on paper where nothing is drawn: its name, the titles of its plots and the texts of its text boxes, one per
+/// line.
 std::vector<std::string> PrintedLines(const Screen& screen);
 
 }  // namespace bellmark

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// The text of a script: one command a line, "#" starts a comment, texts stand in double quotes with \", \\ and \n.
+/// The text of a script: one command per line, "#" starts a comment, texts are in double quotes with \", \\ and \n.
 namespace bellmark {
 
 struct ScriptWord {
@@ -16,10 +16,10 @@ struct ScriptWord {
 struct ScriptLine {
     int number = 0;                 ///< from 1
     std::vector<ScriptWord> words;  ///< never empty
-    std::string heading;            ///< the comment on lines of its own above it
+    std::string heading;            ///< the comment on the lines above it
 };
 
-/// A line that is not one of the language or that did not hold: which, and why.
+/// A line that is wrong or whose check failed: its number and the reason.
 class ScriptError : public std::runtime_error {
   public:
     ScriptError(int line, const std::string& why) : std::runtime_error(why), line_(line) {}

@@ -11,8 +11,8 @@
 
 namespace bellmark {
 
-/// Ends a script from deep inside the program. Not a std::exception: the program must not take it for a failure of its
-/// own.
+/// Ends a script from deep inside the program. Not a std::exception, so that the program does not handle it as its own
+/// failure.
 struct ScriptStop {
     std::string why;
 };
@@ -28,10 +28,10 @@ class ScriptDialogs : public Dialogs {
     void QueueFolder(std::optional<Path> folder) { folders_.push_back(std::move(folder)); }
     void QueueInput(std::string text) { inputs_.push_back(std::move(text)); }
 
-    /// A line for each box since the last call: title, text, style and answer, parted by tabs.
+    /// One line for each box since the last call: title, text, style and answer, separated by tabs.
     std::vector<std::string> TakeBoxes() { return std::exchange(boxes_, {}); }
 
-    std::function<void(const std::string& box)> Shown;  ///< told of every box as it comes
+    std::function<void(const std::string& box)> Shown;  ///< called for every box as it appears
 
     Answer Show(const MessageBox& message) override;
     std::optional<std::string> Input(const std::string& prompt, const std::string& title, const std::string&) override;

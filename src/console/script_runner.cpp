@@ -19,7 +19,7 @@ namespace bellmark {
 
 namespace {
 
-/// A line did not hold; the runner adds the line's number.
+/// Reports a failed line; the runner adds the line's number.
 [[noreturn]] void Fail(const std::string& why) {
     throw ScriptStop{why};
 }
@@ -37,7 +37,7 @@ int WholeNumber(const ScriptWord& word) {
     return static_cast<int>(*number);
 }
 
-/// Puts the number of the turn in place of every $i.
+/// Replaces every $i by the number of the turn.
 void FillInTurn(std::string& text, int turn) {
     constexpr std::string_view sign = "$i";
     const std::string number = NumberText(turn);

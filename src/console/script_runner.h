@@ -20,10 +20,10 @@ class ScriptRunner {
   public:
     ScriptRunner(Program& program, ScriptDialogs& dialogs, ScriptClock& clock, std::ostream& output);
 
-    /// Throws ScriptError for the first line that is wrong or does not hold.
+    /// Throws ScriptError for the first line that is wrong or whose check fails.
     void Run(const std::vector<ScriptLine>& lines);
 
-    /// While the program waits for something it is the operator's turn: runs the next line of the script.
+    /// Called while the program waits: runs the next line of the script.
     void TakeTurn();
 
     void ProgramHasEnded() { ended_ = true; }
@@ -92,7 +92,7 @@ class ScriptRunner {
     std::ostream& output_;
     const std::vector<ScriptLine>* lines_ = nullptr;
     std::size_t next_ = 0;
-    std::vector<Loop> loops_;  ///< those that the next line lies in, the innermost last
+    std::vector<Loop> loops_;  ///< the loops around the next line, the innermost last
     bool ended_ = false;
 };
 

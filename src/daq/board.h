@@ -5,8 +5,8 @@
 
 namespace bellmark {
 
-/// A data acquisition board: one channel at a time, 15000 samples a second. The simulated board and every hardware
-/// back-end offer this; frmDAQ chooses between them.
+/// A data acquisition board: one channel at a time, 15000 samples per second. The simulated board and every hardware
+/// back-end implement this; frmDAQ chooses between them.
 class Board {
   public:
     virtual ~Board() = default;
@@ -18,11 +18,11 @@ class Board {
     virtual void ShowBoard(bool visible) = 0;
 
     virtual float OneConversion(int channel) = 0;  ///< volts
-    virtual int WaitforButton(int channel) = 0;    ///< code of the key that the button stands for; 0 for none
-    /// Starts the capture of one block. BlockCaptured tells when it is there, GetResultsVolts fetches it.
+    virtual int WaitforButton(int channel) = 0;    ///< code of the key that the button represents; 0 for none
+    /// Starts the capture of one block. BlockCaptured says when it is complete, GetResultsVolts fetches it.
     virtual void CaptureBlock(int channel) = 0;
     virtual bool BlockCaptured() const = 0;
-    /// volts is an array of the whole sample store; elements from 0 to count are set, both ends included.
+    /// Fills volts, an array of the size of the whole sample store: elements 0 to count are set, both included.
     virtual void GetResultsVolts(std::vector<float>& volts, int& count) = 0;
     virtual void StopAcq() = 0;
 

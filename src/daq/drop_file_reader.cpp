@@ -21,7 +21,7 @@ bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// "1.2345E-01", which is how the program itself writes the times and volts of samples.
+/// "1.2345E-01": the form in which the program writes the times and volts of samples.
 constexpr std::size_t writtenLength = 10;
 bool IsWrittenNumber(const char* text) {
     const auto eightOf = [](const char* from) {
@@ -29,16 +29,15 @@ bool IsWrittenNumber(const char* text) {
         std::memcpy(&eight, from, sizeof(eight));
         return eight;
     };
-    // What is left of each of the first eight characters: of a digit at most 9, of a sign 0 or 6, of the others
-    // nothing.
+    // What remains of each of the first eight characters: at most 9 for a digit, 0 or 6 for a sign, 0 for the others.
     const std::uint64_t left = eightOf(text) ^ eightOf("0.0000E-");
     const bool hasForm = (left & ~eightOf("\x0F\0\x0F\x0F\x0F\x0F\0\x06")) == 0;
     const bool hasDigits = ((left + eightOf("\6\0\6\6\6\6\0\0")) & eightOf("\x10\0\x10\x10\x10\x10\0\0")) == 0;
     return hasForm && hasDigits && (text[7] == '-' || text[7] == '+') && text[8] == '0' && IsDigit(text[9]);
 }
 
-/// The value of such a number, in a tenth of the time that any number takes; nothing below 1E-04 and above 9E+04. Five
-/// digits over a power of ten up to the eighth never lie so near the middle of two floats that the double on the way
+/// The value of such a number, ten times faster than the general reading; nothing below 1E-04 and above 9E+04. Five
+/// digits over a power of ten up to the eighth never lie so near the middle of two floats that the double in between
 /// could change the rounding.
 std::optional<float> WrittenNumber(const char* text) {
     constexpr std::array<double, 9> powers{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
@@ -50,7 +49,7 @@ std::optional<float> WrittenNumber(const char* text) {
     return static_cast<float>(digits / powers[static_cast<std::size_t>(places)]);
 }
 
-/// The plain form that both writers use, quickly; everything else by the rules for any number.
+/// Reads the plain form of both writers quickly, and everything else by the general rules.
 float ReadVolts(std::string_view text) {
     text = Trim(text);
     float value = 0;
@@ -79,7 +78,7 @@ bool Holds(std::string_view line, std::string_view part) {
     return line.find(part) != std::string_view::npos;
 }
 
-/// Older files give the daily readings in millivolts. The two lines tell them apart by different rules.
+/// Older files give the daily readings in millivolts. The two lines have different rules to recognise them.
 double PlusVolts(std::string_view line) {
     const double value = ValueOf(line);
     return (Holds(line, "mV") || Holds(line, "mv")) && value >= 10 ? value / 1000 : value;
@@ -90,7 +89,7 @@ double MinusVolts(std::string_view line) {
     return Holds(line, "mV") || (Holds(line, "mv") && value < -10) ? value / 1000 : value;
 }
 
-/// Decimals of the line's number in volts. inMillivolts: the number was divided by a thousand.
+/// Decimals of the line's number in volts. inMillivolts: the number was divided by 1000.
 int DecimalsOfVolts(std::string_view line, bool inMillivolts) {
     constexpr std::string_view digits = "0123456789";
     const auto point = line.find('.', std::min(line.find('='), line.size()));
@@ -107,7 +106,7 @@ double SixPlaces(double value) {
 }
 
 void ReadHeaderLine(DropFileHeader& header, std::string_view line) {
-    // Thousands of sample lines come this way: none begins with a letter.
+    // A quick way out for the thousands of sample lines, none of which begins with a letter.
     if (line.front() != 'D' && line.front() != 'I') return;
     if (StartsWith(line, "Daily Shunt")) header.shuntMultiplier = ValueOf(line);
     if (StartsWith(line, "Daily +G")) {
@@ -122,11 +121,11 @@ void ReadHeaderLine(DropFileHeader& header, std::string_view line) {
     if (StartsWith(line, "Initial Burst Std")) header.burstStdDev = SixPlaces(ValueOf(line));
 }
 
-/// Takes the volts of the line at the front of the text, and the line with them, when it has the form that the program
-/// gives it: number and time of the sample and the volts, each with its comma, and more behind. Otherwise nothing, and
-/// the line stays.
+/// Removes the first line of the text and returns its volts when the line has the form that the program writes: number
+/// and time of the sample and the volts, each followed by a comma, and more after them. Otherwise returns nothing and
+/// leaves the line.
 std::optional<float> TakeWrittenSample(std::string_view& text) {
-    constexpr std::size_t shortest = 80;  // so far nothing is read beyond the text
+    constexpr std::size_t shortest = 80;  // up to here nothing beyond the text is read
     if (text.size() < shortest) return {};
     const char* at = text.data();
     constexpr std::size_t mostDigits = 5;
@@ -162,8 +161,8 @@ std::optional<std::string_view> ThirdField(std::string_view line) {
     return line.substr(second + 1, line.find(',', second + 1) - second - 1);
 }
 
-/// Takes one line off the front of the text, with the line ends behind it. Two searches for one character each are
-/// several times faster than one for both.
+/// Removes one line and its line ends from the front of the text. Two searches for one character each are several times
+/// faster than one for both.
 std::string_view TakeLine(std::string_view& text) {
     auto line = text.substr(0, text.find('\n'));
     line = line.substr(0, line.find('\r'));

@@ -10,12 +10,12 @@ namespace bellmark {
 
 inline constexpr int mostSamples = 15000;
 
-/// Values of a drop file's header, each where its line was there.
+/// Values of a drop file's header; each is set when its line was found.
 struct DropFileHeader {
     std::optional<double> shuntMultiplier;
     std::optional<double> plus1GVoltage;   ///< volts
     std::optional<double> minus1GVoltage;  ///< volts
-    int plus1GDecimals = 0;                ///< of the volts, as the file tells them
+    int plus1GDecimals = 0;                ///< of the volts in the file
     int minus1GDecimals = 0;
     std::optional<double> burstAverage;
     std::optional<double> burstStdDev;
@@ -32,8 +32,8 @@ struct DropSamples {
 /// A flat list of numbers between commas or line ends; empty items are skipped.
 DropSamples ReadTemplateFile(std::string_view text);
 
-/// The text file that is written for every drop: header lines, a line that begins with "Sample", then one line a sample
-/// with the volts in the third of its comma-separated fields. Reads up to the first line that is not so.
+/// The text file that is written for every drop: header lines, a line that begins with "Sample", then one line per
+/// sample with the volts in the third comma-separated field. Reading stops at the first other line.
 DropSamples ReadSavedDropFile(std::string_view text);
 
 }  // namespace bellmark

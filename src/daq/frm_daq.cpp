@@ -21,7 +21,7 @@ std::string frmDAQ::FindBoard() {
 }
 
 void frmDAQ::ShowDAQ(bool visible) {
-    // With hardware the simulator's screen comes up only for a review; the board's own screen stays as it is.
+    // With hardware the simulator's screen appears only for a review; the board's own screen does not change.
     if (!HasHardware() || program_.Run.ReviewMode) simulator_.ShowBoard(visible);
 }
 

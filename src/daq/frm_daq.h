@@ -7,11 +7,11 @@ namespace bellmark {
 
 class Program;
 
-/// The one way to analog input: passes every call on to the board in use. While saved drops are replayed, captures go
-/// to the simulated board even where hardware is present.
+/// The only way to analog input: passes every call on to the board in use. While saved drops are replayed, captures go
+/// to the simulated board even when hardware is present.
 class frmDAQ : public AcquisitionDoor {
   public:
-    /// hardware may be nullptr: a build or a machine without a board's back-end.
+    /// hardware: nullptr for a build or machine without a hardware board.
     frmDAQ(const Program& program, Board& simulator, Board* hardware);
 
     std::string FindBoard() override;

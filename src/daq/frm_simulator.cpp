@@ -15,15 +15,15 @@
 namespace bellmark {
 
 namespace {
-constexpr int replayChunk = 500;  ///< samples a tick: 30 ticks for a whole block
+constexpr int replayChunk = 500;  ///< samples per tick: 30 ticks for a whole block
 constexpr int wholeBlockTicks = mostSamples / replayChunk;
 
-/// A file holds few digits. The value in force keeps all of its own where it is the one that was written.
+/// A file holds few digits. The value in force keeps all of its digits when the file holds the same value, rounded.
 void TakeRounded(double& inForce, const std::optional<double>& written, int decimals) {
     constexpr int mostDecimals = 12;
     if (!written) return;
     const std::string picture = "0." + std::string(static_cast<std::size_t>(std::min(decimals, mostDecimals)), '0');
-    // Volts that were written as millivolts differ in their last bit.
+    // Volts written as millivolts differ in their last bit.
     constexpr double lastBit = 1e-12;
     const double asWritten = ReadNumber(Format(inForce, picture));
     if (std::abs(asWritten - *written) > lastBit) inForce = *written;
@@ -67,11 +67,11 @@ void frmSimulator::CaptureBlock(int) {
     DrawChart();
     replayRemaining_ = sampleCount_;
     if (replayRemaining_ == 0) {
-        // Nothing will ever come: the wait for it ends.
+        // No samples will come: the wait ends.
         program_.Run.DropAborted = true;
         return;
     }
-    // blockCaptured_ is never set back: the samples are complete already, the replay is only there to be seen.
+    // blockCaptured_ is not reset: the samples are complete already, and the replay is only shown.
     if (program_.Services.simulatedCapture.count() == 0) {
         EndReplay();
     } else {
@@ -91,7 +91,7 @@ void frmSimulator::EndReplay() {
 }
 
 void frmSimulator::GetResultsVolts(std::vector<float>& volts, int& count) {
-    // One element behind the last sample goes along; it is 0, or left from a longer block.
+    // One element after the last sample is copied too; it is 0, or left from a longer block.
     std::copy_n(samples_.begin(), sampleCount_ + 1, volts.begin());
     count = sampleCount_;
 }

@@ -13,7 +13,7 @@ namespace bellmark {
 
 class Program;
 
-/// The simulated board: serves the drops of text files, or random volts, so that the whole calibration runs without
+/// The simulated board: serves drops from text files, or random volts, so that the whole calibration runs without
 /// hardware.
 class frmSimulator : public Screen, public SimulatorDoor, public Board {
   public:
@@ -30,7 +30,7 @@ class frmSimulator : public Screen, public SimulatorDoor, public Board {
     bool BoardAvailable() const override { return true; }
     void InitializeBoard() override {}
     void Unload() override;
-    void ShowBoard(bool) override {}  // the drop screen shows the drop; the chart is there for whoever opens it
+    void ShowBoard(bool) override {}  // the drop screen shows the drop; the chart can be opened separately
     float OneConversion(int channel) override;
     int WaitforButton(int) override { return 0; }
     void CaptureBlock(int channel) override;

@@ -17,7 +17,7 @@ bool AreEqual(const FileSystem& files, const Path& one, const Path& other) {
     return files.ReadBytes(one) == files.ReadBytes(other);
 }
 
-/// A name like the file's that nothing in the folder has: "Trial-1.F25".
+/// A name derived from the file's that is free in the folder: "Trial-1.F25".
 Path FreeName(const FileSystem& files, const Path& folder, const Path& file) {
     for (int n = 1;; ++n) {
         Path name = file.stem();
@@ -27,8 +27,8 @@ Path FreeName(const FileSystem& files, const Path& folder, const Path& file) {
     }
 }
 
-/// Where the file stands in the run's data folder, which gets a copy of it. Nothing when the operator wants none: what
-/// the run has under that name already is its own and stays.
+/// Copies the file into the run's data folder and returns the copy. Nothing when the operator does not want one: a file
+/// of that name in the folder belongs to the run and stays.
 std::optional<Path> CopyToDataFolder(Program& program, const Path& file) {
     FileSystem& files = program.Services.files;
     const Path folder = program.InterimFolder();
@@ -54,7 +54,7 @@ Path ConvertedName(const Path& file) {
     return name;
 }
 
-/// Says on the main frame what is waited for, as long as it lives.
+/// Shows on the main frame what the program waits for, as long as it lives.
 class WaitingNotice {
   public:
     WaitingNotice(Program& program, const std::string& text) : frame_(program.The<MainFrameDoor>()) {
@@ -69,7 +69,7 @@ class WaitingNotice {
     MainFrameDoor& frame_;
 };
 
-/// The document that is to be replaced, out of the way until the new one is there; put back when there is none.
+/// Sets the old document aside until the new one exists; put back when there is none.
 class OldDocument {
   public:
     OldDocument(FileSystem& files, const Path& document) : files_(files), document_(document), aside_(document) {
@@ -85,7 +85,7 @@ class OldDocument {
                 files_.Rename(aside_, document_);
             }
         } catch (const FileError&) {
-            // It stays beside the other under the name that tells what it is.
+            // It stays beside the other, under a name that says what it is.
         }
     }
     OldDocument(const OldDocument&) = delete;
@@ -97,7 +97,7 @@ class OldDocument {
     Path aside_;
 };
 
-/// Why the converter gave no document; empty when it did.
+/// Why the converter made no document; empty when it did.
 std::string RunConverter(Program& program, const Path& file, int fileType, const Path& document) {
     Machine& machine = program.Services;
     const auto converter = machine.launcher.Start(ActualPath(machine.files, program.Folder() / converterName),
@@ -107,7 +107,7 @@ std::string RunConverter(Program& program, const Path& file, int fileType, const
     while (!converter->HasEnded()) {
         if (notice.Cancelled() || machine.clock.Elapsed() - begun > longestWait) {
             converter->Kill();
-            // Nobody can tell how much of it is there.
+            // It may be incomplete.
             machine.files.RemoveFile(document);
             return notice.Cancelled() ? "The conversion was cancelled."
                                       : "The converter did not end within 60 seconds.";

@@ -145,7 +145,7 @@ void frmGetFWDData::cmdBrowse_Click() {
     const auto file = AskForFWDFile(program_, {"FWD Drop Data", DropDataFilter(run_.Manufacturer)});
     if (!file) return;
     run_.PlotReviewPending = true;
-    // Values of a former file must not stand beside the name of this one.
+    // Values of an earlier file must not be shown with the name of this one.
     ClearResults();
     txtFilename.Text = file->told ? std::string() : PathText(file->chosen.filename());
     ShowStage(TakeFile(*file) ? Stage::Look : Stage::Refused);
@@ -214,7 +214,7 @@ void frmGetFWDData::CompareDevices() {
         ShowSensorNavigation(true);
         txtNumSensors.Text = NumberText(run_.NumberSensors);
     }
-    // From the last to the first, so that the first one stays on the screen.
+    // From last to first, so that the first one stays on the screen.
     for (std::size_t device = devices; device-- > 0;) {
         ShowDevice(device, CalibrateDevice(run_, device));
         CheckScatter(device);

@@ -66,7 +66,7 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     void cmdMainMenu_Click();
     void cmdFerrylink_Click();
 
-    /// Where the trial stands on this screen: each stage has one next step.
+    /// The state of the trial on this screen: each stage has one next step.
     enum class Stage { Browse, Refused, Look, Answer };
     void ShowStage(Stage stage);
     void PrepareScreen();
@@ -88,7 +88,7 @@ class frmGetFWDData : public Screen, public FWDDataDoor {
     Program& program_;
     CalibrationRun& run_;
     Path document_;
-    std::size_t device_ = 0;  ///< shown
+    std::size_t device_ = 0;  ///< the device shown
 };
 
 }  // namespace bellmark

@@ -48,7 +48,7 @@ void frmRefReview::Start() {
     SetFocus(cmdAccept);
 }
 
-/// The trial is accepted: there is no way back to its plot.
+/// After the trial is accepted there is no way back to its plot.
 void frmRefReview::ResetRefCalGrid() {
     cmdBack.Visible = false;
     ShowTrials();
@@ -132,7 +132,7 @@ void frmRefReview::ShowPairCell(int row, int sensor, const ReferenceStatistics& 
     }
 }
 
-/// The mean change of all gains stands under the gains of each trial.
+/// The mean change of all gains is below the gains of each trial.
 void frmRefReview::ShowSummaryRow() {
     std::vector<std::string> texts{"", "Avg.Change", ""};
     for (std::size_t t = 0; t < static_cast<std::size_t>(run_.RefTrials); ++t) {
@@ -213,7 +213,7 @@ void frmRefReview::cmdAccept_Click() {
 
 void frmRefReview::cmdReject_Click() {
     if (verdict_ != Verdict::PairDiffers) return program_.The<FWDDataDoor>().RejectTrial();
-    // The results judge accepted trials only: this one goes along, so that nothing of it is lost.
+    // The results judge accepted trials only: this one is accepted here, so that none of it is lost.
     if (run_.FlagUnacceptedTrial) AcceptTrial();
     program_.The<ResultsDoor>().OpenReference();
 }

@@ -14,7 +14,7 @@ class Program;
 struct CalibrationRun;
 struct ReferenceStatistics;
 
-/// All deflection sensors side by side after a reference trial: the operator accepts it, and learns whether the pair
+/// All deflection sensors side by side after a reference trial. The operator accepts it and sees whether the pair
 /// agrees or two more trials are needed.
 class frmRefReview : public Screen, public ReferenceReviewDoor {
   public:
@@ -42,7 +42,7 @@ class frmRefReview : public Screen, public ReferenceReviewDoor {
     void cmdBack_Click();
     void cmdMainMenu_Click();
 
-    /// What the trials so far lead to: each has its own captions, colours and next step.
+    /// Result of the trials so far: each has its own captions, colours and next step.
     enum class Verdict { PairIsOpen, PairAgrees, PairDiffers, AllDone };
     Verdict JudgePair(const ReferenceStatistics& stats) const;
     void ResetRefCalGrid();

@@ -62,7 +62,7 @@ class frmRegressionPlot : public Screen, public RegressionPlotDoor {
     Program& program_;
     CalibrationRun& run_;
     Path file_;
-    std::size_t device_ = 0;  ///< shown
+    std::size_t device_ = 0;  ///< the device shown
 };
 
 }  // namespace bellmark

@@ -25,7 +25,7 @@ double NumberField(const std::string& list, int field) {
 
 }  // namespace
 
-/// Empty for a section or key that the document does not have.
+/// Empty for a section or key missing from the document.
 std::string FWDDocument::Value(std::string_view section, std::string_view key) const {
     if (!document_.Sections().Contains(section)) return {};
     const auto& elements = document_.Sections(section).Elements();

@@ -8,7 +8,7 @@ namespace bellmark {
 
 class PDDXFile;
 
-/// Units of a document, in its own words, and the radius of the load plate in radius units.
+/// Units of a document, in its own words, and the radius of the load plate in radiusUnits.
 struct FWDUnits {
     std::string load;
     std::string deflection;
@@ -16,14 +16,14 @@ struct FWDUnits {
     double plateRadius = 0;
 };
 
-/// What every caller wants to know of the document of an FWD's file. Fields count from 1; what the document does not
-/// tell is empty or 0. The document must outlive it.
+/// Common values of the document of an FWD's file. Fields count from 1; a value missing from the document is empty or
+/// 0. The document must outlive it.
 class FWDDocument {
   public:
     explicit FWDDocument(const PDDXFile& document) : document_(document) {}
 
     int Locations() const;
-    int Sensors() const;  ///< whose serial numbers the document lists
+    int Sensors() const;  ///< number of serial numbers in the document
     int Drops() const;    ///< of the first location
     /// All fields of a drop: the load, then the sensors.
     std::vector<std::string> DropFields(int location, int drop) const;

@@ -17,7 +17,7 @@ std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& req
     const auto chosen = program.Services.dialogs.OpenFile({request.title, request.filter, start, ""});
     if (!chosen) return {};
     const Path file = program.Services.startDirectory / *chosen;
-    // With the final separator that folders in the files carry.
+    // With the final separator that folders have in the files.
     program.Center.LocationOfFWDDataTransfer = PathText(file.parent_path() / "");
     const int type = FWDFileType(program.Run.Manufacturer, FileExtension(PathText(file)));
     if (type == 0 && !request.convertsPDDX) return FWDFile{file, file, true, false};

@@ -6,7 +6,8 @@
 
 #include "platform/files.h"
 
-/// How every file of an FWD comes into the program: asked for, its folder remembered, converted where it is not PDDX.
+/// The way of every FWD file into the program: the operator chooses it, its folder is remembered, and it is converted
+/// if it is not PDDX.
 namespace bellmark {
 
 class PDDXFile;
@@ -21,15 +22,15 @@ struct FWDFileRequest {
 
 struct FWDFile {
     Path chosen;           ///< as the operator chose it
-    Path document;         ///< where its content stands as PDDX; the chosen file itself when nothing was converted
-    bool isReady = false;  ///< the document is the chosen file itself, or the converter has made it just now
-    bool told = false;     ///< the conversion failed, and the operator knows why
+    Path document;         ///< the content as PDDX; the chosen file itself when nothing was converted
+    bool isReady = false;  ///< the document is the chosen file itself, or was just converted
+    bool told = false;     ///< the conversion failed, and the operator was told why
 };
 
 /// Nothing when the operator cancels.
 std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& request);
 
-/// True when the document is of the run's own FWD, as far as both tell, or the operator wants it all the same.
+/// True when the document is of the run's own FWD, as far as both identify it, or the operator wants it anyway.
 bool MayUseDocument(Program& program, const PDDXFile& document);
 
 /// The lines of a list for a message box: the first ten, and how many more there are.

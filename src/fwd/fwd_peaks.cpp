@@ -47,7 +47,8 @@ void JudgeUnits(const FWDUnits& units, bool sensors, FWDPeaks& peaks) {
     if (!peaks.unitsAreKnown) peaks.unknownUnits = word;
 }
 
-/// A dead sensor reads 0 at each drop, as one does that the file lacks; and a gain is the initial one adjusted.
+/// A dead sensor reads 0 at each drop, like a sensor missing from the file. A gain is the initial one times the
+/// adjustment.
 std::vector<std::string> SensorsWithoutGain(const CalibrationRun& run) {
     std::vector<std::string> sensors;
     const auto drops = static_cast<std::ptrdiff_t>(run.Trial.shape.Drops());

@@ -5,7 +5,7 @@
 
 namespace bellmark {
 
-/// What the standard error of an adjustment factor is shown on: too large are those that do not even round to the limit
+/// Background of the standard error of an adjustment factor. It is too large when it does not even round to the limit
 /// of 0.002 (AASHTO R32).
 constexpr Color StdErrorColor(double stdErrSlope) {
     constexpr double largest = 0.002049;

@@ -19,8 +19,8 @@ namespace {
 
 constexpr const char* coefficientPicture = "##.00000e+00";
 
-/// Writes one report. Labels end where the values of their block begin; the head of a sensor's report stands two
-/// columns further to the right than the load cell's.
+/// Writes one report. Labels end where the values of their block begin; the head of a sensor's report is two columns
+/// further to the right than the load cell's.
 class Report {
   public:
     Report(const CalibrationRun& run, const CenterConfig& center, std::size_t device, const TrialReportFacts& facts)
@@ -53,7 +53,7 @@ class Report {
 
     int Shifted(int column) const { return sensors_ ? column + 2 : column; }
     void Blank() { text_.EndLine(); }
-    /// label: ends in front of the column where the values begin.
+    /// label: ends before the column where the values begin.
     void Labelled(std::string_view label, std::string_view value) {
         text_.At(Shifted(37) - static_cast<int>(CharacterCount(label)), label).Then(value).EndLine();
     }
@@ -89,7 +89,7 @@ class Report {
         Blank();
     }
 
-    /// Blank for a reading that is not known: nobody may take 0 for what was measured.
+    /// Blank for an unknown reading: 0 could be taken for a measured value.
     static std::string KnownReading(const std::optional<double>& volts) {
         return volts ? Format(*volts, "#0.000") : std::string();
     }
@@ -185,7 +185,7 @@ class Report {
         text_.EndLine();
     }
 
-    /// label: ends in column 35; the value stands in column 40.
+    /// label: ends in column 35; the value is in column 40.
     void Result(std::string_view label, std::string_view value) {
         text_.At(36 - static_cast<int>(CharacterCount(label)), label).At(40, value).EndLine();
     }
@@ -225,8 +225,8 @@ class Report {
 
 namespace {
 
-/// A file's name has room for some 200 letters. A long serial number is cut there, and the device's place tells two
-/// that begin alike apart.
+/// A file name has room for some 200 letters. A long serial number is cut there; the device's position distinguishes
+/// two that begin alike.
 std::string ShortSerial(const std::string& serial, std::size_t device) {
     constexpr std::size_t longest = 60;
     if (CharacterCount(serial) <= longest) return serial;

@@ -19,7 +19,7 @@ constexpr double mostG = 4.9;
 
 using Index = std::size_t;
 
-/// The conversion with its numbers at hand, for a whole block.
+/// The conversion with its coefficients loaded once for a whole block.
 class Conversion {
   public:
     explicit Conversion(const CenterConfig& center)
@@ -48,9 +48,9 @@ void ConvertSamples(DropRecord& drop, const CenterConfig& center) {
     FillAccelStdDevs(drop);
 }
 
-/// The element behind the block is no sample: it is converted, but no extreme.
+/// The element after the block is no sample: it is converted, but does not count for the extremes.
 void FindExtremes(DropRecord& drop) {
-    // Four at a time, for the processor.
+    // Four values at a time, so that the processor works on them in parallel.
     constexpr Index lanes = 4;
     std::array<double, lanes> least{};
     std::array<double, lanes> most{};
@@ -69,8 +69,8 @@ void FindExtremes(DropRecord& drop) {
     drop.MaxAbsAccel = *std::max_element(most.begin(), most.end());
 }
 
-/// What the integration does not reach is 0: its first and its last sample, and all of a block that cannot be
-/// integrated.
+/// Clears the values that the integration does not set: the first and the last sample, and all of a block that cannot
+/// be integrated.
 void ClearHistories(DropRecord& drop) {
     for (auto* history : {&drop.Velocity, &drop.Displacement})
         std::fill_n(history->begin(), static_cast<Index>(drop.NumSamples) + 1, 0.0);
@@ -88,7 +88,7 @@ double MeasureNoise(DropRecord& drop) {
 
 AccelTail MeasureTail(const DropRecord& drop) {
     constexpr int length = 375;  // 25 ms
-    // The deflection of the last sample rests on a velocity that is not computed.
+    // The deflection of the last sample uses a velocity that is not computed.
     const int end = drop.NumSamples - 1;
     const int first = end - length;
     AccelTail tail;

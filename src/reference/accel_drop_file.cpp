@@ -59,7 +59,7 @@ void AddBurst(std::string& text, const DropRecord& drop) {
 }
 
 void AddSample(std::string& text, const DropRecord& drop, std::size_t i) {
-    // Samples 0 and 1 show no velocity and displacement: the integration does not reach the first.
+    // Samples 0 and 1 have no velocity and displacement: the integration does not reach sample 0.
     const std::size_t fields = i < 2 ? 3 : 5;
     const std::array<double, columns.size()> values{static_cast<double>(drop.RawVolts[i]), drop.AbsAccel[i],
                                                     drop.RelAccelMicrons[i], drop.Velocity[i], drop.Displacement[i]};

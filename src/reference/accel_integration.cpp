@@ -16,7 +16,7 @@ using Index = std::size_t;
 
 constexpr int scanStep = 75;  ///< 5 ms
 constexpr int searchedForPeak = 1500;
-constexpr int leastBlock = 151;  ///< two steps and their end: what the windows of a block without a pulse need
+constexpr int leastBlock = 151;  ///< two steps and their end: needed by the windows of a block without a pulse
 constexpr double falseTriggerMicrons = 50.0;
 constexpr double micronsPerMeter = 1000000;
 constexpr double quietStdDev = 0.02;  ///< g
@@ -30,7 +30,7 @@ double Microns(double g) {
     return g * standardGravity * micronsPerMeter;
 }
 
-/// From the fulcrum, a time as the fits take it.
+/// Time from the fulcrum, in the unit of the fits.
 double Milliseconds(int samples) {
     return samples * integrationStep * 1000;
 }
@@ -63,7 +63,7 @@ struct RunningSums {
     }
 };
 
-/// So many values at a time have their sums taken first and their roots after, which the processor does side by side.
+/// The sums of this many values are taken before their roots, so that the processor can take the roots in parallel.
 constexpr Index sumsAtATime = 500;
 
 struct SumsOfChunk {
@@ -76,8 +76,8 @@ struct SumsOfChunk {
     }
 };
 
-// Four roots at a time instead of two where the processor can. The results are the same: each of the operations is
-// rounded on its own.
+// Four roots at a time instead of two, where the processor can. The results are the same: each operation is rounded
+// separately.
 #if defined(__x86_64__)
 [[gnu::target_clones("avx2", "default")]]
 #endif
@@ -90,7 +90,7 @@ void StdDevsOf(const SumsOfChunk& sums, double* stdDevs, Index count, int window
 }
 
 /// Standard deviations of each window's last values. One loop for all windows: each sum waits for its last addition,
-/// and the processor does the others meanwhile.
+/// and the processor does the other sums meanwhile.
 template <int... window>
 void MovingStdDevs(const double* values, Index count, std::array<double*, sizeof...(window)> stdDevs) {
     constexpr std::array<int, sizeof...(window)> windows{window...};
@@ -108,14 +108,14 @@ void MovingStdDevs(const double* values, Index count, std::array<double*, sizeof
         }
         for (Index w = 0; w < windows.size(); ++w) StdDevsOf(chunks[w], stdDevs[w] + from, length, windows[w]);
     }
-    // For want of values.
+    // Too few values before these samples.
     for (Index w = 0; w < windows.size(); ++w)
         std::fill_n(stdDevs[w], std::min(static_cast<Index>(windows[w]) - 1, count), 0.0);
 }
 
 // Fulcrum
 
-/// Of the 75 samples of a step, ties to even.
+/// Half of the 75 samples of a step, ties to even.
 int HalfAStepBefore(int position) {
     return static_cast<int>(std::nearbyint(position - scanStep / 2.0));
 }
@@ -125,7 +125,7 @@ PulsePlace OutOfBlock(PulsePlace place) {
     return place;
 }
 
-/// Goes back from half a step before the pulse to where the acceleration is quiet and falling.
+/// Goes back from half a step before the pulse to a sample where the acceleration is quiet and falling.
 int QuietPointBefore(const DropRecord& drop, int position) {
     const int from = HalfAStepBefore(position);
     const int windowStart = std::max(from - scanStep, 0);
@@ -135,7 +135,7 @@ int QuietPointBefore(const DropRecord& drop, int position) {
     return windowStart;
 }
 
-/// The second of three samples running that rest, going down from an index; nothing is found by index 0 or below.
+/// The second of three consecutive samples at rest, going down from an index; index 0 or below finds nothing.
 template <class Rests>
 int ThreeAtRest(int from, int to, int otherwise, const Rests& rests) {
     int run = 0;
@@ -146,7 +146,7 @@ int ThreeAtRest(int from, int to, int otherwise, const Rests& rests) {
     return otherwise;
 }
 
-/// Goes back from the pulse to where the acceleration is that of the initial burst.
+/// Goes back from the pulse to a sample with the acceleration of the initial burst.
 int BurstPointBefore(const DropRecord& drop, const PulsePlace& place) {
     constexpr double rest = 0.03;  // g
     constexpr int searched = 150;
@@ -189,13 +189,13 @@ void ComputeRelAccel(DropRecord& drop) {
     }
 }
 
-/// Sample 0 is not a part of the sum for the velocity, but each integration takes the offsets off what stands there.
+/// Sample 0 is not part of the sum for the velocity, but each integration subtracts the offsets from its value.
 void TakeOffsetsOffFirstSample(DropRecord& drop) {
     if (drop.FulcrumIndex > 0) drop.Velocity[0] = drop.Velocity[0] - drop.VelocityOffset - drop.VelocityTrim;
 }
 
-/// Velocity and deflection from the fulcrum on. The acceleration is downward when negative, the deflection is positive
-/// downward. Both in one loop: each sum waits for its last addition, and the processor does the other meanwhile.
+/// Velocity and deflection from the fulcrum on. Negative acceleration is downward; the deflection is positive downward.
+/// Both are in one loop: each sum waits for its last addition, and the processor does the other meanwhile.
 void Integrate(DropRecord& drop) {
     ComputeRelAccel(drop);
     const double* a = drop.RelAccelMicrons.data();
@@ -219,8 +219,8 @@ void Integrate(DropRecord& drop) {
     }
     TakeOffsetsOffFirstSample(drop);
 
-    // The forward steps use samples i and i + 1, one ahead of the backward steps: peak and drift removal are tuned to
-    // it.
+    // The forward steps use samples i and i + 1, one ahead of the backward steps. Peak and drift removal are tuned to
+    // this.
     velocity = velocityStep(fulcrum + 1);
     v[fulcrum + 1] = velocity - offset - trim;
     deflection = 0;
@@ -232,7 +232,7 @@ void Integrate(DropRecord& drop) {
     d[last] = deflection - deflectionStep(last);
 }
 
-/// What velocity and deflection are integrated with.
+/// The drift that velocity and deflection were integrated with.
 struct Drift {
     explicit Drift(const DropRecord& drop)
         : accel(Microns(drop.BaselineAccel)), velocity(drop.VelocityOffset + drop.VelocityTrim) {}
@@ -240,9 +240,9 @@ struct Drift {
     double velocity;  ///< microns/s
 };
 
-/// What another drift does to velocity and deflection k samples from the fulcrum. Another baseline adds a straight line
-/// to the velocity and a parabola to the deflection, another offset a constant and a straight line: the same as to
-/// integrate anew, in a fifth of the time.
+/// The change of velocity and deflection, k samples from the fulcrum, by another drift. Another baseline adds a
+/// straight line to the velocity and a parabola to the deflection, another offset a constant and a straight line. The
+/// result equals a new integration, five times faster.
 class DriftChange {
   public:
     DriftChange(const Drift& before, const Drift& now)
@@ -250,7 +250,7 @@ class DriftChange {
 
     double Velocity(double k) const { return -(line_ * k + offset_); }
     double DeflectionBefore(double k) const { return integrationStep * (line_ / 2 * (k * k) + offset_ * k); }
-    /// Behind the fulcrum, where the sums run one sample ahead.
+    /// After the fulcrum, where the sums are one sample ahead.
     double DeflectionBehind(double k) const { return integrationStep * (line_ / 2 * (k * (k + 2)) + offset_ * k); }
 
   private:
@@ -258,7 +258,7 @@ class DriftChange {
     double offset_;  ///< microns/s
 };
 
-/// Brings velocity and deflection from a drift to that of the record.
+/// Changes velocity and deflection from a former drift to that of the record.
 void IntegrateChange(DropRecord& drop, const Drift& before) {
     const DriftChange change(before, Drift(drop));
     const int fulcrum = drop.FulcrumIndex;
@@ -297,7 +297,7 @@ struct Parabola {
     }
 };
 
-/// Takes the fitted drift out of baseline and velocity. False when a single sample leaves the fit undetermined.
+/// Removes the fitted drift from baseline and velocity. False when a single sample leaves the fit undetermined.
 bool RemoveDrift(DropRecord& drop, const Parabola& fit) {
     if (fit.count == 0) return true;
     if (fit.count == 1) return false;
@@ -305,7 +305,7 @@ bool RemoveDrift(DropRecord& drop, const Parabola& fit) {
     const double a2 = (fit.xy - fit.x2y * ratio) / (fit.x3 - fit.x4 * ratio);
     const double a1 = (fit.x2y - a2 * fit.x4) / fit.x3;
     drop.BaselineAccel -= 2 * a2 / standardGravity;
-    // By its sign this adds to the drift; the trim before the fulcrum takes it out again.
+    // With this sign the drift grows; the trim before the fulcrum removes it again.
     drop.VelocityOffset += a1 * 1000;
     return true;
 }
@@ -334,7 +334,7 @@ bool RemoveDriftAtRest(DropRecord& drop) {
     return RemoveDrift(drop, fit);
 }
 
-/// The deflection is to have no slope in the 10 ms before the fulcrum. before: what it was integrated with.
+/// Removes the slope of the deflection in the 10 ms before the fulcrum. before: the drift it was integrated with.
 void TrimVelocity(DropRecord& drop, const Drift& before) {
     constexpr int trimmed = 150;
     const DriftChange change(before, Drift(drop));
@@ -367,7 +367,7 @@ bool IntegrateByRegression(DropRecord& drop) {
     return true;
 }
 
-/// Moves the fulcrum back to where the velocity rests, and integrates from there.
+/// Moves the fulcrum back to where the velocity is at rest, and integrates from there.
 void IntegrateFromRest(DropRecord& drop) {
     constexpr int searched = 375;            // 25 ms
     constexpr double quietVelocity = 150.0;  // microns/s
@@ -403,7 +403,7 @@ void FindPeak(DropRecord& drop) {
     drop.PeakEnglish = 0;
     for (int i = drop.DeflectionFulcrumIndex; i <= drop.WindowEnd; ++i) {
         const double deflection = drop.Displacement[At(i)];
-        // The comparison is with the rounded peak: a later sample within the rounding can become the peak.
+        // Compared with the rounded peak: a later sample within the rounding can become the peak.
         if (!(deflection > drop.PeakMetric)) continue;
         drop.PeakMetric = Round(deflection, 1);
         drop.PeakEnglish = Round(deflection / micronsPerMil, 3);
@@ -411,7 +411,7 @@ void FindPeak(DropRecord& drop) {
     }
 }
 
-/// Walks back from the peak to where the deflection has come down to that at the fulcrum.
+/// Goes back from the peak to where the deflection has fallen to that at the fulcrum.
 int SearchBack(const DropRecord& drop, AccelMethod method) {
     const auto& d = drop.Displacement;
     const double reference = d[At(drop.DeflectionFulcrumReading)];
@@ -430,7 +430,7 @@ int SearchBack(const DropRecord& drop, AccelMethod method) {
     return std::max(i, 0);
 }
 
-/// Walks forward again until the deflection has risen for six samples running, and steps back to where the rise began.
+/// Goes forward until the deflection has risen for six consecutive samples, and back to where the rise began.
 int RefineForward(const DropRecord& drop, int start) {
     const auto& d = drop.Displacement;
     int run = 0;
@@ -461,8 +461,7 @@ void MeasurePulse(DropRecord& drop, AccelMethod method) {
 
 PulseScan::PulseScan(const DropRecord& drop) : lastSample_(drop.NumSamples), levels_(At(drop.NumSamples) + 1) {
     for (Index i = 0; i < levels_.size(); ++i) levels_[i] = std::abs(drop.AbsAccel[i] - 1.0);
-    // The least of 2, 4 and 8 samples that begin at i, each in place of the one before. Two eights that overlap are
-    // eleven.
+    // The minimum of 2, 4 and 8 samples from i on, each replacing the one before. Two overlapping eights cover eleven.
     LeastWithStep<1>(levels_);
     LeastWithStep<2>(levels_);
     LeastWithStep<4>(levels_);
@@ -474,7 +473,7 @@ PulsePlace PulseScan::Next(int position, double triggerLevel) const {
     for (;;) {
         position += scanStep;
         place.position = position;
-        // Samples before the window do not count for the eleven.
+        // Samples before the window do not count towards the eleven.
         const int windowEnd = std::min(position + scanStep, lastSample_);
         for (int i = position - scanStep + triggerSamples - 1; i <= windowEnd; ++i) {
             if (!(levels_[At(i - triggerSamples + 1)] > triggerLevel)) continue;
@@ -521,7 +520,7 @@ PulsePlace FindPulse(const DropRecord& drop, const PulseScan& scan, AccelMethod 
         if (HalfAStepBefore(place.position) > drop.NumSamples) return OutOfBlock(place);
         place.fulcrum =
             method == AccelMethod::Regression ? QuietPointBefore(drop, place.position) : BurstPointBefore(drop, place);
-        // Two samples behind the fulcrum are the least that an integration needs.
+        // An integration needs at least two samples after the fulcrum.
         if (place.fulcrum > drop.NumSamples - 2) return OutOfBlock(place);
         if (place.fulcrum > lastFulcrum) return place;
         position = place.position;

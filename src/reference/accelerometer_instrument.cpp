@@ -18,15 +18,15 @@ bool IsSimulated(const CalibrationRun& run) {
     return run.ReviewMode || run.Trial.ReplayMode();
 }
 
-/// The flat files of one pair of trials serve every pair. A drop for a set-up value has none of its own: the name leads
+/// All pairs of trials use the flat files of one pair. A drop for a set-up value has no file of its own: the name leads
 /// to the saved drop of its height.
 std::string SimulatedSource(const CalibrationRun& run) {
     if (run.CurrentProcedure != Procedure::Sensors) return "Reference1-H3D0.txt";
     return NumberOfTrialShown(run) % 2 == 0 ? "Ref2" : "Ref1";
 }
 
-/// In words, what the operator should look at; the worst comes first. It blocks nothing.
-/// A drop of a trial is rejected; one for a set-up value is only repeated.
+/// Advice to the operator in words, the worst fault first. It blocks nothing. A drop of a trial is rejected; one for a
+/// set-up value is only repeated.
 std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst, bool isOfTrial) {
     const char* remedy = isOfTrial ? "reject this drop" : "repeat this drop";
     if (findings.fault) return std::string("The deflection cannot be computed: ") + remedy;
@@ -54,7 +54,7 @@ bool AccelerometerInstrument::CaptureBurst() {
     run.BurstCapture = true;
     const bool captured = CaptureAndWait(program_, run.AccelChannel);
     run.BurstCapture = false;
-    // A saved drop has brought the figures of its own burst along.
+    // A saved drop contains the figures of its own burst.
     if (captured && !IsSimulated(run)) {
         program_.Drop.BurstTime = program_.Now();
         MeasureBurst(program_.Drop);
@@ -65,7 +65,7 @@ bool AccelerometerInstrument::CaptureBurst() {
 bool AccelerometerInstrument::CaptureDrop(const CaptureView& view) {
     view.armed();
     if (!CaptureAndWait(program_, program_.Run.AccelChannel)) return false;
-    // The board is armed minutes before the drop, and delivers its block a second behind the trigger.
+    // The board is armed minutes before the drop, and delivers its block a second after the trigger.
     program_.Drop.TriggerTime = program_.Now();
     view.captured();
     return true;

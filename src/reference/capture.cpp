@@ -7,7 +7,7 @@ namespace bellmark {
 
 namespace {
 
-/// Takes the menus away for as long as a drop is waited for.
+/// Disables the menus while a drop is awaited.
 class WaitForDrop {
   public:
     explicit WaitForDrop(Program& program) : program_(program) { Set(true); }

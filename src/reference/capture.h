@@ -5,7 +5,7 @@ namespace bellmark {
 class Program;
 
 /// Captures one block on a channel into the drop in hand (RawVolts, NumSamples) and waits for it; events are served
-/// meanwhile. False when the wait was aborted (DropAborted): the acquisition is stopped and the record stays as it was.
+/// meanwhile. False when the wait was aborted (DropAborted): the acquisition is stopped and the record is unchanged.
 bool CaptureAndWait(Program& program, int channel);
 
 }  // namespace bellmark

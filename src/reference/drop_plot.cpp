@@ -91,7 +91,7 @@ Plot PlotOf(const DropRecord& drop, const Curve& drawn, bool zoomedIn, std::init
 
 constexpr int unknown = -1;
 
-/// Where no start was found it stands at the peak or behind it.
+/// When no start was found, StartPulseIndex is at the peak or after it.
 int KnownStart(const DropRecord& drop) {
     return drop.StartPulseIndex < drop.PeakIndex ? drop.StartPulseIndex : unknown;
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t widestRow = 86 + exponentFormRoom + 2;
 
-/// Fills a line up to a column, counted from 1 in characters, as a tab stop does. A line that is there already stays.
+/// Fills a line up to a column, counted from 1 in characters, as a tab stop does. A longer line is not changed.
 class TabbedLine {
   public:
     /// The line begins at the end of the text.
@@ -30,7 +30,7 @@ class TabbedLine {
     std::size_t start_;
 };
 
-/// Number and time of each sample, which are the same in every file: "1,      0.0000E+00,  ".
+/// Number and time of each sample, the same in every file: "1,      0.0000E+00,  ".
 const std::vector<std::string>& SampleBeginnings() {
     static const std::vector<std::string> beginnings = [] {
         std::vector<std::string> texts(sampleCapacity);
@@ -83,7 +83,7 @@ void AddSampleRow(std::string& text, std::size_t sample, std::span<const SampleC
     const std::string& beginning = SampleBeginnings()[sample];
     char* end = std::copy(beginning.begin(), beginning.end(), line.begin());
     for (std::size_t field = 0; field < values.size(); ++field) {
-        // Every number leaves room for its comma before the next column.
+        // The column has room for a comma after every number.
         if (field > 0) *end = ',';
         end = WriteExponentForm(line.data() + columns[field].begins - 1, values[field], columns[field].decimals);
     }

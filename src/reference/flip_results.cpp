@@ -88,7 +88,7 @@ FlipReading ReadingOf(std::span<const float> volts, DateTime now) {
 }
 
 std::string ReadingFault(FlipPosition position, const FlipReading& reading) {
-    // What is no number is as unusable as a restless reading.
+    // A value that is not a number is as unusable as a restless reading.
     const bool isRestless = !std::isfinite(reading.stdDev) || ExceedsLimit(reading.stdDev, largestDeviation);
     if (isRestless) {
         return std::string("Standard Deviation of ") + NameOf(position) + " is too large.(Should be less than " +

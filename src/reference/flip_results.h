@@ -6,7 +6,7 @@
 
 #include "platform/date_time.h"
 
-/// What the flip of the accelerometer gives, and how it is judged: pure calculations (AASHTO R32).
+/// Results of the accelerometer's flip and their limits: pure calculations (AASHTO R32).
 namespace bellmark {
 
 enum class FlipPosition { Plus1G, Minus1G, FlipPlus1G };
@@ -30,14 +30,14 @@ struct FlipMeasurement {
 /// Mean and standard deviation of a block, volts.
 FlipReading ReadingOf(std::span<const float> volts, DateTime now);
 
-/// Why a reading ends the test, in words; empty for a good one.
+/// The fault, in words, for which a reading ends the test; empty for a good one.
 std::string ReadingFault(FlipPosition position, const FlipReading& reading);
 
 /// (Plus1G - Minus1G) / 2, volts per g.
 double NewSlope(const FlipMeasurement& measured);
 /// (Plus1G + Minus1G) / 2, volts.
 double NewOffset(const FlipMeasurement& measured);
-/// Between the first two readings.
+/// Time between the first two readings.
 double ElapsedSeconds(const FlipMeasurement& measured);
 
 /// The calibration that the new one is compared with.

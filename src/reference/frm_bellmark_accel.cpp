@@ -165,8 +165,8 @@ void frmBellmark_Accel::PollButton(bool poll) {
 }
 
 void frmBellmark_Accel::TimerAccel_Tick() {
-    // The button speaks to the screen in front: after an aborted drop that may be the main menu. From behind another
-    // screen its channel is not read either, or the reading would fall into what that screen measures.
+    // The button acts on the screen in front: after an aborted drop that may be the main menu. Behind another screen
+    // its channel is not read either, since the reading would disturb that screen's measurement.
     if (Stack().Front() == this && HandButtonWasReleased(program_)) cmdNext_Click();
 }
 

@@ -83,11 +83,11 @@ void frmBellmark_AccelDrop::PrepareDrop() {
     ClearDropResults();
     picDropResponse.Clear();
     lblNoise.Visible = false;
-    // No conversion on the button's channel may run in an acquisition.
+    // The button's channel must not be converted during an acquisition.
     PollButton(false);
     program_.The<CollectionDoor>().PollButton(false);
     Show();
-    // A stray Enter must not leave the wait for the drop.
+    // An accidental Enter must not end the wait for the drop.
     SetDefaultButton(nullptr);
     SetFocus(picDropResponse);
 }
@@ -173,8 +173,7 @@ void frmBellmark_AccelDrop::AllowAnswers() {
         SetFocus(cmdErrOK);
         return;
     }
-    // A drop without a pulse, or without its file, has no peak that could be accepted; one that is only looked at can
-    // always be left.
+    // A drop without a pulse, or without its file, has no peak to accept; a drop under review can always be left.
     cmdAccept.Enabled = acceptable_ || replay;
     cmdReject.Enabled = !replay;
     chkZoom.Visible = true;
@@ -182,7 +181,7 @@ void frmBellmark_AccelDrop::AllowAnswers() {
     SuggestAnswer();
 }
 
-/// A drop beyond what the instrument may carry is to be rejected: accepting it takes a decision of its own.
+/// A drop beyond the instrument's range should be rejected, so that accepting it is a deliberate step.
 void frmBellmark_AccelDrop::SuggestAnswer() {
     const bool reject = outOfRange_ && cmdReject.Enabled;
     cmdAccept.BackColor = reject || !cmdAccept.Enabled ? colors::buttonFace : colors::suggestedNext;
@@ -299,8 +298,7 @@ void frmBellmark_AccelDrop::LeaveReview() {
 }
 
 void frmBellmark_AccelDrop::Left() {
-    // A wait for a drop that nobody sees ends, and cleans up after itself. Whichever way the screen is left, the next
-    // capture is a live one again.
+    // When the screen is left, the wait for a drop ends and is cleaned up, and the next capture is a live one again.
     if (program_.Run.AcquisitionActive) {
         program_.Run.DropAborted = true;
     } else if (program_.Run.Trial.ReplayMode()) {

@@ -18,7 +18,7 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
 
     ctrlHeader Header;
     Label lblHeightDrop{*this, "lblHeightDrop"};
-    Label lblState{*this, "lblState"};  ///< what the colour of the screen says, in words
+    Label lblState{*this, "lblState"};  ///< the meaning of the screen's colour, in words
     Label lblFilename{*this, "lblFilename"};
     Picture picDropResponse{*this, "picDropResponse"};
     CheckBox chkZoom{*this, "chkZoom", "&Zoomed In"};
@@ -79,9 +79,9 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
 
     Program& program_;
     int panelHelp_ = 0;
-    std::unique_ptr<ReferenceInstrument> instrument_;  ///< that the drop in hand is measured with
+    std::unique_ptr<ReferenceInstrument> instrument_;  ///< measures the drop in hand
     bool acceptable_ = false;                          ///< the drop in hand has a peak and its file
-    bool outOfRange_ = false;                          ///< it is beyond what the instrument may carry
+    bool outOfRange_ = false;                          ///< it is beyond the range of the instrument
 };
 
 }  // namespace bellmark

@@ -21,7 +21,7 @@ namespace bellmark {
 
 namespace {
 
-constexpr double handStep = 0.05;     ///< g, that the level is changed by hand
+constexpr double handStep = 0.05;     ///< g, for a change of the level by hand
 constexpr double highestLevel = 2.0;  ///< g
 
 constexpr const char* startTip = "Click to Start DAQ Baord. Then drop FWD to get data";
@@ -103,7 +103,7 @@ void frmBellmark_AccelTrigger::NumDropsStart(int drop) {
     }
 }
 
-/// What both measurements begin with: nothing measured, the keyboard on the panel that tells what to do.
+/// Start of both measurements: nothing measured, the keyboard on the panel with the instructions.
 void frmBellmark_AccelTrigger::BeginMeasurement() {
     program_.Run.CurrentDropIndex = 1;
     TimerDrop.Stop();
@@ -149,11 +149,11 @@ void frmBellmark_AccelTrigger::cmdErrOK_Click() {
     Suggest(&cmdStart);
 }
 
-/// next: what the operator most probably does; nothing while a drop is waited for.
+/// next: the most likely button; nullptr while a drop is awaited.
 void frmBellmark_AccelTrigger::Suggest(Button* next) {
     for (Button* button : {&cmdStart, &cmdAccept})
         button->BackColor = button == next ? colors::suggestedNext : colors::buttonFace;
-    // A stray Enter must not leave the wait for the drop.
+    // An accidental Enter must not end the wait for the drop.
     SetDefaultButton(next);
     SetFocus(next ? static_cast<Control&>(*next) : picDropResponse);
 }
@@ -181,7 +181,7 @@ void frmBellmark_AccelTrigger::Start() {
 }
 
 void frmBellmark_AccelTrigger::PrepareDrop() {
-    // No conversion on the button's channel may run in an acquisition.
+    // The button's channel must not be converted during an acquisition.
     TimerDrop.Stop();
     fraMessage.Visible = false;
     program_.Run.ErrorPanelOpen = false;
@@ -221,7 +221,7 @@ void frmBellmark_AccelTrigger::ShowDrop(const DropVerdict& verdict) {
     TimerDrop.Start();
 }
 
-/// A drop without a pulse has nothing to be searched or taken: it is repeated.
+/// A drop without a pulse gives no result; it is repeated.
 void frmBellmark_AccelTrigger::AllowAnswers(bool hasPeak) {
     const DropRecord& drop = program_.Drop;
     cmdAccept.Enabled = hasPeak;
@@ -252,7 +252,7 @@ void frmBellmark_AccelTrigger::PlotResponseCurve() {
     picDropResponse.Draw(std::move(plot));
 }
 
-/// The levels lie around 1 g, the curve around the baseline.
+/// The levels are around 1 g, the curve around the baseline.
 void frmBellmark_AccelTrigger::AddTriggerBand(Plot& plot) const {
     const double restsAt = 1 - program_.Drop.BaselineAccel;
     for (const double side : {1.0, -1.0}) {
@@ -327,7 +327,7 @@ void frmBellmark_AccelTrigger::cmdSaveLevels_Click() {
 
 void frmBellmark_AccelTrigger::SetLevelByHand(double level) {
     constexpr int places = 10;
-    // Sums of hundredths carry digits of their own far behind the point, and the level goes into a file as it stands.
+    // Sums of hundredths carry rounding errors, and the level is written to a file in full.
     program_.Center.AccelSensitivity = Round(level, places);
     ShowCurrentTrigger("0.00");
     cmdAccept.Enabled = false;
@@ -348,7 +348,7 @@ void frmBellmark_AccelTrigger::cmdNoTrigger_Click() {
              colors::warning);
 }
 
-/// Ends a wait for a drop, and the polling of the hand button.
+/// Ends the wait for a drop, and the polling of the hand button.
 void frmBellmark_AccelTrigger::StopMeasuring() {
     CalibrationRun& run = program_.Run;
     run.DropAborted = true;
@@ -357,9 +357,9 @@ void frmBellmark_AccelTrigger::StopMeasuring() {
     if (!run.ReviewMode) program_.The<AcquisitionDoor>().AbortAcquisition();
 }
 
-/// First the file: what cannot be kept is not accepted.
+/// The file is written first: what cannot be stored is not accepted.
 void frmBellmark_AccelTrigger::TakeLevel(double level) {
-    // What was measured on simulated drops must not outlive their review as the machine's own.
+    // Results from simulated drops must not stay as the machine's own after the review.
     if (program_.Run.ReviewMode) KeepCenterConfiguration(program_);
     WriteKey(program_, MasterCenterConfig(program_), centerSection, "AccelSensitivity", NumberText(level));
     if (!program_.Run.InterimFolderName.empty())
@@ -380,7 +380,7 @@ void frmBellmark_AccelTrigger::ComputeNumberOfDrops() {
         program_.The<SetupDoor>().ReturnFromMeasurement();
         return;
     }
-    // The message tells the number that the run has.
+    // The message inserts the number of the run.
     const int before = std::exchange(run.NumberDropsPerLoadLevel, *drops);
     program_.Compose(10);
     const Answer answer = program_.ShowComposed();
@@ -397,7 +397,7 @@ void frmBellmark_AccelTrigger::ComputeNumberOfDrops() {
     taken ? setup.NumberOfDropsMeasured() : setup.ReturnFromMeasurement();
 }
 
-/// The set-up goes on where it was left for the measurement.
+/// The set-up continues where it was left for the measurement.
 void frmBellmark_AccelTrigger::GoBackToSetup() {
     CalibrationRun& run = program_.Run;
     StopMeasuring();
@@ -432,7 +432,7 @@ void frmBellmark_AccelTrigger::Activated() {
     if (!lblCurrentTrigger.Caption.Get().empty()) ShowCurrentTrigger("");
 }
 
-/// Whichever way the screen is left, a level that was only tried is forgotten.
+/// When the screen is left, a level that was only tried is dropped.
 void frmBellmark_AccelTrigger::Left() {
     if (program_.Run.AcquisitionActive) StopMeasuring();
     program_.Center.AccelSensitivity = levelInForce_;

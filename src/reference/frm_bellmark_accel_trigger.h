@@ -14,7 +14,7 @@ namespace bellmark {
 
 class Program;
 
-/// The set-up values of a sensor calibration that are measured on the FWD in hand: the accelerometer's trigger level,
+/// The set-up values of a sensor calibration that are measured on the FWD itself: the accelerometer's trigger level,
 /// from one drop, and the number of drops at each height, from a drop of the highest and one of the lowest height.
 class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
   public:
@@ -22,7 +22,7 @@ class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
 
     ctrlHeader Header;
     Label lblTask{*this, "lblTask"};    ///< which drop is wanted
-    Label lblState{*this, "lblState"};  ///< what the colour of the screen says, in words
+    Label lblState{*this, "lblState"};  ///< the meaning of the screen's colour, in words
     Frame fraMessage{*this, "fraMessage"};
     Label lblMessageTitle{fraMessage, "lblMessageTitle"};
     TextBox txtError{fraMessage, "txtError"};
@@ -41,7 +41,7 @@ class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
     Label lblNewTrigger{fraTrigger, "lblNewTrigger"};          ///< g; a click takes it
     Label lblUpperTrigger{fraTrigger, "lblUpperTrigger"};
     Label lblLowerTrigger{fraTrigger, "lblLowerTrigger"};
-    Grid grdLevels{fraTrigger, "grdLevels"};  ///< what the search found at each level
+    Grid grdLevels{fraTrigger, "grdLevels"};  ///< result of the search at each level
     Button cmdSaveLevels{fraTrigger, "cmdSaveLevels", "Save &Table"};
     Button cmdStart{*this, "cmdStart", "&Start"};
     Button cmdAccept{*this, "cmdAccept", "&Calc. Trigger"};
@@ -96,7 +96,7 @@ class frmBellmark_AccelTrigger : public Screen, public TriggerDoor {
 
     Program& program_;
     AccelerometerInstrument instrument_;
-    double levelInForce_ = 0;  ///< g: what the last accepted level is, whatever was tried since
+    double levelInForce_ = 0;  ///< g: the last accepted level, unchanged by tries since
     int panelHelp_ = 0;
     std::optional<TriggerBand> band_;  ///< the proposal, once there is one
     DropCountMode dropCountMode_ = DropCountMode::HighDrop;

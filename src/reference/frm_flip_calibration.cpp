@@ -23,11 +23,11 @@ constexpr const char* recordingPrompt = "Hold accelerometer steady.\r\nRecording
 constexpr const char* logHeading = "  Time      Avg.   Std.Dev.";
 
 constexpr int seconds = 10;
-/// Less than the nine seconds that may lie between the first two readings.
+/// Less than the nine seconds allowed between the first two readings.
 constexpr int secondsToTurnOver = 8;
 constexpr int warningFrom = 5;  ///< seconds before the end of a position
 constexpr int recordingFrom = 2;
-constexpr int turningSeconds = 3;  ///< that the simulated accelerometer takes to be turned
+constexpr int turningSeconds = 3;  ///< time that the simulated accelerometer takes to turn
 
 constexpr Color goodColor{128, 255, 128};
 
@@ -96,7 +96,7 @@ void frmFlipCalibration::ShowStored() {
     fraResult.Visible = false;
 }
 
-/// suggested: what the operator most probably does next; with nothing the test is running.
+/// suggested: the most likely next button; nullptr while the test is running.
 void frmFlipCalibration::ShowButtons(Button* suggested) {
     const bool running = suggested == nullptr;
     program_.The<MainFrameDoor>().SetMeasuring(running);
@@ -107,7 +107,7 @@ void frmFlipCalibration::ShowButtons(Button* suggested) {
         button->BackColor = button == suggested ? colors::suggestedNext : colors::buttonFace;
     }
     Button& next = running ? cmdAbort : *suggested;
-    // A stray Enter must not end the test.
+    // An accidental Enter must not end the test.
     SetDefaultButton(running ? nullptr : &next);
     SetFocus(running ? static_cast<Control&>(txtPrompt) : next);
 }
@@ -115,7 +115,7 @@ void frmFlipCalibration::ShowButtons(Button* suggested) {
 void frmFlipCalibration::cmdStart_Click() {
     CalibrationRun& run = program_.Run;
     run.CurrentProcStep = step::flipRunning;
-    // The board delivers its block at once: there is no pulse to wait for.
+    // The board delivers its block at once, without waiting for a pulse.
     run.BurstCapture = true;
     calibrationStep_ = 0;
     recording_ = false;
@@ -174,7 +174,7 @@ void frmFlipCalibration::tmrFlip_Tick() {
     constexpr int warningMilliseconds = 200;
     constexpr int recordingHertz = 330;
     constexpr int recordingMilliseconds = 300;
-    // A board that is late is waited for at the end of the position.
+    // A late board is awaited at the end of the position.
     if (countdown_ > 0) --countdown_;
     lblCountdown.Caption = NumberText(countdown_);
     PlayBoard();
@@ -194,7 +194,7 @@ void frmFlipCalibration::tmrFlip_Tick() {
     }
 }
 
-/// What the simulated board delivers: the stored voltage of the position with a little noise, and anything while the
+/// The simulated board delivers the stored voltage of the position with a little noise, and arbitrary values while the
 /// accelerometer is turned.
 void frmFlipCalibration::PlayBoard() {
     if (!program_.Run.ReviewMode) return;
@@ -287,13 +287,13 @@ void frmFlipCalibration::cmdAccept_Click() {
     SaveFlipData();
     ComputeAccelAdjustment(program_.Center);
     program_.The<MainMenuDoor>().MarkAccelerometer();
-    // What needs a calibration of today is open now.
+    // Procedures that need a calibration of today are now available.
     program_.The<SetupDoor>().AllowCalibration();
     GoBack();
     if (program_.Run.InterimCalOpen) SaveInterimCalibration(program_);
 }
 
-/// First the file: what cannot be kept is not accepted.
+/// The file is written first: what cannot be stored is not accepted.
 void frmFlipCalibration::SaveFlipData() {
     const CenterConfig before = program_.Center;
     CenterConfig& center = program_.Center;
@@ -313,9 +313,9 @@ void frmFlipCalibration::SaveFlipData() {
     if (celsius) center.AccelDailyCalibrationTemperatureUnit = "Celsius";
     center.AccelNewSlopeFactor = NewSlope(measured_);
     try {
-        // Simulated readings must not outlive their review as the machine's own.
+        // Simulated readings must not stay as the machine's own after the review.
         if (program_.Run.ReviewMode) KeepCenterConfiguration(program_);
-        // The center's own file comes last: where anything fails, it still holds the former calibration.
+        // The center's own file comes last: after any failure it still holds the former calibration.
         if (!program_.Run.InterimFolderName.empty()) WriteFlipData(program_, RunCenterConfig(program_));
         WriteFlipData(program_, MasterCenterConfig(program_));
     } catch (...) {
@@ -380,7 +380,7 @@ void frmFlipCalibration::EndStepOfFlip() {
 }
 
 void frmFlipCalibration::Left() {
-    // A test that nobody looks at measures nothing.
+    // A test behind another screen stops.
     if (tmrFlip.IsRunning()) {
         StopTest("Flip calibration canceled by operator.");
         program_.Run.CurrentProcStep = step::flipEntered;

@@ -20,7 +20,7 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
 
     ctrlHeader Header;
     TextBox txtSerial{*this, "txtSerial"};
-    TextBox txtExistSlope{*this, "txtExistSlope"};  ///< volts per g, that the new one is compared with
+    TextBox txtExistSlope{*this, "txtExistSlope"};  ///< volts per g, compared with the new one
     TextBox txtExistOffset{*this, "txtExistOffset"};
     TextBox txtSlope{*this, "txtSlope"};
     TextBox txtOffset{*this, "txtOffset"};
@@ -79,7 +79,7 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
     int calibrationStep_ = 0;
     int countdown_ = 0;
     bool recording_ = false;  ///< a block is being captured
-    bool inHand_ = false;     ///< the results can be accepted or rejected
+    bool inHand_ = false;     ///< the results wait to be accepted or rejected
 };
 
 }  // namespace bellmark

@@ -19,7 +19,7 @@ constexpr std::size_t unbalancedZeroItem = 4;  ///< of the load cell's list; the
 constexpr double zeroLimitVolts = 0.01;
 constexpr const char* dateItem = "Verify that the computer's Date and Time are correct.";
 
-/// Step that a procedure goes on with once its list is passed.
+/// The step of a procedure after its list is passed.
 int StepAfter(Procedure procedure) {
     constexpr int stepsPerProcedure = 10;
     constexpr int afterCheck = 2;
@@ -32,7 +32,7 @@ frmPrerequisites::frmPrerequisites(Program& program)
     : Screen(program.Screens, "frmPrerequisites", "Prerequisites"), Header(*this, program.Header), program_(program) {
     for (std::size_t i = 0; i < mostItems; ++i) {
         chkPrereq.push_back(std::make_unique<CheckBox>(*this, "chkPrereq(" + NumberText(i) + ')'));
-        // Ticking the item in hand says the same as OK.
+        // Ticking the current item does the same as OK.
         chkPrereq.back()->Click = [this] { cmdOK_Click(); };
     }
     Header.PageTitle.Caption = "Prerequisites";
@@ -54,7 +54,7 @@ void frmPrerequisites::ResetPreReq() {
 }
 
 bool frmPrerequisites::PrerequisitesMet(Procedure procedure) {
-    // Between load cell and accelerometer the signal conditioner is set up anew.
+    // The signal conditioner is set up anew when changing between load cell and accelerometer.
     const bool otherInstrument = (procedure == Procedure::LoadCell) != (procedure_ == Procedure::LoadCell);
     if (otherInstrument) ResetPreReq();
     procedure_ = procedure;
@@ -156,13 +156,13 @@ void frmPrerequisites::FinishItem() {
     run.PrereqSetupDone = done_ >= setupItems;
     if (finished == Check::TrimmedZero) run.PrereqZeroDone = true;
     if (finished == Check::MinusVoltage) run.PrereqShuntDone = true;
-    // Not at its last reading: the switch is still held then.
+    // Not at its last reading, when the switch is still held.
     if (IsComplete() && procedure_ == Procedure::LoadCell) WarnOfShuntSwitch();
 }
 
 void frmPrerequisites::ReadSignalConditioner(double simulatedVolts) {
     CalibrationRun& run = program_.Run;
-    // The load cell, too, is read at the accelerometer's channel: the conditioner has one output.
+    // The load cell is also read at the accelerometer's channel: the conditioner has one output.
     run.LastReading = run.ReviewMode
                           ? simulatedVolts
                           : static_cast<double>(program_.The<AcquisitionDoor>().OneConversion(run.AccelChannel));
@@ -269,7 +269,7 @@ void frmPrerequisites::cmdNext_Click() {
 }
 
 void frmPrerequisites::GoOn() {
-    // A load cell trial was entered before the list came up. One of the sensors begins behind it.
+    // A load cell trial was entered before the list appeared. A sensor trial begins after it.
     if (procedure_ == Procedure::LoadCell) {
         program_.The<CollectionDoor>().Start();
     } else {

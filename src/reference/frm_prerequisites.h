@@ -14,7 +14,7 @@ namespace bellmark {
 class Program;
 
 /// The checklist before reference data are taken: date and time, warm-up, and for the load cell the readings of the
-/// signal conditioner, from which comes the day's shunt multiplier (AASHTO R32). One item after the other.
+/// signal conditioner, which give the day's shunt multiplier (AASHTO R32). One item after the other.
 class frmPrerequisites : public Screen, public PrerequisitesDoor {
   public:
     explicit frmPrerequisites(Program& program);
@@ -23,8 +23,8 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     Label lblDateTime{*this, "lblDateTime"};
     Button cmdChangeTimeDate{*this, "cmdChangeTimeDate", "&Change Date and Time"};
     std::vector<std::unique_ptr<CheckBox>> chkPrereq;  ///< chkPrereq(0) to chkPrereq(8), those in use visible
-    Frame fraStep{*this, "fraStep"};                   ///< the item in hand
-    Label lblPrompt{fraStep, "lblPrompt"};             ///< what is to be done for it
+    Frame fraStep{*this, "fraStep"};                   ///< the current item
+    Label lblPrompt{fraStep, "lblPrompt"};             ///< the instruction for it
     Label lblReading{fraStep, "lblReading"};           ///< the reading taken last
     Button cmdOK{fraStep, "cmdOK", "&OK"};
     Button cmdNext{*this, "cmdNext", "&NEXT"};
@@ -70,9 +70,9 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
     void cmdMainMenu_Click();
 
     Program& program_;
-    Procedure procedure_ = Procedure::None;  ///< that the list is for
+    Procedure procedure_ = Procedure::None;  ///< of the list
     std::vector<Item> items_;                ///< empty until a list is begun
-    std::size_t done_ = 0;                   ///< items of the list, from its top
+    std::size_t done_ = 0;                   ///< number of items done, from the top
 };
 
 }  // namespace bellmark

@@ -4,11 +4,11 @@ namespace bellmark {
 
 class Program;
 
-/// A screen begins to poll the operator's hand button.
+/// Called when a screen begins to poll the operator's hand button.
 void BeginHandButton(Program& program);
 
-/// Polls the button once. True when it was down at the last poll and is not now: the press counts on release. A button
-/// that is held down from one screen to the next does nothing there until it was seen up.
+/// Polls the button once. True when it was down at the last poll and is now up: a press counts on release. A button
+/// held down from one screen to the next has no effect until it was up once.
 bool HandButtonWasReleased(Program& program);
 
 }  // namespace bellmark

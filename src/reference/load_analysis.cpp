@@ -43,10 +43,11 @@ void ComputeLoad(DropRecord& drop, const CenterConfig& center) {
     for (Index i = 0; i < count; ++i) load[i] /= kilonewtonsPerPound;
 }
 
-/// The first of the largest loads. When no later sample is above sample 0, the index stays that of the last drop; no
-/// real pulse peaks there.
+/// The first of the largest loads. When no later sample is above sample 0, the index of the last drop is kept; no real
+/// pulse peaks there.
 void FindPeak(DropRecord& drop) {
-    // Four independent maxima let the processor compare four samples at a time; the first equal one is looked up after.
+    // Four independent maxima let the processor compare four samples at a time; the first equal sample is found
+    // afterwards.
     constexpr Index lanes = 4;
     const Index count = static_cast<Index>(std::max(drop.NumSamples, 1));
     const double* load = drop.Velocity.data();
@@ -62,7 +63,7 @@ void FindPeak(DropRecord& drop) {
 }
 
 bool IsPeakTooHigh(double peakPounds, const CenterConfig& center) {
-    // For a cell in another unit the limit is divided although the load is in pounds by now: it is out of reach.
+    // For a cell in another unit the limit is divided although the load is already in pounds, so it is never reached.
     const bool inPounds = center.ReferenceLoadCellUnits == poundForce;
     return peakPounds > (inPounds ? mostPounds : mostPounds / kilonewtonsPerPound);
 }
@@ -96,7 +97,7 @@ void SubtractZero(DropRecord& drop, double mean) {
     for (Index i = 0; i < count; ++i) zeroed[i] = load[i] - mean;
 }
 
-/// Walks back from the peak to where the load has come down to the zero.
+/// Goes back from the peak to where the load has fallen to the zero.
 int SearchBack(const DropRecord& drop, double mean) {
     const auto& load = drop.Velocity;
     const auto& zeroed = drop.Displacement;
@@ -116,8 +117,8 @@ int SearchBack(const DropRecord& drop, double mean) {
     return firstNearZero - i > 10 ? firstNearZero : i;
 }
 
-/// Walks forward again until the load has risen for four samples running, and steps back to where the rise began.
-/// start: not below 0.
+/// Goes forward until the load has risen for four consecutive samples, and back to where the rise began. start: not
+/// below 0.
 int RefineForward(const DropRecord& drop, int start) {
     const auto& zeroed = drop.Displacement;
     int run = 0;

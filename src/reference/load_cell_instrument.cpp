@@ -14,7 +14,7 @@ namespace bellmark {
 
 std::optional<DropVerdict> LoadCellInstrument::Measure(const CaptureView& view) {
     const CalibrationRun& run = program_.Run;
-    // The board compares the samples with it while it waits.
+    // The board compares the samples with this level while it waits.
     program_.Drop.TriggerLevel = program_.Center.ReferenceLoadCellSensitivity;
     if (run.ReviewMode || run.Trial.ReplayMode()) {
         program_.The<SimulatorDoor>().SetFile("LoadCell" + NumberText(NumberOfTrialShown(run)));

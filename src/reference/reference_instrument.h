@@ -18,33 +18,33 @@ class Program;
 /// The curves of a drop, by the option button that shows them.
 enum class DropCurve { Acceleration, Velocity, Deflection, StdDev };
 
-/// What the screens say of drops of an instrument.
+/// Texts on the screens for the drops of an instrument.
 struct InstrumentTexts {
     const char* pageTitle;     ///< of the collection screen
     const char* englishUnits;  ///< "(Drop data are in pound-force)"
     const char* metricUnits;
     const char* peak;
-    const char* start;  ///< what is measured at the start of the pulse
+    const char* start;  ///< the quantity measured at the start of the pulse
     const char* englishUnit;
     const char* metricUnit;
     const char* acceleration;  ///< names of the curves
     const char* velocity;
     const char* deflection;
-    const char* stdDev;          ///< nullptr where there is no such curve
+    const char* stdDev;          ///< nullptr when there is no such curve
     const char* englishPicture;  ///< of the peak
     const char* metricPicture;
 };
 
-/// A numbered message with what its text inserts.
+/// A numbered message with its values.
 struct NumberedMessage {
     int code = 0;
     std::vector<MessageValue> values;
 };
 
-/// What a measured drop is worth, beside what stands in the drop record.
+/// The judgement of a measured drop, besides the drop record.
 struct DropVerdict {
     bool hasPeak = true;      ///< without a peak the drop cannot be accepted
-    bool outOfRange = false;  ///< beyond what the instrument may carry: rejecting is suggested
+    bool outOfRange = false;  ///< beyond the range of the instrument: rejecting is suggested
     std::string startEnglish;
     std::string startMetric;
     std::string advice;                    ///< in the state line; blocks nothing
@@ -52,25 +52,25 @@ struct DropVerdict {
     std::vector<NumberedMessage> boxes;    ///< shown once the drop is drawn and saved
 };
 
-/// What the drop screen shows while a drop is captured.
+/// Callbacks of the drop screen while a drop is captured.
 struct CaptureView {
     std::function<void()> armed;     ///< the mass may fall
-    std::function<void()> captured;  ///< the block is there
+    std::function<void()> captured;  ///< the block is complete
 };
 
-/// A reference instrument: what differs between load cell and accelerometer when a drop is measured. It works on the
+/// A reference instrument: the differences between load cell and accelerometer when a drop is measured. It works on the
 /// program's drop in hand.
 class ReferenceInstrument {
   public:
     virtual ~ReferenceInstrument() = default;
-    /// Captures and analyses a drop. Nothing when the wait was aborted.
+    /// Captures and analyses a drop. Returns nothing when the wait was aborted.
     virtual std::optional<DropVerdict> Measure(const CaptureView& view) = 0;
     virtual Plot PlotOf(DropCurve curve, bool zoomedIn) const = 0;
-    /// Content of the drop's file, lines end in CR LF.
+    /// Content of the drop's file; lines end in CR LF.
     virtual std::string FileText(DateTime now) const = 0;
 };
 
-/// What is said of the load cell in its own procedure, of the accelerometer in all others.
+/// The texts of the load cell for its own procedure, of the accelerometer for all others.
 const InstrumentTexts& TextsOf(Procedure procedure);
 
 /// The instrument of the procedure in hand: the load cell, or the accelerometer.

@@ -15,7 +15,7 @@ namespace {
 constexpr double levelStep = 0.02;  ///< g
 constexpr int numberOfLevels = 100;
 
-/// A round, and what it left in the record.
+/// A round, and the record after it.
 struct KnownRound {
     std::size_t before = 0;  ///< the round that it followed
     PulsePlace place;
@@ -119,7 +119,7 @@ TriggerBand DetermineTrigger(const DropRecord& drop) {
     bool closed = false;
     double level = 0;
     for (int step = 0; step < numberOfLevels; ++step) {
-        // The run of doubles is the sum, the last of them a little above 2.
+        // Added up, not multiplied: the last level is then a little above 2.
         level += levelStep;
         TriggerLevelResult result = replay.AtLevel(level);
         result.good = IsGood(result, drop);
@@ -130,7 +130,7 @@ TriggerBand DetermineTrigger(const DropRecord& drop) {
             found = true;
         } else {
             band.upperBound = level - levelStep;
-            // Also where no level above the one in force is good: what lies beyond is no part of the band.
+            // Also when no level above the one in force is good: higher levels are not part of the band.
             closed = level > drop.TriggerLevel;
         }
     }

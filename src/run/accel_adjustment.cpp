@@ -17,7 +17,7 @@ void ComputeAccelAdjustment(CenterConfig& center) {
     const double dayHalf = (center.AccelDailyCalibrationPlus1GVoltage - center.AccelDailyCalibrationMinus1GVoltage) / 2;
     const double dayMid = (center.AccelDailyCalibrationPlus1GVoltage + center.AccelDailyCalibrationMinus1GVoltage) / 2;
     if (dayHalf > 0) {
-        // The certificate and the center are taken to lie in the same gravity.
+        // The certificate and the center are assumed to have the same gravity.
         center.AccelVoltageSlope = refHalf / dayHalf * (standardGravity / standardGravity);
         center.AccelVoltageOffset = refMid - center.AccelVoltageSlope * dayMid;
     }

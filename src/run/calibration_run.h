@@ -58,8 +58,8 @@ struct ReferenceTrialSummary {
     double Change = 0;
 };
 
-/// A relative trial that was read and neither accepted nor rejected. Its numbers stand behind those of the accepted
-/// trials, at index RelTrials.
+/// A relative trial that was read and neither accepted nor rejected. Its numbers follow those of the accepted trials,
+/// at index RelTrials.
 struct RelativeTrialInHand {
     std::string rawFileName;  ///< the FWD's file as the operator chose it
     long long dropsInFile = 0;
@@ -85,7 +85,8 @@ struct HeightStatistics {
     double FWDStdDev = 0;
 };
 
-/// Heights and drops of a trial, and the units of its peaks. They belong to the trial, whatever the set-up says later.
+/// Heights and drops of a trial, and the units of its peaks. They belong to the trial, even if the set-up changes
+/// later.
 struct TrialShape {
     int heights = 0;
     int dropsPerHeight = 0;
@@ -94,7 +95,7 @@ struct TrialShape {
     friend bool operator==(const TrialShape&, const TrialShape&) = default;
 };
 
-/// A drop of a trial is looked at again.
+/// The review of one drop of a trial.
 struct DropReview {
     int index = 0;  ///< from 0
     bool isCounted =
@@ -106,10 +107,10 @@ struct TrialInHand {
     Procedure procedure = Procedure::None;  ///< LoadCell or Sensors; None: no trial was begun
     int number = 0;                         ///< from 1
     TrialShape shape;
-    int DropSequenceIndex = 0;                   ///< drops that are in: the index of the next one, from 0
+    int DropSequenceIndex = 0;                   ///< number of drops taken; index of the next one, from 0
     std::array<double, maxDrops> DropResults{};  ///< accepted peaks, in the trial's units
     std::array<bool, maxDrops> DropNoiseFlags{};
-    std::array<bool, maxDrops> DropRangeFlags{};  ///< beyond what the reference instrument may carry
+    std::array<bool, maxDrops> DropRangeFlags{};  ///< beyond the range of the reference instrument
     std::optional<DropReview> reviewed;
     /// A saved drop is read again in place of a capture.
     bool ReplayMode() const { return reviewed.has_value(); }
@@ -120,7 +121,7 @@ struct TrialInHand {
 /// What a caller hands to a numbered message: elements 1 to 5, element 0 is not used.
 using MessageParameterList = std::array<std::variant<std::monostate, std::string, double, DateTime>, 6>;
 
-/// What belongs to this sitting of the program. No file keeps it.
+/// State of the current run of the program; no file keeps it.
 struct Session {
     bool ReviewMode = false;  ///< no board was found at start
     Path StartDirectory;
@@ -136,7 +137,7 @@ struct Session {
     bool DropRejected = false;
     bool DropAborted = false;     ///< the wait for a capture is to stop
     bool ButtonDown = false;      ///< the hand button was pressed at the last poll
-    bool ButtonHeldOver = false;  ///< it has not been seen up since its screen came
+    bool ButtonHeldOver = false;  ///< it has been down since its screen came up
     bool ErrorPanelOpen = false;
     bool PlotReviewPending = false;    ///< the FWD's peaks of the trial have not been looked at on the plot yet
     bool StdDevWarningDone = false;    ///< message 214 was shown for the file that was loaded last
@@ -200,7 +201,7 @@ struct CalibrationRun : Session {
     std::array<TrialRecord, maxTrials> LCTrial;
     std::array<TrialShape, maxTrials> LCTrialShape;  ///< of each counted trial
     bool LoadCellCalPassed = false;
-    std::string LoadCellMessage;                        ///< what the last judgement said
+    std::string LoadCellMessage;                        ///< the text of the last judgement
     std::array<bool, maxTrials> LoadCellTrialDelete{};  ///< marked by the operator to be deleted
     bool LoadCellCalComplete = false;
     double NewLoadCellCalibrationCenterGain = 0;  ///< 0 until computed
@@ -221,7 +222,7 @@ struct CalibrationRun : Session {
     std::optional<RelativeTrialInHand> RelTrialInHand;  ///< nothing: no relative trial waits for its answer
     bool SensorRelCalGood = false;
     bool SensorRelCalComplete = false;
-    std::string SensorRelMessage;  ///< what the last judgement said
+    std::string SensorRelMessage;  ///< the text of the last judgement
     bool CertificationComplete = false;
     std::array<SensorCalRecord, maxSensors> Sensor;
     DateTime SensorCalibrationDate = ZeroDate();
@@ -232,16 +233,15 @@ struct CalibrationRun : Session {
     bool PrereqSetupDone = false;
     bool PrereqZeroDone = false;
     bool PrereqShuntDone = false;
-    bool PrereqPassed = false;  ///< the list was passed once in this run: the equipment is warm
-    double LastReading = 0;     ///< volts
-    std::optional<double>
-        MeasuredUnbalancedZero;  ///< volts, as the conditioner was found; nothing when it is not known
+    bool PrereqPassed = false;                     ///< the list was passed once in this run: the equipment is warm
+    double LastReading = 0;                        ///< volts
+    std::optional<double> MeasuredUnbalancedZero;  ///< volts, the conditioner as found; nothing when not known
     bool ShuntWarningShown = false;
     std::optional<double> MeasuredPlus;   ///< volts
     std::optional<double> MeasuredMinus;  ///< volts
 };
 
-/// Number of a sensor as everyone sees it; index: from 0.
+/// Number of a sensor as operators know it; index: from 0.
 inline int ShownSensorNumber(const CalibrationRun& run, int index) {
     return run.Manufacturer == Make::Kuab ? index : index + 1;
 }

@@ -42,7 +42,7 @@ struct CenterConfig {
     double AccelRefMinus1GDC = 0;  ///< volts
     std::array<double, 4> AccelRefCalibrationCoefficients{};
     DateTime AccelDailyCalibrationDate = ZeroDate();
-    DateTime AccelDailyCalibrationTime = ZeroDate();  ///< its time of day counts
+    DateTime AccelDailyCalibrationTime = ZeroDate();  ///< date and time of day both count
     std::string AccelDailyCalibrationTemperatureUnit;
     double AccelDailyCalibrationTemp = 0;
     double AccelExcitationVolts = 0;
@@ -56,8 +56,8 @@ struct CenterConfig {
     double AccelDailyCalibrationPlus1GFlipStdDev = 0;
     double AccelSensitivity = 0;  ///< trigger level, g
 
-    /// The day's conversion of the accelerometer, derived by ComputeAccelAdjustment: volts are brought to those of the
-    /// certificate by slope and offset, the certificate's polynomial is scaled to give +1 g and -1 g exactly.
+    /// The day's conversion of the accelerometer, derived by ComputeAccelAdjustment. Slope and offset convert the day's
+    /// volts to those of the certificate; the certificate's polynomial is scaled to give exactly +1 g and -1 g.
     double AccelVoltageSlope = 0;
     double AccelVoltageOffset = 0;
     double AccelB = 0;

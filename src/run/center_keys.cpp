@@ -103,7 +103,7 @@ void SetReferenceLoadCell(CenterKeys& keys, const CenterConfig& center) {
     keys.Set("ReferenceLoadCellCalibrationDate", Format(center.ReferenceLoadCellCalibrationDate, "mm-dd-yyyy"));
     keys.Set("ReferenceLoadCellExcitationVolts", center.ReferenceLoadCellExcitationVolts);
     keys.Set("ReferenceLoadCellGain", center.ReferenceLoadCellGain);
-    // A pair left over from another configuration would be taken for the one that counts.
+    // A pair left over from another configuration would be taken for the valid one.
     keys.Remove(center.UseBVoltages ? "ReferenceLoadCell+AVoltage" : "ReferenceLoadCell+BVoltage");
     keys.Remove(center.UseBVoltages ? "ReferenceLoadCell-AVoltage" : "ReferenceLoadCell-BVoltage");
     keys.Set(center.UseBVoltages ? "ReferenceLoadCell+BVoltage" : "ReferenceLoadCell+AVoltage",

@@ -12,12 +12,11 @@ class ProfileStrings;
 inline constexpr const char* centerSection = "FWD Calibration Center";
 
 /// Takes the configuration out of a document. Absent numbers are 0, absent dates the zero date; an absent shunt
-/// multiplier is
-/// 1. EnglishUnits is the run's and not taken here. FileName may come out empty.
+/// multiplier is 1. EnglishUnits belongs to the run and is not taken here. FileName may come out empty.
 void ReadCenterKeys(const PDDXFile& document, CenterConfig& center);
 
-/// Sets the keys in their order. The four forms of dates differ since each key's readers expect theirs.
-/// file: the file that the keys are for, which names itself.
+/// Sets the keys in their order. Dates have four forms, since each key's readers expect their own. file: the file that
+/// the keys are for, which contains its own name.
 void SetCenterKeys(ProfileStrings& strings, const CenterConfig& center, bool englishUnits, const Path& file,
                    DateTime now);
 

@@ -10,7 +10,7 @@ namespace bellmark {
 inline constexpr std::size_t sampleCapacity = 15001;  ///< indexes 0 to 15000
 inline constexpr int samplesPerSecond = 15000;
 
-/// The drop in hand: its samples and what was found in them. Arrays are indexed by sample, at time i / 15000 s. The
+/// The drop in hand: its samples and the results found in them. Arrays are indexed by sample, at time i / 15000 s. The
 /// same arrays carry different quantities for the accelerometer and the load cell.
 struct DropRecord {
     std::vector<float> RawVolts = std::vector<float>(sampleCapacity);
@@ -47,20 +47,20 @@ struct DropRecord {
     double ZeroNoiseLimit = 0;  ///< microns, or pounds
     double TriggerLevel = 0;    ///< g, or the load cell's unit
     int TriggerCount = 0;
-    double LastTriggerValue = 0;  ///< what CheckTrigger saw last, for display
+    double LastTriggerValue = 0;  ///< the last value that CheckTrigger looked at, for display
 
     // Accelerometer alone
-    double UpperTrigger = 0;           ///< g: samples above it count for the trigger
-    double LowerTrigger = 0;           ///< g: so do samples below it
+    double UpperTrigger = 0;           ///< g: samples above it count towards the trigger
+    double LowerTrigger = 0;           ///< g: samples below it count towards the trigger
     double BaselineAccel = 0;          ///< acceleration taken as no motion, g
     double PreFulcrumAverage = 0;      ///< mean acceleration of the window before the fulcrum, g
-    double VelocityOffset = 0;         ///< taken off the velocity for the drift after the drop, microns/s
-    double VelocityTrim = 0;           ///< taken off the velocity for the slope before the fulcrum, microns/s
+    double VelocityOffset = 0;         ///< subtracted from the velocity for the drift after the drop, microns/s
+    double VelocityTrim = 0;           ///< subtracted from the velocity for the slope before the fulcrum, microns/s
     int WindowStart = 0;               ///< first sample of the baseline window
     int WindowEnd = 0;                 ///< last sample searched for the peak
-    int FirstRiseIndex = 0;            ///< the drop's file calls it the trigger reading
+    int FirstRiseIndex = 0;            ///< called the trigger reading in the drop's file
     bool NoFulcrum = false;            ///< the scan for a pulse reached the end of the block
-    int VelocityFulcrumReading = 0;    ///< FulcrumIndex as it stood at the search for the peak
+    int VelocityFulcrumReading = 0;    ///< FulcrumIndex at the time of the search for the peak
     int DeflectionFulcrumReading = 0;  ///< the same
 };
 

@@ -4,7 +4,7 @@
 
 namespace bellmark {
 
-/// Kinds of values that share a picture.
+/// Kinds of values that share a number picture.
 enum class Field {
     Load = 0,
     Deflection = 1,

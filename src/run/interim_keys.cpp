@@ -21,8 +21,8 @@ constexpr const char* calibration = "Device Calibration";
 constexpr const char* information = "Device Information";
 constexpr const char* interimState = "Interim State";
 constexpr const char* endMark = "Complete";
-/// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs
-/// them.
+/// All drops of an annual relative trial, whatever the number of heights and drops: the analysis of variance needs them
+/// all.
 constexpr std::size_t storedRelativeDrops = 40;
 constexpr int mostTrials = static_cast<int>(maxTrials);
 constexpr int lastProcedure = static_cast<int>(Procedure::Results);
@@ -58,7 +58,7 @@ class Writer {
         }
         Text(key, list);
     }
-    /// One member of each sensor.
+    /// One member of each sensor's record.
     template <class Member>
     void SensorList(const std::string& key, const CalibrationRun& run, Member member) {
         std::array<double, maxSensors> values{};
@@ -115,7 +115,7 @@ void SetSummaries(Writer& keys, const CalibrationRun& run) {
 }
 
 void SetSensorGains(Writer& keys, const CalibrationRun& run, DateTime today) {
-    // The first sensor decides: its gain of exactly 0 says that none is there yet.
+    // An interim gain of exactly 0 in the first sensor means that there are none yet.
     if (run.Sensor[0].InterimGain != 0) {
         keys.SensorList("SensorInterimGain", run, [](const auto& sensor) { return sensor.InterimGain; });
     }
@@ -134,7 +134,7 @@ void SetSensorRefTrials(Writer& keys, const CalibrationRun& run) {
                         [t](const auto& sensor) { return sensor.RefTrial[t].AdjFactor; });
     }
     for (std::size_t t = 0; t < trials; ++t) {
-        // All sensors have seen the drops of the one accelerometer.
+        // All sensors share the peaks of the one accelerometer.
         keys.List(Key("SensorRefTrial", t, "RefDropData"),
                   std::span(run.Sensor[0].RefTrial[t].RefDropData).first(Drops(run.RefTrialShape[t])));
     }
@@ -193,7 +193,7 @@ std::string TextOf(const std::optional<double>& value) {
     return value ? NumberText(*value) : std::string();
 }
 
-/// What the other keys do not tell of a run, and without which a resumed one would differ.
+/// State of a run that the other keys do not hold; a resumed run would differ without it.
 void SetInterimState(ProfileStrings& strings, const CalibrationRun& run, const CenterConfig& center) {
     Writer keys(strings, interimState);
     keys.Text("MeasuredUnbalancedZero", TextOf(run.MeasuredUnbalancedZero));
@@ -236,12 +236,12 @@ class Reader {
         const std::string list = Text(key);
         return list.empty() ? 0 : static_cast<int>(Split(list, ',').size());
     }
-    /// Fills the values that the list has; the others stay 0.
+    /// Fills in the values of the list; the others stay 0.
     void List(const std::string& key, std::span<double> values) const {
         const auto fields = Split(Text(key), ',');
         for (std::size_t i = 0; i < values.size() && i < fields.size(); ++i) values[i] = StoredNumber(fields[i]);
     }
-    /// One member of each sensor.
+    /// One member of each sensor's record.
     template <class Member>
     void SensorList(const std::string& key, CalibrationRun& run, Member member) const {
         std::array<double, maxSensors> values{};
@@ -278,8 +278,8 @@ void ReadState(const ProfileStrings& strings, CalibrationRun& run) {
     if (!run.DeviceFolder.empty()) run.DeviceName = PathText(run.DeviceFolder.filename());
 }
 
-/// The length of its list is the trial's number of drops. A file that does not tell heights and drops has them from
-/// the set-up where that makes the same number.
+/// The length of the list is the trial's number of drops. A file without heights and drops takes them from the set-up
+/// if those give the same number.
 TrialShape ShapeOf(const ProfileStrings& strings, const CalibrationRun& run, const char* name, std::size_t t) {
     const Reader state(strings, interimState);
     const Reader lists(strings, calibration);
@@ -303,7 +303,7 @@ void ReadInterimState(const ProfileStrings& strings, CalibrationRun& run) {
     run.MeasuredUnbalancedZero = keys.Known("MeasuredUnbalancedZero");
     run.MeasuredPlus = keys.Known("MeasuredPlus");
     run.MeasuredMinus = keys.Known("MeasuredMinus");
-    // Only a KUAB has a choice; where none was made it is still to be made.
+    // Only a KUAB has a choice. If none was made, it must still be made.
     const int notChosen = run.Manufacturer == Make::Kuab ? -1 : 0;
     const std::string type = keys.Text("SensorType");
     run.SensorType = type.empty() ? notChosen : StoredWhole(type, notChosen, mostSensorTypes);

@@ -16,17 +16,17 @@ inline constexpr const char* bellmarkName = "Bellmark";
 inline constexpr const char* calibrationsName = "Calibrations";
 inline constexpr const char* removedFolderName = "Removed";
 
-/// The drive that the owners' and FWDs' folders stand on: of the program folder, or that folder itself where there are
-/// no drive letters.
+/// The drive that holds the owners' and FWDs' folders: that of the program folder, or the program folder itself where
+/// there are no drive letters.
 Path DriveRoot(const Path& programFolder);
-/// What holds the folders of the owners; in them those of their FWDs.
+/// The folder of all owners' folders, which hold those of their FWDs.
 Path CalibrationsFolder(const Path& programFolder);
 
-/// The path as it is on disk: file names count without case, as operators' files come from systems where they do. A
-/// file that is not there keeps the name it was asked by.
+/// The path as it is on disk. File names compare without case, because operators' files come from systems where they
+/// do. A missing file keeps the name that was asked for.
 Path ActualPath(const FileSystem& files, const Path& path);
 
-/// The text as a file's name: characters that no system or not every system allows there become "-".
+/// The text as a file name: characters that are not allowed on every system become "-".
 std::string FileNameOf(const std::string& text);
 
 }  // namespace bellmark

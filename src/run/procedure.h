@@ -1,6 +1,6 @@
 #pragma once
 
-/// Where a run stands: a procedure and a step of it. Files hold both as numbers.
+/// The state of a run: a procedure and a step of it. Files hold both as numbers.
 namespace bellmark {
 
 enum class Procedure {
@@ -17,7 +17,7 @@ enum class Procedure {
     Results = 10
 };
 
-/// Steps, by the procedure that they belong to.
+/// Steps, grouped by procedure.
 namespace step {
 inline constexpr int none = 0;
 
@@ -61,7 +61,7 @@ inline constexpr int triggerFinished = 83;
 inline constexpr int dropsCheck = 91;
 inline constexpr int dropsRunning = 93;
 
-inline constexpr int resultsSummary = 101;  ///< the page of the results in view, up to 104
+inline constexpr int resultsSummary = 101;  ///< the page of the results shown, up to 104
 inline constexpr int resultsReference = 103;
 inline constexpr int resultsLast = 104;
 }  // namespace step

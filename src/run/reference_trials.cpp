@@ -78,7 +78,7 @@ void AddSensor(ReferenceStatistics& stats, const SensorCalRecord& sensor, std::s
     stats.RMSDifference += stats.TrialPairDifference[s] * stats.TrialPairDifference[s];
 }
 
-/// The sensors of a trial whose slopes are not known well enough; empty when there are none.
+/// The sensors of a trial whose slopes have too large a standard error; empty when there are none.
 std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
     std::string listing;
     int count = 0;
@@ -191,7 +191,7 @@ void JudgeReferenceTrials(CalibrationRun& run, int trials) {
     ForgetInterimGains(run);
     run.SensorRefCalGood = false;
     if (counted == 0) return;
-    // An open pair leaves the gains of the pairs before it.
+    // An incomplete pair leaves the gains of the pairs before it.
     const int paired = static_cast<int>(counted - counted % 2);
     for (std::size_t t = 0; t < counted; ++t) RefCalcStats(run, static_cast<int>(t), paired);
     RefCalGood(run, static_cast<int>(counted));

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int mostDrops = static_cast<int>(maxDrops);
 
-/// A maker's name in the name of the device; the last one that is found counts.
+/// Finds a maker's name in the name of the device; the last one found counts.
 void TakeMakeFrom(const std::string& deviceName, Make& make) {
     constexpr std::pair<const char*, Make> makers[] = {
         {"Dynatest", Make::Dynatest}, {"Carl", Make::CarlBro}, {"JILS", Make::Jils}, {"KUAB", Make::Kuab}};
@@ -26,12 +26,12 @@ void TakeMakeFrom(const std::string& deviceName, Make& make) {
     }
 }
 
-/// What is no date leaves the one that is there.
+/// A text that is not a date leaves the date unchanged.
 void TakeDate(DateTime& date, const std::string& text) {
     if (const auto read = ReadDateTime(text)) date = *read;
 }
 
-/// The number of decimals that the FWD's make reads.
+/// The gain with as many decimals as the FWD's make reads.
 std::string GainText(const CalibrationRun& run, double gain) {
     return Format(gain, run.Manufacturer == Make::CarlBro ? "#0.00000000" : "#0.0000");
 }
@@ -40,7 +40,7 @@ std::string DateText(DateTime date) {
     return date == ZeroDate() ? std::string() : Format(date, "dd-mmm-yyyy");
 }
 
-/// One text of each sensor, joined by ", ".
+/// One text per sensor, joined by ", ".
 template <class TextOf>
 std::string SensorList(const CalibrationRun& run, TextOf textOf) {
     std::string list;
@@ -88,7 +88,7 @@ void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
     run.OperatorName = document.Sections("Operations Information").Elements("OperatorName").Value();
     run.DeviceDesignationName = device.Elements("DeviceDesignationName").Value();
     TakeMakeFrom(run.DeviceDesignationName, run.Manufacturer);
-    // Until a folder of the FWD is chosen it goes by the name that it has itself.
+    // Until a folder of the FWD is chosen, its own name is used.
     if (run.DeviceFolder.empty()) run.DeviceName = run.DeviceDesignationName;
     run.DeviceModelNumber = device.Elements("DeviceModelNumber").Value();
     run.DeviceSerialNumber = device.Elements("DeviceSerialNumber").Value();

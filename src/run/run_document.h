@@ -3,29 +3,29 @@
 #include "run/calibration_run.h"
 #include "run/center_config.h"
 
-/// The run's own PDDX document: what of the FWD and of the calibration stands in it.
+/// The run's own PDDX document: the FWD's and the calibration's part of it.
 namespace bellmark {
 
 class PDDXFile;
 class ProfileStrings;
 
-/// Which gains a document tells: those that the FWD came with, or the new ones where they were accepted. A run that is
-/// to be resumed must find the former again.
+/// Which gains a document holds: the FWD's initial ones, or the new ones where they were accepted. A run to be resumed
+/// must find the initial ones again.
 enum class DocumentGains { Initial, Accepted };
 
-/// Takes the FWD's identity, its sensors and their gains out of a document. Sensors beyond those of the record are left
-/// out; a document that tells no number of sensors has none.
+/// Takes the FWD's identity, its sensors and their gains out of a document. Sensors beyond the record's size are left
+/// out; a document without a number of sensors has none.
 void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run);
 
-/// Completes the document with what the run and the center know. file: the one it is written to, which names itself.
+/// Completes the document from the run and the center. file: the one it is written to, which contains its own name.
 void SaveBellmarkDDX(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, const Path& file,
                      DateTime now, DocumentGains gains);
 
-/// Brings the document up to the day's calibration of the accelerometer and to the gains that were accepted so far. The
-/// slope factor that stood there becomes the old one, so that it must be called once for each new calibration.
+/// Updates the document with the day's calibration of the accelerometer and the gains accepted so far. The slope factor
+/// in it becomes the old one, so this must be called once for each new calibration.
 void UpdateWarmUp(PDDXFile& document, const CalibrationRun& run, const CenterConfig& center, DateTime now);
 
-/// Takes load levels and drops, brought within what a trial's lists hold; what a file does not tell stays as it was.
+/// Takes load levels and drops, limited to the size of a trial's lists; values missing from the file stay unchanged.
 void ReadSequenceKeys(const ProfileStrings& strings, CalibrationRun& run);
 
 }  // namespace bellmark

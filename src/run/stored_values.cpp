@@ -19,7 +19,7 @@ double StoredGain(std::string_view text) {
 }
 
 int StoredWhole(std::string_view text, int least, int most) {
-    // Brought into the range first: only then does it surely fit a whole number.
+    // Clamped before rounding, so that it fits a whole number.
     return static_cast<int>(RoundToWhole(std::clamp<double>(StoredNumber(text), least, most)));
 }
 

@@ -5,8 +5,8 @@
 
 #include "platform/date_time.h"
 
-/// Values as the program's files hold them. Reading never fails: what is no value of its kind is 0, no or the zero
-/// date.
+/// Values as the program's files hold them. Reading never fails: a text that is not a value of its kind is 0, no or the
+/// zero date.
 namespace bellmark {
 
 double StoredNumber(std::string_view text);  ///< finite

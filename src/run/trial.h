@@ -9,8 +9,8 @@
 #include "analysis/analysis.h"
 #include "run/calibration_run.h"
 
-/// The life of a trial: it begins empty, takes a peak a drop, is counted when the FWD's file is asked for, and is then
-/// accepted or rejected. In procedure LoadCell it is a trial of the load cell, in procedure Sensors one of all
+/// The life of a trial: it begins empty, takes one peak per drop, is counted when the FWD's file is asked for, and is
+/// then accepted or rejected. In procedure LoadCell it is a trial of the load cell, in procedure Sensors one of all
 /// deflection sensors. A device is the load cell, or a sensor by its index from 0.
 namespace bellmark {
 
@@ -28,56 +28,55 @@ struct DropPlace {
 };
 DropPlace PlaceOf(const TrialShape& shape, int index);
 
-/// "LoadCell2-H3D1.txt" or "Reference2-H3D1.txt": the file of a drop, whoever writes or reads it. number: of the trial,
-/// from 1.
+/// Name of a drop's file: "LoadCell2-H3D1.txt" or "Reference2-H3D1.txt". number: of the trial, from 1.
 std::string DropFileName(Procedure procedure, int number, const DropPlace& place);
-/// What the names of all drops of a trial begin with: "LoadCell2-H".
+/// Start of the file names of all drops of a trial: "LoadCell2-H".
 std::string DropFilePrefix(Procedure procedure, int number);
 
-/// Index of the drop that the drop screen works on: the next one to be taken, or the one that is reviewed.
+/// Index of the drop on the drop screen: the next one to be taken, or the one being reviewed.
 int DropShown(const TrialInHand& trial);
-/// Number, from 1, of the trial that this drop belongs to.
+/// Number, from 1, of the trial of that drop.
 int NumberOfTrialShown(const CalibrationRun& run);
 
 // ---- the trial in hand
 
-/// What a trial begun now would be. Without its drops.
+/// The trial that would begin now, without drops.
 TrialInHand TrialOfSetup(const CalibrationRun& run);
 
-/// Drops were taken, and they are of the trial that the run would begin now: same procedure, number, heights, drops and
+/// Drops were taken, and for the same trial that the run would begin now: same procedure, number, heights, drops and
 /// units.
 bool IsTrialInHand(const CalibrationRun& run);
 
 /// Begins an empty trial with the heights, drops and units of the set-up.
 void BeginTrial(CalibrationRun& run);
 
-/// What is remembered of a drop beside its peak.
+/// What is kept of a drop besides its peak.
 struct DropMarks {
     bool excessNoise = false;
     bool outOfRange = false;
 };
-/// Takes the peak of the drop that is due, in the trial's units. Nothing when all drops are in.
+/// Takes the peak of the next drop, in the trial's units. Does nothing when all drops are in.
 void TakePeak(TrialInHand& trial, double peak, const DropMarks& marks);
 
 inline bool IsComplete(const TrialInHand& trial) {
     return trial.DropSequenceIndex >= trial.shape.Drops();
 }
 
-/// A drop of the trial is looked at again. The trial itself stays as it is.
+/// Begins the review of a drop. The trial itself does not change.
 void BeginReview(TrialInHand& trial, int index, bool isCounted);
 void EndReview(TrialInHand& trial);
 
-/// Counts the trial: every device gets a record with the reference's peaks, the FWD's come later.
+/// Counts the trial: every device gets a record with the reference's peaks; the FWD's are added later.
 void CountTrial(CalibrationRun& run);
 
-/// Takes the last counted trial in hand again, which nobody has accepted or rejected: its peaks, heights, drops, units
-/// and noise marks. It is no longer counted.
+/// Takes the last counted trial, neither accepted nor rejected, in hand again: its peaks, heights, drops, units and
+/// noise marks. It is no longer counted.
 void TakeUpCountedTrial(CalibrationRun& run);
 
-/// The last counted trial goes, with what was recorded of it.
+/// Removes the last counted trial and its records.
 void DropCountedTrial(CalibrationRun& run);
 
-/// Nothing of a trial is in hand any more: it was accepted or rejected.
+/// Ends the trial in hand after it was accepted or rejected.
 void LeaveTrial(CalibrationRun& run);
 
 // ---- what was counted
@@ -101,7 +100,7 @@ const TrialRecord& TrialOf(const CalibrationRun& run, std::size_t device);
 const std::string& SerialNumberOf(const CalibrationRun& run, std::size_t device);
 double InitialGainOf(const CalibrationRun& run, std::size_t device);
 
-/// The sensor so many places further on, going round; step: at most the number of sensors.
+/// The sensor that many places further on, wrapping around; step: at most the number of sensors.
 std::size_t NeighbourSensor(const CalibrationRun& run, std::size_t sensor, int step);
 
 /// Fit of the reference's peaks on those of the device, over the drops of the trial in hand.
@@ -119,18 +118,18 @@ struct PeakStatistics {
     double stdDev = 0;
 };
 
-/// One of each height that has at least one peak. peaks: of a trial, from its first drop on, as far as it came.
+/// One for each height that has at least one peak. peaks: of a trial, from its first drop, possibly incomplete.
 std::vector<PeakStatistics> StatisticsOfHeights(const TrialShape& shape, std::span<const double> peaks);
 
 /// Mean and standard deviation of every height of the trial in hand, of the reference and of one device of the FWD.
 std::array<HeightStatistics, maxHeights> HeightStats(const CalibrationRun& run, std::size_t device);
 
 /// Largest standard deviation to be expected within a height, in the units of the mean (mils or microns for sensors,
-/// pounds or kN for the load cell). It advises; no drop is rejected by it.
+/// pounds or kN for the load cell). It is advice; no drop is rejected by it.
 double HeightVariationLimit(Procedure procedure, bool englishUnits, double mean);
 
-/// The scatter of the reference's and of the FWD's peaks within a height differ by more than a factor of 3. What lies
-/// below the noise floor counts for sensors when both do, for the load cell unless both do. Deviations in the units of
+/// The scatter of the reference's and of the FWD's peaks within a height differ by more than a factor of 3. For sensors
+/// both must be above the noise floor; for the load cell one at or above it is enough. Deviations are in the units of
 /// the trial (mils or microns, pounds or kN).
 bool ScatterDiffers(const HeightStatistics& height, bool sensors, bool englishUnits);
 

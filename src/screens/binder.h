@@ -13,7 +13,7 @@ class Control;
 class Link;
 class Screen;
 
-/// What did not pair up between a screen and its form. All four are empty for a form that is right.
+/// Mismatches between a screen and its form. All four lists are empty for a correct form.
 struct BindingReport {
     QStringList missing;      ///< controls without a widget
     QStringList ambiguous;    ///< controls with several
@@ -25,13 +25,13 @@ struct BindingReport {
     QString Text() const;
 };
 
-/// Pairs the controls of a screen with the widgets of its form by name, shows what the controls hold and passes on what
-/// the user does, for as long as it lives. It must go before both. Control "lblZeroCalc(0)" is widget "lblZeroCalc_0";
-/// widgets that are only decoration have names that begin with "decor", or none.
+/// Pairs the controls of a screen with the widgets of its form by name, shows the controls' values and passes on what
+/// the user does, for as long as it lives. It must be destroyed before both. Control "lblZeroCalc(0)" is widget
+/// "lblZeroCalc_0"; purely decorative widgets have names that begin with "decor", or none.
 class Binder {
   public:
-    /// tellUser shows the words of an action that the screen does not allow.
-    /// changed is told after each change that the program makes to a control.
+    /// tellUser shows why the screen does not allow an action. changed is called after each change that the program
+    /// makes to a control.
     Binder(Screen& screen, QWidget& form, std::function<void(const QString&)> tellUser,
            std::function<void()> changed = {});
     ~Binder();
@@ -41,7 +41,7 @@ class Binder {
     const BindingReport& Report() const { return report_; }
     QWidget* WidgetOf(const Control& control) const;  ///< nullptr for a control without a widget
 
-    /// Hands on what is typed but not yet left: for actions that do not take the focus away from the box.
+    /// Passes on typed text of a box that still has the focus: for actions that do not take the focus away from it.
     void CommitTyping() const;
 
     static QString WidgetName(const std::string& controlName);

@@ -17,7 +17,7 @@ namespace bellmark {
 
 namespace {
 
-/// The armed screen of a simulated drop stays long enough to be seen.
+/// The armed screen of a simulated drop stays visible for this time.
 constexpr std::chrono::milliseconds simulatedCapture{1500};
 
 constexpr QSize firstSize{1280, 800};
@@ -28,7 +28,7 @@ void ShowWaiting(bool waits) {
     } else {
         QApplication::restoreOverrideCursor();
     }
-    // Painted at once; what the operator presses meanwhile waits.
+    // Painted at once; input of the operator waits meanwhile.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
@@ -64,7 +64,7 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
 }
 
 Desktop::~Desktop() {
-    // The window shows what the program holds: it goes first.
+    // The window shows data of the program, so it is destroyed first.
     window_.reset();
 }
 

@@ -60,7 +60,7 @@ DropTable::DropTable(QWidget* parent)
     for (const auto* labels : {&means_, &standardDeviations_}) {
         for (QLabel* label : *labels) label->setProperty("role", "drop");
     }
-    // Room for the values that are still to come.
+    // Room for later values.
     for (const int column : {mostDrops + 1, mostDrops + 2}) {
         layout_->setColumnMinimumWidth(column, fontMetrics().horizontalAdvance(QStringLiteral("0000000,000")));
     }
@@ -81,7 +81,7 @@ void DropTable::setCompact(bool compact) {
 }
 
 bool DropTable::event(QEvent* event) {
-    // Showing or hiding a column is what asks for a new layout here.
+    // Showing or hiding a column requests a new layout.
     if (event->type() == QEvent::LayoutRequest) Arrange();
     return QWidget::event(event);
 }

@@ -12,7 +12,7 @@ namespace bellmark {
 /// The widgets of ctrlHtDropArray under its controls' names: heights by drops, as many as are visible.
 class DropTable : public QWidget {
     Q_OBJECT
-    /// What the names of its widgets begin with, on a form with two tables.
+    /// Prefix of its widgets' names, on a form with two tables.
     Q_PROPERTY(QString namePrefix READ NamePrefix WRITE setNamePrefix)
     /// Lower rows, for a form that holds more than the table.
     Q_PROPERTY(bool compact READ isCompact WRITE setCompact)

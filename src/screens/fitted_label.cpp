@@ -10,8 +10,8 @@ namespace {
 
 constexpr int textFlags = Qt::TextWordWrap;
 
-/// "-B" must never be parted at the end of a line: what is left would read as the other position. "Drop: 6" stays whole
-/// as well.
+/// "-B" must never be broken at the end of a line: the rest would read as the other position. "Drop: 6" stays whole as
+/// well.
 QString WithoutBadBreaks(QString text) {
     constexpr QChar wordJoiner(0x2060);
     text.replace(QStringLiteral(" -"), QStringLiteral(" -") + wordJoiner);

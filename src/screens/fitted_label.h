@@ -4,7 +4,8 @@
 
 namespace bellmark {
 
-/// A label that is read from afar: its text takes the largest size, up to maximumPointSize, at which it fits whole.
+/// A label that is read from a distance: its text takes the largest size, up to maximumPointSize, at which it fits
+/// whole.
 class FittedLabel : public QLabel {
     Q_OBJECT
     Q_PROPERTY(int maximumPointSize READ maximumPointSize WRITE setMaximumPointSize)

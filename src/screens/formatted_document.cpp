@@ -79,7 +79,7 @@ QTextCharFormat RunFormat(const FormattedRun& run) {
     format.setFontWeight(run.isBold ? QFont::Bold : QFont::Normal);
     format.setFontItalic(run.isItalic);
     format.setFontUnderline(run.isUnderlined);
-    // The least there is: letters that are spaced are not joined ("fi"), and a word of the printed file can be found.
+    // The smallest spacing: spaced letters are not joined ("fi"), so that words in the printed file can be searched.
     constexpr double leastSpacing = 1.0 / 64;
     format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
     format.setFontLetterSpacing(leastSpacing);
@@ -102,7 +102,7 @@ void FillDocument(QTextDocument& document, const FormattedText& text, double dot
             cursor.insertBlock(format);
         }
         isFirst = false;
-        // An empty line is as high as its letters would be.
+        // An empty line is as high as a line of its text.
         if (paragraph.runs.empty()) cursor.setBlockCharFormat(RunFormat({}));
         for (const FormattedRun& run : paragraph.runs) {
             const QString letters = QString::fromStdString(run.text).replace(QLatin1Char('\n'), QChar::LineSeparator);

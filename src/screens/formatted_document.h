@@ -12,7 +12,7 @@ namespace bellmark {
 /// font the machine has.
 void FillDocument(QTextDocument& document, const FormattedText& text, double dotsPerInch);
 
-/// Pixels that a sheet of letter paper takes on the widget between margins of an inch, and with what lies around it.
+/// Width of a sheet of letter paper between margins of an inch, with the space around it, in pixels of the widget.
 int SheetWidth(const QWidget& widget);
 
 /// Prints page by page, in the middle of the paper: one inch is left at the sides of letter paper. Lines break as on

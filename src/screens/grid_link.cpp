@@ -22,12 +22,12 @@ QString CellToolTip(const Grid& grid, int row, int column) {
     return own.isEmpty() ? StateText(grid.CellColor(row, column)) : own;
 }
 
-/// The form says so of a table of results: a last column that takes all the room would look like a heading.
+/// Set by the form of a table of results: a stretched last column would look like a heading.
 bool HasColumnsAlike(const QTableWidget& table) {
     return table.property("columns").toString() == QLatin1String("alike");
 }
 
-/// Centered texts, whether its columns are alike or as wide as their texts.
+/// The form asks for centered texts, in columns of equal width or as wide as their texts.
 bool IsCentered(const QTableWidget& table) {
     return HasColumnsAlike(table) || table.property("columns").toString() == QLatin1String("centered");
 }
@@ -64,7 +64,7 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
         PerformAfterTyping([=, this] { grid_.UserClickCell(gridRow(row), gridColumn(column)); });
     };
     QObject::connect(&view_, &QTableWidget::cellClicked, &Context(), click);
-    // Enter on a cell is the keyboard's click.
+    // Enter on a cell acts as a click.
     QObject::connect(&view_, &QTableWidget::cellActivated, &Context(), click);
     QObject::connect(&view_, &QTableWidget::cellDoubleClicked, &Context(), [=, this](int row, int column) {
         PerformAfterTyping([=, this] { grid_.UserDoubleClickCell(gridRow(row), gridColumn(column)); });
@@ -89,7 +89,7 @@ void GridLink::ShowNow() {
         view_.selectRow(selected);
     } else {
         view_.clearSelection();
-        // The keyboard goes on from the cell where it was.
+        // The keyboard stays at its cell.
         if (view_.item(row, column)) view_.setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
     }
     ShowCommonProperties(grid_, view_);
@@ -141,7 +141,7 @@ void GridLink::CellEdited(int tableRow, int tableColumn) {
     const int column = tableColumn + grid_.FixedColumns();
     const std::string before = grid_.Cell(row, column);
     Perform([this, row, column, text] { grid_.UserEditCell(row, column, text); });
-    // A value that was taken leads to the one below it; one that was refused is typed again.
+    // After an accepted value the next cell below is edited; a refused one is typed again.
     const bool wasTaken = grid_.HasCell(row, column) && grid_.Cell(row, column) != before;
     const bool isCurrent = view_.currentRow() == tableRow && view_.currentColumn() == tableColumn;
     if (!wasTaken) view_.setFocus();

@@ -15,7 +15,7 @@ class GridLink : public Link {
   public:
     GridLink(Grid& grid, QTableWidget& view, LinkServices services);
 
-    /// Grids are filled cell by cell: the table follows once, when the program has finished.
+    /// Grids are filled cell by cell: the table is updated once, when the program has finished.
     void Refresh() override;
     void ShowNow();
 

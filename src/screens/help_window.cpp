@@ -21,7 +21,7 @@
 
 #include "platform/machine.h"
 
-// The guide lies in a static library: nothing but this call brings it into the program.
+// The guide is in a static library: only this call links it into the program.
 static void LoadGuide() {
     Q_INIT_RESOURCE(help);
 }
@@ -36,7 +36,7 @@ constexpr int widestPicture = 700;
 constexpr QSize firstSize{1120, 760};
 constexpr int widthOfContents = 320;
 
-/// Finds the guide's pictures beside it, and makes them fit beside the table of contents.
+/// Finds the guide's pictures in its folder, and scales them to the width beside the table of contents.
 class GuideBrowser : public QTextBrowser {
   public:
     using QTextBrowser::QTextBrowser;
@@ -60,7 +60,7 @@ QString Guide() {
     return QString::fromUtf8(file.readAll());
 }
 
-/// Letters and digits in small, blanks as hyphens, nothing else but the text's own hyphens.
+/// Lower-case letters and digits, blanks as hyphens; only hyphens of the text itself are kept besides.
 QString AnchorOf(const QString& heading) {
     QString anchor;
     for (const QChar sign : heading.toLower()) {
@@ -70,7 +70,7 @@ QString AnchorOf(const QString& heading) {
     return anchor;
 }
 
-/// Room around the words of tables, and file names as large as the text around them.
+/// Space around the words of tables, and file names in the size of the text around them.
 void Style(QTextDocument& guide, double pointSize) {
     for (QTextFrame* frame : guide.rootFrame()->childFrames()) {
         auto* table = qobject_cast<QTextTable*>(frame);
@@ -127,12 +127,12 @@ HelpWindow::HelpWindow(QWidget* parent)
     word_->setClearButtonEnabled(true);
     findResult_->hide();
     contents_->setHeaderHidden(true);
-    contents_->setTextElideMode(Qt::ElideMiddle);  // a message's number stands at the end
+    contents_->setTextElideMode(Qt::ElideMiddle);  // a message's number is at the end
     contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     text_->setOpenLinks(false);
     text_->document()->setDocumentMargin(fontMetrics().height());
     text_->setMarkdown(Guide());
-    text_->ensurePolished();  // only now it has the size of the program's letters
+    text_->ensurePolished();  // only after this it has the program's font size
     Style(*text_->document(), text_->font().pointSizeF());
     CollectHeadings();
     FillContents();
@@ -187,7 +187,7 @@ void HelpWindow::AddShortcuts() {
 }
 
 void HelpWindow::ShowContext(int context) {
-    // A box that waits for an answer keeps all windows out but those that are opened over it.
+    // A box that waits for an answer blocks all windows except those opened over it.
     hide();
     setWindowModality(QApplication::activeModalWidget() ? Qt::ApplicationModal : Qt::NonModal);
     show();
@@ -215,14 +215,14 @@ void HelpWindow::GoTo(const GuideHeading& heading) {
     const QTextBlock block = text_->document()->findBlock(heading.position);
     QTextCursor cursor(block);
     text_->setTextCursor(cursor);
-    // The last entries cannot be brought to the top of the window: a band shows which one is meant.
+    // The last entries cannot be scrolled to the top of the window: a band marks the one that was chosen.
     QTextEdit::ExtraSelection band;
     band.cursor = cursor;
     band.format.setBackground(QColor(0xdb, 0xe7, 0xf3));
     band.format.setProperty(QTextFormat::FullWidthSelection, true);
     text_->setExtraSelections({band});
     const QAbstractTextDocumentLayout* layout = text_->document()->documentLayout();
-    layout->documentSize();  // lays out what has not been in view so far
+    layout->documentSize();  // lays out the part that was not yet visible
     text_->verticalScrollBar()->setValue(qRound(layout->blockBoundingRect(block).top()));
     const QSignalBlocker alreadyThere(contents_);
     contents_->setCurrentItem(heading.item);
@@ -239,7 +239,7 @@ void HelpWindow::FindWord(bool backward) {
     if (word_->text().isEmpty()) return;
     bool found = text_->find(word_->text(), flags);
     if (!found) {
-        // Once around from the other end.
+        // Continues once from the other end.
         const QTextCursor here = text_->textCursor();
         text_->moveCursor(backward ? QTextCursor::End : QTextCursor::Start);
         found = text_->find(word_->text(), flags);

@@ -12,7 +12,7 @@ class QTreeWidgetItem;
 
 namespace bellmark {
 
-/// A heading of the guide, where a link, a message or the table of contents leads to.
+/// A heading of the guide, the target of a link, a message or the table of contents.
 struct GuideHeading {
     QString text;
     QString anchor;  ///< as the repository's page forms it: "Sample drops (1)" is "sample-drops-1"

@@ -68,7 +68,7 @@ class MenuItemLink : public Link {
     QAction& view_;
 };
 
-/// Check boxes and option buttons. The widget flips by itself when it is clicked; the control then says how it stands.
+/// Check boxes and option buttons. A click flips the widget by itself; the control then sets its state.
 template <class CheckableControl>
 class CheckLink : public Link {
   public:
@@ -94,7 +94,7 @@ class CheckLink : public Link {
     QAbstractButton& view_;
 };
 
-/// Tells when a widget that is no button is pressed all the same: by the mouse, or by the space bar.
+/// Reports a press on a widget that is not a button, by mouse or space bar.
 class PressWatcher : public QObject {
   public:
     explicit PressWatcher(std::function<void()> pressed) : pressed_(std::move(pressed)) {}
@@ -147,7 +147,7 @@ class FrameLink : public Link {
     QWidget& view_;
 };
 
-/// Tells when the keyboard leaves a widget for another one. A list that drops down keeps it, and so does a box.
+/// Reports when the keyboard leaves a widget for another one. It does not leave for a drop-down list or a box.
 class LeaveWatcher : public QObject {
   public:
     explicit LeaveWatcher(std::function<void()> left) : left_(std::move(left)) {}
@@ -178,7 +178,7 @@ class LineLink : public Link {
             view_.setText(text);
             view_.setCursorPosition(0);
         }
-        // An empty box has room for the words of its state.
+        // An empty box has room for its hint.
         const QString hint = QString::fromStdString(box_.EmptyHint);
         view_.setPlaceholderText(box_.Locked ? QString() : hint.isEmpty() ? StateText(box_.BackColor) : hint);
         view_.setReadOnly(box_.Locked);
@@ -186,18 +186,18 @@ class LineLink : public Link {
         view_.setFocusPolicy(canAct ? Qt::StrongFocus : Qt::NoFocus);
         view_.setCursor(IsClickable() ? Qt::PointingHandCursor : Qt::IBeamCursor);
         ShowCommonProperties(box_, view_);
-        // What is only shown, a path for one, may be longer than its box.
+        // A text that is only shown, such as a path, may be longer than its box.
         if (box_.Locked && view_.toolTip().isEmpty()) view_.setToolTip(text);
     }
     void Commit() override {
-        // Leaving a box in which nothing changed is no action.
+        // Leaving a box without a change is no action.
         const QString typed = view_.text();
         if (typed == QString::fromStdString(box_.Text)) return;
         Perform([this, typed] { box_.UserEnter(typed.toStdString()); });
     }
 
   private:
-    /// A filled cell that answers to a click. By keyboard Space is the click.
+    /// A coloured cell that can be clicked. On the keyboard Space is the click.
     class ClickWatcher : public QObject {
       public:
         explicit ClickWatcher(LineLink& link) : link_(link) {}
@@ -242,7 +242,7 @@ class TextAreaLink : public Link {
     }
 
   private:
-    /// Lines end as the program writes them.
+    /// With the program's line ends.
     QString Shown() const { return view_.toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n")); }
 
     TextBox& box_;
@@ -281,7 +281,7 @@ class ComboLink : public Link {
     LeaveWatcher watcher_;
 };
 
-/// A sheet of paper on the screen, as wide as it will be printed.
+/// A sheet of paper on the screen, as wide as in print.
 class RichTextLink : public Link {
   public:
     RichTextLink(RichTextBox& box, QTextBrowser& view, LinkServices services)
@@ -291,7 +291,7 @@ class RichTextLink : public Link {
     }
     void Refresh() override {
         FillDocument(*view_.document(), box_.Content, view_.logicalDpiX());
-        // The view's own cursor went along with the text; it is to be read from the top.
+        // The view's cursor moved along with the text; reading starts at the top.
         view_.moveCursor(QTextCursor::Start);
         ShowCommonProperties(box_, view_);
     }
@@ -342,8 +342,8 @@ void Link::Perform(const std::function<void()>& action) {
         action();
         Refresh();
     } catch (const UserError& error) {
-        // Shown as it was before the box appears: the box takes the focus away, and what is typed would count once
-        // more.
+        // The old value is shown before the box appears: the box takes the focus away, and the typed text would count a
+        // second time.
         Refresh();
         services_.tellUser(QString::fromUtf8(error.what()));
     }

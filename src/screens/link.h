@@ -11,15 +11,16 @@ namespace bellmark {
 
 class Control;
 
-/// What a link asks of the form around it.
+/// What a link needs from its form.
 struct LinkServices {
     std::function<void(const QString&)> tellUser;  ///< why an action was not allowed
-    std::function<void()> commitTyping;            ///< hands on what is typed in another box of the form
+    std::function<void()> commitTyping;            ///< passes on typed text of another box of the form
     std::function<void()> changed;                 ///< the program has changed the control
 };
 
-/// One control and its widget, for as long as it lives: Refresh shows what the control holds; what the user does to the
-/// widget goes to the control. Listens only to what a user can cause, so that showing never comes back as an action.
+/// One control and its widget, for as long as it lives. Refresh shows the control's values; what the user does to the
+/// widget goes to the control. Listens only to actions of the user, so that showing a value never comes back as an
+/// action.
 class Link {
   public:
     Link(Control& control, QObject& view, LinkServices services);
@@ -31,12 +32,13 @@ class Link {
     QObject& View() const { return view_; }
 
     virtual void Refresh() = 0;
-    virtual void Commit() {}  ///< hands on what is typed in it and not yet left
+    virtual void Commit() {}  ///< passes on typed text while the box still has the focus
 
   protected:
-    /// The user acts. What the screen does not allow is told, and the widget shows the control's own state again.
+    /// The user acts. If the screen does not allow it, the user is told, and the widget shows the control's own state
+    /// again.
     void Perform(const std::function<void()>& action);
-    /// The same for everything but typing: what is typed elsewhere counts first.
+    /// The same for everything but typing: text typed elsewhere is passed on first.
     void PerformAfterTyping(const std::function<void()>& action);
     QObject& Context() { return context_; }
 

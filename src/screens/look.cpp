@@ -6,7 +6,7 @@
 #include <QPalette>
 #include <QStyleFactory>
 
-// The resources lie in a static library: nothing but this call brings them into the program.
+// The resources are in a static library: only this call links them into the program.
 static void LoadResources() {
     Q_INIT_RESOURCE(resources);
 }
@@ -15,7 +15,7 @@ namespace bellmark {
 
 void ApplyLook() {
     LoadResources();
-    // Numbers look alike on screen and in the files, whatever the machine's language.
+    // Numbers look the same on screen and in the files, whatever the machine's language.
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QPalette palette;

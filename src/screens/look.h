@@ -2,7 +2,7 @@
 
 namespace bellmark {
 
-/// Gives the application its style sheet, palette and number language. Once, after the application was made.
+/// Sets the application's style sheet, palette and number language. Call once, after the application was made.
 void ApplyLook();
 
 }  // namespace bellmark

@@ -85,7 +85,7 @@ void MainWindow::ShowFront() {
     FollowPage();
 }
 
-/// Only the way to end the wait stays alive, with a pointer that says so.
+/// Only the button that ends the wait stays enabled; the pointer shows the wait.
 void MainWindow::ShowLock() {
     const bool isLocked = screens_.IsLocked();
     menuBar()->setEnabled(!isLocked);
@@ -96,7 +96,7 @@ void MainWindow::ShowLock() {
         return;
     }
     unsetCursor();
-    // The keyboard has left what could not take it.
+    // The lock disabled the widget that had the keyboard.
     if (auto* page = qobject_cast<Page*>(pages_->currentWidget())) page->TakeFocus();
 }
 
@@ -112,7 +112,7 @@ void MainWindow::ShowSuggestedStep(const Page* page) {
     nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
 }
 
-/// A letter that a menu and a button share would press neither: the button of the screen in front has it.
+/// A letter shared by a menu and a button would press neither: it goes to the button of the screen in front.
 void MainWindow::YieldLetters(const Page* page) {
     for (const auto& [item, title] : menuTitles_) {
         const bool isTaken = page && page->TakesKeys(QKeySequence::mnemonic(title));
@@ -121,7 +121,7 @@ void MainWindow::YieldLetters(const Page* page) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    // The program decides; it ends by itself when everything that is still under way has come to an end.
+    // The program decides; it ends by itself when all its running work has finished.
     event->ignore();
     if (screens_.IsLocked()) return;
     screens_.Dispatch(mainFrame_.Name() + ".Close", [this] { mainFrame_.CloseRequested(); });

@@ -26,7 +26,7 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
   public:
-    /// restOfAccept: how long the answer to a drop that has just come waits for the operator to have seen it.
+    /// restOfAccept: time before Accept reacts after a new drop has come, so that the operator has seen the drop.
     MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<void(const QString&)> tellUser,
                std::chrono::milliseconds restOfAccept = std::chrono::milliseconds(300));
     ~MainWindow() override;

@@ -21,7 +21,7 @@ namespace bellmark {
 
 namespace {
 
-/// A form that is higher than the display can be scrolled: nothing of it is ever out of reach.
+/// A form that is higher than the display can be scrolled, so that all of it can be reached.
 QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
     auto* area = new QScrollArea;
     area->setObjectName(QStringLiteral("decorScroll"));
@@ -29,7 +29,7 @@ QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(form.release());
-    // The page's own background shows through; a widget of an area fills its own otherwise.
+    // The page's own background stays visible; otherwise the widget of an area fills its own.
     area->viewport()->setAutoFillBackground(false);
     area->widget()->setAutoFillBackground(false);
     return area;
@@ -45,12 +45,12 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
     scroll_ = MakeScrollArea(std::move(form));
     layout->addWidget(scroll_, 1);
-    // A screen changes many controls at once: what is suggested is looked at when it has finished.
+    // A screen changes many controls at once: the suggestion is updated when it has finished.
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
     binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser), [this] { soon_.start(0); });
     screen_.Changed = [this] { Follow(); };
-    // A frame with a button of its own takes the suggestion over while the keyboard is in it.
+    // A frame with its own button takes over the suggestion while the keyboard is in it.
     connect(qApp, &QApplication::focusChanged, this, [this] {
         if (isVisible()) soon_.start(0);
     });
@@ -59,7 +59,7 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
 
 Page::~Page() {
     screen_.Changed = nullptr;
-    // The bindings go while the widgets are still there.
+    // The bindings are removed while the widgets still exist.
     binder_.reset();
 }
 
@@ -129,7 +129,7 @@ void Page::keyPressEvent(QKeyEvent* event) {
     if (button->isEnabled() && button->isVisible()) button->click();
 }
 
-/// A label passes its click on; every other control keeps it.
+/// A label passes its click on; every other control handles it itself.
 void Page::mousePressEvent(QMouseEvent* event) {
     QWidget::mousePressEvent(event);
     screen_.Stack().Dispatch(screen_.Name() + ".Click", [this] { screen_.Clicked(); });

@@ -27,15 +27,15 @@ class Page : public QWidget {
     const Binder& Bindings() const { return *binder_; }
     Screen& Shown() const { return screen_; }
 
-    /// The step that the screen suggests, as its button says it; empty when it suggests none.
+    /// The caption of the suggested step's button; empty when there is none.
     QString SuggestedStep() const;
-    /// Enter takes that step; where it has the keyboard, another button or a list keeps Enter for itself.
+    /// True when Enter takes that step. Another button or a list with the keyboard handles Enter itself.
     bool EnterSuggests() const;
 
-    /// A button that can be pressed now has these keys, Alt and a letter of its caption.
+    /// True when a button that can be pressed now has these keys: Alt and a letter of its caption.
     bool TakesKeys(const QKeySequence& keys) const;
 
-    /// Puts the keyboard where the screen wants it.
+    /// Gives the keyboard to the control that the screen chose.
     void TakeFocus();
 
   signals:
@@ -49,7 +49,7 @@ class Page : public QWidget {
   private:
     void Follow();
     void MarkSuggestedStep();
-    Control* HasKeyboard() const;  ///< null when it is with none of the screen's controls
+    Control* HasKeyboard() const;  ///< null when none of the screen's controls has it
 
     Screen& screen_;
     QScrollArea* scroll_ = nullptr;

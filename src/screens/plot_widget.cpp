@@ -15,7 +15,7 @@ const QColor ink(0x1f, 0x2a, 0x37);
 const QColor gridLine(0xdd, 0xe3, 0xe9);
 const QColor markColor(0xb0, 0x3a, 0x2e);
 const QColor bandColor(0xb0, 0x3a, 0x2e, 0x28);
-// Told apart in greyscale as well.
+// Colours that differ in greyscale, too.
 const QColor seriesColors[] = {{0x1f, 0x5f, 0xa8}, {0xd9, 0x7b, 0x00}, {0x2e, 0x7d, 0x4f}, {0x7b, 0x3f, 0x98},
                                {0x00, 0x8b, 0x9a}, {0xa0, 0x52, 0x2d}, {0x55, 0x60, 0x6b}, {0xc2, 0x18, 0x5b}};
 
@@ -85,9 +85,9 @@ std::size_t NearestSample(const std::vector<double>& x, double wanted) {
     return static_cast<std::size_t>(std::min_element(x.begin(), x.end(), nearer) - x.begin());
 }
 
-/// How many rows above its point each mark's label stands: labels of near points would cover each other.
+/// The row of each mark's label above its point, so that labels of near points do not cover each other.
 std::vector<int> RowsOfLabels(const Plot& plot) {
-    constexpr double across = 0.2;  // of the plot, that a label takes
+    constexpr double across = 0.2;  // width of a label as a share of the plot
     constexpr double along = 0.1;
     const double width = across * (plot.horizontal.highest - plot.horizontal.lowest);
     const double height = along * (plot.vertical.highest - plot.vertical.lowest);
@@ -111,7 +111,7 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent), view_(new QCustomPlot
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     view_->setObjectName(QStringLiteral("decorPlot"));
-    // A curve of 15000 samples is redrawn at each step of a drag: smooth lines are not worth that time.
+    // A curve of 15000 samples is redrawn at each step of a drag: smooth lines would be too slow.
     view_->setNotAntialiasedElements(QCP::aeAll);
     view_->setPlottingHints(QCP::phFastPolylines | QCP::phCacheLabels);
     view_->setNoAntialiasingOnDrag(true);
@@ -151,12 +151,12 @@ void PlotWidget::RedrawNow() {
 }
 
 void PlotWidget::ShowAxes() {
-    // Without a curve the axes would only be mistaken for one.
+    // Without a curve the axes could be mistaken for one.
     for (QCPAxis* axis : {view_->xAxis, view_->yAxis}) {
         axis->setVisible(!plot_.IsEmpty());
         axis->grid()->setVisible(!plot_.IsEmpty());
     }
-    // Lines between the blocks take the place of the grid.
+    // Lines between the blocks replace the grid.
     if (!plot_.horizontal.blocks.empty()) view_->xAxis->grid()->setVisible(false);
     StyleAxis(*view_->xAxis, plot_.horizontal);
     StyleAxis(*view_->yAxis, plot_.vertical);
@@ -180,7 +180,7 @@ void PlotWidget::ShowSeries() {
 void PlotWidget::ShowLegend() {
     const bool isNamed = plot_.series.size() > 1 && !plot_.series.front().name.empty();
     view_->legend->setVisible(isNamed);
-    // Blocks leave no room between their markers.
+    // Blocks leave no space between their markers.
     const bool isBelow = isNamed && !plot_.horizontal.blocks.empty();
     if (isBelow && !view_->plotLayout()->hasElement(1, 0)) {
         view_->plotLayout()->addElement(1, 0, view_->legend);
@@ -189,7 +189,7 @@ void PlotWidget::ShowLegend() {
         view_->legend->setBorderPen(Qt::NoPen);
     }
     if (isBelow || !isNamed) return;
-    // Markers lie along a line from the origin: above it is room.
+    // Markers lie along a line from the origin: there is space above it.
     const bool hasMarkers = std::any_of(plot_.series.begin(), plot_.series.end(),
                                         [](const PlotSeries& series) { return series.asMarkers; });
     view_->axisRect()->insetLayout()->setInsetAlignment(0,
@@ -261,7 +261,7 @@ void PlotWidget::ResetRanges() {
 PlotWidget::Sample PlotWidget::SampleAt(QPointF position) const {
     const PlotSeries& first = plot_.series.front();
     if (!first.asMarkers) return {0, NearestSample(first.x, view_->xAxis->pixelToCoord(position.x()))};
-    // Markers may lie above each other: the nearest one on the screen is meant.
+    // Markers may cover each other: the nearest one on the screen is chosen.
     Sample nearest;
     double least = std::numeric_limits<double>::infinity();
     for (std::size_t number = 0; number < plot_.series.size(); ++number) {
@@ -299,7 +299,7 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         pointer_->setPen(QPen(ink, 1));
         readOut_ = new QCPItemText(view_);
         readOut_->position->setType(QCPItemPosition::ptAxisRectRatio);
-        // Drops climb towards the upper corner, pulses have come down again there.
+        // Drops rise towards the upper corner; pulses have returned to zero there.
         const bool isTopTaken = plot_.series.front().asMarkers;
         readOut_->position->setCoords(0.99, isTopTaken ? 0.98 : 0.02);
         readOut_->setPositionAlignment(Qt::AlignRight | (isTopTaken ? Qt::AlignBottom : Qt::AlignTop));

@@ -12,8 +12,8 @@ class QMouseEvent;
 
 namespace bellmark {
 
-/// Draws a Plot. The wheel zooms, dragging moves, a double click goes back to the whole; the pointer reads out the
-/// sample nearest to it.
+/// Draws a Plot. The wheel zooms, dragging moves, a double click shows the whole plot; the pointer reads out the
+/// nearest sample.
 class PlotWidget : public QWidget {
     Q_OBJECT
 
@@ -21,8 +21,8 @@ class PlotWidget : public QWidget {
     explicit PlotWidget(QWidget* parent = nullptr);
 
     void Show(const Plot& plot);
-    void RedrawNow();                   ///< what a repaint costs; for measuring
-    QString ReadOutAt(double x) const;  ///< of the first series, at the sample nearest to x
+    void RedrawNow();                   ///< the cost of a repaint, for measuring
+    QString ReadOutAt(double x) const;  ///< first series, the sample nearest to x
     QSize sizeHint() const override { return {600, 320}; }
     QSize minimumSizeHint() const override { return {240, 140}; }
 

@@ -12,13 +12,13 @@ namespace bellmark {
 
 namespace {
 
-/// A box of one line that takes typing. A locked one may be a cell that a click or Space presses.
+/// A one-line box that can be edited. A locked one may be a cell that a click or Space presses.
 bool IsOpenLine(const QObject* widget) {
     const auto* line = qobject_cast<const QLineEdit*>(widget);
     return line && !line->isReadOnly();
 }
 
-/// Where Enter and Space are letters.
+/// Widgets in which Enter and Space are typed.
 bool IsTextArea(const QObject* widget) {
     const auto* plain = qobject_cast<const QPlainTextEdit*>(widget);
     const auto* rich = qobject_cast<const QTextEdit*>(widget);
@@ -50,8 +50,8 @@ bool PressGuard::IsHeldKey(const QObject* watched, const QKeyEvent& event) const
     return isLetter || IsEnter(event.key()) || event.key() == Qt::Key_Escape || (isSpace && !IsOpenLine(watched));
 }
 
-/// Two presses of the same spot within the desktop's time for a double click, and every further one, are one. A press
-/// that a widget passes on to the one behind it keeps its time.
+/// Presses of the same spot within the desktop's time for a double click count as one press. A press that a widget
+/// passes on to the one behind it keeps its time.
 bool PressGuard::IsRepeatedPress(QObject* watched, const QMouseEvent& event) {
     const quint64 later = event.timestamp() - lastPress_;
     const bool isSoon = later > 0 && later < static_cast<quint64>(QApplication::doubleClickInterval());
@@ -70,7 +70,7 @@ void PressGuard::MeetEnabling(QObject* watched) {
     alive_.start();
 }
 
-/// Enter anywhere on its page may be meant for the resting button; a box in front of it has its own answers.
+/// Enter anywhere on its page may press the resting button; a box in front of it has its own answers.
 bool PressGuard::RestsBehind(const QObject* watched) const {
     const auto* widget = qobject_cast<const QWidget*>(watched);
     const bool rests = accept_ && alive_.isValid() && !alive_.hasExpired(rest_.count());
@@ -78,14 +78,14 @@ bool PressGuard::RestsBehind(const QObject* watched) const {
 }
 
 bool PressGuard::eventFilter(QObject* watched, QEvent* event) {
-    // A window's own event comes once more, for its widget.
+    // The event of a window is repeated for its widget.
     if (!watched->isWidgetType()) return false;
     switch (event->type()) {
         case QEvent::EnabledChange:
             MeetEnabling(watched);
             return false;
         case QEvent::ShortcutOverride: {
-            // Taken here, a held letter is no shortcut; it comes back as a key and is dropped.
+            // Accepted here, a held letter is no shortcut; it comes back as a key and is dropped.
             const bool isHeld = IsHeldKey(watched, *static_cast<QKeyEvent*>(event));
             if (isHeld) event->accept();
             return isHeld;

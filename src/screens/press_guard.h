@@ -13,9 +13,9 @@ class QWidget;
 
 namespace bellmark {
 
-/// One action a keystroke, in every window of the program. A key that is held down presses nothing but once, and the
-/// second click of a double click presses nothing, whatever came up below the pointer in between. An Accept that has
-/// just come alive rests for a moment: what was pressed before the drop was there is no answer to it.
+/// One action per keystroke, in every window of the program. A key that is held down presses only once, and the second
+/// click of a double click presses nothing, whatever appeared below the pointer in between. An Accept button that has
+/// just been enabled does not react for a moment: a press from before the drop came is not an answer to it.
 class PressGuard : public QObject {
   public:
     explicit PressGuard(std::chrono::milliseconds rest);
@@ -30,12 +30,12 @@ class PressGuard : public QObject {
     bool RestsBehind(const QObject* watched) const;
 
     std::chrono::milliseconds rest_;
-    QPointer<QAbstractButton> accept_;  // the one that came alive last
+    QPointer<QAbstractButton> accept_;  // the last one that was enabled
     QElapsedTimer alive_;
     bool pressed_ = false;
-    quint64 lastPress_ = 0;  // ms, by the events' own time
+    quint64 lastPress_ = 0;  // ms, by the time of the events
     QPointF lastPlace_;
-    QPointer<QObject> refused_;  // its release does not count either
+    QPointer<QObject> refused_;  // its release is ignored too
 };
 
 }  // namespace bellmark

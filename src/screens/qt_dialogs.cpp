@@ -44,7 +44,7 @@ BoxIcon IconOf(int style) {
     }
 }
 
-/// A disc with the sign: the desktop's own icons differ from one machine to the next, where there are any.
+/// A disc with the sign: the desktop's own icons differ between machines, and some have none.
 QPixmap Disc(const BoxIcon& icon, const QWidget& box) {
     const int side = 3 * box.fontMetrics().height();
     const double scale = box.devicePixelRatioF();
@@ -90,7 +90,7 @@ std::optional<Path> Chosen(const QString& path) {
     return PathFromText(path.toStdString());
 }
 
-/// Names, sizes and dates are to be read whole; the desktop's own dialog, where there is one, has none of this.
+/// Makes names, sizes and dates readable in full; the desktop's own dialog has no such setting.
 void MakeRoomForNames(QFileDialog& dialog) {
     dialog.resize(fileDialogSize);
     const auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
@@ -100,7 +100,7 @@ void MakeRoomForNames(QFileDialog& dialog) {
 }
 
 std::optional<Path> Ask(QFileDialog& dialog, const FileChoice& choice) {
-    // The patterns of files of any case are not for reading.
+    // Patterns that match any case are hard to read.
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(FileDialogFilters(choice.filter));
     if (!choice.fileName.empty()) dialog.selectFile(Text(choice.fileName));
@@ -109,7 +109,7 @@ std::optional<Path> Ask(QFileDialog& dialog, const FileChoice& choice) {
     return Chosen(dialog.selectedFiles().value(0));
 }
 
-/// "*.ini" as "*.[iI][nN][iI]": the files come from systems that do not tell the two apart.
+/// "*.ini" as "*.[iI][nN][iI]": the files come from systems that ignore case.
 QString AnyCase(const QString& pattern) {
     QString any;
     for (const QChar letter : pattern) {
@@ -132,7 +132,7 @@ QStringList FileDialogFilters(const std::string& filter) {
         for (const QString& pattern : parts[pair + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
             patterns.push_back(AnyCase(pattern.trimmed()));
         }
-        // What stands in brackets at the end is taken for patterns, the text's own brackets too.
+        // The dialog takes brackets at the end for patterns, so the text's own brackets are replaced.
         QString name = parts[pair];
         name.replace(QLatin1Char('('), QLatin1Char('[')).replace(QLatin1Char(')'), QLatin1Char(']'));
         filters.push_back(name + QLatin1String(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')'));
@@ -152,11 +152,11 @@ Answer QtDialogs::Show(const MessageBox& message) {
     for (const auto button : buttons) shown.addButton(button);
     const bool secondIsDefault = (message.style & box::secondIsDefault) && buttons.size() > 1;
     shown.setDefaultButton(buttons[secondIsDefault ? 1 : 0]);
-    // Escape and the close box are the answer that changes nothing.
+    // Escape and the close box give the answer that changes nothing.
     shown.setEscapeButton(buttons.back());
     if (message.style & box::helpButton) {
         QPushButton* help = shown.addButton(QMessageBox::Help);
-        // Help stays beside the box, it does not answer it.
+        // Help keeps the box open and does not answer it.
         help->disconnect();
         QObject::connect(help, &QPushButton::clicked, help, [this, &message] { showHelp_(message.helpContext); });
     }
@@ -165,7 +165,7 @@ Answer QtDialogs::Show(const MessageBox& message) {
 
 std::optional<std::string> QtDialogs::Input(const std::string& prompt, const std::string& title,
                                             const std::string& defaultText) {
-    constexpr int width = 480;  // a name is to be seen whole
+    constexpr int width = 480;  // wide enough for whole names
     QInputDialog dialog(parent_);
     dialog.setWindowTitle(Text(title));
     dialog.setLabelText(Text(prompt));
@@ -184,7 +184,7 @@ std::optional<Path> QtDialogs::OpenFile(const FileChoice& choice) {
 std::optional<Path> QtDialogs::SaveFile(const FileChoice& choice) {
     QFileDialog dialog(parent_, Text(choice.title), Text(choice.folder));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // A name typed without an ending is that of the same kind of file.
+    // A name typed without an extension gets that of the suggested file.
     dialog.setDefaultSuffix(QFileInfo(Text(choice.fileName)).suffix());
     return Ask(dialog, choice);
 }

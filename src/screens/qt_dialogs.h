@@ -30,7 +30,7 @@ class QtDialogs : public Dialogs {
     QWidget* parent_ = nullptr;
 };
 
-/// "What it is|*.ini;*.ddx|Other|*.*" as the file dialog wants it, one entry a pair. Patterns fit whatever the case.
+/// "What it is|*.ini;*.ddx|Other|*.*" for the file dialog, one entry per pair. Patterns ignore case.
 QStringList FileDialogFilters(const std::string& filter);
 
 }  // namespace bellmark

@@ -25,7 +25,7 @@ namespace {
 
 constexpr double usualPointSize = 10;
 constexpr double margin = 15;    // mm
-constexpr double plotScale = 4;  // dots of paper for one of the screen
+constexpr double plotScale = 4;  // dots on paper per dot of the screen
 
 QFont PageFont(QPaintDevice& device, const std::vector<QString>& lines, const QRectF& area) {
     QFont font(QStringLiteral("Courier New"));
@@ -122,7 +122,7 @@ void QtSound::Play(const Path&) {
 }
 
 void QtSound::Beep(int hertz, std::chrono::milliseconds length) {
-    // The desktop's bell has one pitch and one length: a low tone is told by two strokes.
+    // The desktop's bell has one pitch and one length: two strokes stand for a low tone.
     constexpr int highHertz = 600;
     QApplication::beep();
     if (hertz < highHertz) QTimer::singleShot(length, qApp, [] { QApplication::beep(); });

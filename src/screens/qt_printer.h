@@ -12,22 +12,21 @@ class QtPrinter : public Printer {
   public:
     /// Throws std::runtime_error when there is no printer or it takes no job.
     void Print(const std::string& title, const std::vector<std::vector<std::string>>& pages) override;
-    /// Asks which printer, "to a file" being one of them.
+    /// Asks for the printer; "to a file" is one of the choices.
     void Print(const std::string& title, const FormattedText& text) override;
-    /// A screen as it is shown, on a landscape page. Asks which printer, too.
+    /// A screen as it is shown, on a landscape page. Asks for the printer, too.
     void PrintScreen(const std::string& title, QWidget& page);
     /// On letter paper where lengths are in inches, otherwise on A4.
     std::optional<std::string> Pdf(const std::string& title, const FormattedText& text) override;
 };
 
-/// Draws the pages on any paged device. A page with more or wider lines than fit is drawn smaller, never cut.
+/// Draws the pages on any paged device. A page with more or wider lines than fit is scaled down, never cut.
 void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages);
 
-/// Draws a widget as it is shown, as large as it fits the page, in its middle. Plots are drawn finer than on the
-/// screen.
+/// Draws a widget as it is shown, as large as fits and centred on the page. Plots are drawn finer than on the screen.
 void DrawWidget(QPagedPaintDevice& device, QWidget& widget);
 
-/// The prompt tones. The desktop's own sound stands for them where the file cannot be played.
+/// The prompt tones. The desktop's own sound replaces them when the file cannot be played.
 class QtSound : public Sound {
   public:
     void Play(const Path& file) override;

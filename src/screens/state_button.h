@@ -14,7 +14,7 @@ class StateButton : public QPushButton {
   public:
     explicit StateButton(QWidget* parent = nullptr);
 
-    /// Empty words: the button carries no state.
+    /// Empty words: the button shows no state.
     void SetState(QColor color, const QString& words);
 
     /// The next step that the program suggests: Enter presses it.

@@ -13,15 +13,15 @@ inline QColor ToQColor(Color color) {
     return {color.red, color.green, color.blue};
 }
 
-/// A colour that carries no state: the widget keeps its own look.
+/// A colour without a state: the widget keeps its own look.
 inline bool IsPlain(Color color) {
     return color == colors::window || color == colors::buttonFace;
 }
 
-/// What the colour says, in words.
+/// The meaning of the colour, in words.
 QString StateText(Color color);
 
-/// Fills the widget with the colour; a plain one takes the fill away again.
+/// Fills the widget with the colour; a plain colour removes the fill.
 void ShowBackColor(QWidget& widget, Color color);
 
 }  // namespace bellmark

@@ -12,7 +12,7 @@ namespace bellmark {
 
 namespace {
 constexpr std::chrono::milliseconds behindBox{50};
-constexpr int longestTurn = 10;  // ms of events before the waiting program looks again
+constexpr int longestTurn = 10;  // ms of events before the waiting program checks again
 }  // namespace
 
 TimerDriver::TimerDriver(Timers& timers, const Clock& clock) : timers_(timers), clock_(clock) {

@@ -7,8 +7,8 @@ namespace bellmark {
 class Clock;
 class Timers;
 
-/// Runs the program's timers from Qt's event loop. They rest while a box waits for an answer: what they poll, the hand
-/// button first of all, must not press a button behind it.
+/// Runs the program's timers from Qt's event loop. They pause while a box waits for an answer: a press of the hand
+/// button, which they poll, must not reach a button behind the box.
 class TimerDriver {
   public:
     TimerDriver(Timers& timers, const Clock& clock);

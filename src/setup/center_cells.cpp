@@ -25,7 +25,7 @@ double CellNumber(const std::string& text) {
     return *number;
 }
 
-/// For cells that never show thousands with a comma: "3,742" volts may well be meant as 3.742.
+/// For cells that never show thousands with a comma: "3,742" volts may be meant as 3.742.
 double SmallNumber(const std::string& text) {
     const bool isDoubtful = text.find(',') != std::string::npos && text.find('.') == std::string::npos;
     if (isDoubtful) Refuse(text, "not a number here. The decimal sign is the point; please leave the comma out.");
@@ -44,7 +44,7 @@ int TypedId(const std::string& text) {
     return static_cast<int>(RoundToWhole(number));
 }
 
-/// Aligned in a column in which a negative number has one blank less in front.
+/// Aligned in a column in which a negative number has one blank less before it.
 std::string Aligned(double value, const char* picture) {
     return std::string(value < 0 ? 1 : 2, ' ') + Format(value, picture);
 }
@@ -60,7 +60,7 @@ std::string SerialEquipment(const CenterConfig& center) {
            "\r\n\t Reference Load Cell: " + center.ReferenceLoadCellName;
 }
 
-/// Both daily readings are shown alike: from 1 volt at +1 g on, tenths of a millivolt say nothing.
+/// Both daily readings have the same form: from 1 volt at +1 g on, tenths of a millivolt are not significant.
 std::string DailyMillivolts(const CenterConfig& center, double volts) {
     return Format(volts * millivoltsPerVolt, center.AccelDailyCalibrationPlus1GVoltage < 1.0 ? "#,##0.0" : "#,##0");
 }

@@ -10,15 +10,14 @@ class CenterTab;
 class TextBox;
 struct CenterConfig;
 
-/// One cell of the center tab: how it shows its value, blanks that align the column included, and how its text is taken
+/// One cell of the center tab: how it shows its value, with the blanks that align the column, and how its text is read
 /// back.
 struct CenterCell {
-    std::string name;  ///< for the operator, when its text is refused
+    std::string name;  ///< for the operator, when the text is refused
     TextBox* box = nullptr;
     std::function<std::string(const CenterConfig&)> shown;
-    /// Text without the blanks around it. Throws std::invalid_argument when it cannot be understood, in words that go
-    /// behind the cell's name. Empty for a cell
-    /// that is only shown.
+    /// Takes the text without the blanks around it. Throws std::invalid_argument when it cannot be understood, with
+    /// words that follow the cell's name. Empty for a cell that is only shown.
     std::function<void(CenterConfig&, const std::string& text)> take;
     bool lockedWhileShowing = true;
 };

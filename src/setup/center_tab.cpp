@@ -96,12 +96,12 @@ void CenterTab::CalCenterOptions() {
     const bool complete = known && HasOperator() && (accelerometerIsCurrent || program_.Run.LoadCellOnly);
     optCalCenter.BackColor = complete ? colors::complete : colors::mustBeUpdated;
     cmdApproveBellmarkCenter.Enabled = complete && !editing_;
-    // Of a center that no file has told of nothing may be written.
+    // Without a center file nothing may be written.
     cmdWriteCalCenter.Enabled = known;
     for (TextBox* cell : {&txtCalCenter, &txtCenterOperator}) cell->Locked = !known;
     cmdApproveBellmarkCenter.ToolTip = complete ? "Click to confirm FWD Calibration Center information."
                                                 : "All orange cells must be updated before continuing.";
-    // While cells are edited the keyboard goes from one to the next.
+    // While cells are edited, the keyboard moves from cell to cell.
     if (!editing_) screen_.SetFocus(complete ? cmdApproveBellmarkCenter : cmdAccelCalButton[1]);
     AllowCalibration();
 }
@@ -177,7 +177,7 @@ void CenterTab::LockCells(bool locked) {
 void CenterTab::UpdateCalCenter() {
     CenterConfig changed = program_.Center;
     for (const CenterCell& cell : cells_) {
-        // A cell shows fewer digits than its value has: only what the operator changed is taken from it.
+        // A cell shows fewer digits than its value has: only cells changed by the operator are taken.
         const std::string& text = cell.box->Text.Get();
         if (!cell.take || text == cell.shown(program_.Center)) continue;
         try {
@@ -192,13 +192,13 @@ void CenterTab::UpdateCalCenter() {
 
 void CenterTab::cmdWriteCalCenter_Click() {
     if (!editing_) {
-        // A notice rather than a question: there is no way back but to save.
+        // A notice rather than a question: the only answer is to save.
         program_.ShowBox("Do you really want to update the FWD Calibration Center Information?", box::exclamation);
     } else {
         UpdateCalCenter();
         const Path path = FileToSave();
         WriteCenterDataToPDDX(program_, path);
-        // The document is as it was read: changed cells are back in the file with the next approval.
+        // The document is as it was read; changed cells get into the file with the next approval.
         SavePDDX(program_, *program_.CenterDocument, path);
     }
     editing_ = !editing_;
@@ -233,7 +233,7 @@ void CenterTab::grdCalCenters_DoubleClick(int row) {
 
 Path CenterTab::FileToSave() const {
     const Path named = PathFromText(program_.Center.FileName);
-    // A file that came from another machine names a folder of that machine.
+    // A file from another machine names a folder of that machine.
     return program_.Services.files.IsFolder(named.parent_path()) ? named : RunCenterConfig(program_);
 }
 

@@ -85,9 +85,9 @@ class CenterTab {
     std::array<Button, 2> cmdLoadCellOnly{{{fraCalCenter, "cmdLoadCellOnly(0)", "Load Cell &Only"},
                                            {fraLoadCell, "cmdLoadCellOnly(1)", "Load Cell Calibration"}}};
 
-    Label lblCenterMissing{fraCalCenter, "lblCenterMissing"};  ///< in words, what keeps the tab from being approved
+    Label lblCenterMissing{fraCalCenter, "lblCenterMissing"};  ///< in words, what prevents approving the tab
 
-    std::function<void()> AllowCalibration;     ///< what unlocks the procedures is to be judged again
+    std::function<void()> AllowCalibration;     ///< asks for a new check of which procedures are unlocked
     std::function<void()> Approved;             ///< the operator has confirmed the tab, and it was written
     std::function<void(bool editing)> Editing;  ///< the cells were unlocked, or are shown only again
 

@@ -24,7 +24,7 @@ class DataAcqTab {
     ComboBox cboAccelChannel{fraDataAcq, "cboAccelChannel"};
     ComboBox cboTempChannel{fraDataAcq, "cboTempChannel"};
 
-    /// Both folders are this one now, as if it had been typed into both cells.
+    /// Sets both folders, as if the folder had been typed into both cells.
     void SetFolders(const std::string& folder);
     void ShowSimDataFolder();
     void ShowChannels();
@@ -38,7 +38,7 @@ class DataAcqTab {
     Program& program_;
 };
 
-/// The text with the machine's separator behind it; an empty one stays empty.
+/// The text with the machine's separator at the end; an empty one stays empty.
 std::string WithFinalSeparator(std::string folder);
 
 }  // namespace bellmark

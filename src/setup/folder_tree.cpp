@@ -39,7 +39,7 @@ bool IsReserved(const std::string& name) {
 FolderLevel LevelOf(const Path& driveRoot, const Path& folder) {
     const auto [parent, grandparent, greatGrandparent] = NamesAbove(driveRoot, folder);
     if (folder == driveRoot || (parent.empty() && grandparent.empty())) return FolderLevel::Improper;
-    // The owner's test comes last: where both hold, in a tree within the tree, the deeper level is meant.
+    // The owner's test comes last: where both hold, in a tree within the tree, the deeper level counts.
     if (EqualIgnoringCase(grandparent, calibrationsName) || EqualIgnoringCase(greatGrandparent, bellmarkName)) {
         return FolderLevel::FWD;
     }

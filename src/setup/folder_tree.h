@@ -11,14 +11,14 @@ namespace bellmark {
 
 enum class FolderLevel { Improper, Other, Owner, FWD };
 
-/// Where a folder stands, by the names of the folders around it. Improper: the root of the drive, or right below it.
+/// The level of a folder, by the names of the folders above it. Improper: the root of the drive, or directly below it.
 FolderLevel LevelOf(const Path& driveRoot, const Path& folder);
 
-/// Why a name cannot be that of a folder, in words; empty when it can. The rules are the strictest of all systems,
-/// since the tree is carried from one to another.
+/// Why a name cannot be a folder's name, in words; empty when it can. The rules are the strictest of all systems, since
+/// the tree is carried from one system to another.
 std::string FolderNameProblem(const std::string& name);
 
-/// The same for a text that only has to be stored: a folder that somebody else has made.
+/// The same for a text that only has to be stored: a folder made by someone else.
 std::string UnstorableCharacter(const std::string& text);
 
 /// The existing subfolder of that name without regard to case, or an empty path.

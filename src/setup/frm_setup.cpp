@@ -74,7 +74,7 @@ void frmSetup::BeginRun() {
     FWD.optFWD.Enabled = false;
     General.optGeneral.Enabled = false;
     General.BeginRun();
-    // The FWD's tab opens the way on, when it is complete.
+    // The FWD's tab enables this when it is complete.
     cmdNext.Enabled = false;
     cmdNext.BackColor = colors::buttonFace;
     FWD.BeginRun();
@@ -93,7 +93,7 @@ void frmSetup::SaveWhatIsKnown() {
 
 void frmSetup::RefreshFromRun() {
     if (program_.Run.SetupComplete) {
-        // What was gone through once is open for edits from now on.
+        // Completed pages can be edited from now on.
         FWD.optFWD.Enabled = true;
         General.optGeneral.Enabled = true;
         cmdNext.Enabled = true;
@@ -173,7 +173,7 @@ void frmSetup::ShowCenter() {
 bool frmSetup::ReadCalCenter() {
     CalibrationRun& run = program_.Run;
     if (!run.ReviewMode) {
-        // The answer makes no difference here.
+        // The answer has no effect here.
         program_.Compose(101);
         program_.ShowComposed();
     }
@@ -246,7 +246,7 @@ void frmSetup::ReviewDataRestore(const Path& path) {
 }
 
 void frmSetup::CenterApproved() {
-    // Changing the center's cells has opened the tabs, too, but did not lead through them.
+    // Changing the center's cells has opened the tabs, too, but has not led through them.
     const bool isFirstApproval = !FWD.optFWD.Enabled || (program_.Run.ProgramStarted && !program_.Run.CenterApproved);
     program_.Run.CenterApproved = true;
     if (isFirstApproval && program_.Run.ProgramStarted) FWD.ShowForNewRun();
@@ -283,7 +283,7 @@ void frmSetup::EndSetup(Procedure procedure, int step, const char* header) {
     run.CurrentProcStep = step;
     program_.Header.SetProcedureName(header);
     General.optGeneral.Enabled = true;
-    // Saved with the step that it enters, so that a restart goes on there.
+    // Saved with the new step, so that a restart goes on there.
     SaveInterimCalibration(program_);
     AllowCalibration();
     program_.The<MainMenuDoor>().Open();
@@ -312,7 +312,7 @@ void frmSetup::cmdNext_Click() {
 
 void frmSetup::cmdMainMenu_Click() {
     AllowCalibration();
-    // Once an owner was chosen there is a run to come back to, though its set-up is not complete.
+    // Once an owner is chosen, there is a run to resume, though its set-up is not complete.
     if (program_.Run.InterimCalOpen) SaveWhatIsKnown();
     if (program_.Run.SetupComplete) {
         General.optGeneral.Choose();

@@ -178,7 +178,7 @@ void FWDTab::cboFWDMfg_Click() {
     ShowSensors();
     fraSetupHelp.Visible = run.Manufacturer == Make::Jils;
     jilsFilter_ = nullptr;
-    // Only a KUAB comes with different kinds of sensors, and its file does not tell which.
+    // Only a KUAB has several kinds of sensors, and its file does not say which.
     cmdReadFWDConfig.Enabled = !kuab;
     cmdReadFWDConfig.ToolTip = kuab ? "The sensor type must be chosen first." : "";
     CheckFWDData();
@@ -199,7 +199,7 @@ void FWDTab::cmdReadFWDConfig_Click() {
     if (DataFolderChosen) DataFolderChosen(file->chosen.parent_path());
     if (run.Manufacturer == Make::Jils) jilsFilter_ = NextJilsFilter(FileExtension(PathText(file->chosen)));
     TakeConfiguration(*file, nextOfJils ? FWDReading::Added : FWDReading::Fresh);
-    // What no file tells can be typed.
+    // Values missing from the files can be typed.
     ShowDataFrames();
     optFWDClick();
     screen_.SetFocus(cmdReadFWDConfig);

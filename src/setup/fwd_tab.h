@@ -61,18 +61,18 @@ class FWDTab {
     Label lblSameName{fraFWDSensors, "lblSameName", "*Sensor name is the same as another"};
     Label lblHyphen{fraFWDSensors, "lblHyphen", "**Sensor name cannot end in a hypen"};
 
-    Label lblMissing{fraFWD, "lblMissing"};  ///< in words, what keeps the tab from being complete
+    Label lblMissing{fraFWD, "lblMissing"};  ///< in words, what is missing from the tab
 
-    std::function<void()> Stored;                              ///< something is known that is worth coming back to
+    std::function<void()> Stored;                              ///< the run has something worth saving
     std::function<void()> ConfigurationRead;                   ///< from the FWD's file
-    std::function<void(bool complete)> Checked;                ///< the tab was judged anew
+    std::function<void(bool complete)> Checked;                ///< the tab was checked again
     std::function<void(const Path& folder)> DataFolderChosen;  ///< the FWD's files are fetched from here
 
-    void BeginRun();     ///< of another run nothing stays
+    void BeginRun();     ///< clears everything of another run
     void optFWDClick();  ///< fills the tab from the run
     /// Judges the tab and copies it into the run and its document. True when nothing is missing.
     bool CheckFWDData();
-    /// Of an FWD that nothing is known of only the folders and the make are asked for.
+    /// For an unknown FWD only the folders and the make are asked for.
     void ShowForNewRun();
 
   private:
@@ -107,7 +107,7 @@ class FWDTab {
     PDDXFile& Document();
 
     // cells
-    bool HasComma(const std::string& serialNumber);  ///< told to the operator
+    bool HasComma(const std::string& serialNumber);  ///< a comma is reported to the operator
     void PutBack(TextBox& box, const std::string& stored);
     void StoreText(const TextBox& box, std::string& member, const char* section, const char* key);
     void StoreProfile(const char* section, const char* key, const std::string& value);
@@ -131,11 +131,11 @@ class FWDTab {
 
     Program& program_;
     Path shownFolder_;
-    std::vector<Path> listedFolders_;   ///< one a row of DirFWDOwner
-    const char* jilsFilter_ = nullptr;  ///< of the next one of its files; null before the first
+    std::vector<Path> listedFolders_;   ///< one per row of DirFWDOwner
+    const char* jilsFilter_ = nullptr;  ///< of the next of its files; null before the first
     bool makeIsKnown_ = true;           ///< false until the operator of a new run has chosen one
     std::vector<std::string> missing_;
-    std::string doubt_;  ///< of the file that was read last
+    std::string doubt_;  ///< about the file that was read last
 };
 
 }  // namespace bellmark

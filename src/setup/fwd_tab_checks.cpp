@@ -1,4 +1,5 @@
-// What of the FWD's tab is missing or wrong, in colours, in words, and in whether the operator may go on.
+// Checks of the FWD's tab: marks in colours and words what is missing or wrong, and decides whether the operator may go
+// on.
 #include <algorithm>
 
 #include "app/program.h"
@@ -26,11 +27,11 @@ std::string Joined(const std::vector<std::string>& texts) {
 
 bool FWDTab::CheckFWDData() {
     missing_.clear();
-    // Every test runs, so that all that is missing shows at once.
+    // Every check runs, so that everything missing shows at once.
     bool complete = CheckCount();
     complete = CheckSensorCells() && complete;
     complete = CheckLoadCellGain() && complete;
-    // What cannot be typed yet comes with the configuration.
+    // Values that cannot be typed yet come with the configuration.
     if (!fraFWDData.Visible && !complete) missing_ = {"the FWD's configuration"};
     complete = CheckMake(complete) && complete;
     complete = CheckFolders() && complete;

@@ -1,4 +1,4 @@
-// Owner and FWD are chosen or created in the tree of their folders.
+// Choosing or creating owner and FWD in the tree of their folders.
 #include "app/center_file.h"
 #include "app/program.h"
 #include "controls/screen.h"
@@ -70,7 +70,7 @@ void FWDTab::DirFWDOwner_Click(int row) {
         EnsureRoot();
         return;
     }
-    // The owner's and the FWD's names are records; the folders above them are only where they lie.
+    // The owner's and the FWD's names are stored in records; the folders above them are only their place on disk.
     const std::string ownNames = PathText(folder.lexically_relative(DriveRoot(program_.Folder())));
     if (const auto problem = UnstorableCharacter(ownNames); !problem.empty()) {
         program_.ShowBox("This folder cannot be used: " + problem + '.', box::exclamation);
@@ -106,7 +106,7 @@ void FWDTab::SelectOwner(const Path& folder) {
     run.OwnerFolder = folder;
     run.DeviceOwner = NameOf(folder);
     if (run.DeviceFolder.parent_path() != folder) {
-        // The FWD of another owner must not end up under this one's name. The results have no place until one is
+        // The FWD of another owner must not end up under this owner's name. The results have no folder until an FWD is
         // chosen.
         run.DeviceFolder.clear();
         run.DeviceName.clear();

@@ -91,7 +91,7 @@ void GeneralTab::ShowMeasuredDrops() {
     cboNumHeights.BackColor = colors::window;
 }
 
-/// The number of drops was measured for the heights that it was measured with.
+/// The measured number of drops is valid only for the heights at which it was measured.
 void GeneralTab::AskForDropsAnew() {
     program_.Run.NumberDropsSet = false;
     cboNumDrops.BackColor = colors::mustBeUpdated;
@@ -112,7 +112,7 @@ void GeneralTab::ShowSequence() {
     cboNumHeights.ChooseText(NumberText(program_.Run.NumberLoadLevels));
     const std::string drops = NumberText(program_.Run.NumberDropsPerLoadLevel);
     if (cboNumDrops.ChooseText(drops)) return;
-    // A measurement of another run has shortened the list.
+    // The measurement of another run has shortened the list.
     OfferDrops(fewestDrops);
     cboNumDrops.ChooseText(drops);
 }
@@ -189,11 +189,11 @@ void GeneralTab::AccelTrigger_Leave() {
     const std::string before = Format(program_.Center.AccelSensitivity, "0.00");
     program_.Center.AccelSensitivity = ThroughPicture(*typed, "0.00");
     AccelTrigger.Text = Format(program_.Center.AccelSensitivity, "0.00");
-    // Another level than the one that was measured.
+    // The level differs from the measured one.
     if (AccelTrigger.Text.Get() != before) ForgetMeasuredTrigger();
 }
 
-/// Each line is a note; lines beyond the last note are dropped from the box too, so that the operator sees it.
+/// Each line is a note; lines beyond the last note are removed from the box too, so that the operator sees it.
 void GeneralTab::txtComment_Leave() {
     auto& notes = program_.Center.Notes;
     notes.fill({});
@@ -201,7 +201,7 @@ void GeneralTab::txtComment_Leave() {
     for (const auto line : SplitLines(txtComment.Text.Get())) {
         if (taken < notes.size() && !Trim(line).empty()) notes[taken++] = Trim(line);
     }
-    // The files list the notes between commas.
+    // The files separate the notes by commas.
     for (std::string& note : notes) std::replace(note.begin(), note.end(), ',', ';');
     ShowComment();
 }

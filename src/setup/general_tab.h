@@ -41,10 +41,11 @@ class GeneralTab {
     void ShowSequence();  ///< the run's load levels and drops, in the lists
     void ShowComment();
     void ShowAutoPrint();
-    /// The load trigger as it stands, and as the operator reads it.
+    /// The current load trigger, as the operator reads it.
     void ShowPlainTrigger();
     void ShowTrigger();
-    /// What was measured and accepted, in green: the trigger level; the least number of drops, and all above it.
+    /// The measured and accepted values, in green: the trigger level; the least number of drops, and all numbers above
+    /// it.
     void ShowMeasuredTrigger();
     void ShowMeasuredDrops();
 

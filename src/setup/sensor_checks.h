@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// What may be wrong with the FWD's sensors and load cell as they stand in the set-up.
+/// Faults of the FWD's sensors and load cell in the set-up.
 namespace bellmark {
 
 struct SensorFault {
@@ -15,7 +15,7 @@ struct SensorFault {
     bool Any() const { return sameName || endsInHyphen || zeroGain; }
 };
 
-/// One entry a sensor.
+/// One entry per sensor.
 std::vector<SensorFault> CheckSensors(std::span<const std::string> serialNumbers, std::span<const double> gains);
 
 /// A hyphen or an en dash as its last character.

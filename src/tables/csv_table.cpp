@@ -44,7 +44,7 @@ class CsvReader {
             if (AtEnd() || text_[at_] != '"') break;
             field += '"';
         }
-        // What stands between the quote and the next comma belongs to the field, as a careless editor leaves it.
+        // Text between the closing quote and the next comma belongs to the field; some editors leave it there.
         return field + PlainField();
     }
 

@@ -27,10 +27,10 @@ namespace {
 constexpr std::size_t mostTextBytes = std::size_t{16} * 1024 * 1024;
 constexpr rlim_t mostMemory = rlim_t{1024} * 1024 * 1024;
 
-/// What the reading process says, piece by piece: a letter, the length of a text, the text.
+/// The messages of the reading process: a letter, the length of a text, the text.
 enum class Piece : char { Failure = 'F', Column = 'C', NewRow = 'R', Cell = 'V', End = 'E' };
 
-/// The reading process's side. The library is at the mercy of the file: nothing here is shared with the program.
+/// The side of the reading process. A damaged file can crash the library, so nothing here is shared with the program.
 class Teller {
   public:
     explicit Teller(int pipe) : pipe_(pipe) {}
@@ -42,7 +42,7 @@ class Teller {
         bytes += text;
         for (std::string_view rest = bytes; !rest.empty();) {
             const ssize_t written = write(pipe_, rest.data(), rest.size());
-            if (written < 0) _exit(1);  // nobody listens any more
+            if (written < 0) _exit(1);  // the program no longer reads
             rest.remove_prefix(static_cast<std::size_t>(written));
         }
     }
@@ -63,7 +63,7 @@ void TellTable(Teller& teller, const Path& file, const std::string& name) {
     if (!columns) {
         return teller.Tell(Piece::Failure, "The table " + name + " of " + PathText(file) + " cannot be read.");
     }
-    // The library writes each row's texts into these buffers.
+    // The library writes the texts of each row into these buffers.
     std::vector<std::vector<char>> texts(definition->num_cols, std::vector<char>(database->bind_size));
     for (unsigned i = 0; i < definition->num_cols; ++i) {
         const auto* column = static_cast<const MdbColumn*>(g_ptr_array_index(columns, i));
@@ -78,7 +78,7 @@ void TellTable(Teller& teller, const Path& file, const std::string& name) {
     teller.Tell(Piece::End);
 }
 
-/// A damaged count must not cost the machine its memory. The address sanitizer takes more than the limit for itself.
+/// A damaged count must not use up the machine's memory. The address sanitizer itself needs more than the limit.
 void LimitMemory() {
 #ifndef __SANITIZE_ADDRESS__
     const rlimit memory{mostMemory, mostMemory};
@@ -86,8 +86,8 @@ void LimitMemory() {
 #endif
 }
 
-/// A process of its own that reads the table, ended with this object: a damaged file can keep the library busy for
-/// ever, or make it fall.
+/// A separate process that reads the table and ends with this object: a damaged file can make the library loop for ever
+/// or crash.
 class ReadingProcess {
   public:
     ReadingProcess(const Path& file, const std::string& name, std::chrono::milliseconds longest) {
@@ -97,9 +97,9 @@ class ReadingProcess {
         if (process_ == 0) {
             close(ends[0]);
             LimitMemory();
-            // Nobody else ends it when the program itself is ended by force; and it holds a copy of the program's lock.
+            // Ends this process when the program is killed; it would otherwise keep its copy of the program's lock.
             alarm(static_cast<unsigned>(std::chrono::ceil<std::chrono::seconds>(longest).count()) + 1);
-            const int nowhere = open("/dev/null", O_WRONLY);  // the library complains there of every oddity
+            const int nowhere = open("/dev/null", O_WRONLY);  // the library reports every oddity to stderr
             if (nowhere >= 0) dup2(nowhere, STDERR_FILENO);
             Teller teller(ends[1]);
             TellTable(teller, file, name);
@@ -120,7 +120,7 @@ class ReadingProcess {
     ReadingProcess(const ReadingProcess&) = delete;
     ReadingProcess& operator=(const ReadingProcess&) = delete;
 
-    /// Waits for more of what it says, until the time is over. False at the end and when the time is over.
+    /// Waits for more data until the time is over. False at the end of the data and when the time is over.
     bool Listen(std::string& said, std::chrono::steady_clock::time_point until) const {
         using std::chrono::milliseconds;
         for (;;) {
@@ -142,7 +142,7 @@ class ReadingProcess {
     int pipe_ = -1;
 };
 
-/// Puts the table together from what the reading process says.
+/// Builds the table from the messages of the reading process.
 class Listener {
   public:
     explicit Listener(std::size_t mostRows) : mostRows_(mostRows) {}
@@ -150,7 +150,7 @@ class Listener {
     bool IsEnded() const { return ended_; }
     bool IsTooMuch() const { return textBytes_ > mostTextBytes || table_.rows.size() > mostRows_; }
 
-    /// Takes the whole pieces off the front.
+    /// Takes the complete messages off the front.
     void Take(std::string& said) {
         std::uint32_t length = 0;
         constexpr std::size_t head = 1 + sizeof(length);
@@ -164,7 +164,7 @@ class Listener {
         said.erase(0, at);
     }
 
-    /// Rows that are not whole are left out.
+    /// Incomplete rows are left out.
     Table TakeTable() {
         auto& rows = table_.rows;
         if (!rows.empty() && rows.back().size() < table_.columns.size()) rows.pop_back();

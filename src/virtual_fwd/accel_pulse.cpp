@@ -17,14 +17,14 @@ constexpr double smoothingSeconds = 0.004;
 constexpr double micronsPerMeter = 1e6;
 constexpr double pi = std::numbers::pi;
 
-/// Integral of a squared half sine of height 1 from its start to a moment, seconds.
+/// Integral of a squared half sine of height 1 from its start to the given time, seconds.
 double HalfSineSquaredUpTo(double seconds, double width) {
     if (seconds <= 0) return 0;
     if (seconds >= width) return width / 2;
     return seconds / 2 - width / (4 * pi) * std::sin(2 * pi * seconds / width);
 }
 
-/// The squared half sine averaged over the time before, with a peak of 1.
+/// The squared half sine as a moving average over the preceding time, with a peak of 1.
 double SmoothPulse(double seconds, double width) {
     if (seconds <= 0 || seconds >= width + smoothingSeconds) return 0;
     const double area = HalfSineSquaredUpTo(seconds, width) - HalfSineSquaredUpTo(seconds - smoothingSeconds, width);
@@ -39,7 +39,7 @@ double Swell(double seconds, double length, double hertz) {
     return envelope * envelope * std::sin(2 * pi * hertz * seconds);
 }
 
-/// A vibration that sets in softly and dies away, its largest swing about 1.
+/// A vibration that starts smoothly and decays, with a largest amplitude of about 1.
 double DyingAway(double seconds, double hertz, double lifetime) {
     if (seconds <= 0) return 0;
     const double life = seconds / lifetime;
@@ -107,7 +107,7 @@ double DeflectionAt(const AccelPulseModel& pulse, double seconds) {
 }
 
 double AccelerationAt(const AccelPulseModel& pulse, double seconds) {
-    // The second difference over so short a time is the second derivative to 0.0001 microns of deflection.
+    // Over so short a time, the second difference equals the second derivative to 0.0001 microns of deflection.
     constexpr double step = 1e-5;
     const double difference =
         DeflectionAt(pulse, seconds + step) - 2 * DeflectionAt(pulse, seconds) + DeflectionAt(pulse, seconds - step);
@@ -122,7 +122,7 @@ double AccelVoltsFor(const CenterConfig& center, double g) {
         const double w = (volts + center.AccelVoltageOffset) * slope;
         const double rise = slope * (center.AccelA1 + w * (2 * center.AccelA2 + w * 3 * center.AccelA3));
         const double next = volts - (AccelerationOf(center, volts) - g) / rise;
-        // In the last digit it may go to and fro.
+        // The last digit may alternate between two values.
         if (next == volts || next == before) break;
         before = std::exchange(volts, next);
     }

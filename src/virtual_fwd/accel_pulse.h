@@ -12,12 +12,12 @@
 /// would see it.
 namespace bellmark::virtual_fwd {
 
-/// What may be wrong with an accelerometer drop.
+/// Faults of an accelerometer drop.
 enum class AccelSpoil {
     None,
     Vibration,  ///< twice the trigger level, long before the pulse
     Motion,     ///< of the stand in the last 50 ms before the pulse
-    Drift,      ///< of the offset, 15 mV a second
+    Drift,      ///< of the offset, 15 mV per second
     Ringing,    ///< of the ground after the pulse
     TooHigh,    ///< beyond the range of the accelerometer
     NoPulse,
@@ -33,28 +33,29 @@ struct AccelPulseModel {
     double widthSeconds = 0.03;
     double noiseVolts = 0;           ///< standard deviation of the sensor's noise
     double driftVoltsPerSecond = 0;  ///< of its offset
-    double triggerLevel = 0.06;      ///< g, to which a vibration compares
+    double triggerLevel = 0.06;      ///< g, to which a vibration is compared
     AccelSpoil spoil = AccelSpoil::None;
 };
 
 /// Downward deflection of the stand at a moment, microns: a squared half sine, smoothed over 4 ms so that the
-/// acceleration does not jump, and the rebounds of the mass, each lower than the last; what spoils the drop is in it.
+/// acceleration does not jump, and the rebounds of the mass, each lower than the last, with the fault of the drop
+/// included.
 double DeflectionAt(const AccelPulseModel& pulse, double seconds);
 
-/// The largest deflection of the drop itself, microns: what a calibration is to find.
+/// The largest deflection of the drop itself, microns: the value that a calibration is to find.
 double TruePeakMicrons(const AccelPulseModel& pulse);
 
-/// What an accelerometer at rest and upright shows, and what the stand's motion takes from it, g.
+/// Acceleration that the accelerometer shows, g: 1 at rest and upright, changed by the stand's motion.
 double AccelerationAt(const AccelPulseModel& pulse, double seconds);
 
 /// Voltage of an acceleration: the inverse of AccelerationOf to the last digit, by Newton's method. The polynomial must
-/// rise. center: after ComputeAccelAdjustment.
+/// be rising. center: after ComputeAccelAdjustment.
 double AccelVoltsFor(const CenterConfig& center, double g);
 
-/// One second at 15000 samples a second, quantised to 16 bits over ±10 V.
+/// One second at 15000 samples per second, quantised to 16 bits over ±10 V.
 std::vector<float> CaptureAccelVolts(const CenterConfig& center, const AccelPulseModel& pulse, Random& random);
 
-/// The initial burst before the drop, long enough to be measured.
+/// The initial burst before the drop, long enough for its measurement.
 std::vector<float> CaptureAccelBurst(const CenterConfig& center, const AccelPulseModel& pulse, Random& random);
 
 /// The accelerometer held still, as in its daily calibration: upright at 1 g, upside down at -1 g.

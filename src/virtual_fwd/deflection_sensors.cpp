@@ -28,7 +28,7 @@ double SensorReading(const DeflectionSensor& sensor, double trueMicrons, double 
 }
 
 std::vector<double> StandShares(std::size_t sensors, int trial, double endShare, Random& random) {
-    constexpr double otherLean = 0.25;  // standard deviation of a trial's lean, as a share of the usual one
+    constexpr double otherLean = 0.25;  // standard deviation of a trial's lean, as a share of the mean lean
     const double lean = endShare * (1 + otherLean * Gaussian(random)) * (trial % 2 == 1 ? 1 : -1);
     std::vector<double> shares;
     for (std::size_t sensor = 0; sensor < sensors; ++sensor)

@@ -14,7 +14,7 @@ void Set(PDDXFile& document, std::string_view section, std::string_view key, con
     document.Sections(section).Elements(key).SetValue(value);
 }
 
-/// One item a sensor; item: of its index.
+/// One item per sensor; item: called with the sensor's index.
 template <class Item>
 std::string SensorList(const VirtualFWD& fwd, const Item& item) {
     std::string list;

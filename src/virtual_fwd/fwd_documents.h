@@ -16,7 +16,7 @@ class PDDXFile;
 /// The files that an imaginary FWD's operating system writes: PDDX documents.
 namespace bellmark::virtual_fwd {
 
-/// By what a reading that is wrong on request is too large.
+/// The factor of a reading that is wrong on request.
 inline constexpr double badReadingFactor = 1.05;
 
 struct VirtualFWD {
@@ -31,10 +31,10 @@ struct VirtualFWD {
 
 struct DropReading {
     double pounds = 0;
-    std::vector<double> microns;  ///< one a sensor
+    std::vector<double> microns;  ///< one per sensor
 };
 
-/// What the FWD reads of a drop on the road, before it is written in the FWD's units and resolution.
+/// The FWD's readings of a drop on the road, before they are written in the FWD's units and resolution.
 DropReading ReadDrop(const VirtualFWD& fwd, const DropNumber& number, double truePounds, Random& random);
 
 /// One file of drops.
@@ -42,11 +42,11 @@ struct FWDTrial {
     std::string name;  ///< of the file, without its extension
     std::string comment;
     std::vector<DropReading> drops;
-    int locations = 1;  ///< over which the drops are spread evenly; a divisor of their number
+    int locations = 1;  ///< number of locations with equally many drops; a divisor of the number of drops
 };
 
-/// Sets what the FWD tells of itself: serial numbers, sensors, gains and units. now: for the dates of the last
-/// calibration, a year ago.
+/// Sets the keys in which the FWD describes itself: serial numbers, sensors, gains and units. now: for the dates of the
+/// last calibration, a year ago.
 void SetDeviceKeys(PDDXFile& document, const VirtualFWD& fwd, DateTime now);
 
 /// The FWD's configuration.
@@ -55,8 +55,8 @@ std::string ConfigurationText(const VirtualFWD& fwd, DateTime now);
 /// The drops of one trial: field 1 of "DropData_n" is the load, the others are the deflections.
 std::string TrialText(const VirtualFWD& fwd, const FWDTrial& trial, DateTime now);
 
-/// What the load cell's readings were made of, "name=value" a line; "BadReading.1-H2D3" is by what that reading was
-/// multiplied.
+/// The true values behind the load cell's readings, one "name=value" per line; "BadReading.1-H2D3" is the factor of
+/// that reading.
 std::string TrueGainsText(const VirtualFWD& fwd);
 
 }  // namespace bellmark::virtual_fwd

@@ -12,7 +12,7 @@ namespace bellmark::virtual_fwd {
 
 namespace {
 
-constexpr double plateInches = 5.9055;  ///< as the FWD has it: its pressures refer to this very radius
+constexpr double plateInches = 5.9055;  ///< the FWD's value: its pressures refer to this exact radius
 constexpr double plateMeters = 0.15;
 constexpr double micronsPerMil = 25.4;
 constexpr double deflectionScatter = 0.002;
@@ -21,8 +21,8 @@ constexpr double CircleArea(double radius) {
     return std::numbers::pi * radius * radius;
 }
 
-/// A pressure is the load on the whole plate by its area. Resolutions are about one pound, as FWDs write them: 0.01 psi
-/// is 1.1 pounds, 0.1 kPa 1.6, 0.01 kN 2.2.
+/// A pressure is the load divided by the area of the whole plate. Resolutions are about one pound, as FWDs write them:
+/// 0.01 psi is 1.1 pounds, 0.1 kPa 1.6, 0.01 kN 2.2.
 constexpr double kilopascalsPerPound = kilonewtonsPerPound / CircleArea(plateMeters);
 constexpr std::array<LoadForm, 7> loadForms{
     {{"lbf", "pound-force", "inch", plateInches, 1, 1},

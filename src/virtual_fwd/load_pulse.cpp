@@ -19,7 +19,7 @@ double HalfSineSquared(double seconds, double width) {
     return sine * sine;
 }
 
-/// The zero window lies 25 to 50 ms before the peak: what disturbs it comes just before the pulse.
+/// The zero window is 25 to 50 ms before the peak: a disturbance of it comes just before the pulse.
 double NoiseInZero(const PulseModel& pulse, double seconds, Random& random) {
     const double beforePulse = pulse.startSeconds - seconds;
     const bool disturbed = pulse.spoil == Spoil::NoiseInZero && beforePulse > 0 && beforePulse < 0.06;
@@ -35,9 +35,9 @@ double Hum(const PulseModel& pulse, double seconds) {
 double PeakPounds(const PulseModel& pulse) {
     switch (pulse.spoil) {
         case Spoil::TooHigh:
-            return 26000;  // above what the reference load cell may carry
+            return 26000;  // above the range of the reference load cell
         case Spoil::Clipped:
-            return 60000;  // above what the board can convert
+            return 60000;  // above the range of the board
         case Spoil::NoPulse:
             return 0;
         case Spoil::Reversed:
@@ -105,7 +105,7 @@ std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pul
     volts.reserve(static_cast<std::size_t>(samples));
     for (int i = 0; i < samples; ++i) {
         const double seconds = static_cast<double>(i) / samplesPerSecond;
-        // One after the other: what is drawn first must not be left to the compiler.
+        // One after the other: the compiler must not choose the order of the random numbers.
         const double noise = pulse.noisePounds * Gaussian(random);
         const double noiseInZero = NoiseInZero(pulse, seconds, random);
         const double pounds =

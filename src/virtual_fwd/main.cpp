@@ -127,7 +127,7 @@ void AddSpoiled(std::map<DropNumber, Kind>& spoiled, const std::string& text,
     spoiled[Drop(text.substr(0, equal))] = *kind;
 }
 
-/// "1-H2D3:4", a number before the colon and a sensor's behind it.
+/// "1-H2D3:4": the drop before the colon, the sensor after it.
 template <class Read>
 auto BeforeColon(const std::string& text, const Read& read) {
     const auto colon = text.find(':');
@@ -166,7 +166,7 @@ struct CommandLine {
 
 using OptionReaders = std::map<std::string_view, std::function<void(const std::string&)>>;
 
-/// The options that have a value.
+/// The options with a value.
 OptionReaders ReadersOf(CommandLine& line) {
     CenterOptions& options = line.options;
     FWDOptions& fwd = line.options.fwd;
@@ -197,7 +197,7 @@ int TrialNumber(const std::string& text) {
     return Number(text, 1, 4);
 }
 
-/// Those of the deflection sensors.
+/// The options of the deflection sensors.
 OptionReaders SensorReadersOf(FWDOptions& fwd) {
     SensorOptions& sensors = fwd.sensors;
     return {{"--make", [&](auto& text) { fwd.make = Known(MakeNamed(text), text, "make"); }},

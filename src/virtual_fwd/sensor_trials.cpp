@@ -9,8 +9,8 @@ namespace bellmark::virtual_fwd {
 
 namespace {
 
-/// A standard error of slope is about the scatter by the root of the number of drops: 0.003 or more with 15 to 40
-/// drops, where 0.002 is allowed.
+/// The standard error of a slope is about the scatter divided by the root of the number of drops: 0.003 or more with 15
+/// to 40 drops, where 0.002 is allowed.
 constexpr double badScatter = 0.02;
 
 std::size_t IndexOf(const FWDMake& make, int sensor) {
@@ -51,7 +51,7 @@ std::vector<DeflectionSensor> MakeSensors(const FWDMake& make, const SensorOptio
         DeflectionSensor sensor;
         sensor.serialNumber = 'D' + NumberText(i + 1);
         sensor.initialGain = Round(InitialGain(options, i, gainOfMake), 4);
-        // Few enough digits that TrueGains.txt tells all of the gain.
+        // Rounded so that TrueGains.txt holds the gain in full.
         sensor.trueGain = Round(sensor.initialGain * (0.985 + 0.03 * random.Next()), 5);
         sensor.scatter = options.scatter;
         if (i < static_cast<std::size_t>(options.count)) sensors.push_back(sensor);

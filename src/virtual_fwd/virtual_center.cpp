@@ -23,13 +23,13 @@ namespace {
 constexpr std::array<double, 4> targetPounds{6000, 9000, 12000, 16000};
 constexpr double dropToDropShare = 0.006;  ///< standard deviation of the mass's drops about their target
 constexpr std::array<double, 4> targetMicrons{250, 400, 600, 900};
-constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;    ///< far from any seed that is asked for
-constexpr std::uint64_t firstAccelSeed = 0xC2B2AE3D27D4EB4F;  ///< and from the FWD's
+constexpr std::uint64_t firstFWDSeed = 0x9E3779B97F4A7C15;    ///< unlike any seed that a user chooses
+constexpr std::uint64_t firstAccelSeed = 0xC2B2AE3D27D4EB4F;  ///< unlike the FWD's as well
 constexpr std::uint64_t firstSensorSeed = 0x165667B19E3779F9;
 constexpr std::uint64_t firstReferenceSeed = 0x27D4EB2F165667C5;
 constexpr std::uint64_t firstRelativeSeed = 0x85EBCA77C2B2AE63;
 
-/// What of a stored run a review needs to begin.
+/// The keys of a stored run that a review needs to begin.
 std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const VirtualFWD& fwd, const Path& file,
                         DateTime now) {
     PDDXFile device;
@@ -74,7 +74,7 @@ class DropWriter {
     void WriteAccelDrop(const DropNumber& number, const std::vector<float>& burst, const std::vector<float>& volts) {
         run_.RefTrials = number.trial - 1;
         if (options_.templateForm) {
-            // There are names for two trials: later ones read those of the first two again.
+            // There are names for two trials: later trials read the files of the first two again.
             if (number.trial <= 2) WriteTemplate("Ref" + NumberText(number.trial), number, volts);
             return;
         }
@@ -115,7 +115,7 @@ class DropWriter {
     DateTime now_;
 };
 
-/// All drops of so many trials, one after the other.
+/// All drops of the given number of trials, one after the other.
 template <class Action>
 void ForEachDrop(const CenterOptions& options, int trials, const Action& act) {
     for (int trial = 1; trial <= trials; ++trial) {
@@ -130,7 +130,7 @@ std::string TruePeakLine(const DropNumber& number, const std::string& peak, cons
            '\t' + inOtherUnits + "\r\n";
 }
 
-/// The drops on the reference load cell, and how hard each of them really was. Adds them to the list of true peaks.
+/// The drops on the reference load cell; returns their true peaks and adds them to the list of true peaks.
 std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOptions& options, std::string& lines) {
     const LoadCellModel cell = VirtualLoadCell();
     Random random(options.seed);
@@ -148,7 +148,7 @@ std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOpti
 
 using StandTrials = std::map<int, std::vector<StandDrop>>;
 
-/// The drops on the reference accelerometer, and how they really were.
+/// The drops on the reference accelerometer; returns their true values.
 StandTrials WriteAccelDrops(DropWriter& writer, const CenterOptions& options, const CenterConfig& center,
                             std::string& lines) {
     Random random(options.seed + firstAccelSeed);
@@ -176,7 +176,7 @@ class FWDWriter {
         Write("Configuration", ConfigurationText(fwd_, now_));
         std::map<int, std::vector<DropReading>> trials;
         for (const auto& [number, pounds] : truePeaks) {
-            // Where the reference load cell is connected the wrong way round, the FWD's own is not.
+            // Only the reference load cell is connected the wrong way round, not the FWD's own.
             trials[number.trial].push_back(ReadDrop(fwd_, number, std::abs(pounds), random));
         }
         for (const auto& [trial, drops] : trials) {
@@ -244,7 +244,7 @@ StandDrop StandDropOf(const DropNumber& number, const AccelPulseModel& pulse) {
 
 std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial, Random& random) {
     constexpr int drops = 40;
-    // Drops of one height right after each other repeat better than those of a trial that goes through the heights.
+    // Repeated drops of one height scatter less than those of a trial that goes through the heights.
     constexpr double repeatShare = 0.002;
     constexpr double warmingShare = 0.01;
     const auto height = static_cast<std::size_t>(options.heights - 1);
@@ -261,7 +261,7 @@ std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial
 
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random) {
     const FWDOptions& asked = options.fwd;
-    // Few enough digits that TrueGains.txt tells all of the gain.
+    // Rounded so that TrueGains.txt holds the gain in full.
     const double drawnGain = Round(0.985 + 0.03 * random.Next(), 5);
     VirtualFWD fwd;
     fwd.make = asked.make;
@@ -322,7 +322,7 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
     center.AccelerometerSerialNumber = "ACC-311";
     center.AccelerometerModelNumber = "A5-CAP";
     center.AccelReferenceCalibrationDate = today - std::chrono::days(200);
-    // The signal conditioner takes the sensor's bias off: turned over, its voltage is negative.
+    // The signal conditioner removes the sensor's bias: turned over, its voltage is negative.
     center.AccelRefPlus1GDC = 0.4221;
     center.AccelRefMinus1GDC = -0.4205;
     center.AccelRefCalibrationCoefficients = {-0.0019, 2.3736, 0.00012, -0.00001};
@@ -343,7 +343,7 @@ CenterConfig VirtualCenter(bool metric, DateTime today) {
 
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now) {
     const CenterConfig center = VirtualCenter(options.metric, now);
-    // The FWD's random numbers are its own, so that other readings leave the reference's signals as they were.
+    // The FWD has its own random numbers, so that other readings leave the reference's signals unchanged.
     Random fwdRandom(options.seed + firstFWDSeed);
     const VirtualFWD fwd = MakeFWD(options, fwdRandom);
     const Path review = programFolder / "Review";

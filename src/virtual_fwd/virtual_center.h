@@ -14,10 +14,10 @@
 
 namespace bellmark::virtual_fwd {
 
-/// What of the FWD is asked for; what is not asked for follows make, units and the seed.
+/// Options of the FWD; missing values follow from make, units and seed.
 struct FWDOptions {
     FWDMake make = MakeNamed("dynatest").value();
-    std::optional<double> trueGain;  ///< else drawn within 0.985..1.015
+    std::optional<double> trueGain;  ///< otherwise drawn within 0.985..1.015
     double initialGain = 1;          ///< FWDs keep four decimals of it
     double scatter = 0.001;
     double offsetPounds = 0;
@@ -37,11 +37,11 @@ struct CenterOptions {
     int drops = 6;
     int trials = 2;             ///< of the load cell
     int referenceTrials = 0;    ///< of the deflection sensors
-    bool metric = false;        ///< the reference load cell was calibrated in kN, the run is in kN and microns
-    bool templateForm = false;  ///< drops as flat lists of volts, in place of saved-drop files
+    bool metric = false;        ///< reference load cell calibrated in kN, the run in kN and microns
+    bool templateForm = false;  ///< drops as flat lists of volts instead of saved-drop files
     std::map<DropNumber, Spoil> spoiled;
     double accelNoiseVolts = 0.0008;
-    double accelDriftVoltsPerSecond = 0.0004;  ///< the most, in either direction
+    double accelDriftVoltsPerSecond = 0.0004;  ///< the largest, in either direction
     std::map<DropNumber, AccelSpoil> spoiledReference;
     FWDOptions fwd;
 };
@@ -49,33 +49,31 @@ struct CenterOptions {
 /// The imaginary center's equipment.
 CenterConfig VirtualCenter(bool metric, DateTime today);
 
-/// Its reference load cell, with the coefficients that the center knows of it in pounds, and the conditioner as it is
-/// today: its gain is a little low, the shunt multiplier makes up for it.
+/// Its reference load cell, with the center's coefficients in pounds, and the conditioner as it is today: its gain is a
+/// little low, and the shunt multiplier corrects it.
 LoadCellModel VirtualLoadCell();
 
-/// The FWD that is calibrated there. Takes one random number, whether the true gain is drawn or given; its sensors'
-/// gains are of a stream of their own.
+/// The FWD that is calibrated there. Uses one random number, whether the true gain is drawn or given; its sensors'
+/// gains have their own random numbers.
 VirtualFWD MakeFWD(const CenterOptions& options, Random& random);
 
-/// One drop as the mass makes it: its peak near the height's target, in what the options ask for.
+/// One drop of the mass: its peak near the height's target, with the faults that the options ask for.
 PulseModel DrawPulse(const CenterOptions& options, const DropNumber& number, Random& random);
 
-/// The same for the deflection sensors. The random numbers are a stream of their own: what is drawn for the load cell
-/// stays as it is.
+/// The same for the deflection sensors. It has its own random numbers, so that those of the load cell stay the same.
 AccelPulseModel DrawAccelPulse(const CenterOptions& options, const DropNumber& number, Random& random);
 
-/// The drop as the FWD's sensors see it beside the accelerometer.
+/// The same drop for the FWD's sensors beside the accelerometer.
 StandDrop StandDropOf(const DropNumber& number, const AccelPulseModel& pulse);
 
-/// The 40 drops of a relative trial, at the highest height. They rise a little from first to last, since the buffers
-/// that the mass falls on grow warm.
+/// The 40 drops of a relative trial, at the highest height. The peaks rise a little from first to last, because the
+/// buffers below the mass grow warm.
 std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial, Random& random);
 
-/// Writes the program folder of the imaginary center: its configuration; the folder "Review" of a calibration of which
-/// configuration, run and drops are there to be gone through again; the folder "FWD" with what the FWD wrote of the
-/// same drops, and of those of relative trials. Review/TruePeaks.txt lists what each drop really was, FWD/TrueGains.txt
-/// what a calibration should find.
-/// Deterministic for a seed but for the dates.
+/// Writes the program folder of the imaginary center: its configuration; the folder "Review" with the configuration,
+/// run and drops of a calibration to be reviewed; the folder "FWD" with the FWD's files of the same drops and of
+/// relative trials. Review/TruePeaks.txt lists the true peak of each drop, FWD/TrueGains.txt the gains that a
+/// calibration should find. Deterministic for a seed except for the dates.
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now);
 
 }  // namespace bellmark::virtual_fwd
