@@ -1,4 +1,4 @@
-// The certificate on paper, as another program reads it back: pdftotext tells where each word stands.
+// The printed certificate as another program reads it: pdftotext gives the position of each word.
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ PrintedSheet ReadBack(const Path& pdf) {
     return sheet;
 }
 
-/// The fullest certificate of one page: four trials of everything, and seven sensors whose gains are all different.
+/// The fullest certificate of one page: four trials of everything, and seven sensors with different gains.
 FormattedText FullCertificate() {
     CalibrationRun run;
     run.DeviceOwner = "Owner";
@@ -112,7 +112,7 @@ TEST(CertificateOnPaper, IsOnePageWithItsColumnsInPlace) {
                 EXPECT_NEAR(gain.top, serial.top, 0.5);
             }
         }
-        // Found by who looks for it: no letters are joined to one sign, as "fi" may be. Letters of ten points, and a
+        // The text can be searched: no letters are joined into one glyph, as "fi" may be. Letters of ten points, and a
         // title of eighteen.
         EXPECT_NEAR(sheet.Find("Owner").bottom - sheet.Find("Owner").top, 11.5, 1.5);
         EXPECT_NEAR(sheet.Find("Certificate").bottom - sheet.Find("Certificate").top, 20.5, 2.5);
