@@ -14,7 +14,7 @@
 
 namespace bellmark {
 
-/// A machine for one program in a test: an empty program folder, a clock that stands at 9 March 2012, 10:00, dialogs
+/// A machine for one program in a test: an empty program folder, a clock that stays at 9 March 2012, 10:00, dialogs
 /// that answer from queues, and a printer that prints into a file.
 struct TestMachine {
     TemporaryFolder folder;
@@ -27,7 +27,7 @@ struct TestMachine {
     SilentSound sound;
     Random random{1};
     std::function<void()> WhileWaiting;  ///< called each time the program waits
-    bool ended = false;                  ///< the program has asked for its end
+    bool ended = false;                  ///< the program has asked to end
 
     Machine machine{files,  clock,   timers,  dialogs, launcher,        printer,        sound,
                     random, nullptr, nullptr, nullptr, folder.Folder(), folder.Folder()};
@@ -39,7 +39,7 @@ struct TestMachine {
         machine.endProgram = [this] { ended = true; };
     }
 
-    /// Lets the time pass and runs what falls due.
+    /// Advances the clock and runs the timers that are due.
     void Advance(std::chrono::milliseconds step) {
         const auto end = clock.Elapsed() + step;
         while (clock.Elapsed() < end) {
@@ -48,7 +48,7 @@ struct TestMachine {
         }
     }
 
-    /// A file in the program folder, its folders made as needed.
+    /// Writes a file in the program folder, with its folders.
     Path Write(const Path& name, std::string_view bytes) {
         files.CreateFolder((folder / name).parent_path());
         files.ReplaceFile(folder / name, bytes);
