@@ -40,7 +40,7 @@ class Property {
     Value value_;
 };
 
-/// Where a control lies: on the screen itself or in one of its frames.
+/// The place of a control: on the screen itself or in one of its frames.
 ///
 ///     Frame fraStart{*this, "fraStart"};
 ///     Button cmdStart{fraStart, "cmdStart", "&Start"};
@@ -75,7 +75,7 @@ class Control {
     Property<Color> BackColor{*this, colors::window};
     Property<std::string> ToolTip{*this, {}};
 
-    /// The frame it lies in: hidden and disabled with it. Null for one that lies on the screen itself.
+    /// The frame around it, which hides and disables it. Null for a control directly on the screen.
     const Frame* LiesIn() const { return place_.frame_; }
     bool IsReachable() const;  ///< visible and enabled, and so is every frame around it
 

@@ -11,7 +11,7 @@
 
 namespace bellmark {
 
-/// A control with a caption: "&" stands before the letter that reaches it by keyboard.
+/// A control with a caption: "&" comes before the letter that reaches it by keyboard.
 class CaptionedControl : public Control {
   public:
     CaptionedControl(Place place, std::string name, std::string caption = {})

@@ -11,7 +11,7 @@ using DateTime = std::chrono::local_time<std::chrono::milliseconds>;
 
 DateTime MakeDateTime(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
 
-/// 30 December 1899: what a missing date stands for.
+/// 30 December 1899: the value of a missing date.
 DateTime ZeroDate();
 
 /// Midnight of the day, and the time since it.

@@ -47,7 +47,7 @@ TEST(Analysis, BadArgumentsWarnAndGiveANumber) {
     EXPECT_EQ(BetaI(2, 3, 0, warn), 0);
     EXPECT_EQ(BetaI(2, 3, 1, warn), 1);
     warnings.clear();
-    // The fraction needs some sqrt(max(a, b)) rounds.
+    // The continued fraction needs about sqrt(max(a, b)) rounds.
     EXPECT_TRUE(std::isfinite(BetaCF(1e9, 1e9, 0.5, warn)));
     EXPECT_EQ(warnings, std::vector<std::string>{"a or b too big or itmax too small in betacf"});
 }
@@ -104,7 +104,7 @@ TEST(Analysis, RegressionAtItsEdges) {
     EXPECT_NEAR(RegressThroughOrigin(x, y, 3).r2, 1 - 24.0 / 7, 1e-12);
     EXPECT_EQ(RegressThroughOrigin(x, std::array<double, 3>{2, 2, 2}, 3).r2, 0);
 
-    // Element 0 does not count for the axes, the one behind the last does.
+    // The axes ignore element 0 and count the one after the last.
     const std::array<double, 4> first{9000, 300, 200, 450};
     EXPECT_EQ(RegressThroughOrigin(first, first, 3).axisMax, 500);
     EXPECT_EQ(RegressThroughOrigin(first, first, 2).axisMax, 400);

@@ -347,7 +347,7 @@ TEST_F(AppMainTest, AFailingHandlerIsLoggedShownAndSurvived) {
     Main(program);
     StartForm().cmdRelativeCal.Enabled = true;
     StartForm().cmdRelativeCal.Click = [] { throw std::runtime_error("no such file"); };
-    for (const int failingWrite : {0, 1}) {  // the log may be what fails
+    for (const int failingWrite : {0, 1}) {  // the failing file may be the log
         machine.files.FailFromWrite(failingWrite);
         machine.dialogs.QueueAnswer(Answer::OK);
         StartForm().cmdRelativeCal.UserClick();
@@ -363,7 +363,7 @@ TEST_F(AppMainTest, WhatAKilledProgramLeftIsCleanedAtStart) {
                                 "InterimCal20120102/BellmarkCenterConfig.ini"};
     const char* const stays[] = {
         "bellmark-notes.tmp",
-        "InterimCal20120101/InterimCal.DDX",      // saved, though only its copy is left
+        "InterimCal20120101/InterimCal.DDX",      // saved, but only its copy is left
         "InterimCal20120103/LoadCell1-H1D1.txt",  // measured
         "InterimCal20120103/BellmarkCenterConfig.ini",
         "InterimCal20120104.DDX",

@@ -35,7 +35,7 @@ TEST_F(DailyCalibrationTest, HoldsForEightHours) {
     EXPECT_FALSE(AccelCalCurrent(program));
     SetClock(10, 8, 0, 0);
     EXPECT_EQ(MinutesSinceAccelCal(program), 1440);
-    // Over midnight it holds as long.
+    // Midnight does not shorten the time.
     program.Center.AccelDailyCalibrationTime = ZeroDate() + std::chrono::hours(23);
     SetClock(10, 7, 0, 0);
     EXPECT_TRUE(AccelCalCurrent(program));
@@ -45,7 +45,7 @@ TEST_F(DailyCalibrationTest, HoldsWithinFiveDegrees) {
     const struct {
         const char* unit;
         double stored;
-        float volts;  // 10 mV a degree Celsius
+        float volts;  // 10 mV per degree Celsius
         bool holds;
     } cases[] = {
         {"Celsius", 20, 0.25F, true},    {"Celsius", 20, 0.251F, false},  {"Celsius", 20, 0.15F, true},

@@ -15,7 +15,7 @@ TEST(SavePDDX, ADocumentThatCannotBeWrittenLeavesTheOldFile) {
     const Path path = machine.Write("run.ddx", "old");
     PDDXFile document;
     machine.files.FailFromWrite(1);
-    // The log cannot be written either: the box comes all the same.
+    // The log cannot be written either; the box still appears.
     machine.dialogs.QueueAnswer(Answer::OK);
     EXPECT_FALSE(SavePDDX(program, document, path));
     EXPECT_EQ(machine.dialogs.TakeBoxes(),

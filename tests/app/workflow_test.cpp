@@ -1,4 +1,4 @@
-// Where the program goes back to, by procedure and step. Every door is a fake that writes down what was asked of it.
+// Where the program returns to, by procedure and step. Every door is a fake that records its calls.
 #include "app/workflow.h"
 
 #include <gtest/gtest.h>

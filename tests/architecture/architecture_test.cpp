@@ -1,5 +1,5 @@
-// The folders under src/ depend on each other as the build says, in one direction, and the documentation shows just
-// that.
+// The folders under src/ depend on each other as in the build, in one direction, and the documentation shows the same
+// graph.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -32,7 +32,7 @@ Graph DependenciesOfTheBuild() {
     return graph;
 }
 
-/// Everything that can be reached from a library, itself not unless there is a circle.
+/// Everything that can be reached from a library; the library itself only if there is a cycle.
 std::set<std::string> Below(const Graph& graph, const std::string& from) {
     std::set<std::string> reached;
     std::vector<std::string> open = graph.at(from);
@@ -50,7 +50,7 @@ bool IsProgram(const std::string& name) {
     return name.find('/') != std::string::npos;
 }
 
-/// The libraries in lines "setup --> fwd & tables", those that stand on the most others first.
+/// The libraries in lines "setup --> fwd & tables", those with the most dependencies first.
 std::string Drawn(const Graph& graph) {
     std::vector<std::string> names;
     for (const auto& [name, depends] : graph) {
@@ -62,7 +62,7 @@ std::string Drawn(const Graph& graph) {
     std::string text;
     for (const std::string& name : names) {
         std::vector<std::string> depends = graph.at(name);
-        // What a program adds is drawn from its folder.
+        // The dependencies that a program adds are drawn from its folder.
         const auto program = graph.find(name + "/main.cpp");
         if (program != graph.end()) depends.insert(depends.end(), program->second.begin(), program->second.end());
         std::erase(depends, name);

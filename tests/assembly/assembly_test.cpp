@@ -13,7 +13,7 @@
 namespace bellmark {
 namespace {
 
-/// A whole program on its own machine, in a load cell trial of a cell of 1000 pounds a volt.
+/// A whole program on its own machine, in a load cell trial of a cell of 1000 pounds per volt.
 struct WholeProgram {
     TestMachine machine;
     std::unique_ptr<Program> program = AssembleProgram(machine.machine);
@@ -67,7 +67,7 @@ TEST(Assembly, TwoProgramsLiveSideBySide) {
     EXPECT_STREQ(second.program->Screens.Front()->Name().c_str(), "frmBellmark_AccelDrop");
 }
 
-/// Every control of every screen of the program has a name of its own, which a script and a form find it by.
+/// Every control of every screen has a unique name, by which scripts and forms find it.
 TEST(Assembly, ScreensAreMadeOnceAndFoundByName) {
     WholeProgram whole(6);
     Program& program = *whole.program;

@@ -7,8 +7,8 @@
 #include "console/script.h"
 #include "platform/text.h"
 
-// Any text is a script or an error on one of its lines. What was read, written out again with every word quoted as it
-// was, reads back to the same words.
+// Any text is a script or an error on one of its lines. A script written out again, with the same words quoted, reads
+// back to the same words.
 
 namespace {
 

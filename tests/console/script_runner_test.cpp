@@ -13,7 +13,7 @@
 namespace bellmark {
 namespace {
 
-/// The frame around the sample screen: asks as the close box of the program does.
+/// The frame around the sample screen: asks like the close box of the program.
 struct SampleFrame : Screen {
     explicit SampleFrame(Program& owner) : Screen(owner.Screens, "frmMaster", "Bellmark"), program(owner) {}
     Button mnuSetup{*this, "mnuSetup", "&Setup"};
@@ -24,7 +24,7 @@ struct SampleFrame : Screen {
     }
 };
 
-/// A small program whose controls do what the commands of the language are about.
+/// A small program whose controls are used by the commands of the language.
 struct ConsoleTest : ::testing::Test {
     TestMachine machine;
     Program program{machine.machine};
@@ -76,7 +76,7 @@ struct ConsoleTest : ::testing::Test {
         return std::string(what) + ' ' + NumberText(row) + ' ' + NumberText(column);
     }
 
-    /// What the script prints, and then "line 3: why" where it fails.
+    /// The script's output, and then "line 3: why" if it fails.
     std::string OutputOf(const std::string& script) {
         std::ostringstream output;
         ScriptRunner runner(program, machine.dialogs, machine.clock, output);
@@ -123,17 +123,17 @@ TEST_F(ConsoleTest, CommandsDoAndPrintWhatTheySay) {
          "a b.ini none in\n"},
         {"input \"\"\nfile cancel\nfolder \"cancel\"\nclick frmSample.optSecond\nshow frmSample.lblText",
          "none cancel \n"},
-        // While the program waits, the script goes on.
+        // While the program waits, the script continues.
         {"click frmSample.optOther\nfront\nclick frmSample.chkSound\nshow frmSample.lblText", "frmSample\nwaited\n"},
         {"click frmSample.chkSound", ""},
-        // A failure inside the program is told and survived.
+        // A failure inside the program is reported, and the script continues.
         {"answer OK\nclick frmSample.lblText\nboxes\nclick frmSample.cmdGo\nshow frmSample.lblText",
          "Bellmark\tbroken\\n\\nWhile: frmSample.lblText.Click\t16\tOK\ngone\n"},
         {"answer No\nquit\nfront", "frmSample\n"},
         {"repeat 2\nset frmSample.txtName \"a$i$i\"\nshow frmSample.txtName\nend\nset frmSample.txtName \"$i\"\n"
          "show frmSample.txtName",
          "a11\na22\n$i\n"},
-        // $i belongs to the innermost loop; the outer one's number is back behind its end.
+        // $i belongs to the innermost loop; after its end it is the number of the outer one again.
         {"repeat 2\nrepeat $i\nset frmSample.txtName \"$i\"\nshow frmSample.txtName\nend\nset frmSample.txtName "
          "\"=$i\"\n"
          "show frmSample.txtName\nend",

@@ -7,7 +7,7 @@
 namespace bellmark {
 namespace {
 
-/// "2: click |frmAbout.cmdQuit|", a bar around quoted words, lines parted by "/".
+/// "2: click |frmAbout.cmdQuit|", with bars around quoted words and "/" between lines.
 std::string Described(std::string_view text) {
     std::string described;
     try {

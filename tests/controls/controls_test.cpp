@@ -9,7 +9,7 @@ namespace {
 
 struct ControlsTest : ::testing::Test, SampleProgram {};
 
-/// Counts what a control tells its view while something is done to it.
+/// Counts how often a control notifies its view during an action.
 template <class Action>
 int TellsOf(Control& control, Action action) {
     int tells = 0;
@@ -84,7 +84,7 @@ TEST_F(ControlsTest, ReachHandlersOnlyWhenTheUserCanReachThem) {
         EXPECT_EQ(handled, 1);
         handled = 0;
     }
-    // Exactly the reachable attempts left their mark.
+    // Only the reachable attempts have an effect.
     EXPECT_TRUE(screen.chkSound.Value);
     EXPECT_TRUE(screen.optFirst.IsChosen());
     EXPECT_EQ(screen.txtName.Text.Get(), "typed");

@@ -62,7 +62,7 @@ TEST_F(ScreenStackTest, HandsAFailureOverWithWhatTheOperatorWasDoing) {
     Advance(10);
     EXPECT_EQ(failure, "frmSample.tmrTick.Tick: no board");
     EXPECT_TRUE(screen.tmrTick.IsRunning()) << "one failure does not end a poll";
-    // What is no std::exception belongs to the front end and goes through.
+    // Anything but a std::exception is left to the front end.
     screen.cmdGo.Click = [] { throw 1; };
     EXPECT_THROW(screen.cmdGo.UserClick(), int);
 }

@@ -8,7 +8,7 @@
 #include "daq/drop_file_reader.h"
 #include "reference/drop_file.h"
 
-// Any text is read in both forms; then the same bytes are taken as volts, written as a drop's file and read back.
+// Any text is read in both forms. Then the same bytes are taken as volts, written as a drop's file and read back.
 
 namespace {
 
@@ -23,7 +23,7 @@ void CheckSamples(const DropSamples& read) {
     for (const float volts : read.volts) Require(std::isfinite(volts));
     if (read.volts.empty()) return;
     const auto [least, most] = std::minmax_element(read.volts.begin(), read.volts.end());
-    // The chart's range starts from these two, beyond any board's volts.
+    // The chart's range starts from these two values, beyond the volts of any board.
     Require(read.lowest == std::min(*least, 1e20F) && read.highest == std::max(*most, -1e20F));
 }
 

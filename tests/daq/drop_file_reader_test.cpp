@@ -18,7 +18,7 @@ std::string Repeated(const std::string& text, int count) {
 
 using Volts = std::vector<float>;
 
-// Whatever the file, the samples are numbers and no more than a block holds. "complete" is what raises the box.
+// For any file, the samples are numbers and no more than a block holds. "complete" decides whether the box appears.
 TEST(DropFileReader, TakesWhatASavedDropFileHolds) {
     const std::string header =
         "Load Cell Calibration\r\nFWD Owner = Sample, Agency, 3\r\n\r\nSample,  Time (sec), Volts\r\n";
@@ -84,7 +84,7 @@ TEST(DropFileReader, RoundsEveryNumberOfTheProgramToTheNearestFloat) {
     EXPECT_EQ(ReadSavedDropFile(text).volts, expected);
 }
 
-/// A blank in front of a line changes nothing, but leads around the quick way for the program's own lines.
+/// A blank before a line changes nothing, but avoids the quick way for the program's own lines.
 TEST(DropFileReader, ReadsItsOwnLinesAsItReadsAnyOthers) {
     const std::string line = SampleLine("-1.2345E-01");
     for (std::size_t place = 0; place < line.size(); ++place) {

@@ -11,7 +11,7 @@
 namespace bellmark {
 namespace {
 
-/// A simulated board whose drop files lie in the folder "Review" of the program folder.
+/// A simulated board whose drop files are in the folder "Review" of the program folder.
 struct SimulatorTest : ::testing::Test {
     TestMachine machine;
     Program program{machine.machine};
@@ -50,9 +50,9 @@ TEST_F(SimulatorTest, NamesTheFileByWhatIsInHand) {
         {"InterimCal20120309/Reference2-H3D2.txt", Procedure::Sensors, 2, 3, 3, 2, true, true},
         {"Review/Reference1-H2D1.txt", Procedure::TriggerLevel, 0, 3, 2, 7},
         {"Review/Reference3-H1D1.txt", Procedure::NumberOfDrops, 2, 3, 1, 0},
-        {"Review/reference3-h2d2.TXT", Procedure::Sensors, 2, 0, 2, 2},  // names count without case
+        {"Review/reference3-h2d2.TXT", Procedure::Sensors, 2, 0, 2, 2},  // names ignore case
         {"Review/Base_009.txt", Procedure::LoadCell, 0, 0, 3,
-         2},  // the flat form goes first: drop 2 of height 3, of 4 drops each
+         2},  // the flat form comes first: drop 2 of height 3, of 4 drops each
         {"Review/Base_000.txt", Procedure::Sensors, 1, 1, 1, 1},
         {"Review/Base_006.txt", Procedure::Setup, 0, 0, 2, 3},
     };
@@ -136,7 +136,7 @@ TEST_F(SimulatorTest, ServesAShortBlockAfterALongOne) {
     volts.assign(sampleCapacity, -1);
     Capture();
     EXPECT_EQ(count, 2);
-    // Both ends go along: what stands behind the last sample is left from the longer block. No more is touched.
+    // Both ends are copied; the element after the last sample is left from the longer block. The rest is not touched.
     EXPECT_EQ(std::vector<float>(volts.begin(), volts.begin() + 4), (std::vector<float>{7, 8, 3, -1}));
 }
 
@@ -158,7 +158,7 @@ TEST_F(SimulatorTest, TakesTheHeaderIntoTheCenterAndTheDrop) {
     EXPECT_NEAR(program.Center.AccelVoltageOffset, 2.5 - 2 * 2.26, 1e-12);
     EXPECT_EQ(program.Drop.BurstAverage, 1.25);
     EXPECT_EQ(program.Drop.BurstStdDev, 0);
-    // A file without these lines leaves the center alone.
+    // A file without these lines leaves the center unchanged.
     machine.Write("Review/LoadCell1-H1D1.txt", sample);
     Capture();
     EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1.005);

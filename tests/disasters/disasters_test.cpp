@@ -1,4 +1,4 @@
-// A whole calibration in which every operation on files is once the last one before the program ends, and fails once.
+// A whole calibration in which each file operation, in turn, is once the last before the program ends, and once fails.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ namespace {
 
 namespace disk = std::filesystem;
 
-/// A program from its start on, in a folder.
+/// A program from its start, in a folder.
 struct Sitting {
     ScriptClock clock;
     Timers timers{clock};
@@ -70,7 +70,7 @@ struct Sitting {
     }
 };
 
-/// The lines in the order in which they run, their loops gone.
+/// The lines in the order in which they run, with loops unrolled.
 std::vector<ScriptLine> Unrolled(const std::vector<ScriptLine>& lines, std::size_t first, std::size_t last) {
     std::vector<ScriptLine> unrolled;
     for (std::size_t i = first; i < last; ++i) {
@@ -98,7 +98,7 @@ std::vector<ScriptLine> Unrolled(const std::vector<ScriptLine>& lines, std::size
     return unrolled;
 }
 
-/// What must not be lost: the counted trials with their peaks and gains, and what was accepted. The FWD's peaks of a
+/// Data that must not be lost: the counted trials with their peaks and gains, and the acceptances. The FWD's peaks of a
 /// trial that waits for its answer are read from its file again.
 std::string Accepted(const CalibrationRun& run) {
     std::ostringstream text;
@@ -121,11 +121,11 @@ std::string Accepted(const CalibrationRun& run) {
 constexpr const char* noRun = "no run\n";
 constexpr char separator = '\f';
 
-/// The program's folder, what happened to it, and what each line of the script made of it.
+/// The program's folder, its disaster, and the result of each line of the script.
 class Calibration {
   public:
     Calibration() {
-        // The script names folders from where the program was started.
+        // The script names folders relative to the start folder of the program.
         disk::current_path(root_);
         virtual_fwd::CenterOptions options;
         options.heights = 3;
@@ -141,7 +141,7 @@ class Calibration {
     Calibration(const Calibration&) = delete;
     Calibration& operator=(const Calibration&) = delete;
 
-    /// isChosen: of the number of an operation, from 1. What the run and the center are stored in is always met.
+    /// isChosen: by the number of an operation, from 1. The files of the run and of the center are always chosen.
     void Run(const std::vector<const char*>& scripts, std::function<bool(int operation)> isChosen,
              std::vector<Fate> fates) {
         isChosen_ = std::move(isChosen);
@@ -173,7 +173,7 @@ class Calibration {
     int harmless = 0;
 
   private:
-    /// Each script in a program of its own, as if the one before had broken off.
+    /// Each script in its own program, as if the one before had been interrupted.
     void RunScripts(const std::vector<const char*>& names) {
         for (const char* name : names) {
             before_ = state_;
@@ -194,7 +194,7 @@ class Calibration {
             const auto at = text.find(old);
             if (at != std::string::npos) text.replace(at, old.size(), now);
         };
-        // A trial as small as the set-up allows.
+        // The smallest trial that the set-up allows.
         replace("answer Yes\nclick frmSetup.cmdApproveCalSeq",
                 "choose frmSetup.cboNumHeights \"3\"\nchoose frmSetup.cboNumDrops \"5\"\n"
                 "answer Yes\nclick frmSetup.cmdApproveCalSeq");
@@ -203,7 +203,7 @@ class Calibration {
         return Unrolled(lines, 0, lines.size());
     }
 
-    /// What a new program should find. While no run is open, it is what the sitting before has left.
+    /// State that a new program should find. While no run is open, it is that of the previous program.
     std::string State() {
         const CalibrationRun& run = sitting_->program->Run;
         if (run.IsInHand) {
@@ -235,7 +235,7 @@ class Calibration {
     }
 
     Path ReportFile() const { return root_ / "report.txt"; }
-    /// Ends the child with what it has seen.
+    /// Ends the child and reports its results.
     [[noreturn]] void Report(const std::string& text) const {
         std::ofstream(ReportFile()) << text;
         _exit(0);
@@ -283,7 +283,7 @@ class Calibration {
         resumed_.emplace_back(what, TakeReport());
     }
 
-    /// What a new program finds.
+    /// State that a new program finds.
     std::string Resumed() {
         inChild_ = true;
         DiskFileSystem files;
@@ -293,13 +293,13 @@ class Calibration {
             }
             Sitting sitting(files, folder_);
             for (const auto& entry : disk::recursive_directory_iterator(folder_)) {
-                // What is left in the owner's folders goes when the run is published again.
+                // Files left in the owner's folders are replaced when the run is published again.
                 const bool isOwners = PathText(entry.path()).find("/Calibrations/") != std::string::npos;
                 if (entry.path().extension() == ".tmp" && !isOwners) return PathText(entry.path()) + " was left behind";
             }
             const auto& start = dynamic_cast<const frmAbout&>(sitting.program->The<StartFormDoor>());
             if (start.grdInterim.Rows() < 2) return noRun;
-            // The copy in place of a missing file, and the run itself.
+            // Confirms the copy in place of a missing file, and opening the run.
             for (int i = 0; i < 3; ++i) sitting.dialogs.QueueAnswer(Answer::Yes);
             sitting.runner->Run(ReadScript("click frmAbout.grdInterim 1\nclick frmAbout.cmdOpenInterimCal\n"));
             return Accepted(sitting.program->Run);
@@ -321,7 +321,7 @@ class Calibration {
         return found;
     }
 
-    /// A run that was gone on with is the one before the line, or the one behind it.
+    /// A resumed run must be that before the line or that after it.
     void JudgeLine(const char* script, int line) {
         const std::string after = State();
         for (const auto& [what, found] : resumed_) {
@@ -335,7 +335,7 @@ class Calibration {
         JudgeEndings(lineEndings_);
     }
 
-    /// Nobody was told: the files have to be those of a calibration in which nothing failed.
+    /// When no failure was reported, the files must be those of a calibration without a failure.
     void JudgeEndings(std::vector<std::pair<std::string, std::string>>& endings) const {
         const std::string undisturbed = endings.empty() ? "" : ContentOf(folder_);
         for (const auto& [what, found] : endings) {
@@ -345,9 +345,9 @@ class Calibration {
         endings.clear();
     }
 
-    /// Names and contents, but for the log, for documents of the converter that were put aside and could not be
-    /// removed, and for the run's copy of the center's configuration: opening a run where nothing can be written leaves
-    /// it.
+    /// Names and contents, except for the log, for documents of the converter that were set aside and could not be
+    /// removed, and for the run's copy of the center's configuration, which opening a run on a read-only disk leaves
+    /// unchanged.
     static std::string ContentOf(const Path& folder) {
         std::map<std::string, std::size_t> files;
         for (const auto& entry : disk::recursive_directory_iterator(folder)) {
@@ -363,7 +363,7 @@ class Calibration {
         return text.str();
     }
 
-    /// The drops' files are only ever replaced: a second name is as good as a copy.
+    /// The drops' files are only ever replaced, so a hard link serves as a copy.
     void Keep() const {
         for (const auto& entry : disk::recursive_directory_iterator(folder_)) {
             const Path kept = kept_ / entry.path().lexically_relative(folder_);
@@ -391,14 +391,14 @@ class Calibration {
     std::unique_ptr<Sitting> sitting_;
     std::string state_ = noRun;
     std::string before_ = noRun;
-    std::vector<std::pair<std::string, std::string>> resumed_;      ///< operation, and what was found
-    std::vector<std::pair<std::string, std::string>> lineEndings_;  ///< operation, and the files behind its line
+    std::vector<std::pair<std::string, std::string>> resumed_;      ///< operation, and the state found
+    std::vector<std::pair<std::string, std::string>> lineEndings_;  ///< operation, and the files after its line
     std::vector<std::pair<std::string, std::string>> endings_;      ///< the same at the end
     std::string atLinesEnd_;
     bool inChild_ = false;
 };
 
-/// At some forty operations and more; at every one, and between them too, with BELLMARK_DISASTERS=all.
+/// About forty operations; every one, and the moments between them, with BELLMARK_DISASTERS=all.
 void MeetDisasters(const std::vector<const char*>& scripts) {
     Calibration undisturbed;
     undisturbed.Run(scripts, [](int) { return false; }, {});

@@ -10,8 +10,8 @@ namespace bellmark {
 
 enum class Fate { Goes, Fails, EndsBefore, EndsHalfway };
 
-/// Disks on which the n-th operation fails, or is the last thing that the process does. An operation is whatever opens,
-/// writes, renames or removes.
+/// Disks on which the n-th operation fails, or is the last thing that the process does. An operation is anything that
+/// opens, writes, renames or removes.
 class DoomedFileSystem : public DiskFileSystem {
   public:
     /// Asked before each operation.
@@ -26,7 +26,7 @@ class DoomedFileSystem : public DiskFileSystem {
     }
     void ReplaceFile(const Path& path, std::string_view bytes) override {
         Meet("replace", path, [&] {
-            // What a write that is broken off leaves: half of the new bytes under a name of its own.
+            // An interrupted write leaves half of the new bytes under a name of its own.
             DiskFileSystem::AppendToFile(path.parent_path() / ".bellmark-halfway.tmp",
                                          bytes.substr(0, bytes.size() / 2));
         });
@@ -37,7 +37,7 @@ class DoomedFileSystem : public DiskFileSystem {
         DiskFileSystem::AppendToFile(path, bytes);
     }
     void CreateFolder(const Path& path) override {
-        // Nothing is asked of the disk for a folder that is there.
+        // An existing folder needs no operation.
         if (!IsFolder(path)) Meet("create", path, [] {});
         DiskFileSystem::CreateFolder(path);
     }

@@ -1,4 +1,4 @@
-// The converter is another program: here small shell scripts, each with its own way of misbehaving.
+// The converter is a separate program: here small shell scripts, each with a different fault.
 #include "fwd/convert_fwd_file.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +27,7 @@ class Conversions : public testing::Test {
   protected:
     Conversions() {
         machine.machine.pause = [this] {
-            // The shell needs its real time, however fast the program's clock runs.
+            // The shell needs real time, however fast the program's clock runs.
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
             machine.Advance(std::chrono::milliseconds(20));
             if (WhilePaused) WhilePaused();
@@ -135,7 +135,7 @@ TEST_F(Conversions, WhileTheConverterRunsOnlyCancelIsLive) {
     EXPECT_FALSE(program.Screens.IsLocked());
 }
 
-/// What the converter has started itself goes with it, and what it has written so far is no document.
+/// Programs started by the converter are ended with it, and its partial output is no document.
 TEST_F(Conversions, AnEndedConverterLeavesNothingBehind) {
     InstallConverter(
         "#!/bin/sh\n"

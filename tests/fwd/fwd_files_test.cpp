@@ -31,7 +31,7 @@ TEST(FWDFiles, TheThreeFilesOfAJilsComeOneAfterTheOther) {
 }
 
 TEST(FWDFiles, DropDataAreOfferedByMake) {
-    // the last pair is the wrong way round on purpose
+    // the last pair is reversed on purpose
     EXPECT_STREQ(DropDataFilter(Make::Dynatest), "F20 or F25 Files|*.F**|PDDX Files|*.ddx|*.*|All Files");
     EXPECT_STREQ(DropDataFilter(Make::CarlBro), "FWD File|*.FWD|PDDX Files|*.ddx|*.*|All Files");
     EXPECT_STREQ(DropDataFilter(Make::Jils), "DAT Files|*.DAT|PDDX Files|*.ddx|*.*|All Files");

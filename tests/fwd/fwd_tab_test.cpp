@@ -1,4 +1,4 @@
-// The FWD's tab: what it accepts, in the folder tree and in its cells.
+// The FWD's tab: what it accepts in the folder tree and in its cells.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -70,7 +70,7 @@ TEST(FWDKeys, TheMakeFollowsTheLastMakerInTheName) {
                                                   {"PRI Carl Bro", Make::CarlBro},
                                                   {"Carlson's JILS", Make::Jils},
                                                   {"KUAB 150", Make::Kuab},
-                                                  {"Nobody's", Make::Jils}};  // stays as it was
+                                                  {"Nobody's", Make::Jils}};  // stays unchanged
     for (const auto& [name, make] : cases) {
         PDDXFile document;
         document.Sections("Device Information").Elements("DeviceDesignationName").SetValue(name);
@@ -237,7 +237,7 @@ TEST_F(FWDTabs, FoldersAreChosenByTheirLevel) {
     ClickFolder("8002-101");
     EXPECT_EQ(tab.txtFWDUnitFolder.Text.Get(), "8002-101");
     machine.dialogs.QueueAnswer(Answer::OK);
-    for (int up = 0; up < 3; ++up) ClickFolder("..");  // the third stands on the tree's first folder
+    for (int up = 0; up < 3; ++up) ClickFolder("..");  // the third click is at the tree's first folder
     EXPECT_NE(OnlyBox().find("You have selected an improper directory!"), std::string::npos);
     EXPECT_EQ(tab.txtCalibrationFolder.Text.Get(), PathText(tree / "Agency/8002-101"));
 }
@@ -308,7 +308,7 @@ struct FileCase {
     const char* what;
     const char* line;  ///< of the good file
     const char* becomes;
-    const char* told;  ///< as missing, or in a box
+    const char* told;  ///< reported as missing, or in a box
     int sensors;
     double lastGain;
 };

@@ -92,7 +92,7 @@ TEST_F(RefReviewTest, APairThatAgreesLeadsToTheResults) {
     EXPECT_FALSE(form->fraRefStats.Visible);
     EXPECT_TRUE(run.FlagUnacceptedTrial);
 
-    // Back at the plot nothing is lost.
+    // Back at the plot, nothing is lost.
     form->cmdBack.UserClick();
     EXPECT_EQ(program.Screens.Front(), data.get());
     data->cmdAccept.UserClick();
@@ -117,7 +117,7 @@ TEST_F(RefReviewTest, APairThatAgreesLeadsToTheResults) {
     EXPECT_EQ(results->referenceOpened, 1);
     EXPECT_TRUE(machine.Has(Report("D3", 2)));
 
-    // After a restart every digit is there.
+    // A restart keeps every digit.
     CalibrationRun before = run;
     run.RefTrials = 0;
     LoadInterimCalibration(program);
@@ -163,7 +163,7 @@ TEST_F(RefReviewTest, APairThatDiffersLeadsToTwoMoreTrialsOrToTheResults) {
         EXPECT_EQ(form->cmdAccept.Caption.Get(), "&Next");
         EXPECT_EQ(form->cmdReject.Caption.Get(), "&Results");
         const int entered = menu->sensorsEntered;
-        if (toResults) machine.dialogs.QueueAnswer(Answer::Yes);  // the first round's reports are there
+        if (toResults) machine.dialogs.QueueAnswer(Answer::Yes);  // the reports of the first round exist
         (toResults ? form->cmdReject : form->cmdAccept).UserClick();
         EXPECT_EQ(menu->sensorsEntered, toResults ? entered : entered + 1);
         EXPECT_EQ(results->referenceOpened, toResults ? 1 : 0);
@@ -172,7 +172,7 @@ TEST_F(RefReviewTest, APairThatDiffersLeadsToTwoMoreTrialsOrToTheResults) {
         EXPECT_EQ(run.CurrentProcStep, step::sensorsTrial);
         if (!toResults) machine.dialogs.QueueAnswer(Answer::Yes);
     }
-    // A rejected trial leaves the others; after the fourth there is no other way than to accept.
+    // A rejected trial leaves the others; after the fourth the only way on is to accept.
     ReviewTrial({1, 1, 1});
     for (const Answer answer : {Answer::No, Answer::Yes}) machine.dialogs.QueueAnswer(answer);
     form->cmdReject.UserClick();

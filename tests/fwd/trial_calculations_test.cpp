@@ -1,4 +1,4 @@
-// What is computed from the FWD's peaks, with numbers worked out by hand.
+// Calculations from the FWD's peaks, checked with numbers worked out by hand.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -60,7 +60,7 @@ void ExpectReport(const CalibrationRun& run, const std::string& expectedFile) {
     const DateTime now = MakeDateTime(2012, 3, 9, 14, 5);
     const std::string name = TrialReportName(run, 0, now);
     std::string expected = DiskFileSystem().ReadBytes(Path(BELLMARK_SOURCE_FOLDER) / "tests/fwd" / expectedFile);
-    // The version's line is that of the build.
+    // The version's line comes from the build.
     const ProgramVersion version = VersionOfProgram();
     const std::string placeholder = "VERSION";
     expected.replace(expected.find(placeholder), placeholder.size(), version.number + " - " + version.buildDate);

@@ -15,7 +15,7 @@
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 
-/// The screens of a finished trial, with the sample's stand-in for the converter, on files that an FWD might bring.
+/// The screens of a finished trial, with a fake converter, on files as an FWD might write them.
 namespace bellmark {
 
 struct RecordingMenu : FakeMainMenu {
@@ -86,7 +86,7 @@ struct TrialScreens : testing::Test {
         run.Trial.DropResults = {9000, 9040, 12000, 12040};
     }
 
-    /// The FWD's file: one line of fields a drop.
+    /// The FWD's file: one line of fields per drop.
     void WriteFile(const std::vector<std::string>& drops, const std::string& units = "pound-force",
                    const std::string& more = "") {
         std::string text = "[Units]\r\nLoadUnits=" + units + "\r\nDeflectionUnits=mils\r\n" + more +
@@ -97,7 +97,7 @@ struct TrialScreens : testing::Test {
         }
         machine.Write("transfer/Trial.ddx", text);
     }
-    /// Each file is converted anew: the former document is replaced. answers: to what comes up then.
+    /// Each file is converted again: the former document is replaced. answers: to the boxes after that.
     void Browse(const std::vector<Answer>& answers = {}) {
         machine.files.RemoveFile(machine.folder / "InterimCal20120309/Trial.ddx");
         if (machine.Has("InterimCal20120309/Trialcvt.ddx")) machine.dialogs.QueueAnswer(Answer::Yes);
@@ -105,7 +105,7 @@ struct TrialScreens : testing::Test {
         machine.dialogs.QueueFile(machine.folder / "transfer/Trial.ddx");
         data->cmdBrowse.UserClick();
     }
-    /// Titles of the boxes, or their texts where they have none, but for the question about the former document.
+    /// Titles of the boxes, or their texts when there is no title, without the question about the former document.
     std::vector<std::string> Boxes() {
         std::vector<std::string> told;
         for (const std::string& box : machine.dialogs.TakeBoxes()) {

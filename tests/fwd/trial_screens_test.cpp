@@ -1,4 +1,4 @@
-// The screens of a finished trial, with the sample's stand-in for the converter, on files that an FWD might bring.
+// The screens of a finished trial, with a fake converter, on files as an FWD might write them.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -102,7 +102,7 @@ TEST_F(TrialScreens, LimitsOfTheLoadCell) {
         {1, {"9060", "9100", "11960", "12000"}, {scatter}},
         // The upper height has deviations of 28.3 and 86.3 pounds; the standard error is 0.0016.
         {1, {"9000", "9040", "11959", "12081"}, {ratio}},
-        // Both heights deviate as much, and that is told once; the standard error is 0.0022.
+        // Both heights deviate equally, which is reported once; the standard error is 0.0022.
         {1, {"8959", "9081", "11959", "12081"}, {ratio, scatter}},
     };
     data->Start();

@@ -10,7 +10,8 @@
 
 namespace bellmark {
 
-/// Four trials of each kind over twelve sensors: as much as a run can hold, each value another one with all its digits.
+/// Four trials of each kind over twelve sensors: the most that a run can hold, each value different and with all its
+/// digits.
 inline CalibrationRun FullRun(std::uint64_t seed) {
     Random random(seed);
     const auto any = [&] { return random.Next() * 100 + 0.01; };

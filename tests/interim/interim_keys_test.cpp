@@ -8,7 +8,7 @@
 namespace bellmark {
 namespace {
 
-/// A list of 40 members that begins with these and goes on with zeros.
+/// A list of 40 members: the given ones, then zeros.
 std::string Padded(std::string list, int members) {
     for (int i = members; i < 40; ++i) list += ", 0";
     return list;
@@ -45,7 +45,7 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.RelTrial[0].SetAvg[0] = 9;
     run.RelTrial[0].SetStdDev[0] = 23;
     run.Sensor[0].InterimGain = 1.01;
-    run.Sensor[1].FinalGain = 7;  // the first sensor's 0 says that there is none
+    run.Sensor[1].FinalGain = 7;  // the first sensor's 0 means that there is none
     run.Sensor[0].RefTrial[0].Gain = 1.02;
     run.Sensor[0].RefTrial[0].RefDropData = {10, 11};
     run.Sensor[1].RefTrial[0].DropData = {12, 13};
@@ -66,7 +66,7 @@ TEST(InterimKeys, StandInTheirOrderAndForm) {
     run.DeviceFolder = "tree/Owner/123";
     ProfileStrings strings;
     SetRunKeys(strings, run, "first,second", MakeDateTime(2012, 3, 9));
-    // Written down from the table of keys, row by row.
+    // Copied from the table of keys, row by row.
     EXPECT_EQ(
         strings.Text(),
         "[Device Calibration]\r\nLoadCellRefTrials=2\r\nLoadCellTrial1Gain=1.25\r\nLoadCellTrial1AdjFactor=0.1\r\n"

@@ -106,7 +106,7 @@ TEST_F(InterimStoreTest, EveryDigitComesBack) {
     }
     for (std::size_t s = 0; s < maxSensors; ++s) ExpectSameSensor(saved.Sensor[s], loaded.Sensor[s]);
     EXPECT_EQ(program.Center.LocationOfFWDDataTransfer, "/data/");
-    // A note with a comma comes back as two: the comma parts the notes. The blank behind it stays.
+    // A note with a comma comes back as two, because the comma separates the notes. The blank after it stays.
     EXPECT_EQ(program.Center.Notes[2], "third");
     EXPECT_EQ(program.Center.Notes[3], " with more");
 }
@@ -156,9 +156,9 @@ TEST_F(InterimStoreTest, ARunThatGoesOnUsesTheCentersOwnCalibrationOfTheDay) {
     for (const bool review : {false, true}) {
         program.Center.AccelDailyCalibrationMinus1GStdDev = 0.001;
         ASSERT_TRUE(SaveInterimCalibration(program));
-        program.Center.AccelDailyCalibrationMinus1GStdDev = 0.002;  // a flip later
+        program.Center.AccelDailyCalibrationMinus1GStdDev = 0.002;  // after a later flip
         program.Run.ReviewFromInterim = review;
-        machine.dialogs.QueueAnswer(Answer::OK);  // there is no configuration to be reviewed with
+        machine.dialogs.QueueAnswer(Answer::OK);  // there is no configuration for the review
         ASSERT_TRUE(LoadInterimCalibration(program));
         EXPECT_EQ(program.Center.AccelDailyCalibrationMinus1GStdDev, review ? 0.001 : 0.002);
     }
@@ -175,7 +175,7 @@ TEST_F(InterimStoreTest, StandardErrorsAreComputedAgain) {
     EXPECT_NEAR(program.Run.LCTrial[0].StdErrAdjFactor, 0.0262445, 1e-6);
 }
 
-/// Also from a file of before, which has but its lists.
+/// Also from an older file, which has only its lists.
 TEST_F(InterimStoreTest, ATrialKeepsItsDropsWhateverTheSetUpSays) {
     const CalibrationRun saved = program.Run;
     const std::span<const double> reference(saved.LCTrial[0].RefDropData);
@@ -277,7 +277,7 @@ TEST_F(InterimStoreTest, MissingFileIsTold) {
     EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 1U);
 }
 
-/// Saving has not always written the mark of the end.
+/// Older versions did not write the end mark.
 TEST_F(InterimStoreTest, AFileOfBeforeTheMarkIsComparedWithItsCopy) {
     SaveInterimCalibration(program);
     const auto before = [&](const Path& path) {

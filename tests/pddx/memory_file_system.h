@@ -7,7 +7,7 @@
 
 namespace bellmark {
 
-/// Files that are there to be read, held in memory.
+/// Read-only files, held in memory.
 class MemoryFileSystem : public FileSystem {
   public:
     std::map<Path, std::string> contents;

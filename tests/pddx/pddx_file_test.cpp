@@ -66,7 +66,7 @@ TEST(PDDXFile, EverySettingOfAValueIsHeardByElementThenFile) {
     element.ValueChange.AddListener([&] { heard += element.Value() + " "; });
     document.ValueChange.AddListener([&](PDDXElement& changed) {
         heard += changed.Parent().Handle() + "/" + changed.Handle() + ". ";
-        document.ValueChange.AddListener([](PDDXElement&) {});  // may be done at any time
+        document.ValueChange.AddListener([](PDDXElement&) {});  // allowed at any time
     });
     element.SetValue("Outer");
     element.SetValue("Outer");

@@ -4,8 +4,8 @@
 #include "platform/text.h"
 #include "tests/pddx/memory_file_system.h"
 
-/// Any bytes as a file: reading ends, twice in both manners, and never takes in more entries than the bytes can account
-/// for. The document can be written and read once more.
+/// Any bytes as a file: reading ends, twice in both manners, and takes in no more entries than the bytes allow. The
+/// document can be written and read again.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     using namespace bellmark;
     MemoryFileSystem files;

@@ -144,7 +144,7 @@ TEST(ReadPDDXFile, DamagedCountsCostNothing) {
             Read(text, document, keepExisting);
             std::size_t elements = 0;
             for (const PDDXSection& section : document.Sections()) elements += section.Elements().Size();
-            // 101 announced entries are in the file, as many are taken on trust and 1000 besides, of ten elements each.
+            // 101 announced entries are in the file; as many again and 1000 more are accepted, of ten elements each.
             EXPECT_LE(elements, 107U + 10U * (101 + 101 + 1000)) << count;
             if (PDDXCount(count) > 0) {
                 ExpectValues(document, {{{"Test Location 50", "DropData_1"}, "1"},
@@ -154,7 +154,7 @@ TEST(ReadPDDXFile, DamagedCountsCostNothing) {
     }
 }
 
-/// Values that a line of the file can carry: no blank at the ends, not all in quotes.
+/// Values that a line of the file can hold: no blank at the ends, not quoted as a whole.
 std::string RandomValue(std::mt19937& random) {
     const std::vector<std::string> parts = {"a", "Z", "7", ",", " ", "=", ";", "[", "]", "\"", "'", "\u00b0", "\u20ac"};
     const std::size_t length = random() % 10 == 0 ? 254 + random() % 60 : random() % 20;
@@ -207,7 +207,7 @@ TEST(ReadPDDXFile, ReadsASurveyOfAnotherMaker) {
     EXPECT_EQ(document.Sections().Size(), PDDXFile().Sections().Size()) << "no location is announced";
     ExpectValues(document, {{{"Units", "DeflectionUnits"}, "micron"},
                             {{"Units", "SensorsLocationUnits"}, ""},              // SensorLocationUnits there
-                            {{"Device Information", "SensorSerialNumbers"}, ""},  // in the singular there
+                            {{"Device Information", "SensorSerialNumbers"}, ""},  // singular in that file
                             {{"Device Configuration", "LoadPlateRadius"}, "0.30000001192092896"},
                             {{"Operations Information", "EndDate"}, "12-Apr-2023"}});
 }

@@ -27,7 +27,7 @@ TEST(DateTime, ReadsWhatIsWrittenAndTyped) {
         {"12:00:00 AM", ZeroDate()},
         {"12:00 PM", MakeDateTime(1899, 12, 30, 12)},
         {"0", ZeroDate()},
-        {"40977", day},  // 9 March 2012 is 40977 days behind 30 December 1899
+        {"40977", day},  // 9 March 2012 is 40977 days after 30 December 1899
         {"40977.5", MakeDateTime(2012, 3, 9, 12)},
         {"29-Feb-2012", MakeDateTime(2012, 2, 29)},
         {"29-Feb-2011", std::nullopt},

@@ -17,7 +17,7 @@ TEST(FileText, Utf16IsReadWhereItsMarkSaysSo) {
     EXPECT_EQ(FromFileBytes("[A]\xB5"s), "[A]µ");
     EXPECT_EQ(FromFileBytes("\xFF\xFE"s), "");
     EXPECT_EQ(FromFileBytes("\xFF\xFE[\0A"s), "[") << "cut within a character";
-    // "Ł", and one half of a pair: the next save would lose them.
+    // "Ł" and half of a surrogate pair: the next save would lose them.
     EXPECT_THROW(FromFileBytes("\xFF\xFE\x41\x01"s), EncodingError);
     EXPECT_THROW(FromFileBytes("\xFF\xFE\x3D\xD8"s), EncodingError);
     const TemporaryFolder folder;

@@ -129,7 +129,7 @@ TEST_F(Files, LinksPermissionsAndProtectionAreKept) {
     EXPECT_EQ(Reason([&] { files_.ReplaceFile(folder_ / "pipe", "x"); }), "is no plain file");
 }
 
-// The limit on the size of files stands in for a full disk: the write itself fails half-way.
+// The limit on the size of files imitates a full disk: the write itself fails half-way.
 TEST_F(Files, AFailedWriteLeavesTheOldFileAlone) {
     const Path path = folder_ / "plain";
     files_.ReplaceFile(path, "old");

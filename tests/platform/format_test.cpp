@@ -134,7 +134,7 @@ TEST(Format, FifteenDigitsAreTheExactOnes) {
         std::array<char, 64> digits{};
         std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::scientific, 40);
         const bool halfWay = std::string_view(digits.data()).substr(16, 26) == "5" + std::string(25, '0');
-        if (halfWay) continue;  // the library goes to the even digit here
+        if (halfWay) continue;  // the library rounds to the even digit here
         std::array<char, 64> exact{};
         std::to_chars(exact.data(), exact.data() + exact.size(), value, std::chars_format::scientific, 14);
         ASSERT_EQ(Format(value, "0.00000000000000e+00"), exact.data());
@@ -164,14 +164,14 @@ std::string RoundedFromFifteen(double value, int decimals) {
     return text.substr(0, 1) + '.' + text.substr(1) + (exponent < 0 ? "E-" : "E+") + power;
 }
 
-// The quick way to a few digits must round as the 15 digits tell, above all where these end in a 5.
+// The quick way to a few digits must round like the 15 digits, above all where these end in a 5.
 TEST(Format, FewDigitsFollowFromFifteen) {
     for (const auto& [decimals, step] : {std::pair(1, 0.5), {4, 0.0005}, {7, 0.0000005}}) {
         const std::string picture = "0." + std::string(static_cast<std::size_t>(decimals), '0') + "E+00";
         double value = 1.7e-9;
         for (int i = 0; i < 3000; ++i) {
             value *= 1.019;  // to 6E+15
-            // A half of the last place, and what lies next to it.
+            // Half of the last place, and its neighbours.
             const double half = std::nearbyint(value / step) * step;
             for (const double near : {value, half, std::nextafter(half, 0.0), half * (1 + 1e-13), half * (1 - 3e-15)}) {
                 if (near <= 0) continue;

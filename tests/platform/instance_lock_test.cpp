@@ -15,7 +15,7 @@ namespace {
 
 using std::filesystem::perms;
 
-/// Acts as somebody whom the permissions of files bind: the administrator may everything.
+/// Acts as an ordinary user, who is bound by file permissions, unlike the administrator.
 class AsOrdinaryUser {
   public:
     AsOrdinaryUser() : before_(geteuid()) {

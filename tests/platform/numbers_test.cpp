@@ -15,7 +15,7 @@ TEST(Numbers, ReadsTheLongestLeadingNumber) {
     const struct {
         std::string_view text;
         double value;
-        bool whole;  ///< nothing but the number
+        bool whole;  ///< the text holds nothing but the number
     } cases[] = {
         {"12.5", 12.5, true},      {" \t-3 ", -3, true},  {"+7", 7, true},
         {"12.5abc", 12.5, false},  {".5", 0.5, true},     {"5.", 5, true},

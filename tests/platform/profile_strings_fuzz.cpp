@@ -9,8 +9,8 @@
 
 #include "platform/text.h"
 
-// The input: a first line of section, key and value, separated by bars, and then the file's text. The image is changed
-// and compared with what one image a change would give, with the lines before and after, and with the rules of a value.
+// The input: a first line of section, key and value, separated by bars, and then the file's text. The changed image is
+// compared with the result of one image per change, with the lines before and after, and with the rules for a value.
 
 namespace {
 
@@ -30,7 +30,7 @@ std::string ValueByRule(std::string_view value) {
     return std::string(quoted ? value.substr(1, value.size() - 2) : value);
 }
 
-/// At most one line of the old text is changed, or up to two are added; all the others stand as they were.
+/// At most one line of the old text is changed, or up to two are added; all other lines stay the same.
 void RequireOneLineChanged(std::string_view before, std::string_view after) {
     const auto oldLines = SplitLines(before);
     const auto newLines = SplitLines(after);
@@ -58,7 +58,7 @@ void CheckSet(std::string_view text, std::string_view section, std::string_view 
     Require(strings.Text() == after);
 }
 
-/// Changes made one after the other on one image leave what each on a fresh image of the text before leaves.
+/// Several changes on one image must give the same text as each change on a fresh image of the text before it.
 void CheckSequence(std::string_view text, std::string_view section, std::string_view key, std::string_view value) {
     using Change = void (*)(ProfileStrings&, std::string_view, std::string_view, std::string_view);
     const Change changes[] = {

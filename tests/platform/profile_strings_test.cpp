@@ -10,7 +10,7 @@
 namespace bellmark {
 namespace {
 
-// One trap a line; the values expected below follow from the rules of the service.
+// One special case per line; the values expected below follow from the rules of the service.
 constexpr std::string_view traps =
     "above=unreachable\r\n"
     " [ First ] behind the bracket\r\n"

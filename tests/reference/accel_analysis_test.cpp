@@ -14,13 +14,13 @@
 namespace bellmark {
 namespace {
 
-/// What recompute_accel_drop.py found of a block.
+/// The results of recompute_accel_drop.py for a block.
 struct Expected {
     const char* name;
     MadeAccelBlock block;
     bool regression;
     double burst;   ///< g
-    int tolerance;  ///< above 1 where few samples close together fix the drift: by so much more digits are lost
+    int tolerance;  ///< above 1 where the drift is fitted to few close samples, which loses digits
     struct {
         int fulcrum, deflectionFulcrum, windowStart, windowEnd, start, peak;
     } indexes;
@@ -74,7 +74,7 @@ void ExpectRecord(const DropRecord& drop, const AccelDropFindings& findings, con
     // Rounded values agree to the last bit.
     EXPECT_EQ(drop.PeakMetric, expected.peaks.metric);
     EXPECT_EQ(drop.PeakEnglish, expected.peaks.english);
-    // The others stand in the table with 13 digits.
+    // The other values are in the table with 13 digits.
     EXPECT_NEAR(drop.RiseTime, expected.values.riseTime, 1e-10);
     EXPECT_NEAR(drop.MinAbsAccel, expected.values.least, 1e-11);
     EXPECT_NEAR(drop.MaxAbsAccel, expected.values.most, 1e-11);
@@ -105,7 +105,7 @@ TEST(AccelAnalysis, AgreesWithASecondImplementation) {
     const Expected cases[] = {
 #include "tests/reference/accel_drop_expected.inc"
     };
-    // One record for all: nothing of the drop before may show.
+    // One record for all blocks: nothing of the drop before may remain.
     DropRecord drop;
     for (const Expected& expected : cases) {
         SCOPED_TRACE(expected.name);
@@ -169,7 +169,7 @@ TEST(AccelAnalysis, BlocksWithoutMeaningAreFaultsOrWithoutPulse) {
     };
     for (const auto& test : cases) {
         SCOPED_TRACE(test.name);
-        // What a good drop left in the record must not show.
+        // Values left by a good drop must not remain.
         DropRecord drop = DropOf(VoltsOf(PulseOf(500)));
         AnalyzeAccelSamples(drop, MadeCenter(0.06));
         EXPECT_NEAR(drop.PeakMetric, 500, 3);
@@ -187,7 +187,7 @@ TEST(AccelAnalysis, BlocksWithoutMeaningAreFaultsOrWithoutPulse) {
 
 TEST(AccelAnalysis, NoDeflectionIsNoPeak) {
     DropRecord drop = DropOf(std::vector<float>(15000, 1));
-    drop.RawVolts[15000] = 1;  // the drift's fit looks at the sample behind the block too
+    drop.RawVolts[15000] = 1;  // the drift's fit uses the sample after the block too
     AnalyzeAccelSamples(drop, VoltIsG());
     EXPECT_EQ(drop.Displacement[1000], 0);
     EXPECT_EQ(drop.PeakIndex, 0);
@@ -208,9 +208,9 @@ TEST(AccelAnalysis, FiresOnElevenSamplesRunningOutsideTheBand) {
     std::vector<double> volts(12, 1.06);
     EXPECT_EQ(samplesUntilTrigger(volts), 11U);
     EXPECT_EQ(drop.LastTriggerValue, 1.06);
-    volts[4] = 0.94;  // below the band as good as above it
+    volts[4] = 0.94;  // below the band counts like above it
     EXPECT_EQ(samplesUntilTrigger(volts), 11U);
-    volts[4] = drop.UpperTrigger;  // the band's edge is in it
+    volts[4] = drop.UpperTrigger;  // the band includes its edge
     EXPECT_EQ(samplesUntilTrigger(volts), 0U);
     volts[4] = drop.LowerTrigger;
     volts.resize(16, 1.06);
@@ -226,7 +226,7 @@ TEST(AccelAnalysis, RangeIsLeftBeyondTheLimitAlone) {
         std::vector<float> block(3000, 1);
         block[2000] = test.volts;
         DropRecord drop = DropOf(block);
-        drop.RawVolts[3000] = -9;  // behind the block: no sample
+        drop.RawVolts[3000] = -9;  // after the block: not a sample
         EXPECT_EQ(AnalyzeAccelSamples(drop, VoltIsG()).outOfRange, test.outOfRange) << test.volts;
     }
     // Exactly 4.9 g: 4.75 V with an offset of 0.15 V, whose sum is the double next to 4.9 or 4.9 itself.
@@ -259,7 +259,7 @@ TEST(AccelBurst, IsMeasuredAndJudged) {
         double average, stdDev;
         bool high, low, restless;
     } cases[] = {
-        {0, 0, false, false, false},  // none was captured
+        {0, 0, false, false, false},  // no burst was captured
         {1.02, 0.005, false, false, false}, {1.0201, 0, true, false, false},
         {0.98, 0.0051, false, false, true}, {0.9799, 0, false, true, false},
     };
@@ -303,7 +303,7 @@ TEST(AccelAdjustment, CertificateVoltagesAreOneGUpAndDown) {
         EXPECT_NEAR(polynomial(center.AccelRefPlus1GDC), 1, 1e-12);
         EXPECT_NEAR(polynomial(center.AccelRefMinus1GDC), -1, 1e-12);
     }
-    // Without a change since the certificate, the analysis sees the certificate's voltages as they are.
+    // Without a change since the certificate, the analysis uses the certificate's voltages unchanged.
     center.AccelDailyCalibrationPlus1GVoltage = center.AccelRefPlus1GDC;
     center.AccelDailyCalibrationMinus1GVoltage = center.AccelRefMinus1GDC;
     ComputeAccelAdjustment(center);

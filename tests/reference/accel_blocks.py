@@ -1,7 +1,7 @@
 """Made-up accelerometer blocks, and the conversion of their volts.
 
-recompute_accel_drop.py and recompute_trigger_search.py use them; made_accel_block.h makes the same single-precision volts
-to the last bit, by the same sums, products and generator of whole numbers.
+Used by recompute_accel_drop.py and recompute_trigger_search.py. made_accel_block.h makes the same single-precision volts
+to the last bit, with the same sums, products and generator of whole numbers.
 """
 
 import math
@@ -34,7 +34,7 @@ def ringing(c1, c2, kick, count):
 
 
 def acceleration_of_pulse(start, width, microns, i):
-    """Of the deflection microns x (4 x (1 - x))³, x from 0 to 1 over the width."""
+    """Acceleration of the deflection microns x (4 x (1 - x))³, x from 0 to 1 over the width."""
     x = (i - start) / width
     if not 0 < x < 1:
         return 0.0
@@ -68,6 +68,6 @@ def acceleration(v):
 
 
 def damped(hertz, seconds):
-    """c1 and c2 of a ringing, few digits of them."""
+    """c1 and c2 of a ringing, rounded to few digits."""
     r = math.exp(-1 / (seconds * 15000))
     return round(2 * r * math.cos(2 * math.pi * hertz / 15000), 7), round(r * r, 7)

@@ -71,7 +71,7 @@ DropRecord MadeDrop() {
     return drop;
 }
 
-// The expected bytes are written by recompute_accel_drop.py, apart from the program.
+// The expected bytes are written by recompute_accel_drop.py, independently of the program.
 TEST(AccelDropFile, IsWrittenByteForByte) {
     EXPECT_EQ(AccelDropFileName(TrialInHand()), "Reference2-H3D1.txt");
     const Path expected = Path(BELLMARK_SOURCE_FOLDER) / "tests/reference/Reference2-H3D1.txt";

@@ -1,4 +1,4 @@
-// A whole trial of deflection drops by script, in a program whose deflection sensors' road is whole.
+// A whole trial of deflection drops by script, in a program that offers all steps of the sensor calibration.
 #include <gtest/gtest.h>
 
 #include <iostream>
@@ -37,7 +37,7 @@ TEST(AccelerometerTrial, RunsByScriptFromTheMainMenuToTheFWDsFile) {
     const CalibrationRun& run = program->Run;
     EXPECT_EQ(run.RefTrials, 1);
     EXPECT_EQ(run.RefTrialShape[0], (TrialShape{3, 5, true}));
-    // Every accepted peak is the true one, which stands in the list beside the drops in microns, within half a percent.
+    // Every accepted peak is within half a percent of the true one in the list beside the drops, in microns.
     const std::string list = machine.files.ReadBytes(folder / "Review/TruePeaks.txt");
     const auto truth = SplitLines(std::string_view(list).substr(list.find("Reference trial")));
     ASSERT_GE(truth.size(), 16U);

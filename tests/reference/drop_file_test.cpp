@@ -9,7 +9,7 @@
 namespace bellmark {
 namespace {
 
-// The expected bytes are written by recompute_load_drop.py, apart from the program.
+// The expected bytes are written by recompute_load_drop.py, independently of the program.
 TEST(DropFile, IsWrittenByteForByte) {
     CalibrationRun run;
     run.DeviceOwner = "Sample Road Agency";

@@ -121,7 +121,7 @@ TEST_F(DropScreensTest, ADropIsShownAndKeptInTheUnitsOfTheRun) {
         drop->optDeflection.UserClick();
         const Plot& plot = drop->picDropResponse.Drawn();
         EXPECT_EQ(plot.vertical.caption, test.unit);
-        // A tenth of the curve's range lies above its top.
+        // The axis ends a tenth of the curve's range above its top.
         EXPECT_NEAR(plot.vertical.highest, 1.1 * test.peak, 1e-3 * test.peak);
         ASSERT_FALSE(plot.marks.empty());
         EXPECT_NEAR(plot.marks.back().y, test.peak, 1e-4 * test.peak) << "the mark of the peak";
@@ -227,7 +227,7 @@ TEST_F(DropScreensTest, DropsOfTheOtherProcedureAreNotLostWithoutAWord) {
 
 TEST_F(DropScreensTest, AFifthTrialIsNotBegun) {
     run.LoadCellRefTrials = 4;
-    // Looking at the results is declined; then from the screen itself, which the fourth trial left behind.
+    // Declines the results; then from the screen itself, which the fourth trial has left.
     for (const Answer answer : {Answer::Cancel, Answer::OK, Answer::OK}) machine.dialogs.QueueAnswer(answer);
     collection->Bellmark();
     collection->cmdNext.UserClick();
@@ -261,7 +261,7 @@ TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed
     EXPECT_TRUE(IsInFront(*collection));
     EXPECT_EQ(run.Trial.DropSequenceIndex, 1);
 
-    // Held down while the screen changes, its release does nothing there.
+    // Held down while the screen changes, the button has no effect there on release.
     board->volts = 5;
     machine.Advance(milliseconds(100));
     collection->cmdNext.UserClick();
@@ -275,13 +275,13 @@ TEST_F(DropScreensTest, TheHandButtonCountsOnReleaseOnTheScreenWhereItWasPressed
     machine.Advance(milliseconds(100));
     EXPECT_TRUE(IsInFront(*drop)) << "too little to be the button";
 
-    // A drop that was left by a menu waits behind, and takes no press from the screen in front.
+    // A drop screen left by a menu waits in the background, and takes no press from the screen in front.
     menu->Open();
     collection->Bellmark();
     PressAndRelease();
     EXPECT_TRUE(IsInFront(*drop)) << "taken again";
 
-    // In a panel it means OK first.
+    // In a panel the button means OK first.
     drop->cmdAccept.UserClick();
     SetPulse(9);
     board->block[1300] = 0.081F;
@@ -350,7 +350,7 @@ TEST_F(DropScreensTest, ABlockWithoutAPulseCannotBeAccepted) {
 TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     Take();
     Take();
-    // A drop that was left at the message of its noise holds nothing up.
+    // A drop left at the message of its noise does not block anything.
     board->block[1400] = 0.2F;
     collection->cmdNext.UserClick();
     ASSERT_TRUE(drop->fraMessage.Visible);
@@ -366,7 +366,7 @@ TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     ASSERT_TRUE(IsInFront(*drop));
     EXPECT_TRUE(run.Trial.ReplayMode());
     EXPECT_EQ(simulator->file, "LoadCell1");
-    // As the simulated board does with the lines of the drop's file.
+    // As the simulated board does, with the lines of the drop's file.
     program.Center.ShuntCalibrationMultiplier = 0.5;
     EXPECT_EQ(drop->cmdAccept.Caption.Get(), "&Return");
     drop->cmdAccept.UserClick();
@@ -376,7 +376,7 @@ TEST_F(DropScreensTest, LookingAtASavedDropChangesNothing) {
     EXPECT_EQ(run.Trial.DropResults[0], 9000);
     EXPECT_EQ(program.Center.ShuntCalibrationMultiplier, 1);
     EXPECT_EQ(machine.files.ReadBytes(saved), text);
-    // A click on a drop that is not there yet asks nothing.
+    // A click on a missing drop has no effect.
     collection->DropDataDisplay.txtData[2]->UserClick();
     EXPECT_TRUE(Boxes().empty());
 }

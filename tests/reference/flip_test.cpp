@@ -14,7 +14,7 @@
 namespace bellmark {
 namespace {
 
-constexpr double tiny = 1e-10;  // less than what counts as equal to a limit
+constexpr double tiny = 1e-10;  // less than the tolerance of a limit
 constexpr double above = 1e-8;
 
 TEST(FlipResults, AReadingIsMeanAndDeviationOfTheBlock) {
@@ -123,7 +123,7 @@ TEST(FlipResults, TemperatureAndTimeHaveTheirRows) {
     EXPECT_EQ(checks().elapsed.band, FlipBand::Out);
 }
 
-/// The screen on a board that delivers what the test says for each position.
+/// The screen on a board that delivers the test's volts for each position.
 struct FlipTest : ::testing::Test {
     TestMachine machine;
     Program program{machine.machine};

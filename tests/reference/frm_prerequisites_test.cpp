@@ -47,7 +47,7 @@ struct PrerequisitesTest : ::testing::Test {
     void PassHandWork(int items) {
         for (int i = 0; i < items; ++i) Ok();
     }
-    /// Up to the reading of this item of the load cell's list, 4 being the first one.
+    /// Goes to the reading of this item of the load cell's list, 4 being the first one.
     void GoToReading(int item) {
         list->ResetPreReq();
         list->PrerequisitesMet(Procedure::LoadCell);
@@ -96,7 +96,7 @@ TEST_F(PrerequisitesTest, LeadThroughTheLoadCellsChecks) {
             EXPECT_EQ(list->fraStep.Caption.Get(), "-B Reading");
         }
         EXPECT_EQ(Boxes().size(), 0U) << "the switch may be held until the list is passed";
-        // It is still held when the plate is down.
+        // The switch is still held when the plate is down.
         if (done == 9) machine.dialogs.QueueAnswer(Answer::OK);
         Ok(item.volts);
     }
@@ -214,7 +214,7 @@ TEST_F(PrerequisitesTest, InReviewTheStoredVoltagesAreRead) {
     EXPECT_EQ(run.MeasuredPlus, 3.742);
     EXPECT_EQ(run.MeasuredMinus, -3.738);
     EXPECT_EQ(center.ShuntCalibrationMultiplier, 1.002);
-    // The unbalanced zero is what the warning's reading gives.
+    // The unbalanced zero is the one of the warning's reading.
     EXPECT_EQ(Boxes().size(), 1U);
 }
 
@@ -240,7 +240,7 @@ TEST_F(PrerequisitesTest, TheAccelerometersListIsShortAndLeadsOnByProcedure) {
     EXPECT_EQ(program.Screens.Front(), collection.get());
     EXPECT_TRUE(list->PrerequisitesMet(Procedure::Sensors));
 
-    // For the load cell the conditioner is set up anew, but it is warm by now.
+    // For the load cell the conditioner is set up anew, but it is already warm.
     EXPECT_FALSE(list->PrerequisitesMet(Procedure::LoadCell));
     EXPECT_EQ(ItemsDone(), 0);
     Ok();

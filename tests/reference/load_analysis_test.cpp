@@ -26,7 +26,7 @@ DropRecord DropOf(const std::vector<float>& volts) {
     return drop;
 }
 
-// A made-up block: a pulse (4 x (1 - x))² on a noisy zero. The same formula stands in recompute_load_drop.py.
+// A made-up block: a pulse (4 x (1 - x))² on a noisy zero. recompute_load_drop.py uses the same formula.
 struct Block {
     int samples;
     int start;
@@ -88,7 +88,7 @@ TEST(LoadAnalysis, AgreesWithAnExactRecomputation) {
         EXPECT_EQ(drop.LoadStartIndex, expected.startPulse);
         EXPECT_EQ(drop.FulcrumIndex, expected.zeroStart);
         EXPECT_EQ(drop.DeflectionFulcrumIndex, expected.zeroEnd);
-        // Rounded values agree to the last bit; of the others, sums of a few terms lose a few last places at most.
+        // Rounded values agree to the last bit. The others are sums of a few terms and may differ in the last digits.
         EXPECT_EQ(drop.PeakEnglish, expected.pounds);
         EXPECT_EQ(drop.PeakMetric, expected.kilonewtons);
         EXPECT_EQ(findings.loadAtStart, expected.loadAtStart);
@@ -99,7 +99,7 @@ TEST(LoadAnalysis, AgreesWithAnExactRecomputation) {
     }
 }
 
-/// A block of zeros with a triangle of 1 V a sample and its top at a sample.
+/// A block of zeros with a triangle that rises by 1 V per sample and has its top at the given sample.
 std::vector<float> TriangleAt(int peak, int samples, int rise = 20) {
     std::vector<float> volts(static_cast<std::size_t>(samples));
     for (int i = 0; i < samples; ++i) {
@@ -135,9 +135,9 @@ TEST(LoadAnalysis, KeepsItsWindowsInsideTheBlock) {
     }
 }
 
-// By hand: walking back from 700, sample 680 is the first at zero; the flat zero ends nothing before the end of the
-// zero window, far more than ten samples on, so 680 it is. From there the first four steps without a fall end at 684,
-// three behind the start.
+// By hand: going back from 700, sample 680 is the first at zero. The flat zero does not end the search before the end
+// of the zero window, far more than ten samples on, so the start is 680. From there the first four steps without a fall
+// end at 684, three after the start.
 TEST(LoadAnalysis, StartsAPulseOnAFlatZeroWhereItFirstComesDown) {
     DropRecord drop = DropOf(TriangleAt(700, 3000));
     AnalyzeLoadSamples(drop, LinearCell(100), true);
@@ -170,7 +170,7 @@ TEST(LoadAnalysis, KeepsTheLastPeakIndexWhenTheFirstSampleIsTheLargest) {
 TEST(LoadAnalysis, FlagsNoiseAboveEightyPoundsOnly) {
     for (const auto& [volts, excess] : {std::pair(5.0F, false), {std::nextafter(5.0F, 6.0F), true}}) {
         auto block = TriangleAt(2000, 3000);
-        block[1300] = volts;  // inside the zero window, 1250 to 1625: 16 pounds a volt
+        block[1300] = volts;  // inside the zero window, 1250 to 1625: 16 pounds per volt
         DropRecord drop = DropOf(block);
         const auto findings = AnalyzeLoadSamples(drop, LinearCell(16), true);
         EXPECT_EQ(drop.ExcessNoise, excess) << findings.noise;
@@ -179,7 +179,7 @@ TEST(LoadAnalysis, FlagsNoiseAboveEightyPoundsOnly) {
 }
 
 TEST(LoadAnalysis, LimitsThePeakByTheUnitOfTheCell) {
-    const float limitVolts = 23.5F;  // of 1000 units a volt
+    const float limitVolts = 23.5F;  // of 1000 units per volt
     const float aboveLimit = std::nextafter(limitVolts, 24.0F);
     const struct {
         const char* units;
@@ -187,7 +187,7 @@ TEST(LoadAnalysis, LimitsThePeakByTheUnitOfTheCell) {
         bool tooHigh;
     } cases[] = {
         {poundForce, limitVolts, false}, {poundForce, aboveLimit, true},
-        {"kN", 0.133F, false},      // 29900 pounds: the limit in kN is out of any cell's reach
+        {"kN", 0.133F, false},      // 29900 pounds: no cell can reach the limit in kN
         {"kN", limitVolts, false},  // 23500 kN
         {"kN", 23.501F, true},
     };
@@ -230,7 +230,7 @@ TEST(LoadAnalysis, FindsNoPulseWhereThereIsNone) {
 
 TEST(LoadAnalysis, TriggersOnElevenSamplesRunningAboveTheLevel) {
     CenterConfig center = LinearCell(1000);
-    center.ShuntCalibrationMultiplier = 2;  // has no say here
+    center.ShuntCalibrationMultiplier = 2;  // has no effect here
     DropRecord drop;
     drop.TriggerLevel = 800;
     const auto samplesUntilTrigger = [&](const std::vector<double>& volts) {
@@ -242,7 +242,7 @@ TEST(LoadAnalysis, TriggersOnElevenSamplesRunningAboveTheLevel) {
     };
     std::vector<double> volts(12, 0.801);
     EXPECT_EQ(samplesUntilTrigger(volts), 11U);
-    volts[5] = 0.8;  // exactly the level is not above it
+    volts[5] = 0.8;  // a value equal to the level is not above it
     EXPECT_EQ(samplesUntilTrigger(volts), 0U);
     volts.resize(17, 0.801);
     EXPECT_EQ(samplesUntilTrigger(volts), 17U);

@@ -8,7 +8,8 @@
 #include "run/center_config.h"
 #include "run/drop_record.h"
 
-/// Made-up accelerometer blocks. The same formulas stand in accel_blocks.py: both get the same volts to the last bit.
+/// Made-up accelerometer blocks. accel_blocks.py uses the same formulas, so that both get the same volts to the last
+/// bit.
 namespace bellmark {
 
 struct MadePulse {
@@ -17,7 +18,7 @@ struct MadePulse {
     double microns;
 };
 
-/// Goes on from a kick, g, by y = c1 y' - c2 y''.
+/// Starts with a kick, g, and continues as y = c1 y' - c2 y''.
 struct MadeRinging {
     int start;
     double c1, c2, kick;
@@ -32,7 +33,7 @@ struct MadeAccelBlock {
     int samples;
     std::int64_t seed;
     double noise;  ///< g, range
-    double drift;  ///< g a second
+    double drift;  ///< g per second
     std::vector<MadePulse> pulses;
     MadeRinging ringing;
     MadePlateau plateau;

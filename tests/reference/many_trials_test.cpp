@@ -1,4 +1,4 @@
-// A thousand trials one after the other: the program must neither grow nor slow down. Long; run by ./test --long.
+// A thousand trials in a row: the program must neither grow nor slow down. Long; run by ./test --long.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -17,7 +17,7 @@
 namespace bellmark {
 namespace {
 
-/// Resident size in megabytes; 0 where the system does not tell.
+/// Resident size in megabytes; 0 where the system does not report it.
 double ResidentMegabytes() {
     std::ifstream status("/proc/self/statm");
     double pages = 0, resident = 0;
@@ -43,10 +43,10 @@ TEST(ManyTrials, NeitherGrowNorSlowDown) {
     program->Register<PrerequisitesDoor>([](Program&) { return std::make_shared<IdlePrerequisites>(); });
     auto& collection = dynamic_cast<frmBellmark_Accel&>(program->The<CollectionDoor>());
     auto& drop = dynamic_cast<frmBellmark_AccelDrop&>(program->The<DropDoor>());
-    // The simulated board reads the very files that the trial writes again.
+    // The simulated board reads the same files that the trial writes again.
     program->The<SetupDoor>().ReadCalCenterFromFolderOf(machine.folder / "InterimCal20120309/BellmarkCenterConfig.ini");
 
-    // Drops lie in the data folder already: the program says that it takes them for those of a trial cut short.
+    // The data folder already holds drops: the program reports them as those of an interrupted trial.
     machine.dialogs.QueueAnswer(Answer::OK);
 
     double megabytesAfterTen = 0;

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Recomputes accelerometer drops apart from the program: a second implementation of the whole analysis.
+"""Recomputes accelerometer drops independently of the program: a second implementation of the whole analysis.
 
     python3 tests/reference/recompute_accel_drop.py
 
 writes accel_drop_expected.inc and Reference2-H3D1.txt beside itself, which accel_analysis_test.cpp and
-accel_drop_file_test.cpp compare with. Needs nothing but Python's standard library. Every pass over the block is made as the
-procedure tells it, with whole lists and without a shortcut: it takes a minute.
+accel_drop_file_test.cpp compare with. Needs only Python's standard library. Every pass over the block follows the procedure,
+with whole lists and without shortcuts: it takes a minute.
 """
 
 import math
@@ -44,16 +44,16 @@ def moving_std_dev(values, window):
 
 
 def half_even(value, places):
-    """value times a power of ten, to the nearest whole number, divided again."""
+    """value times a power of ten, rounded to a whole number, divided by the same power."""
     return round(value * 10**places) / 10**places
 
 
 class Drop:
-    """One block: what is known of it, and what one round after the other makes of it."""
+    """One block: its data, and the results of one round after the other."""
 
     def __init__(self, volts, level, burst=1.0):
         self.n = len(volts)
-        # The element behind the block is 0 V in a fresh record.
+        # The element after the block is 0 V in a fresh record.
         self.abs_accel = [acceleration(v) for v in volts + [0.0]]
         self.sd25 = moving_std_dev(self.abs_accel, 25)
         self.level = level
@@ -78,7 +78,7 @@ class Drop:
         self.velocity = v
 
     def scan(self):
-        """Position of the scan and sample at which a pulse is found, or nothing."""
+        """Position of the scan and sample at which a pulse is found, or None."""
         while True:
             self.fulcrum += 75
             start, run = self.fulcrum - 75, 0
@@ -108,7 +108,7 @@ class Drop:
         return found
 
     def find_pulse(self, regression):
-        """A round must move on: a fulcrum not beyond the last round's is passed over."""
+        """Each round must advance: a fulcrum not after the last round's is skipped."""
         while True:
             found = self.scan()
             if found is None:
@@ -142,7 +142,7 @@ class Drop:
             return
         if len(xs) == 1:
             raise Fault  # the determinant is zero
-        # One after the other, as the procedure has it: of few samples the fit turns on the last digits of the sums.
+        # One after the other, as in the procedure: with few samples the fit depends on the last digits of the sums.
         x2 = x3 = x4 = xy = x2y = 0.0
         for x, y in zip(xs, ys):
             square = x * x
@@ -151,7 +151,7 @@ class Drop:
             x4 += square * square
             xy += x * y
             x2y += square * y
-        # Samples close together in time tell a line from a parabola by the last digits of their sums.
+        # With samples close together in time, line and parabola differ only in the last digits of the sums.
         self.lost = max(self.lost, x3 * x3 / (x4 * x2 - x3 * x3))
         a2 = (xy - x2y * x2 / x3) / (x3 - x4 * x2 / x3)
         a1 = (x2y - a2 * x4) / x3
@@ -250,7 +250,7 @@ class Drop:
         return max(window) - min(window)
 
     def vibration(self):
-        """The largest of the least distances from 1 g of eleven samples running, up to the fulcrum."""
+        """The largest of the least distances from 1 g of eleven consecutive samples, up to the fulcrum."""
         away = [abs(a - 1.0) for a in self.abs_accel[: self.fulcrum + 1]]
         return max((min(away[i - 10 : i + 1]) for i in range(10, len(away))), default=0.0)
 
@@ -305,13 +305,13 @@ def ring(start, hertz, g, seconds=0.05):
 
 
 def plateau_case(length, level):
-    """So many samples at 1.06 g, apart from a pulse that follows."""
+    """The given number of samples at 1.06 g, separate from a pulse that follows."""
     start = SHAPES.randrange(1000, 2000)
     return block(with_rebounds(pulse()), noise=0.0, plateau=(start, length, 0.06), level=level)
 
 
 def ends_at_fit(rest):
-    """A block that ends so many samples behind where the fit of the drift begins."""
+    """A block that ends the given number of samples after the start of the fit of the drift."""
     whole = block([pulse(3000, 500)], noise=0.004)
     drop = Drop(volts_of(whole), whole.level)
     drop.fulcrum = 0
@@ -355,7 +355,7 @@ def literal(value):
 
 
 def exactly(made):
-    """All digits: both sides make the same block."""
+    """All digits, so that both sides make the same block."""
     return repr(tuple(made)).replace("(", "{").replace(")", "}").replace("[", "{").replace("]", "}").replace(",}", "}")
 
 

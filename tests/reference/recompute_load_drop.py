@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Recomputes load cell drops apart from the program, in exact rational numbers and by another way of searching.
+"""Recomputes load cell drops independently of the program, in exact rational numbers and with another search.
 
     python3 tests/reference/recompute_load_drop.py
 
 writes load_drop_expected.inc and LoadCell2-H3D2.txt beside itself, which load_analysis_test.cpp and drop_file_test.cpp
-compare with. Needs nothing but Python's standard library. The blocks are made by a formula of sums, products and one
+compare with. Needs only Python's standard library. The blocks are made by a formula of sums, products and one
 generator of whole numbers, which the test repeats: both get the same single-precision volts to the last bit.
 """
 
@@ -33,7 +33,7 @@ def block(samples, start, width, pulse, zero, noise, seed):
 
 
 def rounded(value, places):
-    """Half to even, exactly."""
+    """Rounds half to even, exactly."""
     return Fraction(round(value * 10**places), 10**places)
 
 
@@ -65,7 +65,7 @@ def analyse(volts, coefficients, multiplier, pounds, english):
     if rough - stop <= 10:
         rough = stop
 
-    # The pulse starts where the first four steps running without a fall begin.
+    # The pulse starts at the first of four consecutive steps without a fall.
     rises = [i for i in range(rough + 4, peak + 1) if all(load[k] >= load[k - 1] for k in range(i - 3, i + 1))]
     start = rises[0] - 3 if rises else peak - 2
     pounds_peak = rounded(zeroed[peak], 1)

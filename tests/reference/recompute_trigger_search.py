@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Recomputes the search for a trigger level apart from the program: every level with an analysis of its own.
+"""Recomputes the search for a trigger level independently of the program: a separate analysis for every level.
 
     python3 tests/reference/recompute_trigger_search.py
 
-writes trigger_search_expected.inc beside itself, which trigger_search_test.cpp compares with. Needs nothing but Python's
+writes trigger_search_expected.inc beside itself, which trigger_search_test.cpp compares with. Needs only Python's
 standard library. It takes minutes.
 """
 

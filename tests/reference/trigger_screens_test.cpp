@@ -41,7 +41,7 @@ struct TriggerScreenTest : ::testing::Test {
         program.Register<TriggerDoor>([this](Program&) { return shared; });
         program.Center = MadeCenter(0.06);
         run.EnglishUnits = false;
-        run.ProgramStarted = true;  // a new set-up; an edit has a step of its own
+        run.ProgramStarted = true;  // a new set-up; an edit has its own step
         run.NumberLoadLevels = 4;
         run.NumberDropsPerLoadLevel = 9;
         machine.Write("BellmarkCenterConfig.ini", "[FWD Calibration Center]\r\nAccelSensitivity=0.06\r\n");
@@ -252,7 +252,7 @@ TEST_F(TriggerScreenTest, TheNumberOfDropsComesFromTwoDrops) {
         double high, low;
         Answer answer;
         int message;
-        int drops;  ///< that the run has afterwards; 9 as before
+        int drops;  ///< the run's number afterwards; 9 as before
     } cases[] = {{"the least for four heights", 4, 1000, 400, Answer::OK, 10, 5},
                  {"the least for three heights", 3, 1000, 400, Answer::OK, 10, 6},
                  {"seven", 3, 300, 300, Answer::OK, 10, 7},

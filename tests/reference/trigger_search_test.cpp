@@ -18,7 +18,7 @@ TEST(TriggerSearch, AgreesWithAnAnalysisOfEachLevel) {
         struct {
             double lower, upper, proposed;
         } band;
-        std::string goodLevels;  ///< '1' a good level, '0' a bad one, to where the search ends
+        std::string goodLevels;  ///< '1' a good level, '0' a bad one, up to the end of the search
     } cases[] = {
 #include "tests/reference/trigger_search_expected.inc"
     };
@@ -37,7 +37,7 @@ TEST(TriggerSearch, AgreesWithAnAnalysisOfEachLevel) {
     }
 }
 
-// The drop that the levels are compared with differs from what they find by so much.
+// The reference drop differs from the results of the levels by these amounts.
 TEST(TriggerSearch, ALevelIsGoodWithinFifteenSamplesATenthOfAMillisecondAndAMicron) {
     const struct {
         int samples;
@@ -56,7 +56,7 @@ TEST(TriggerSearch, ALevelIsGoodWithinFifteenSamplesATenthOfAMillisecondAndAMicr
     }
 }
 
-/// A pulse, and before it a motion that fires the trigger below a level.
+/// A pulse, preceded by a motion that fires the trigger at low levels.
 MadeAccelBlock PulseBehindPlateau(double plateau) {
     return {6000, 7, 0.004, 0, {{3000, 400, 1500}}, {}, {1000, plateau != 0 ? 400 : 0, plateau}, 0.3};
 }

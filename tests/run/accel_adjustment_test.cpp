@@ -28,7 +28,7 @@ TEST(AccelAdjustment, BringsTheCertificateVoltsToOneGEachWay) {
     EXPECT_NEAR(gOf(center.AccelRefPlus1GDC), 1, 1e-14);
     EXPECT_NEAR(gOf(center.AccelRefMinus1GDC), -1, 1e-14);
     EXPECT_NEAR(center.AccelA2 / center.AccelA1, 0.00012 / 2.3734, 1e-18) << "scaled as one";
-    // The day's volts become the certificate's.
+    // The day's volts are converted to the certificate's.
     const auto referenceVolts = [&](double v) { return center.AccelVoltageSlope * v + center.AccelVoltageOffset; };
     EXPECT_NEAR(referenceVolts(2.9605), 2.9713, 1e-14);
     EXPECT_NEAR(referenceVolts(2.1279), 2.1287, 1e-14);

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Statistics of the sensors' reference trials over 50 made runs, in exact fractions, for reference_trials_test.cpp.
+"""Statistics of the sensors' reference trials over 50 made-up runs, in exact fractions, for reference_trials_test.cpp.
 
-Writes reference_trials_expected.inc. The runs are made of a generator that the test has too, so that only the results
+Writes reference_trials_expected.inc. The test has the same generator of the runs, so that only the results
 have to be kept.
 """
 import math

@@ -75,7 +75,7 @@ TEST(ReferenceTrials, AgreeWithExactArithmetic) {
     EXPECT_EQ(number, 50);
 }
 
-/// Two sensors; the second one has the gains that are given.
+/// Two sensors; the second one has the given gains.
 CalibrationRun RunOfTwo(const std::vector<double>& gains) {
     CalibrationRun run;
     run.NumberSensors = 2;
@@ -103,7 +103,7 @@ TEST(ReferenceTrials, AreJudgedOnBothSidesOfTheLimit) {
         {{1.0, 1.005}, met},
         {{1.005, 1.0}, met},
         {{0.995, 1.0}, met},
-        {{1.0, 1.0050000005}, met},  // equal to the limit within what a double holds of a decimal
+        {{1.0, 1.0050000005}, met},  // equal to the limit within the precision of a double
         {{1.0, 1.005000002}, failed},
         {{1.0, 1.0051}, failed},
         {{1.0051, 1.0}, failed},
@@ -153,7 +153,7 @@ TEST(ReferenceTrials, KeepTheGainsOfThePairsThatAreComplete) {
     JudgeReferenceTrials(run, 1);
     EXPECT_EQ(run.Sensor[1].InterimGain, 0);
     EXPECT_EQ(run.RefCalAvg, 0);
-    // Without initial gains a change cannot be known: never a division by zero.
+    // Without initial gains there is no change to compute, and no division by zero.
     for (SensorCalRecord& sensor : run.Sensor) sensor.InitialGain = 0;
     JudgeReferenceTrials(run, 2);
     EXPECT_EQ(run.RefCalChange, 0);

@@ -186,7 +186,7 @@ TEST_F(BinderTest, LeavingABoxUnchangedIsNoAction) {
 TEST_F(BinderTest, TypingCountsBeforeTheButtonThatItsLetterPresses) {
     line_.setFocus();
     QTest::keyClicks(&line_, "3");
-    button_.click();  // as the mnemonic does: the box keeps the keyboard
+    button_.click();  // like the mnemonic: the box keeps the keyboard
     EXPECT_EQ(screen_.acts, "left cmdGo! ");
 }
 

@@ -1,4 +1,4 @@
-// The certificate on paper, as another program reads it back: pdftotext tells where each word stands.
+// The printed certificate as another program reads it: pdftotext gives the position of each word.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// The parts of the desktop program that stand alone: plot, printing, dialogs, timers, program folder.
+// The independent parts of the desktop program: plot, printing, dialogs, timers, program folder.
 
 #include <gtest/gtest.h>
 #include <qcustomplot.h>
@@ -50,7 +50,7 @@ TEST(PlotWidget, RedrawsAWholeBlockWithinAFrame) {
     QApplication::processEvents();
     double least = 1e9;
     for (int i = 0; i < 20; ++i) {
-        // Processor time, and the least of it: what the machine does besides is not the plot's.
+        // Smallest processor time of several runs: other work of the machine does not count.
         const std::clock_t start = std::clock();
         plot.RedrawNow();
         least = std::min(least, 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
@@ -148,7 +148,7 @@ TEST(QtPrinter, DrawsAScreenOnOneLandscapePage) {
     std::ifstream stream(file, std::ios::binary);
     const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
-    // 1200 x 4 dots: the plot itself, and not the page's ground alone.
+    // 1200 x 4 dots: the plot itself, not only the page's background.
     EXPECT_NE(pdf.find("/Width 4800"), std::string::npos);
 }
 

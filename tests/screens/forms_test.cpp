@@ -47,7 +47,7 @@ TEST_F(FormsTest, EveryControlHasItsWidgetAndEveryNamedWidgetItsControl) {
     }
 }
 
-/// The control of the innermost frame in the form that holds the widget.
+/// The control of the innermost frame in the form around the widget.
 const Control* FrameAround(const Page& page, const QWidget& widget) {
     for (const QWidget* outer = widget.parentWidget(); outer && outer != &page; outer = outer->parentWidget()) {
         for (const Control* control : page.Shown().Controls()) {

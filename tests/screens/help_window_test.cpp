@@ -1,4 +1,4 @@
-// The operator's guide as the help window shows it: each message has its entry, each link and picture its target.
+// The operator's guide in the help window: each message has an entry, and each link and picture a target.
 
 #include "screens/help_window.h"
 
@@ -66,7 +66,7 @@ TEST_F(HelpWindowTest, EachMessageOpensItsOwnEntry) {
 }
 
 TEST_F(HelpWindowTest, BringsTheEntryIntoView) {
-    // In the middle of the messages, and named in running text before.
+    // In the middle of the messages, and mentioned in earlier text.
     window_.ShowContext(helpPage::firstMessage + 106);
     EXPECT_EQ(TopLine(), "FWD Data File Does Not Contain Drop Data (106)");
     window_.ShowContext(helpPage::contents);
@@ -88,7 +88,7 @@ TEST_F(HelpWindowTest, LinksLeadToHeadingsOfTheirOwn) {
         EXPECT_TRUE(target.startsWith('#') && anchors.count(target.mid(1))) << target.toStdString();
     });
     EXPECT_GT(links, 20);
-    // The anchor that the repository's page makes of this heading, dropped signs and all.
+    // The anchor of this heading on the repository's page, where some characters are dropped.
     EXPECT_TRUE(anchors.count("error-in---a-or-b-readings-104"));
     emit Text().anchorClicked(QUrl("#error-in---a-or-b-readings-104"));
     EXPECT_EQ(LineOfCursor(), "Error in +/- A or B readings (104)");

@@ -1,4 +1,4 @@
-// One action a keystroke: held keys, double clicks, and an Accept that has just come alive.
+// One action per keystroke: held keys, double clicks, and an Accept button that has just been enabled.
 
 #include "screens/press_guard.h"
 
@@ -24,7 +24,7 @@ class PressGuardTest : public testing::Test {
             layout->addWidget(widget);
         }
         accept_.setObjectName(QStringLiteral("cmdAccept"));
-        // As an Accept that takes the drop and has the next one armed: what lies below the pointer stays a button.
+        // As an Accept that takes the drop and arms the next one: there is still a button below the pointer.
         QObject::connect(&next_, &QPushButton::clicked, &window_, [this] { ++presses_; });
         QObject::connect(&accept_, &QPushButton::clicked, &window_, [this] { ++accepted_; });
         next_.setAutoDefault(true);
@@ -76,7 +76,7 @@ TEST_F(PressGuardTest, AHeldKeyPressesOnceAndTypesOn) {
     }
     EXPECT_EQ(line_.text(), " a a a");
     EXPECT_EQ(area_.toPlainText(), "\n\n\n");
-    // A held letter with Alt must not reach the desktop's shortcuts: it is taken before they are asked.
+    // A held letter with Alt must not reach the desktop's shortcuts: it is accepted before they are checked.
     QKeyEvent held(QEvent::ShortcutOverride, Qt::Key_N, Qt::AltModifier, {}, true);
     held.ignore();
     QApplication::sendEvent(&next_, &held);
@@ -88,12 +88,12 @@ TEST_F(PressGuardTest, ADoubleClickPressesOnceWhateverComesUpBelowIt) {
     Click(next_, 10000);
     Click(next_, 10100, QEvent::MouseButtonDblClick);
     EXPECT_EQ(presses_, 1);
-    Click(next_, 10200);  // the third of a fast row
+    Click(next_, 10200);  // the third of a fast series
     EXPECT_EQ(presses_, 1);
     Click(next_, 10200 + interval);
     EXPECT_EQ(presses_, 2);
 
-    // A click takes the button away, and another one lies at its place.
+    // A click removes the button, and another button takes its place.
     Click(next_, 20000);
     accept_.setGeometry(next_.geometry());
     Click(accept_, 20100);

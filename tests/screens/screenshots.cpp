@@ -1,4 +1,4 @@
-// Renders every screen of the program to PNG files, at both display sizes that it is made for: screenshots FOLDER.
+// Renders every screen of the program to PNG files, at both supported display sizes: screenshots FOLDER.
 
 #include <QApplication>
 #include <QDir>
@@ -21,7 +21,7 @@
 namespace bellmark {
 namespace {
 
-/// The way of an operator through the imaginary center, with a picture of each stop.
+/// An operator's way through the imaginary center, with a picture of each step.
 class Tour {
   public:
     explicit Tour(const QDir& folder) : folder_(folder) {
@@ -121,7 +121,7 @@ class Tour {
         }
     }
 
-    /// The daily calibration of the accelerometer, which takes its half minute.
+    /// The daily calibration of the accelerometer, which takes half a minute.
     void ShootFlip() {
         Click("frmMainMenu.cmdCalAccelerometer");
         Shoot("flip");
@@ -144,7 +144,7 @@ class Tour {
         Click("frmBellmark_Accel.cmdMainMenu");
     }
 
-    /// While the drop screen waits for its drop.
+    /// Called while the drop screen waits for its drop.
     void ShootTriggerLevel() {
         Click("frmSetup.cmdTriggerLevel");
         for (int item = 0; item < 4; ++item) Click("frmPrerequisites.cmdOK");
@@ -163,7 +163,7 @@ class Tour {
         Click("frmBellmark_Accel.cmdNext");
     }
 
-    /// Two trials that agree, accepted, with the certificate that follows.
+    /// Two trials that agree, accepted, and their certificate.
     void ShootResults() {
         Shoot("results-optLoadCell");
         Click("frmResults.cmdDelLCTrials");
@@ -182,7 +182,7 @@ class Tour {
         Shoot("certificate");
     }
 
-    /// The two reference trials, the first of which has one drop already, to their acceptance.
+    /// The two reference trials up to their acceptance; the first has one drop already.
     void ShootSensors() {
         desktop_.program->The<MainMenuDoor>().CalibrateSensors();
         for (int trial = 1; trial <= 2; ++trial) {

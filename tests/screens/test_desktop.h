@@ -21,7 +21,7 @@
 
 namespace bellmark {
 
-/// Answers from a queue and remembers what was asked.
+/// Answers from a queue and records the questions.
 class QueuedDialogs : public Dialogs {
   public:
     std::deque<Answer> answers;
@@ -53,7 +53,7 @@ class QueuedDialogs : public Dialogs {
     }
 };
 
-/// Makes every screen that the program was assembled with: they come into being when their door is first asked for.
+/// Makes every screen of the assembled program; a screen is made when its door is first asked for.
 template <class... Doors>
 void MakeScreensBehind(Program& program) {
     (..., (program.Has<Doors>() ? static_cast<void>(program.The<Doors>()) : static_cast<void>(0)));
@@ -64,7 +64,7 @@ inline void MakeAllScreens(Program& program) {
                       RelativeDoor>(program);
 }
 
-/// The whole program in its window, on a folder of its own, with answers from a queue.
+/// The whole program in its window, on its own folder, with answers from a queue.
 class TestDesktop {
   public:
     explicit TestDesktop(std::chrono::milliseconds simulatedCapture = {}) : timerDriver_(timers_, clock_) {
@@ -83,7 +83,7 @@ class TestDesktop {
     }
     TestDesktop(const TestDesktop&) = delete;
 
-    /// restOfAccept: tests answer as soon as there is something to answer, but for those that test the rest.
+    /// restOfAccept: 0 except in tests of the delay itself, so that tests can answer at once.
     void Start(std::chrono::milliseconds restOfAccept = {}) {
         Main(*program);
         window = std::make_unique<MainWindow>(
@@ -101,7 +101,7 @@ class TestDesktop {
         return *widget;
     }
 
-    /// Text of a control, as the logic holds it.
+    /// Text of a control in the logic.
     std::string TextOf(const std::string& screenName, const std::string& controlName) {
         return program->Screens.Find(screenName)->Find(controlName)->DisplayText();
     }

@@ -1,4 +1,4 @@
-// An operator's way through the real widgets: from the start form to a drop that was taken, and on to the certificate.
+// An operator's way through the real widgets: from the start form to an accepted drop, and on to the certificate.
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ class WalkTest : public testing::Test {
         QTest::mouseClick(&widget, Qt::LeftButton);
     }
 
-    /// Enter where the keyboard is, as an operator presses it who follows the suggestions.
+    /// Presses Enter at the current keyboard focus, like an operator who follows the suggestions.
     void PressEnter() {
         ExpectDistinctLetters();
         QWidget* focused = desktop_.window->focusWidget();
@@ -57,7 +57,7 @@ class WalkTest : public testing::Test {
         ASSERT_EQ(Front(), screen);
     }
 
-    /// Alt with a letter must not stand for two things.
+    /// Alt with a letter must have only one meaning.
     void ExpectDistinctLetters() {
         QApplication::processEvents();
         std::map<QString, QString> captions;
@@ -157,7 +157,7 @@ TEST_F(WalkTest, FromTheStartFormToADropThatIsTaken) {
     GoToCollection();
     Press("frmBellmark_Accel", "cmdNext");
     ASSERT_EQ(Front(), "frmBellmark_AccelDrop");
-    // The true peak is 6025 pounds, as TruePeaks.txt of the imaginary center tells; its noise adds 3.
+    // The true peak is 6025 pounds, by TruePeaks.txt of the imaginary center; its noise adds 3.
     EXPECT_EQ(dynamic_cast<QLabel&>(desktop_.WidgetOf("frmBellmark_AccelDrop", "lblPeakMils")).text(), "6,028");
     EXPECT_EQ(desktop_.window->focusWidget(), &desktop_.WidgetOf("frmBellmark_AccelDrop", "cmdAccept"));
 
@@ -199,11 +199,11 @@ TEST_F(WalkTest, FromANewCalibrationToTheCertificate) {
     const auto& sheet = dynamic_cast<const QTextBrowser&>(desktop_.WidgetOf("frmReport", "rtbReport"));
     const QStringList words = sheet.toPlainText().split(QLatin1Char(' '));
     ASSERT_GE(words.size(), 3);
-    // Two trials that repeat within 0.003 are what the procedure asks for.
+    // The procedure requires two trials that agree within 0.003.
     EXPECT_NEAR(words[1].toDouble(), trueGain, 0.003);
     Press("frmReport", "cmdNext");
     ASSERT_EQ(Front(), "frmResults");
-    // The load cell is done: its button would do nothing any more.
+    // The load cell is finished, so its button would have no effect.
     Press("frmResults", "cmdMainMenu");
     ASSERT_EQ(Front(), "frmMainMenu");
     PressEnter();

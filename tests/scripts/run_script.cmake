@@ -1,5 +1,5 @@
-# Runs SCRIPT with the program CONSOLE on FOLDER/sample: what an earlier script has left there when it GOES_ON, otherwise an
-# imaginary center that the program VIRTUAL_FWD makes.
+# Runs SCRIPT with the program CONSOLE on FOLDER/sample: the folder left by an earlier script when it GOES_ON, otherwise
+# an imaginary center made by the program VIRTUAL_FWD.
 
 function(make_center)
   file(REMOVE_RECURSE "${FOLDER}")
@@ -15,7 +15,7 @@ function(make_center)
   if(failed)
     message(FATAL_ERROR "The imaginary center could not be made.")
   endif()
-  # The stand-in for the converter, the template of the certificate.
+  # The fake converter and the template of the certificate.
   file(COPY "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../sample/" DESTINATION "${FOLDER}/sample")
 endfunction()
 

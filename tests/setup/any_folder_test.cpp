@@ -1,4 +1,4 @@
-// A whole run in a program folder, and with files from a folder, whose names the program's files cannot hold.
+// A whole run with a program folder, and with files from a folder, whose names the program's files cannot hold.
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ TEST_F(AnyFolderTest, ARunIsStartedSavedAndResumedThere) {
     ASSERT_TRUE(SaveInterimCalibration(*program));
     EXPECT_EQ(machine.dialogs.TakeBoxes().size(), 0U) << "all of it lies below the program";
 
-    // A file from a folder elsewhere. Its name alone is lost, and told once.
+    // A file from another folder. Only the folder's name is lost, and this is reported once.
     center.LocationOfFWDDataTransfer = "/media/Ł/";
     machine.dialogs.QueueAnswer(Answer::OK);
     ASSERT_TRUE(SaveInterimCalibration(*program));

@@ -57,7 +57,7 @@ TEST_F(CenterTabTest, ReadingTheMasterLeavesTheWritersKeysAlone) {
     ReadCenter();
     EXPECT_EQ(MasterText().find("DeviceOwner"), std::string::npos);
     EXPECT_EQ(Written("UniversalTestMachineName"), "(none)");
-    // All of the writer's keys in its order; values as set above or missing. The version is the build's.
+    // All keys in the order of the writer; values as set above or missing. The version comes from the build.
     std::string text = MasterText();
     const auto version = text.find("VersionNumber=Version");
     text.erase(version, text.find("\r\n", version) - version);

@@ -132,7 +132,7 @@ struct NextCase {
     Procedure procedure;
     int step;
     const char* header;
-    Control* focus;  ///< while the set-up goes on; nullptr where it has ended
+    Control* focus;  ///< while the set-up continues; nullptr after its end
 };
 
 TEST_F(FrmSetupTest, NextGoesOnByWhatWasMeasured) {
@@ -207,7 +207,7 @@ TEST_F(FrmSetupTest, TheWayOnOpensWhenTriggerLevelAndNumberOfDropsAreMeasured) {
                 EXPECT_EQ(general.cmdTriggerLevel.BackColor.Get(), colors::complete);
                 general.AccelTrigger.UserEnter("0.180");
                 EXPECT_EQ(general.AccelTrigger.BackColor.Get(), colors::complete) << "the same level";
-                // NEXT asks for what is still missing.
+                // NEXT points to what is still missing.
                 setup.cmdNext.UserClick();
                 EXPECT_FALSE(triggerFirst && setup.cmdNext.Enabled);
             } else {

@@ -12,7 +12,7 @@
 
 namespace bellmark {
 
-/// A whole program on an empty folder but for a center's configuration, which a test may change before it is read.
+/// A whole program on a folder that holds only a center's configuration, which a test may change before it is read.
 struct SetUpProgram {
     TestMachine machine;
     std::unique_ptr<Program> program = AssembleProgram(machine.machine);
@@ -23,7 +23,7 @@ struct SetUpProgram {
     ProfileStrings configuration;
 
     SetUpProgram() {
-        // Without a board the temperature is taken to be near the one of the calibration.
+        // Without a board the temperature is assumed to be near that of the calibration.
         run.ReviewMode = true;
         machine.Write("Ferrylink.exe", "");
         Set("CalibrationCenterOperator", "A. Operator");
@@ -51,7 +51,7 @@ struct SetUpProgram {
         setup.ShowCenter();
         setup.OpenCenterPage();
     }
-    /// An FWD with all that the set-up asks for.
+    /// An FWD with everything that the set-up requires.
     void CompleteFWD() {
         run.DeviceOwner = "Agency";
         run.OwnerFolder = CalibrationsFolder(machine.folder.Folder()) / "Agency";

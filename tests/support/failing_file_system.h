@@ -4,13 +4,13 @@
 
 namespace bellmark {
 
-/// The machine's disks, with a chosen write that fails as on a full disk, and a file that may not be read.
+/// The machine's disks, with a chosen write that fails as on a full disk, and a file that must not be read.
 class FailingFileSystem : public DiskFileSystem {
   public:
-    /// The n-th write from now on (1 is the next) and all behind it fail; 0 lets all pass.
+    /// The n-th write from now on (1 is the next) and all later ones fail; 0 lets all pass.
     void FailFromWrite(int n) { writesUntilFailure_ = n; }
 
-    /// The same for moving and removing files, which need no room.
+    /// The same for moving and removing files, which need no space.
     void FailFromMove(int n) { movesUntilFailure_ = n; }
 
     void RefuseToRead(const Path& path) { unreadable_ = path; }

@@ -7,8 +7,8 @@
 #include "controls/screen.h"
 #include "pddx/pddx_file.h"
 
-/// What stands behind the doors of screens that a test is not about. Idle doors do nothing; a test overrides what it
-/// wants to see. Fake ones remember what was asked of them, or answer what the test sets.
+/// Implementations of the doors of screens that a test is not about. Idle doors do nothing; a test overrides what it
+/// needs. Fake ones record their calls, or answer as the test sets.
 namespace bellmark {
 
 struct IdleMainFrame : MainFrameDoor {
@@ -83,7 +83,7 @@ struct IdleResults : ResultsDoor {
     void Recompute() override {}
 };
 
-/// Stands in for the main menu, as a screen that comes to the front.
+/// Replaces the main menu, as a screen that comes to the front.
 struct FakeMainMenu : Screen, IdleMainMenu {
     explicit FakeMainMenu(Program& program) : Screen(program.Screens, "frmMainMenu", "Main Menu") {}
     int opened = 0;
@@ -93,7 +93,7 @@ struct FakeMainMenu : Screen, IdleMainMenu {
     }
 };
 
-/// Stands in for the set-up screen, and counts who asked it for what.
+/// Replaces the set-up screen, and counts the calls.
 struct FakeSetup : SetupDoor {
     int opened = 0;
     int centerPageOpened = 0;
@@ -127,12 +127,12 @@ struct FakeSetup : SetupDoor {
     void ReturnFromMeasurement() override { ++returns; }
 };
 
-/// Stands in for all analog input.
+/// Replaces all analog input.
 struct FakeAcquisition : AcquisitionDoor {
     bool hardware = true;
     float volts = 0;           ///< of every single conversion
-    std::vector<float> block;  ///< what a capture delivers
-    bool captured = true;      ///< the block is there as soon as it is asked for
+    std::vector<float> block;  ///< delivered by a capture
+    bool captured = true;      ///< the block is complete at once
     int aborts = 0;
     int conversions = 0;
     bool unloaded = false;
@@ -161,7 +161,7 @@ struct FakeAcquisition : AcquisitionDoor {
     void Unload() override { unloaded = true; }
 };
 
-/// Stands in for the simulated board, and keeps what it was asked to serve.
+/// Replaces the simulated board, and keeps what it was asked to serve.
 struct FakeSimulator : SimulatorDoor {
     std::string file;
     void SetFile(const std::string& baseName) override { file = baseName; }

@@ -8,7 +8,7 @@
 
 namespace bellmark {
 
-/// A new empty folder, gone again with all it holds at the end of the test.
+/// A new empty folder, removed with its contents at the end of the test.
 class TemporaryFolder {
   public:
     TemporaryFolder() {

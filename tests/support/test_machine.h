@@ -37,7 +37,7 @@ struct TestMachine {
     SilentSound sound;
     Random random{1};
     std::function<void()> WhileWaiting;  ///< called each time the program waits
-    bool ended = false;                  ///< the program has asked for its end
+    bool ended = false;                  ///< the program has asked to end
 
     Machine machine{files,  clock,   timers,  dialogs, launcher,        printer,        sound,
                     random, nullptr, nullptr, nullptr, folder.Folder(), folder.Folder()};
@@ -49,7 +49,7 @@ struct TestMachine {
         machine.endProgram = [this] { ended = true; };
     }
 
-    /// Lets the time pass and runs what falls due.
+    /// Advances the clock and runs the timers that are due.
     void Advance(std::chrono::milliseconds step) {
         const auto end = clock.Elapsed() + step;
         while (clock.Elapsed() < end) {
@@ -58,7 +58,7 @@ struct TestMachine {
         }
     }
 
-    /// A file in the program folder, its folders made as needed.
+    /// Writes a file in the program folder, with its folders.
     Path Write(const Path& name, std::string_view bytes) {
         files.CreateFolder((folder / name).parent_path());
         files.ReplaceFile(folder / name, bytes);

@@ -40,7 +40,7 @@ TEST(CenterTable, SampleIsWholeAndBadOnesAreTold) {
 TEST(MdbTable, ReadsADatabaseOfOthers) {
     const Path file = Path(BELLMARK_SOURCE_FOLDER) / "../shared/data/DateTestDatabase.mdb";
     if (!CanReadMdb() || !std::filesystem::exists(file)) GTEST_SKIP() << "no library or no database";
-    // Columns, texts and their number as another program exports them.
+    // Columns, texts and row count as exported by another program.
     const Table table = ReadMdbTable(file, "DateTest");
     EXPECT_THAT(table.columns,
                 ElementsAre("IDCol", "DateTimeCol", "DateCol", "TimeCol", "LongTextCol", "ShortTextCol"));
@@ -51,8 +51,8 @@ TEST(MdbTable, ReadsADatabaseOfOthers) {
     EXPECT_THROW(ReadMdbTable(file, "BellmarkCenters"), TableError);
 }
 
-/// Bytes of the database changed by chance, but always the same: whatever the library makes of them, an answer comes in
-/// time. Some of these files kept it busy for minutes, others made it fall.
+/// Bytes of the database changed at random, but always in the same way: the library must answer in time. Some of these
+/// files kept it busy for minutes, others made it crash.
 TEST(MdbTable, ADamagedDatabaseCostsAFewSecondsAtMost) {
     const Path whole = Path(BELLMARK_SOURCE_FOLDER) / "../shared/data/DateTestDatabase.mdb";
     if (!CanReadMdb() || !std::filesystem::exists(whole)) GTEST_SKIP() << "no library or no database";

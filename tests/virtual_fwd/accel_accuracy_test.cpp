@@ -1,4 +1,4 @@
-// How near the reference accelerometer's peaks come to the true deflections of the stand, from the volts on.
+// How close the reference accelerometer's peaks come to the true deflections of the stand, starting from the volts.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,7 +33,7 @@ AnalysedDrop Analysed(const AccelPulseModel& pulse, Random& random) {
     return drop;
 }
 
-/// A drop within what is measured: 150 to 1500 microns, 25 to 35 ms.
+/// A drop within the usual range: 150 to 1500 microns, 25 to 35 ms.
 AccelPulseModel AnyPulse(Random& random) {
     AccelPulseModel pulse;
     pulse.peakMicrons = 150 + 1350 * random.Next();

@@ -1,5 +1,4 @@
-// What the imaginary FWD writes is read back as the program reads an FWD's file, and must be what the drops really
-// were.
+// The imaginary FWD's files are read back like an FWD's file, and must give the true values of the drops.
 #include "virtual_fwd/fwd_documents.h"
 
 #include <gtest/gtest.h>
@@ -33,8 +32,8 @@ struct LoadUnitCase {
 };
 
 // Loads of 6025.14 and 16100.5 pounds, divided by the true gain of 1.01 and converted by an independent calculation,
-// with a pound of 0.0044482 kN and plates of 5.9055 inches or 0.15 m. The factors to pounds and kN are an importer's:
-// 3.14159 x 5.9055² = 109.5627, 3.14159 x 0.15² = 0.0706858.
+// with a pound of 0.0044482 kN and plates of 5.9055 inches or 0.15 m. The factors to pounds and kN are those of an
+// importer: 3.14159 x 5.9055² = 109.5627, 3.14159 x 0.15² = 0.0706858.
 const LoadUnitCase loadUnitCases[] = {
     {"lbf", "pound-force", "inch", "5.9055", "5965", "15941", 1, 1, 1},
     {"kip", "kip", "inch", "5.9055", "5.965", "15.941", 1000, 1, 0.001},
@@ -153,8 +152,7 @@ TEST(FWDDocuments, TrialsBelongToTheTruePeaks) {
     }
 }
 
-// The drops of the deflection sensors are there in both forms, beside those of the load cell, which they leave as they
-// were.
+// Both forms hold the drops of the deflection sensors beside those of the load cell, which stay unchanged.
 TEST(FWDDocuments, ReferenceDropsBelongToTheTruePeaks) {
     CenterOptions options = SmallCenter();
     const WrittenCenter loadCellAlone(options);

@@ -1,4 +1,4 @@
-// How near a load cell calibration comes to the FWD's true gain, from the volts of the reference load cell on.
+// How close a load cell calibration comes to the FWD's true gain, starting from the volts of the reference load cell.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,9 +12,8 @@
 namespace bellmark::virtual_fwd {
 namespace {
 
-// The analysis looks at the pulse and the 50 ms before it alone. So the pulse comes 0.18 s earlier in the block than in
-// a real capture, and the block ends at 0.1 s, just behind the latest peak: a tenth of the samples gives the same
-// result.
+// The analysis uses only the pulse and the 50 ms before it. So the pulse comes 0.18 s earlier in the block than in a
+// real capture, and the block ends at 0.1 s, just after the latest peak: a tenth of the samples gives the same result.
 constexpr double earlierSeconds = 0.18;
 constexpr int neededSamples = 1500;
 
@@ -98,8 +97,8 @@ TEST(GainAccuracy, WithoutNoiseOnlyTheResolutionsAreInTheWay) {
     EXPECT_LE(ErrorsOf(options, 20, "no noise").worst, 0.0001);
 }
 
-// The peak is the largest of noisy samples: 6 pounds of noise lift it by some ten pounds, small loads relatively more.
-// That is the procedure's own, and the mean error shows it.
+// The peak is the largest of noisy samples: 6 pounds of noise raise it by some ten pounds, small loads relatively more.
+// This is part of the procedure, and the mean error shows it.
 TEST(GainAccuracy, WithNoiseTheGainIsFound) {
     const Errors errors = ErrorsOf({}, 200, "noise of 6 pounds, scatter of 0.1 %");
     EXPECT_LE(std::abs(errors.mean), 0.001);

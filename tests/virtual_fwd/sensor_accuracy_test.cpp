@@ -1,5 +1,5 @@
-// How near a calibration of the deflection sensors comes to their true gains, from the volts of the reference
-// accelerometer on: two reference trials, then two relative trials.
+// How close a calibration of the deflection sensors comes to their true gains, starting from the volts of the reference
+// accelerometer: two reference trials, then two relative trials.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ CenterConfig Today() {
     return center;
 }
 
-/// What a calibration of the sensors in mils has found.
+/// The results of a calibration of the sensors in mils.
 class SensorCalibration {
   public:
     explicit SensorCalibration(const CenterOptions& options)
@@ -53,7 +53,7 @@ class SensorCalibration {
     std::vector<double> interimGains;             ///< means of the reference trials
     std::vector<double> finalGains;               ///< means of the relative trials
     std::vector<std::vector<double>> stdErrors;   ///< of the slopes, by reference trial and sensor
-    std::vector<std::vector<double>> trialGains;  ///< the same way
+    std::vector<std::vector<double>> trialGains;  ///< by reference trial and sensor
     double worstRelativeError = 0;                ///< largest standard error of a relative trial, microns
 
   private:
@@ -67,7 +67,7 @@ class SensorCalibration {
         return drop.PeakEnglish;
     }
 
-    /// The sensor's readings of a trial as they stand in its file, mils.
+    /// The sensor's readings of a trial in its file, mils.
     std::vector<double> Written(const std::vector<DropReading>& readings, std::size_t sensor) const {
         std::vector<double> mils;
         for (const DropReading& reading : readings) {
@@ -103,7 +103,7 @@ class SensorCalibration {
         }
     }
 
-    /// Gains in proportion to the mean of all sensors over that of each, readings taken with the interim gains.
+    /// Gains in proportion to the mean of all sensors divided by that of each; readings taken with the interim gains.
     void Relative(int trial) {
         const auto readings = Read(trial, DrawRelativeDrops(options_, trial, fwdRandom_));
         std::vector<std::vector<double>> mils;
@@ -123,7 +123,7 @@ class SensorCalibration {
         worstRelativeError = std::max(worstRelativeError, StandardError(mils, means, grandMean));
     }
 
-    /// What neither sensor nor set of five drops explains, microns.
+    /// Scatter that neither sensor nor set of five drops explains, microns.
     static double StandardError(const std::vector<std::vector<double>>& mils, const std::vector<double>& means,
                                 double grandMean) {
         constexpr std::size_t setLength = 5;
@@ -163,7 +163,7 @@ struct Errors {
     double worst = 0;
 };
 
-/// Of all sensors of all seeds; prints them in percent.
+/// Errors of all sensors of all seeds; prints them in percent.
 Errors ErrorsOf(std::vector<double> SensorCalibration::*gains, const char* what) {
     Errors errors;
     for (const SensorCalibration& calibration : Calibrations()) {
@@ -192,7 +192,7 @@ TEST(SensorAccuracy, TwoRelativeTrialsFindThemBetter) {
     EXPECT_LE(errors.worst, 0.001);
 }
 
-// A sound FWD passes what the procedure asks of it: pairs of trials within 0.005, standard errors within 0.002 and 3
+// A sound FWD meets the limits of the procedure: pairs of trials within 0.005, standard errors within 0.002 and 3
 // microns.
 TEST(SensorAccuracy, SoundSensorsKeepTheLimits) {
     double difference = 0, stdError = 0, relativeError = 0;

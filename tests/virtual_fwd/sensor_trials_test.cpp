@@ -1,5 +1,5 @@
-// What the imaginary FWD's deflection sensors write of drops in the stand is read back as the program reads an FWD's
-// file, and must be what the drops really were.
+// The imaginary FWD's files of drops in the stand are read back like an FWD's file, and must give the true values of
+// the drops.
 #include "virtual_fwd/sensor_trials.h"
 
 #include <gtest/gtest.h>
@@ -70,7 +70,7 @@ TEST(SensorTrials, EverySensorOfEveryMakeReadsTheTruePeaks) {
         const char* loadUnits;
         double micronsPerUnit;
         double step;  ///< in the file's unit
-        double gain;  ///< about which the initial gains lie
+        double gain;  ///< mean of the initial gains
     } cases[] = {
         {"dynatest", false, 9, "FWD-101", "pound-force", 25.4, 0.01, 1},
         {"carlbro", true, 5, "Carl Bro 101", "kilo-Pascal", 1, 0.1, 10.8},
@@ -98,7 +98,7 @@ TEST(SensorTrials, EverySensorOfEveryMakeReadsTheTruePeaks) {
                     EXPECT_NEAR(gain, test.gain, 0.01 * test.gain);
                     const double steps = readings[s + 1] / test.step;
                     EXPECT_NEAR(steps, std::round(steps), 1e-6);
-                    // The stand's ends move 0.1 % more or less than its middle, nearly; turned over, the other way.
+                    // The stand's ends move about 0.1 % more or less than its middle; turned over, the other way.
                     const double place = 2 * static_cast<double>(s) / (test.sensors - 1) - 1;
                     const double found = readings[s + 1] * test.micronsPerUnit * fwd.sensors[s].trueGain / gain;
                     const double share = found / drops[drop].microns - 1;
@@ -115,7 +115,7 @@ TEST(SensorTrials, WhatIsSpoiledOnRequestIsSpoiledAndNothingElse) {
     const VirtualFWD fwd = FWDFor(options);
     const TrialFile right = ReferenceFile(fwd, options.fwd.sensors, 2);
     SensorOptions spoiled = options.fwd.sensors;
-    spoiled.badReadings = {{{2, 3, 1}, 0}, {{1, 1, 1}, 3}};  // the second of another trial
+    spoiled.badReadings = {{{2, 3, 1}, 0}, {{1, 1, 1}, 3}};  // the second belongs to another trial
     const TrialFile bad = ReferenceFile(fwd, spoiled, 2);
     spoiled.badReadings.clear();
     spoiled.missing = {{2, 1}, {1, 5}};
@@ -161,7 +161,7 @@ TEST(SensorTrials, GainsGivenAndTheNumberOfSensorsChangeNoOtherGain) {
     for (const char* line : {"\r\nSensor2.TrueGain=", "\r\nSensor2.InitialGain=10.75\r\n", "\r\nBadSensor=2\r\n"})
         EXPECT_NE(told.find(line), std::string::npos) << told;
     EXPECT_EQ(told.find("Sensor7"), std::string::npos);
-    // A KUAB's first sensor is 0.
+    // A KUAB's first sensor is number 0.
     options = OptionsFor("kuab", true, 7);
     EXPECT_EQ(SensorGainsText(FWDFor(options), options.fwd.sensors).substr(0, 25), "Sensor0.SerialNumber=D1\r\n");
 }
