@@ -41,7 +41,7 @@ class GeneralTab {
     void ShowSequence();  ///< the run's load levels and drops, in the lists
     void ShowComment();
     void ShowAutoPrint();
-    /// The current load trigger, as the operator reads it.
+    /// The plain numbers of both triggers; ShowTrigger formats that of the load cell.
     void ShowPlainTrigger();
     void ShowTrigger();
     /// The measured and accepted values, in green: the trigger level; the least number of drops, and all numbers above
