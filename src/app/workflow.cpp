@@ -200,6 +200,7 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
 }
 
 void ResumeUnacceptedTrial(CalibrationRun& run) {
+    if (!run.FlagUnacceptedTrial) return;
     const Procedure procedure = ProcedureOfUnacceptedTrial(run);
     run.FlagUnacceptedTrial = procedure != Procedure::None;
     run.Trial.procedure = procedure;

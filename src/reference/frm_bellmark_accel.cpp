@@ -7,7 +7,6 @@
 #include "app/replay.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
-#include "platform/files.h"
 #include "platform/numbers.h"
 #include "reference/hand_button.h"
 #include "reference/reference_instrument.h"
@@ -41,11 +40,7 @@ void frmBellmark_Accel::TellWhatIsToBeRepeated() {
     const TrialInHand& left = run_.Trial;
     const TrialInHand trial = TrialOfSetup(run_);
     const bool changed = left.DropSequenceIndex > 0 && left.procedure == trial.procedure && left.number == trial.number;
-    const bool isFirstSinceStart = left.procedure == Procedure::None;
-    const bool wasInterrupted =
-        isFirstSinceStart && !ListFilesWithPrefix(program_.Services.files, program_.InterimFolder(),
-                                                  DropFilePrefix(trial.procedure, trial.number))
-                                  .empty();
+    const bool wasInterrupted = left.wasInterrupted && left.procedure == trial.procedure;
     if (!changed && !wasInterrupted) return;
     program_.ShowBox((changed ? std::string("Units, heights or drops were changed in the middle of trial ")
                               : std::string("The program ended in the middle of trial ")) +

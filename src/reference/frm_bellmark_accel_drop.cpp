@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/doors.h"
+#include "app/interim_store.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "platform/dialogs.h"
@@ -271,6 +272,8 @@ void frmBellmark_AccelDrop::cmdAccept_Click() {
     auto& collection = program_.The<CollectionDoor>();
     if (!wasReplay) collection.GetResults();
     collection.PollButton(true);
+    // From the first drop on the run's file tells that drops are in hand: a restart loses them.
+    if (!wasReplay && trial.DropSequenceIndex == 1 && run.InterimCalOpen) SaveInterimCalibration(program_);
 }
 
 void frmBellmark_AccelDrop::cmdReject_Click() {

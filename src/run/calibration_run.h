@@ -116,6 +116,8 @@ struct TrialInHand {
     bool ReplayMode() const { return reviewed.has_value(); }
     /// The operator came back to the drops from the FWD's data.
     bool TrialReview() const { return reviewed && reviewed->isCounted; }
+    /// Drops of it were in hand when the program ended, and are not any more.
+    bool wasInterrupted = false;
 };
 
 /// What a caller hands to a numbered message: elements 1 to 5, element 0 is not used.

@@ -205,8 +205,12 @@ void SetInterimState(ProfileStrings& strings, const CalibrationRun& run, const C
     keys.Number("AccelDailyCalibration-1GStdDev", center.AccelDailyCalibrationMinus1GStdDev);
     keys.Number("AccelDailyCalibration+1GFlipStdDev", center.AccelDailyCalibrationPlus1GFlipStdDev);
     keys.Text("SimDataLocation", PathText(run.SimDataLocation));
-    const Procedure waiting = run.FlagUnacceptedTrial ? run.Trial.procedure : Procedure::None;
-    keys.Number("ProcedureOfUnacceptedTrial", static_cast<int>(waiting));
+    const auto trialIf = [&](bool isMeant) {
+        return static_cast<int>(isMeant ? run.Trial.procedure : Procedure::None);
+    };
+    keys.Number("ProcedureOfUnacceptedTrial", trialIf(run.FlagUnacceptedTrial));
+    const bool hasDrops = run.Trial.DropSequenceIndex > 0 || run.Trial.wasInterrupted;
+    keys.Number("ProcedureOfDropsInHand", trialIf(hasDrops && !run.FlagUnacceptedTrial));
     const auto shape = [&](const char* name, std::size_t t, const TrialShape& of) {
         keys.Number(Key(name, t, "Heights"), of.heights);
         keys.Number(Key(name, t, "Drops"), of.dropsPerHeight);
@@ -309,7 +313,10 @@ void ReadInterimState(const ProfileStrings& strings, CalibrationRun& run) {
     run.SensorType = type.empty() ? notChosen : StoredWhole(type, notChosen, mostSensorTypes);
     run.LoadCellOnly = keys.Boolean("LoadCellOnly");
     run.SimDataLocation = PathFromText(keys.Text("SimDataLocation"));
-    run.Trial.procedure = static_cast<Procedure>(keys.Whole("ProcedureOfUnacceptedTrial", lastProcedure));
+    const auto procedure = [&](const char* key) { return static_cast<Procedure>(keys.Whole(key, lastProcedure)); };
+    run.Trial.procedure = procedure(run.FlagUnacceptedTrial ? "ProcedureOfUnacceptedTrial" : "ProcedureOfDropsInHand");
+    run.Trial.wasInterrupted = !run.FlagUnacceptedTrial && run.Trial.procedure != Procedure::None;
+    run.Trial.shape = {run.NumberLoadLevels, run.NumberDropsPerLoadLevel, run.EnglishUnits};
     const auto marks = [&](const char* name, std::array<bool, maxDrops>& flags) {
         std::array<double, maxDrops> numbers{};
         keys.List(name, numbers);

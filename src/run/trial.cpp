@@ -114,6 +114,7 @@ void DropCountedTrial(CalibrationRun& run) {
 void LeaveTrial(CalibrationRun& run) {
     run.FlagUnacceptedTrial = false;
     run.Trial.DropSequenceIndex = 0;
+    run.Trial.wasInterrupted = false;
     run.Trial.DropNoiseFlags = {};
     run.Trial.DropRangeFlags = {};
 }

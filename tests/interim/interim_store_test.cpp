@@ -10,6 +10,7 @@
 #include "platform/profile_strings.h"
 #include "run/center_keys.h"
 #include "run/interim_keys.h"
+#include "run/trial.h"
 #include "tests/interim/full_run.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
@@ -149,6 +150,24 @@ TEST_F(InterimStoreTest, TheTrialThatWaitsIsKnownAfterARestart) {
         if (row.expected == none) continue;
         EXPECT_EQ(run.Trial.number, row.expected == loadCell ? 1 : 2);
         EXPECT_EQ(run.Trial.shape, row.expected == loadCell ? (TrialShape{3, 5, true}) : (TrialShape{4, 10, false}));
+    }
+}
+
+TEST_F(InterimStoreTest, ARestartKnowsThatDropsWereInHand) {
+    CalibrationRun& run = program.Run;
+    run.FlagUnacceptedTrial = false;
+    run.Trial.DropSequenceIndex = 3;
+    for (const bool wasRejected : {false, true}) {
+        if (wasRejected) LeaveTrial(run);
+        // Twice: what was known at the first restart is so at the second.
+        for (int restart = 0; restart < 2; ++restart) {
+            ASSERT_TRUE(SaveInterimCalibration(program));
+            ASSERT_TRUE(LoadInterimCalibration(program));
+            EXPECT_EQ(run.Trial.wasInterrupted, !wasRejected);
+            EXPECT_EQ(run.Trial.procedure, wasRejected ? Procedure::None : Procedure::LoadCell);
+            EXPECT_EQ(run.Trial.DropSequenceIndex, 0);
+            EXPECT_FALSE(run.FlagUnacceptedTrial);
+        }
     }
 }
 

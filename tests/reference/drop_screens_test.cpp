@@ -172,6 +172,19 @@ TEST_F(DropScreensTest, NoDropIsTakenUntilTheTrialIsEnteredAgain) {
     }
 }
 
+TEST_F(DropScreensTest, OnlyDropsThatWereInHandWhenTheProgramEndedAreToBeRepeated) {
+    Take();
+    for (const bool wasInterrupted : {false, true}) {
+        run.Trial = {};  // as after a restart; the file of the drop is still there
+        run.Trial.procedure = wasInterrupted ? Procedure::LoadCell : Procedure::None;
+        run.Trial.wasInterrupted = wasInterrupted;
+        machine.dialogs.QueueAnswer(Answer::OK);
+        collection->Bellmark();
+        EXPECT_EQ(Boxes().size(), wasInterrupted ? 1U : 0U);
+        EXPECT_FALSE(run.Trial.wasInterrupted) << "told once";
+    }
+}
+
 TEST_F(DropScreensTest, AnAcceptedReferenceTakesNoMoreDrops) {
     run.CurrentProcedure = Procedure::Sensors;
     run.RefTrials = 2;
