@@ -27,7 +27,7 @@ using namespace bellmark;
 constexpr const char* helpText = R"(bellmark-console --folder PROGRAM_FOLDER [--echo | --progress] SCRIPT
 
 Runs Bellmark by a script of an operator's actions. SCRIPT is a file, or - for standard input. --echo prints each line and
-each message box as it comes, --progress the comments on lines of their own. One command a line, # starts a comment, texts stand in double quotes with \", \\ and \n.
+each message box as it comes, --progress the comments on lines of their own. One command per line, # starts a comment, texts are in double quotes with \", \\ and \n.
 A control C is screen.control or screen.control(index).
 
   click C                      clicks a button, option, check box, label or cell of a screen

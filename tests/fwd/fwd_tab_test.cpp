@@ -318,7 +318,7 @@ TEST_F(FWDTabs, WhatAFileLacksOrHasWrongIsTold) {
     machine.dialogs.TakeBoxes();
     const FileCase cases[] = {
         {"no sensors", "Sensors = 6", "Sensors = 0", "Still missing: the number of sensors", 0, 0},
-        {"three sensors", "Sensors = 6", "Sensors = 3", "Still missing: the number of sensors", 3, 0},
+        {"three sensors", "Sensors = 6", "Sensors = 3", "The file lists 6 serial numbers for 3 sensors", 3, 0},
         {"a sensor too many", "Sensors = 6", "Sensors = 13", "tells of 13 deflection sensors", 6, 1.006},
         {"a hundred sensors", "Sensors = 6", "Sensors = 100", "tells of 100 deflection sensors", 6, 1.006},
         {"a number in words", "Sensors = 6", "Sensors = six", "Still missing: the number of sensors", 0, 0},
