@@ -36,7 +36,7 @@ frmResults::frmResults(Program& program)
     cmdSaveCertificate.Click = [this] { SaveCertificateText(); };
     cmdNext.Click = [this] { cmdNext_Click(); };
     cmdMainMenu.Click = [this] { cmdMainMenu_Click(); };
-    Recompute();
+    frmResults::Recompute();
     tabs_.Show(LoadCell.optLoadCell);
 }
 

@@ -52,9 +52,10 @@ double MeanGain(const SensorCalRecord& sensor, std::size_t trials) {
 }
 
 double PairDifference(const SensorCalRecord& sensor, std::size_t trials) {
+    const std::size_t pairs = trials / 2;
     double sum = 0;
     for (std::size_t t = 0; t + 1 < trials; t += 2) sum += sensor.RefTrial[t + 1].Gain - sensor.RefTrial[t].Gain;
-    return sum / static_cast<double>(trials / 2);
+    return sum / static_cast<double>(pairs);
 }
 
 void AddSensor(ReferenceStatistics& stats, const SensorCalRecord& sensor, std::size_t s, std::size_t trials) {
