@@ -29,10 +29,7 @@ void FillDevice(const FWDDocument& document, CalibrationRun& run, std::size_t de
         }
         return;
     }
-    SensorCalRecord& sensor = run.Sensor.at(device);
-    const int field = static_cast<int>(device) + 1;
-    if (sensor.SerialNumber.empty()) sensor.SerialNumber = document.SensorSerialNumber(field);
-    if (sensor.InitialGain == 0) sensor.InitialGain = document.SensorGain(field);
+    FillSensor(document, run, device);
 }
 
 bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
@@ -78,6 +75,13 @@ double StoredLoad(double value, std::string_view loadUnits, double radius, std::
 
 double StoredDeflection(double value, std::string_view deflectionUnits) {
     return Round(value, deflectionUnits == "mils" ? 2 : 4);
+}
+
+void FillSensor(const FWDDocument& document, CalibrationRun& run, std::size_t index) {
+    SensorCalRecord& sensor = run.Sensor.at(index);
+    const int field = static_cast<int>(index) + 1;
+    if (sensor.SerialNumber.empty()) sensor.SerialNumber = document.SensorSerialNumber(field);
+    if (sensor.InitialGain == 0) sensor.InitialGain = document.SensorGain(field);
 }
 
 FWDPeaks ReadFWDPeaks(const PDDXFile& file, CalibrationRun& run) {

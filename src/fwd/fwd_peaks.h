@@ -10,6 +10,7 @@
 /// The FWD's measured peaks, read from the document of its data file.
 namespace bellmark {
 
+class FWDDocument;
 class PDDXFile;
 
 struct FWDPeaks {
@@ -30,6 +31,10 @@ double StoredLoad(double value, std::string_view loadUnits, double radius, std::
 
 /// The stored deflection: rounded to two decimals for "mils", otherwise to four.
 double StoredDeflection(double value, std::string_view deflectionUnits);
+
+/// Takes a sensor's serial number and initial gain from the document where the run does not know them yet. index: from
+/// 0. A sensor without any gain gets none.
+void FillSensor(const FWDDocument& document, CalibrationRun& run, std::size_t index);
 
 /// Takes the peaks of every device into the trial in hand: drop n of the file is drop n of the reference. Serial
 /// numbers and gains that the run lacks are taken too; a load cell without any gain gets 1.0, a sensor does not.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "fwd/fwd_document.h"
+#include "fwd/fwd_peaks.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 
@@ -20,13 +21,6 @@ std::size_t SensorsOf(const CalibrationRun& run) {
 
 std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
     return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
-}
-
-void FillSensor(const FWDDocument& document, CalibrationRun& run, std::size_t index) {
-    SensorCalRecord& sensor = run.Sensor[index];
-    const int field = static_cast<int>(index) + 1;
-    if (sensor.SerialNumber.empty()) sensor.SerialNumber = document.SensorSerialNumber(field);
-    if (sensor.InitialGain == 0) sensor.InitialGain = document.SensorGain(field);
 }
 
 void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, std::size_t index, RelativeReadings& found) {
