@@ -3,13 +3,54 @@
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
+#include <dlfcn.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <csignal>
 #endif
 
 #include "tests/support/temporary_folder.h"
+
+#ifndef _WIN32
+
+namespace {
+
+/// The system's call that fails, and how often it succeeds before.
+struct FailingCall {
+    std::string name;
+    int successes = 0;
+} failingCall;
+
+bool Fails(const char* name) {
+    if (failingCall.name != name || failingCall.successes-- > 0) return false;
+    errno = EIO;
+    return true;
+}
+
+template <class Call>
+Call* SystemCall(const char* name) {
+    return reinterpret_cast<Call*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+// These stand before the system's own.
+extern "C" {
+int fsync(int handle) {
+    return Fails("fsync") ? -1 : SystemCall<int(int)>("fsync")(handle);
+}
+int rename(const char* from, const char* to) {
+    return Fails("rename") ? -1 : SystemCall<int(const char*, const char*)>("rename")(from, to);
+}
+int fchmodat(int folder, const char* path, mode_t mode, int flags) {
+    return Fails("fchmodat") ? -1
+                             : SystemCall<int(int, const char*, mode_t, int)>("fchmodat")(folder, path, mode, flags);
+}
+}
+
+#endif
 
 namespace bellmark {
 namespace {
@@ -144,6 +185,24 @@ TEST_F(Files, AFailedWriteLeavesTheOldFileAlone) {
     EXPECT_EQ(reason, "File too large");
     EXPECT_EQ(files_.ReadBytes(path, 100), "old");
     EXPECT_EQ(EntryCount(), 1U) << "the temporary file was left";
+}
+
+// So a caller need not know which of the calls has failed: it is told, and the file is the old one.
+TEST_F(Files, EachFailingCallOfAReplacementLeavesTheOldFileAlone) {
+    const Path path = folder_ / "plain";
+    for (const char* call : {"fsync", "fchmodat", "rename"}) {
+        files_.ReplaceFile(path, "old");
+        failingCall = {call, 0};
+        EXPECT_EQ(Reason([&] { files_.ReplaceFile(path, "new"); }), "Input/output error") << call;
+        failingCall = {};
+        EXPECT_EQ(files_.ReadBytes(path, 100), "old") << call;
+        EXPECT_EQ(EntryCount(), 1U) << call << " left the temporary file";
+    }
+    // The second flush is the folder's, after the file is in its place.
+    failingCall = {"fsync", 1};
+    EXPECT_EQ(Reason([&] { files_.ReplaceFile(path, "new"); }), "no error");
+    failingCall = {};
+    EXPECT_EQ(files_.ReadBytes(path, 100), "new");
 }
 
 #endif
