@@ -42,7 +42,7 @@ void ShowFlipResult(Program& program) {
 
 void CheckPrerequisites(Program& program) {
     if (!program.The<PrerequisitesDoor>().PrerequisitesMet(program.Run.CurrentProcedure)) return;
-    // The list was passed earlier: the trial is next.
+    // The list was completed earlier: the trial is next.
     program.Run.CurrentProcStep = step::sensorsTrial;
     ReturnToProcedure(program, program.Run.CurrentProcedure);
 }
@@ -55,7 +55,7 @@ void CollectWhileAccelerometerHolds(Program& program) {
     if (AccelCalCurrent(program)) {
         CollectDrops(program);
     } else {
-        // No drop may be taken behind the flip, with the old calibration.
+        // During the flip calibration no drop may be taken with the old calibration.
         program.The<CollectionDoor>().DisableButtons();
         program.The<DropDoor>().DisableButtons();
         OpenFlip(program);
@@ -191,7 +191,7 @@ Procedure ProcedureOfUnacceptedTrial(const CalibrationRun& run) {
     };
     const auto isOfATrial = [](Procedure p) { return p == Procedure::Sensors || p == Procedure::LoadCell; };
     if (isOfATrial(run.Trial.procedure)) return mayBe(run.Trial.procedure) ? run.Trial.procedure : Procedure::None;
-    // A file of before the procedure was kept: what fits best. A trial that was accepted has a gain.
+    // Older files do not hold the procedure: the best match is taken. An accepted trial has a gain.
     if (!mayBeLoadCell && !mayBeSensors) return Procedure::None;
     if (mayBeLoadCell != mayBeSensors) return mayBeLoadCell ? Procedure::LoadCell : Procedure::Sensors;
     if (isOfATrial(run.CurrentProcedure)) return run.CurrentProcedure;

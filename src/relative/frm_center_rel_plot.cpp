@@ -55,7 +55,7 @@ void frmCenterRelPlot::cmdNext_Click() {
         return;
     }
     if (!AskToAccept()) return;
-    // The report first: when it cannot be written, the trial still waits for its answer.
+    // The report comes first: if it cannot be written, the trial still waits for its answer.
     WriteReport();
     program_.The<CenterRelativeDoor>().AcceptRelativeTrial();
 }

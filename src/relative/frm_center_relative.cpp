@@ -58,7 +58,7 @@ std::size_t frmCenterRelative::Trial() const {
 // ---- entries
 
 void frmCenterRelative::Start() {
-    // A trial that was read and not answered is still there.
+    // A trial that was read is still neither accepted nor rejected.
     if (run_.RelTrialInHand) return ReturnFromPlot();
     if (run_.RelTrials >= 2) TellTrialsDone();
     const bool pairsAreComplete = run_.RelTrials >= 2 && run_.RelTrials % 2 == 0;
@@ -170,7 +170,7 @@ void frmCenterRelative::SetUpGrids() {
 }
 
 void frmCenterRelative::ShowSensors() {
-    const int sensors = std::clamp(run_.NumberSensors, 0, static_cast<int>(maxSensors));
+    const int sensors = static_cast<int>(SensorCount(run_));
     for (int s = 0; s < sensors; ++s) {
         const auto index = static_cast<std::size_t>(s);
         const SensorCalRecord& sensor = run_.Sensor.at(index);
@@ -208,7 +208,7 @@ void frmCenterRelative::grdSensors_CellEdit(int row, int column, const std::stri
         return;
     }
     run_.Sensor.at(sensor).RelTrial.at(Trial()).Position = isEmpty ? 0 : static_cast<int>(*number);
-    // Another sensor may be the only one in its place now.
+    // A position may have become unique.
     for (int s = 0; s + headingRows < grdSensors.Rows(); ++s) ShowPosition(static_cast<std::size_t>(s));
 }
 
@@ -256,7 +256,7 @@ void frmCenterRelative::cmdBrowse_Click() {
     }
 }
 
-/// A document that was not to be replaced is read as it is.
+/// An existing document that the operator did not replace is read as it is.
 Path frmCenterRelative::DocumentOf(const FWDFile& file) const {
     if (file.isReady) return file.document;
     return program_.InterimFolder() / PathFromText(PathText(file.chosen.stem()) + "cvt.ddx");
@@ -265,7 +265,7 @@ Path frmCenterRelative::DocumentOf(const FWDFile& file) const {
 void frmCenterRelative::TakeDocument(const PDDXFile& document, const FWDFile& file) {
     const RelativeReadings readings = ReadRelativeTrial(document, run_);
     if (readings.dropsInFile != relativeDrops) TellDropCount(readings.dropsInFile);
-    // A file without drops has nothing to go on with: the trial stays as it was.
+    // A file without drops leaves the trial unchanged.
     if (readings.dropsInFile == 0) return;
     run_.RelTrialInHand = {PathText(file.chosen.filename()), readings.dropsInFile};
     DoRelativeDataAnalysis(run_);

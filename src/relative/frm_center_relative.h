@@ -15,8 +15,8 @@ struct CalibrationRun;
 struct FWDFile;
 struct RelativeReadings;
 
-/// The annual comparison of all sensors in the stand: takes the FWD's file of 40 drops, and shows what the analysis of
-/// variance finds in it.
+/// The annual comparison of all sensors in the stand: reads the FWD's file of 40 drops and shows its analysis of
+/// variance.
 class frmCenterRelative : public Screen, public CenterRelativeDoor {
   public:
     explicit frmCenterRelative(Program& program);

@@ -15,11 +15,7 @@ double Squared(double value) {
     return value * value;
 }
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
-/// Sums of a group of readings as they come in.
+/// Running sums of a group of readings.
 struct GroupSums {
     double sum = 0;
     double sumOfSquares = 0;
@@ -86,7 +82,7 @@ StandardErrorInUnits InBothUnits(double standardError, bool englishUnits) {
 void DoRelativeDataAnalysis(CalibrationRun& run) {
     const auto trial = static_cast<std::size_t>(run.RelTrials);
     std::vector<std::span<const double>> readings;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         readings.push_back(std::span<const double>(run.Sensor[s].RelTrial.at(trial).DropData).first(relativeDrops));
     }
     const TwoWayAnalysis found = AnalyseTwoWay(readings, relativeDropsPerSet);
@@ -114,7 +110,7 @@ void DoRelativeDataAnalysis(CalibrationRun& run) {
 
 void SetFinalGains(CalibrationRun& run) {
     const auto trials = static_cast<std::size_t>(std::clamp(run.RelTrials, 0, static_cast<int>(maxTrials)));
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         double sum = 0;
         for (std::size_t t = 0; t < trials; ++t) sum += run.Sensor[s].RelTrial[t].Gain;
         run.Sensor[s].FinalGain = trials > 0 ? sum / static_cast<double>(trials) : 0;
@@ -168,7 +164,7 @@ double PositionsAbout(double average, std::span<const ScaledSensor> sensors) {
     return sum;
 }
 
-/// Without an error to compare with, any difference between the sensors is more than chance.
+/// Without an error term any difference between the sensors counts as systematic.
 void JudgeSensors(FinalRelativeAnalysis& result, const AnalysisWarning& warn) {
     if (result.sensorDegrees > 0 && result.errorDegrees > 0 && !IsRounding(result.SSError, result.SSTotal)) {
         result.F = (result.SSSensors / result.sensorDegrees) / (result.SSError / result.errorDegrees);
@@ -209,7 +205,7 @@ std::optional<FinalRelativeAnalysis> AnalyseAllTrials(const CalibrationRun& run,
     const auto trials = static_cast<std::size_t>(std::clamp(run.RelTrials, 0, static_cast<int>(maxTrials)));
     if (trials < 2) return std::nullopt;
     std::vector<ScaledSensor> sensors;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const SensorCalRecord& record = run.Sensor[s];
         ScaledSensor sensor;
         if (record.InterimGain != 0) sensor.scale = record.FinalGain / record.InterimGain;

@@ -11,7 +11,7 @@
 #include "analysis/variance_table.h"
 
 /// The annual comparison of all deflection sensors, which stand together in the sensor stand and see the same drops
-/// (AASHTO R32, relative calibration). Everything here is numbers in, numbers out.
+/// (AASHTO R32, relative calibration). These are pure calculations.
 namespace bellmark {
 
 struct CalibrationRun;
@@ -38,8 +38,8 @@ struct TwoWayAnalysis {
     double SSTotal = 0;
 };
 
-/// readings: of each sensor its drops in their order, as many for each; a set is dropsPerSet drops in a row. Without
-/// readings everything is 0. Checked against the survival times of Box and Cox (J. R. Stat. Soc. B 26, 1964).
+/// readings: for each sensor the same number of drops in order. A set is dropsPerSet successive drops. Without readings
+/// all results are 0. Checked against the survival times of Box and Cox (J. R. Stat. Soc. B 26, 1964).
 TwoWayAnalysis AnalyseTwoWay(std::span<const std::span<const double>> readings, int dropsPerSet);
 
 /// The analysis of a trial as a table: sets, sensors, error, total. The second degrees of freedom of both probabilities
@@ -48,7 +48,7 @@ VarianceTable RelativeTrialTable(const RelativeTrialSummary& trial, int sensors,
 
 inline constexpr double largestRelativeStdError = 3;  ///< microns (AASHTO R32)
 
-/// The standard error of a trial as both units have it.
+/// The standard error of a trial in both units.
 struct StandardErrorInUnits {
     double mils = 0;
     double microns = 0;
@@ -56,12 +56,12 @@ struct StandardErrorInUnits {
 };
 StandardErrorInUnits InBothUnits(double standardError, bool englishUnits);
 
-/// Analyses the trial in hand, the one behind the accepted ones, and stores averages, deviations, ratios, gains and
-/// sums with it. A sensor with no deflection above 0 gets ratio and gain 0: nothing can be said of it. The run must
-/// have room for the trial.
+/// Analyses the trial in hand, which follows the accepted ones, and stores averages, deviations, ratios, gains and sums
+/// in its records. A sensor without a deflection above 0 gets ratio and gain 0, which means unknown. The run must have
+/// room for the trial.
 void DoRelativeDataAnalysis(CalibrationRun& run);
 
-/// Gives each sensor the mean of its gains over the accepted trials as final gain.
+/// Sets each sensor's final gain to the mean of its gains over the accepted trials.
 void SetFinalGains(CalibrationRun& run);
 
 // ---- all accepted trials together
@@ -73,7 +73,7 @@ struct PlacedReadings {
     int position = 0;                  ///< in the stand, from 1; 0 when it is not known
 };
 
-/// A sensor in all trials. Its readings carry the interim gain; scaled they carry the final one.
+/// A sensor in all trials. Its readings include the interim gain; scaled, the final gain.
 struct ScaledSensor {
     double scale = 0;  ///< final over interim gain; 0 without an interim gain
     std::vector<PlacedReadings> trials;
@@ -94,15 +94,15 @@ struct FinalRelativeAnalysis {
     const char* verdict = "";
 };
 
-/// Are the sensors, once scaled to agree, spread by chance alone? Since the final gains are made so that the averages
-/// agree, the answer is nearly always yes. trialAverages: of each trial over all sensors, as stored.
+/// Tests whether the scaled sensors differ by chance alone. The final gains are chosen so that the averages agree, so
+/// the answer is nearly always yes. trialAverages: of each trial over all sensors, as stored.
 ///
-/// The sum of the positions counts each four times, not forty times, and scaled readings are rounded to two decimals:
-/// so the procedure has it, in mils and in microns.
+/// The procedure defines that the positions' sum counts each position four times, not forty times, and that scaled
+/// readings are rounded to two decimals, in mils as in microns.
 FinalRelativeAnalysis AnalyseAllTrials(std::span<const ScaledSensor> sensors, std::span<const double> trialAverages,
                                        const AnalysisWarning& warn);
 
-/// The same of the run's accepted trials; nothing below two of them.
+/// The same for the run's accepted trials; nothing for fewer than two.
 std::optional<FinalRelativeAnalysis> AnalyseAllTrials(const CalibrationRun& run, const AnalysisWarning& warn);
 
 }  // namespace bellmark

@@ -94,7 +94,7 @@ void SetVerticalAxis(const ShownTrial& shown, Plot& plot) {
     const bool english = shown.run.EnglishUnits;
     const DeflectionAxis axis = AxisOfDeflections(least, largest, english);
     plot.vertical = {english ? "Deflections (mils)" : "Deflections (microns)", axis.lowest, axis.highest, axis.step};
-    // A tick of 19.24 mils must not be called 19.2.
+    // A tick at 19.24 mils must not be labelled 19.2.
     const bool hasTenths = Round(axis.step * 10, 6) == std::floor(Round(axis.step * 10, 6));
     plot.vertical.decimals = !english ? 0 : hasTenths ? 1 : 2;
 }
@@ -106,7 +106,7 @@ DeflectionAxis AxisOfDeflections(double least, double largest, bool englishUnits
     constexpr double endMultiple = 80;
     constexpr double stepMultiple = 4;
     constexpr double steps = 10;
-    constexpr double slack = 1e-9;  // a value that is a multiple but for rounding
+    constexpr double slack = 1e-9;  // tolerates rounding in multiples
     const double unit = englishUnits ? 0.01 : 1;
     const double span = largest - least;
     const double high = (largest + freeShare * span) / unit;

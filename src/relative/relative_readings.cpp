@@ -15,10 +15,6 @@ namespace {
 constexpr long long mostDropsRead = 50;
 constexpr double largestReading = 1e9;  ///< far above what any FWD measures, in whatever unit
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
     return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
 }
@@ -65,7 +61,7 @@ RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run) {
     found.dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
     if (found.dropsInFile == 0) return found;
     found.deflectionUnits = document.Units().deflection;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         FillSensor(document, run, s);
         ReadRelativeDrops(document, run, s, found);
     }

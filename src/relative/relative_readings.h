@@ -5,7 +5,7 @@
 
 #include "run/calibration_run.h"
 
-/// The readings of an annual relative trial, out of the document of the FWD's data file.
+/// The readings of an annual relative trial, from the document of the FWD's data file.
 namespace bellmark {
 
 class FWDDocument;
@@ -13,12 +13,12 @@ class PDDXFile;
 
 struct RelativeReadings {
     long long dropsInFile = 0;  ///< test locations times the drops of the first one
-    /// What stands where a reading should be and is none, as "Drop 5, sensor 3: \"abc\"". It counts as 0.
+    /// Fields that are not readings, such as "Drop 5, sensor 3: \"abc\"". They count as 0.
     std::vector<std::string> unreadable;
-    std::string deflectionUnits;  ///< the file's own word
+    std::string deflectionUnits;  ///< as the file has them
 };
 
-/// Whether the word is the run's unit of deflection.
+/// Whether the word means the run's unit of deflection.
 enum class UnitAgreement { Agrees, Differs, Unknown };
 UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits);
 
@@ -26,9 +26,9 @@ UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishU
 /// rounded half to even to four decimals for mils, two for microns. Without an initial gain it is 0.
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits);
 
-/// Takes the readings of all sensors as those of the trial in hand; there must be room for it. Drops count through all
-/// test locations. Drops that the file lacks are 0, those behind the 50th are left out. Serial numbers and initial
-/// gains that the run does not know yet are taken along. A file without drops changes nothing.
+/// Stores the readings of all sensors in the trial in hand; there must be room for it. Drops are numbered through all
+/// test locations. Missing drops are 0, those after the 50th are ignored. Serial numbers and initial gains that the run
+/// lacks are taken, too. A file without drops changes nothing.
 RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run);
 
 }  // namespace bellmark

@@ -41,8 +41,8 @@ class Report {
     void Line(int column, std::string_view label, std::string_view value = {}) {
         text_.At(column, label).Then(value).EndLine();
     }
-    /// A number at its column, with a blank in front. One that leaves the next no room sends it to a new line: digits
-    /// of two numbers must never stand together.
+    /// Writes a number at its column, with a blank before it. If the column is already taken, the number starts a new
+    /// line: the digits of two numbers must never touch.
     void Number(int column, std::string_view value) { text_.At(column - 1, ' ' + std::string(value)); }
 
     void WriteHeading() {
@@ -69,13 +69,12 @@ class Report {
         Line(7, "    Serial   Stand    Average Def.  Std.Dev. Initial  Interim   Means  Rel. Trial ");
         Line(7, run_.EnglishUnits ? "No. Number  Position     (mils)      (mils)   Gain      Gain    Ratio     Gain"
                                   : "No. Number  Position   (microns)   (microns)  Gain      Gain    Ratio     Gain");
-        const auto sensors = std::clamp(run_.NumberSensors, 0, static_cast<int>(maxSensors));
-        for (int sensor = 0; sensor < sensors; ++sensor) WriteSensor(sensor);
+        for (int sensor = 0; sensor < static_cast<int>(SensorCount(run_)); ++sensor) WriteSensor(sensor);
         Blank();
     }
 
-    /// The serial number ends in front of the stand position: a long one begins further to the left, and takes the
-    /// sensor's number along.
+    /// The serial number ends before the stand position. A long one begins further to the left, and so does the
+    /// sensor's number.
     void WriteSensor(int index) {
         constexpr std::size_t usualLength = 9;
         constexpr int numberColumn = 7;
@@ -140,7 +139,7 @@ class Report {
 }  // namespace
 
 std::string RelativeReportName(const CalibrationRun& run, std::size_t trial, DateTime today) {
-    // A file's name has room for some 200 letters.
+    // File names hold about 200 characters.
     constexpr std::size_t longestSerial = 120;
     return FileNameOf(FirstCharacters(run.DeviceSerialNumber, longestSerial) + ' ' + Format(today, "dd-mm-yyyy") + ' ' +
                       NumberText(trial + 1) + ".RL");

@@ -6,20 +6,20 @@
 #include "analysis/analysis.h"
 #include "platform/date_time.h"
 
-/// The text report that is kept of every accepted relative trial.
+/// The text report of an accepted relative trial.
 namespace bellmark {
 
 struct CalibrationRun;
 struct CenterConfig;
 
-/// What a report tells beside run and center.
+/// What a report needs besides run and center.
 struct RelativeReportFacts {
     std::string fileName;     ///< of the report itself
     std::string rawFileName;  ///< the FWD's file as the operator chose it
     DateTime now{};
 };
 
-/// "<FWD serial> <dd-mm-yyyy> <trial>.RL". What a file name cannot hold becomes "-". trial: index from 0.
+/// "<FWD serial> <dd-mm-yyyy> <trial>.RL". Characters that file names cannot hold become "-". trial: index from 0.
 std::string RelativeReportName(const CalibrationRun& run, std::size_t trial, DateTime today);
 
 /// The report of an analysed trial, to the column, lines ending in CR LF. trial: index from 0.

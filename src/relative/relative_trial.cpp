@@ -9,10 +9,6 @@ namespace bellmark {
 
 namespace {
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
     return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
 }
@@ -22,10 +18,10 @@ const RelativeTrialRecord& TrialOfSensor(const CalibrationRun& run, std::size_t 
 }
 
 void AddDoubtsAboutPositions(const CalibrationRun& run, std::vector<std::string>& doubts) {
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const int position = TrialOfSensor(run, s).Position;
         if (position == 0) doubts.push_back("The stand position of " + SensorWords(run, s) + " is empty.");
-        for (std::size_t other = s + 1; position != 0 && other < SensorsOf(run); ++other) {
+        for (std::size_t other = s + 1; position != 0 && other < SensorCount(run); ++other) {
             if (TrialOfSensor(run, other).Position != position) continue;
             doubts.push_back("Stand position " + NumberText(position) + " is given to " + SensorWords(run, s) +
                              " and to " + SensorWords(run, other) + '.');
@@ -40,7 +36,7 @@ void BeginRelativeTrial(CalibrationRun& run) {
     if (!HasRoomForRelativeTrial(run)) return;
     const auto trial = static_cast<std::size_t>(run.RelTrials);
     run.RelTrial.at(trial) = {};
-    const std::size_t sensors = SensorsOf(run);
+    const std::size_t sensors = SensorCount(run);
     for (std::size_t s = 0; s < sensors; ++s) {
         const bool isOdd = trial % 2 == 0;
         run.Sensor[s].RelTrial[trial] = {};
@@ -56,7 +52,7 @@ void CountRelativeTrial(CalibrationRun& run) {
 
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run) {
     std::vector<std::string> lines;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const SensorCalRecord& sensor = run.Sensor[s];
         if (sensor.InterimGain == 0) {
             lines.push_back("There is no interim gain of " + SensorWords(run, s) + ": its relative gain is 0.");
@@ -77,8 +73,8 @@ std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run) {
                                           " drops in place of " + NumberText(relativeDrops) + '.');
     }
     for (std::size_t t = 0; t < static_cast<std::size_t>(run.RelTrials); ++t) {
-        bool same = SensorsOf(run) > 0;
-        for (std::size_t s = 0; same && s < SensorsOf(run); ++s)
+        bool same = SensorCount(run) > 0;
+        for (std::size_t s = 0; same && s < SensorCount(run); ++s)
             same = run.Sensor[s].RelTrial[t].DropData == TrialOfSensor(run, s).DropData;
         if (same) doubts.push_back("The readings are those of trial " + NumberText(t + 1) + ", to the last digit.");
     }
@@ -89,7 +85,7 @@ std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run) {
 bool IsPositionDoubtful(const CalibrationRun& run, std::size_t sensor) {
     const int position = TrialOfSensor(run, sensor).Position;
     if (position == 0) return true;
-    for (std::size_t other = 0; other < SensorsOf(run); ++other) {
+    for (std::size_t other = 0; other < SensorCount(run); ++other) {
         if (other != sensor && TrialOfSensor(run, other).Position == position) return true;
     }
     return false;

@@ -15,18 +15,18 @@ inline bool HasRoomForRelativeTrial(const CalibrationRun& run) {
     return run.RelTrials < static_cast<int>(maxTrials);
 }
 
-/// Begins an empty trial; what was in hand is lost. Each sensor gets its usual place in the stand: in their order in
-/// odd trials, turned round in even ones, so that no place favours a sensor.
+/// Begins an empty trial and discards the one in hand. Each sensor gets its usual place in the stand: in ascending
+/// order in odd trials, in descending order in even ones, so that no place favours a sensor.
 void BeginRelativeTrial(CalibrationRun& run);
 
-/// Counts the trial in hand, four at most, and gives each sensor the mean of its gains as final gain.
+/// Counts the trial in hand, four at most, and sets each sensor's final gain to the mean of its gains.
 void CountRelativeTrial(CalibrationRun& run);
 
-/// Sensors of the trial in hand of which nothing can be said, a line each: without a gain or without a deflection.
+/// One line for each sensor of the trial in hand without a gain or without a deflection: it has no result.
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run);
 
-/// All that makes the trial in hand doubtful, a line each: those sensors, a wrong number of drops, stand positions that
-/// are missing or given twice. Empty for a trial that may be used.
+/// One line for each doubt about the trial in hand: those sensors, a wrong number of drops, stand positions missing or
+/// given twice. Empty for a trial that may be used.
 std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run);
 
 /// Whether the stand position of a sensor in the trial in hand is missing or given to another one, too.

@@ -14,7 +14,7 @@ std::string Coefficient(double value) {
     return (value < 0 ? " " : "  ") + Format(value, "0.0000E+00");
 }
 
-/// Nothing has been measured yet while there is no date.
+/// Without a date nothing has been measured yet.
 std::string DateOrNothing(DateTime date, const char* picture) {
     return date == ZeroDate() ? std::string() : Format(date, picture);
 }

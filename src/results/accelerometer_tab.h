@@ -9,8 +9,8 @@ namespace bellmark {
 
 class Program;
 
-/// How volts become an acceleration, by the day's calibration, in words and numbers. ComputeAccelAdjustment comes
-/// first.
+/// The conversion of volts to acceleration by the day's calibration, in words and numbers. Requires
+/// ComputeAccelAdjustment.
 std::string CalculatedAcceleromterValues(const CenterConfig& center);
 
 /// The tab of frmResults with the reference accelerometer's daily calibration.

@@ -21,7 +21,7 @@ std::string GainText(double gain) {
     return Format(gain, gainPicture);
 }
 
-/// Puts values in place of keywords and remembers which it did not find.
+/// Replaces keywords by values and remembers the keywords that it did not find.
 class Filler {
   public:
     explicit Filler(RichText& text) : text_(text) {}
@@ -69,7 +69,7 @@ void FillLoadCell(Filler& filler, const CalibrationRun& run) {
     filler.Replace("LCFin", GainText(run.NewLoadCellCalibrationCenterGain));
 }
 
-/// A line for each sensor, the columns parted by tabs; a trial that was not made has an empty column.
+/// One line per sensor, its columns separated by tabs. A trial that was not made has an empty column.
 std::string SensorTable(const CalibrationRun& run) {
     std::string table;
     for (int s = 0; s < run.NumberSensors; ++s) {
@@ -110,7 +110,7 @@ std::string ReferenceMessages(const CalibrationRun& run) {
 
 std::string MessageBlock(const CalibrationRun& run, const CenterConfig& center, const CertificateBlocks& blocks) {
     std::string block = std::string(messagesHeading) + "\r\n";
-    // That trials are missing is no judgement of a load cell that nobody has calibrated.
+    // "Too few trials" says nothing about a load cell that was not calibrated.
     const bool isJudged = blocks.loadCell || run.LoadCellRefTrials >= fewestLoadCellTrials;
     if (isJudged) AddMessage(block, "Load Cell:", run.LoadCellMessage);
     AddMessage(block, "Sensor Reference Calibration:", ReferenceMessages(run));

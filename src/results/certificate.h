@@ -12,24 +12,23 @@ namespace bellmark {
 
 inline constexpr const char* certificateTemplateName = "CertificateTemplate.rtf";
 
-/// As certificates spell it: "Carlbro" is one word.
+/// The make as certificates spell it: "Carlbro" is one word.
 const char* MakerName(Make make);
 
 /// "CalibrationCertificate09-Mar-2012.rtf", without a blank before the date. ending: ".rtf" and the like.
 std::string CertificateName(DateTime today, const char* ending);
 
-/// Which blocks the certificate has: what was not calibrated is left out of it.
+/// The blocks of the certificate. It leaves out what was not calibrated.
 struct CertificateBlocks {
     bool loadCell = false;
     bool sensors = false;
 };
 
-/// Fills the template in. Returns the keywords that it does not hold; what they stand for is missing in the
-/// certificate.
+/// Fills in the template. Returns the keywords that the template lacks: their values are missing in the certificate.
 std::vector<std::string> FillCertificate(RichText& text, const CalibrationRun& run, const CenterConfig& center,
                                          const CertificateBlocks& blocks, DateTime today);
 
-/// The filled template as it is written: with margins of one inch.
+/// The filled template with margins of one inch, ready to be written.
 std::string CertificateRtf(const RichText& text);
 
 }  // namespace bellmark

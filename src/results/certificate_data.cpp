@@ -23,7 +23,7 @@ namespace {
 
 constexpr int formatVersion = 1;
 
-/// Whoever accepted the calibration has seen the warnings of its analyses.
+/// The operator has seen the warnings of the analyses before accepting the calibration.
 void AlreadyTold(const char*) {}
 
 const char* Verdict(bool isPassed) {
@@ -42,12 +42,12 @@ const char* ForceUnit(bool englishUnits) {
     return englishUnits ? "pound-force" : "kN";
 }
 
-/// Nothing for a date that is not known.
+/// Null for an unknown date.
 Json Date(DateTime date) {
     return date == ZeroDate() ? Json() : Json(Format(date, "yyyy-mm-dd"));
 }
 
-/// A message as the operator reads it, a text for each line.
+/// A message as the operator reads it, one text per line.
 Json Lines(std::string_view message) {
     std::vector<Json> lines;
     for (const std::string_view line : SplitLines(message)) {
@@ -116,7 +116,7 @@ Json ReferenceData(const CenterConfig& center) {
                                          {"dailyCalibration", daily}})}});
 }
 
-/// What a regression through the origin gave of a trial.
+/// The results of a trial's regression through the origin.
 Json::Members RegressionData(int number, const TrialRecord& trial) {
     return {{"trial", number},
             {"gain", trial.Gain},
@@ -169,7 +169,7 @@ Json ReferenceTrialData(const CalibrationRun& run, std::size_t trial) {
                          {"unitOfPeaks", DeflectionUnit(shape.englishUnits)}});
 }
 
-/// The files of a run keep no sums of squares: they follow from the readings.
+/// The files of a run do not keep the sums of squares. They are computed from the readings.
 double StdErrorOfRelativeTrial(const CalibrationRun& run, std::size_t trial) {
     std::vector<std::span<const double>> readings;
     for (int s = 0; s < run.NumberSensors; ++s) {

@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* documentFilter = "PDDX Files|*.ddx|All files|*.*";
 
-/// The run's copy of the center's configuration, with nothing of an older one left in it.
+/// Writes the run's copy of the center's configuration anew, without the keys of an older one.
 void RewriteCenterConfiguration(Program& program) {
     const Path copy = RunCenterConfig(program);
     ProfileStrings strings;
@@ -38,13 +38,13 @@ Path AskWhereToSave(Program& program, const char* title, const Path& folder, con
     return chosen ? program.Services.startDirectory / *chosen : folder / PathFromText(name);
 }
 
-/// Where the FWD's operator gets the document: the folder that the FWD's files came from.
+/// The folder that the FWD's files came from: there the FWD's operator gets the document.
 Path TransferFolder(const Program& program) {
     const std::string& folder = program.Center.LocationOfFWDDataTransfer;
     return folder.empty() ? program.Run.OutputFolder : program.Services.startDirectory / PathFromText(folder);
 }
 
-/// The waiting pointer, as long as it lives.
+/// Shows the waiting pointer during its lifetime.
 class WaitCursor {
   public:
     explicit WaitCursor(Machine& machine) : machine_(machine) { machine_.showWaiting(true); }
@@ -63,7 +63,7 @@ void KeepRecord(Program& program, const std::string& today) {
     const Path record =
         ActualPath(files, program.Run.OutputFolder / PathFromText("BellmarkCalibrationRecord " + today + ".ddx"));
     if (!files.IsFile(saved)) return;
-    // What only a resumed run needs is no part of the record.
+    // The record does not hold the keys that only a resumed run needs.
     ProfileStrings strings(ReadTextFile(files, saved));
     RemoveStateKeys(strings);
     files.RemoveFile(record);
@@ -74,14 +74,14 @@ void KeepRecord(Program& program, const std::string& today) {
 void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& today) {
     const WaitCursor wait(program.Services);
     SaveInterimCalibration(program);
-    // Saving the run has named another file. What is added to the FWD's history later goes to the FWD's own document.
+    // Saving the run has changed the file name. Later additions to the FWD's history go to the FWD's own document.
     PDDXFile& document = *program.RunDocument;
     document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
     CopyTrialData(program);
     KeepRecord(program, today);
 }
 
-/// Last of all: it tells what the other files hold.
+/// Comes last: it holds the digests of the other files.
 void WriteCertificateData(Program& program) {
     const WaitCursor wait(program.Services);
     FileSystem& files = program.Services.files;

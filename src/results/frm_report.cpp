@@ -68,7 +68,7 @@ void frmReport::ShowCertificate(const std::string& rtf) {
     FormattedText text = ReadRichText(rtf);
     const bool canBeShown = PlainText(text).size() <= mostLetters;
     if (!canBeShown) {
-        // No window shows that in a useful time; the file is whole all the same.
+        // Too large to be shown in a reasonable time. The file itself is complete.
         text.paragraphs.resize(1);
         text.paragraphs[0].runs.resize(1);
         text.paragraphs[0].runs[0].text =
@@ -79,7 +79,7 @@ void frmReport::ShowCertificate(const std::string& rtf) {
     cmdSavePDF.Enabled = canBeShown;
 }
 
-/// Twice: with the run's data, and with what is handed out.
+/// Writes the certificate twice: with the run's data and with the outputs.
 void frmReport::WriteCertificate(const char* ending, std::string_view bytes) {
     const Path name = PathFromText(CertificateName(program_.Now(), ending));
     for (const Path& folder : {program_.InterimFolder(), program_.Run.OutputFolder}) {
@@ -87,7 +87,7 @@ void frmReport::WriteCertificate(const char* ending, std::string_view bytes) {
     }
 }
 
-/// Where none can be made, that of an earlier certificate must not stand beside the new one.
+/// If none can be made, the PDF of an earlier certificate must not remain beside the new certificate.
 void frmReport::WritePdf() {
     const auto pdf =
         cmdSavePDF.Enabled ? program_.Services.printer.Pdf(Title(), rtbReport.Content.Get()) : std::nullopt;

@@ -12,14 +12,14 @@ namespace bellmark {
 
 class Program;
 
-/// The certificate, as it was written and will be printed.
+/// Shows the certificate as it was written and will be printed.
 class frmReport : public Screen, public ReportDoor {
   public:
     explicit frmReport(Program& program);
 
     ctrlHeader Header;
     RichTextBox rtbReport{*this, "rtbReport"};
-    Label lblMissing{*this, "lblMissing"};  ///< which keywords the template does not hold
+    Label lblMissing{*this, "lblMissing"};  ///< the keywords that the template lacks
     Button cmdMainMenu{*this, "cmdMainMenu", "Back to &Results"};
     Button cmdSavePDF{*this, "cmdSavePDF", "Save as P&DF"};
     Button cmdPrint{*this, "cmdPrint", "&Print"};

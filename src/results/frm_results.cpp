@@ -49,7 +49,7 @@ void frmResults::Activated() {
 void frmResults::Open() {
     const Procedure procedure = program_.Run.CurrentProcedure;
     if (procedure == Procedure::Flip) tabs_.Show(Accelerometer.optAccel);
-    // What is being calibrated comes first; afterwards it is the tab that was looked at last.
+    // At first the tab of the calibration in progress; later the tab that was shown last.
     if (IsCalibrationLeft()) tabs_.Show(procedure == Procedure::Sensors ? Reference.optRef : LoadCell.optLoadCell);
     Show();
 }
@@ -88,7 +88,7 @@ void frmResults::ChooseTab(OptionButton& tab) {
     SetFocus(NextStep());
 }
 
-/// The tab in view is the step of the review, once there is nothing left but the review. A step in hand stays.
+/// Once only the review is left, the visible tab is its step. Other steps stay unchanged.
 void frmResults::KeepStepOfTab() {
     if (program_.Run.CurrentProcedure != Procedure::Results) return;
     program_.Run.CurrentProcStep = step::resultsSummary + static_cast<int>(tabs_.IndexInView());
@@ -122,13 +122,13 @@ void frmResults::ShowNextSteps() {
     SetDefaultButton(&NextStep());
 }
 
-/// What the tab in view leaves to be done.
+/// The next step that the visible tab suggests.
 Button* frmResults::StepOfTab() {
     if (LoadCell.optLoadCell.IsChosen()) return LoadCell.NextStep();
     return Reference.optRef.IsChosen() ? Reference.NextStep() : nullptr;
 }
 
-/// The step of the tab; then what comes after the results.
+/// The tab's next step, or else the step after the results.
 Button& frmResults::NextStep() {
     if (Button* onTab = StepOfTab()) return *onTab;
     for (Button* button : {&cmdPrintPDDX[0], &cmdNext}) {

@@ -16,7 +16,7 @@ namespace bellmark {
 
 class Program;
 
-/// The results of a calibration, tab by tab: where they are judged and accepted, and where its outputs are written.
+/// The results of a calibration in tabs. Here they are judged and accepted, and the outputs are written.
 class frmResults : public Screen, public ResultsDoor {
   public:
     explicit frmResults(Program& program);
@@ -26,8 +26,7 @@ class frmResults : public Screen, public ResultsDoor {
     LoadCellTab LoadCell;
     AccelerometerTab Accelerometer;
     ReferenceTab Reference;
-    /// (1) is for a calibration that is complete, (0) for what was accepted so far: a load cell alone has a certificate
-    /// too.
+    /// (1) is for a complete calibration, (0) for the part accepted so far: a load cell alone gets a certificate, too.
     Button cmdPrintPDDX[2]{{*this, "cmdPrintPDDX(0)", "&Final Outputs"},
                            {LoadCell.fraLoadCell, "cmdPrintPDDX(1)", "Final Outputs and &Certificate"}};
     Button cmdSaveCertificate{*this, "cmdSaveCertificate", "Save &Text Certificate"};

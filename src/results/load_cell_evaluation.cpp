@@ -13,7 +13,7 @@ namespace {
 constexpr const char* spreadAdvice =
     "\r\n     Perform an additional Load Cell Trial or Delete any erroneous trials.\r\n";
 
-/// What the trials' spread fails in; empty when they agree.
+/// How the spread of the trials fails; empty when they agree.
 std::string SpreadFailure(std::span<const double> gains, double sum, double sumOfSquares) {
     if (gains.size() == 2) {
         if (!ExceedsLimit(std::abs(gains[0] - gains[1]), loadCellLimits::largestSpread)) return {};

@@ -4,12 +4,12 @@
 #include <span>
 #include <string>
 
-/// Judgement of the FWD's load cell by its reference trials. It advises; the operator decides.
+/// Judges the FWD's load cell by its reference trials. The judgement is advice; the operator decides.
 namespace bellmark {
 
 inline constexpr int fewestLoadCellTrials = 2;
 
-/// Of a calibration of the load cell (AASHTO R32).
+/// Limits for a calibration of the load cell (AASHTO R32).
 namespace loadCellLimits {
 inline constexpr double largestSpread = 0.003;  ///< of the trials' gains: difference of two, or standard deviation
 inline constexpr double smallestGain = 0.98;
@@ -27,12 +27,13 @@ struct LoadCellEvaluation {
     bool isGainWithinLimits = false;
     bool isChangeWithinLimit = false;
     bool IsPassed() const { return isRepeatable && isGainWithinLimits && isChangeWithinLimit; }
-    std::string message;  ///< what failed, a line each, or that the trials are too few; empty when nothing failed
+    std::string
+        message;  ///< one line per failed criterion, or that there are too few trials; empty when nothing failed
 };
 
 /// gains: of each trial. The trials agree when two differ by at most 0.003, three or more have a sample standard
-/// deviation of at most 0.003; the final gain is to lie within 0.98 and 1.02 and within 1.0 % of the initial one
-/// (AASHTO R32). A change that is not known counts as too large.
+/// deviation of at most 0.003. The final gain must lie within 0.98 and 1.02 and within 1.0 % of the initial one
+/// (AASHTO R32). An unknown change counts as too large.
 LoadCellEvaluation EvaluateLoadCell(std::span<const double> gains, double initialGain);
 
 }  // namespace bellmark

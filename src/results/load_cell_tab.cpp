@@ -106,7 +106,7 @@ void LoadCellTab::ShowTrialButtons() {
     cmdLCTrial.ToolTip = !run_.SetupComplete   ? "Available once the set-up is complete."
                          : trials < mostTrials ? ""
                                                : "All four trials are done: delete one to repeat it.";
-    // A trial that still waits for its answer has its number already: what is done to the others would take it along.
+    // A trial that still waits for its answer already has its number: deleting others would renumber it.
     const bool waits = ProcedureOfUnacceptedTrial(run_) != Procedure::None;
     const std::string answerFirst =
         waits ? "Accept or reject the last trial first: it still waits for its answer." : std::string();
@@ -162,7 +162,7 @@ void LoadCellTab::cmdAcceptLC_Click() {
             run_.CurrentProcStep = step::resultsLast;
         } else {
             run_.CurrentProcedure = Procedure::Sensors;
-            // Reference trials begin with the prerequisites; the relative calibration does without them.
+            // Reference trials begin with the prerequisites; the relative calibration does not need them.
             run_.CurrentProcStep = run_.SensorRefCalComplete ? step::sensorsRelative : step::sensorsCheck;
             program_.Header.SetProcedureName(ProcedureTitle(Procedure::Sensors));
         }
@@ -176,7 +176,7 @@ void LoadCellTab::cmdAcceptLC_Click() {
 void LoadCellTab::KeepAcceptedGain() {
     const std::string today = TodayText(program_);
     const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
-    // First the file: what cannot be kept is not accepted.
+    // The file comes first: without it the acceptance would be lost.
     if (program_.Services.files.IsFile(interim)) {
         constexpr const char* section = "Device Calibration";
         WriteKey(program_, interim, section, "NewLoadCellCalibrationCenterDate", today);
@@ -212,7 +212,7 @@ std::string LoadCellTab::MarkedTrialsInWords() {
     return words;
 }
 
-/// The keyboard goes back to where the frame was opened: nothing that is accepted lies below the next Enter.
+/// The focus returns to the button that opened the frame, so that the next Enter accepts nothing.
 void LoadCellTab::CloseDeletion() {
     fraDelLCTrails.Visible = false;
     screen_.SetFocus(cmdDelLCTrials);

@@ -36,12 +36,13 @@ class LoadCellTab {
     Button cmdDelLCOK{fraDelLCTrails, "cmdDelLCOK", "&OK"};
     Button cmdDelLCCancel{fraDelLCTrails, "cmdDelLCCancel", "&Cancel"};
 
-    std::function<void()> Changed;  ///< the trials or their acceptance are others now
-    std::function<void(const std::function<void()>& work)> WhileWaiting;  ///< works on files, and says so meanwhile
+    std::function<void()> Changed;  ///< called when trials or their acceptance have changed
+    std::function<void(const std::function<void()>& work)>
+        WhileWaiting;  ///< runs the work and shows that the program is busy
 
     /// Judges the trials of the run and shows them.
     void Evaluate();
-    /// What the judgement leaves to be done here; nothing when that is elsewhere.
+    /// The button of the next step; none when that is on another tab.
     Button* NextStep();
 
   private:

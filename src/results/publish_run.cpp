@@ -35,8 +35,8 @@ bool IsDatedName(std::string_view name) {
     return ReadDateTime(day.substr(0, 4) + '-' + day.substr(4, 2) + '-' + day.substr(6)).has_value();
 }
 
-/// A path that a file of the run brought may lead anywhere. Only a dated folder of this FWD, in the tree of the
-/// calibrations, is the program's own to delete.
+/// A path read from a run's file may lead anywhere. The program may delete only a dated folder of this FWD in the tree
+/// of the calibrations.
 bool IsDatedFolder(const Program& program, const Path& folder) {
     const Path& device = program.Run.DeviceFolder;
     const bool isDirect = folder == folder.lexically_normal();
@@ -45,7 +45,7 @@ bool IsDatedFolder(const Program& program, const Path& folder) {
            IsDatedName(PathText(folder.filename()));
 }
 
-/// What lies there already is not written and flushed again: the final outputs come after what each acceptance copied.
+/// Skips files that are already there, because each acceptance has copied most of them.
 void CopyWhenOther(FileSystem& files, const Path& from, const Path& to) {
     constexpr auto anySize = std::numeric_limits<std::uintmax_t>::max();
     const std::string bytes = files.ReadBytes(from, anySize);
@@ -74,7 +74,7 @@ void OpenOutputFolder(Program& program) {
     CalibrationRun& run = program.Run;
     const Path folder = DatedFolder(program);
     files.CreateFolder(folder);
-    // What a publication that was broken off by force has left.
+    // Leftovers of a publication that was interrupted.
     files.RemoveTemporaryFiles(folder);
     const Path old = std::exchange(run.OutputFolder, folder);
     if (old != folder && IsDatedFolder(program, old)) files.RemoveFolder(old);

@@ -4,7 +4,7 @@
 
 #include "platform/files.h"
 
-/// A run's results in the tree of owners and FWDs: one dated folder below the FWD's.
+/// Publishes a run's results in the tree of owners and FWDs: one dated folder below the FWD's.
 namespace bellmark {
 
 class Program;
@@ -12,21 +12,22 @@ class Program;
 /// Name of the PDDX document of a run, in its data folder and in its dated folder.
 inline constexpr const char* calibrationDocumentName = "BellmarkCalibration.ddx";
 
-/// "09-Mar-2012": as it stands in the outputs and in the names of their files.
+/// "09-Mar-2012", as in the outputs and the names of their files.
 std::string TodayText(const Program& program);
 
-/// Makes the dated folder of today the run's output folder; a review's begins with "Sim". The one of an earlier day is
-/// deleted: it held the same run. Throws std::runtime_error while the FWD's folder is not known, and FileError.
+/// Creates today's dated folder as the run's output folder; the name of a review's folder begins with "Sim". Deletes
+/// the folder of an earlier day: it held the same run. Throws std::runtime_error while the FWD's folder is unknown, and
+/// FileError.
 void OpenOutputFolder(Program& program);
 
-/// Writes the run's document under a path, naming itself. False, after a box, when that fails.
+/// Writes the run's document to a path, which it also records. False, after a box, when that fails.
 bool WriteRunDocument(Program& program, const Path& path);
 
-/// Copies the run's data folder into its output folder, over what is there. Throws FileError.
+/// Copies the run's data folder into its output folder and replaces older files. Throws FileError.
 void CopyTrialData(Program& program);
 
-/// What each acceptance does: the run is saved, and what there is of it so far lies in its dated folder. The run is
-/// saved even when the folder cannot be made. Throws as OpenOutputFolder does.
+/// Called by each acceptance. Saves the run and copies its files to its dated folder. The run is saved even when the
+/// folder cannot be created. Throws as OpenOutputFolder does.
 void PublishRun(Program& program);
 
 }  // namespace bellmark

@@ -93,19 +93,19 @@ void ReferenceTab::ShowReferenceButtons() {
                               : "All four trials are done: delete a pair to repeat it.");
 }
 
-/// Good trials are to be accepted; others call for more.
+/// Suggests acceptance of good trials and more trials otherwise.
 void ReferenceTab::ShowReferenceAdvice() {
     if (run_.SensorRefCalComplete) return;
     const auto mark = [](Button& button, bool suggested) {
         button.BackColor = suggested && button.Enabled ? colors::suggestedNext : colors::buttonFace;
     };
-    // After four trials there is nothing left but to accept or to delete.
+    // After four trials the operator can only accept or delete.
     const bool acceptIsNext = run_.SensorRefCalGood || AcceptedReferenceTrials(run_) == mostTrials;
     mark(cmdAcceptReference, acceptIsNext);
     mark(cmdAdditionalRefTrial, !acceptIsNext);
 }
 
-/// Deletion works on the stage that is open: reference trials, later relative ones.
+/// Deletion applies to the open stage: reference trials, later relative trials.
 void ReferenceTab::ShowDeletionButton() {
     const bool ofRelative = DeletesRelativeTrials() && run_.RelTrials > 0;
     cmdDelRefCal.Caption = ofRelative ? "&Delete Relative Trials" : "&Delete Reference Trials";
@@ -145,7 +145,7 @@ void ReferenceTab::cmdAcceptReference_Click() {
 
 void ReferenceTab::KeepReferenceAcceptance() {
     const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
-    // First the file: what cannot be kept is not accepted.
+    // The file comes first: without it the acceptance would be lost.
     if (program_.Services.files.IsFile(interim))
         WriteKey(program_, interim, "Device Calibration", "SensorRefCalComplete", "True");
     run_.SensorRefCalComplete = true;
@@ -190,7 +190,7 @@ void ReferenceTab::cmdDelRefCal_Click() {
     screen_.SetFocus(ChkDelRef[0]);
 }
 
-/// The keyboard goes back to where the frame was opened: nothing that is accepted lies below the next Enter.
+/// The focus returns to the button that opened the frame, so that the next Enter accepts nothing.
 void ReferenceTab::CloseDeletion() {
     fraDelRefCal.Visible = false;
     screen_.SetFocus(cmdDelRefCal);

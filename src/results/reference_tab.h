@@ -10,7 +10,7 @@ namespace bellmark {
 
 class Program;
 
-/// The tab of frmResults with the deflection sensors: their reference trials, and their relative ones.
+/// The tab of frmResults with the reference and relative trials of the deflection sensors.
 class ReferenceTab {
     Screen& screen_;
 
@@ -31,12 +31,13 @@ class ReferenceTab {
     Button cmdDelRefOK{fraDelRefCal, "cmdDelRefOK", "&OK"};
     Button cmdDelRefCancel{fraDelRefCal, "cmdDelRefCancel", "&Cancel"};
 
-    std::function<void()> Changed;  ///< the trials or their acceptance are others now
-    std::function<void(const std::function<void()>& work)> WhileWaiting;  ///< works on files, and says so meanwhile
+    std::function<void()> Changed;  ///< called when trials or their acceptance have changed
+    std::function<void(const std::function<void()>& work)>
+        WhileWaiting;  ///< runs the work and shows that the program is busy
 
     /// Judges the sensors' trials and shows them.
     void Evaluate();
-    /// What the judgement leaves to be done here; nothing when that is elsewhere.
+    /// The button of the next step; none when that is on another tab.
     Button* NextStep();
 
   private:

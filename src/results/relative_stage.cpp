@@ -133,7 +133,7 @@ void RelativeStage::cmdAdditionalRelCal_Click() {
     program_.The<CenterRelativeDoor>().BeginTrial();
 }
 
-/// The analysis takes the place of the trials.
+/// Shows the analysis in place of the trials.
 void RelativeStage::ShowFinalAnalysis(bool shown) {
     fraANOVA.Visible = shown;
     SetVisible({&grdRelCal, &txtRelMsg, &cmdReviewSensors, &cmdAdditionalRelCal, &cmdShowANOVA}, !shown);
@@ -174,7 +174,7 @@ void RelativeStage::KeepFinalGains() {
         rounded.push_back(ReadNumber(text));
     }
     const Path interim = program_.Folder() / PathFromText(run_.InterimFileName);
-    // First the file: what cannot be kept is not accepted.
+    // The file comes first: without it the acceptance would be lost.
     if (program_.Services.files.IsFile(interim)) {
         constexpr const char* section = "Device Calibration";
         WriteKey(program_, interim, section, "NewSensorCalibrationCenterDate", TodayText(program_));

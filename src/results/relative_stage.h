@@ -32,12 +32,13 @@ class RelativeStage {
     Button cmdReject{fraANOVA, "cmdReject", "&Reject"};
     Button cmdAcceptSensors{fraANOVA, "cmdAcceptSensors", "&Accept"};
 
-    std::function<void()> Changed;  ///< the trials or their acceptance are others now
-    std::function<void(const std::function<void()>& work)> WhileWaiting;  ///< works on files, and says so meanwhile
+    std::function<void()> Changed;  ///< called when trials or their acceptance have changed
+    std::function<void(const std::function<void()>& work)>
+        WhileWaiting;  ///< runs the work and shows that the program is busy
 
     /// Judges the relative trials of the run and shows them.
     void Evaluate();
-    /// The judgement leaves more trials, or acceptance, as the next step; nothing when this stage has none.
+    /// The button of the next step, more trials or acceptance; none when this stage has none.
     Button* NextStep();
 
   private:

@@ -17,7 +17,7 @@ std::string HexByte(char byte) {
     return std::string("\\'") + digits[value >> 4U] + digits[value & 0x0FU];
 }
 
-/// The code units of UTF-16 that a UTF-8 character takes: \u wants those.
+/// The UTF-16 code units of a UTF-8 character, as \u needs them.
 std::string UnicodeControls(std::string_view character) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(character[i])); };
     const auto control = [](unsigned unit) {
@@ -35,7 +35,7 @@ std::string EscapedLetter(std::string_view character, bool isWindows1252) {
         try {
             return HexByte(ToWindows1252(character)[0]);
         } catch (const EncodingError&) {
-            // The code page lacks it: by its number, then.
+            // Not in the code page: written as its Unicode number.
         }
     }
     return UnicodeControls(character);
@@ -106,7 +106,7 @@ bool RichText::RemoveBetween(std::string_view from, std::string_view upTo) {
     return true;
 }
 
-/// Goes through the source once more and leaves out what the edits cover.
+/// Copies the source without the parts that the edits cover.
 class RichText::Writer {
   public:
     Writer(const RichText& text, std::vector<Edit> edits) : edits_(std::move(edits)) {
@@ -144,7 +144,7 @@ class RichText::Writer {
         }
     }
 
-    /// characters: that the source shows; either all of them are covered by an edit or none.
+    /// characters: those that the source shows. An edit covers either all or none of them.
     void AddVisible(std::string_view source, std::size_t characters) {
         LeaveRemovedBlock();
         if (next_ < edits_.size() && at_ >= edits_[next_].begin) {
@@ -157,14 +157,14 @@ class RichText::Writer {
 
     void LeaveOut(std::size_t characters) {
         const Edit& edit = edits_[next_];
-        // What follows must not become part of the control word that the text was parted from.
+        // The delimiter keeps the following text from becoming part of the control word.
         if (needsDelimiter_) AddAsItIs(" ");
         if (at_ == edit.begin) AddAsItIs(edit.value);
         at_ += characters;
         if (at_ >= edit.end && !edit.removesBlock) ++next_;
     }
 
-    /// A removed block reaches to the first letter behind it: what stands between without a letter goes with it.
+    /// A removed block reaches to the next letter: controls in between are removed with it.
     void LeaveRemovedBlock() {
         if (!IsInsideRemovedBlock() || at_ < edits_[next_].end) return;
         if (needsDelimiter_) AddAsItIs(" ");
@@ -176,7 +176,7 @@ class RichText::Writer {
         return next_ < edits_.size() && edits_[next_].removesBlock && at_ > edits_[next_].begin;
     }
 
-    /// A group that begins and ends in the block goes with it. Of the others the braces stay, and their formatting.
+    /// A group that begins and ends in the block is removed. Other groups keep their braces and formatting.
     void AddOfRemovedBlock(const RtfPiece& piece) {
         if (piece.kind == RtfPiece::Kind::Close && !opened_.empty()) {
             rtf_.resize(opened_.back().begin);
@@ -197,12 +197,12 @@ class RichText::Writer {
     }
 
     std::vector<Edit> edits_;
-    std::size_t next_ = 0;  ///< the edit that is under way or comes next
+    std::size_t next_ = 0;  ///< index of the current or next edit
     std::size_t at_ = 0;    ///< in the text
     std::string rtf_;
     bool needsDelimiter_ = false;
 
-    /// A group that the removed block has opened: where it begins, and what stood before it.
+    /// A group opened within the removed block: where it begins, and what was written before it.
     struct OpenedGroup {
         std::size_t begin = 0;
         bool neededDelimiter = false;

@@ -124,7 +124,7 @@ class Reader {
         runs.back().text += letters;
     }
 
-    /// A paragraph has the shape that holds at its end.
+    /// The settings at a paragraph's end apply to all of it.
     void EndParagraph() {
         FormattedParagraph ended = format_.paragraph;
         ended.runs = std::move(paragraph_.runs);
@@ -139,7 +139,7 @@ class Reader {
     };
     Format format_;
     std::vector<Format> outer_;
-    FormattedParagraph paragraph_;  ///< under way: its runs and its page break
+    FormattedParagraph paragraph_;  ///< the one being read: its runs and its page break
     Alignment nextTab_ = Alignment::Left;
 };
 

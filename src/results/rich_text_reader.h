@@ -6,8 +6,8 @@
 
 namespace bellmark {
 
-/// The body of a rich-text document as it looks. Fonts, colours, pictures and the borders of tables are left out; the
-/// cells of a table's row are parted by tabs. Throws RichTextError.
+/// The body of a rich-text document as a reader sees it, without fonts, colours, pictures and table borders. Tabs
+/// separate the cells of a table's row. Throws RichTextError.
 FormattedText ReadRichText(std::string_view rtf);
 
 }  // namespace bellmark

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t deepestGroup = 1000;
 
-/// Groups that hold something else than the text of the body.
+/// Groups that hold something other than the text of the body.
 constexpr std::array<std::string_view, 21> hiddenDestinations{
     "annotation", "colortbl",  "filetbl",    "fldinst", "fonttbl", "footer",  "footerf",
     "footerl",    "footerr",   "footnote",   "header",  "headerf", "headerl", "headerr",
@@ -46,7 +46,7 @@ bool IsSpecial(char c) {
     return c == '\\' || c == '{' || c == '}' || c == '\r' || c == '\n';
 }
 
-/// The byte as a character of the Windows code page; the editors that centers use write no other.
+/// The byte as a character of the Windows code page, the only one that the centers' editors write.
 char32_t CharacterOf(unsigned char byte) {
     if (byte < 0x80) return byte;
     const std::string utf8 = FromWindows1252(std::string(1, static_cast<char>(byte)));
@@ -98,7 +98,7 @@ void RtfScanner::OpenGroup(RtfPiece& piece) {
 
 void RtfScanner::CloseGroup(RtfPiece& piece) {
     groups_.pop_back();
-    // What stands behind the document is none of it.
+    // Text after the closing brace is not part of the document.
     isAtEnd_ = groups_.empty();
     ++at_;
     piece.kind = RtfPiece::Kind::Close;

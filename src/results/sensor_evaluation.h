@@ -19,11 +19,11 @@ struct SensorCriteria {
     int Status() const { return 1 + (FailsGain() ? 1 : 0) + (isChangeTooLarge ? 1 : 0); }
 };
 
-/// Judgement of the final gains of all sensors. It advises; the operator decides.
+/// Judgement of the final gains of all sensors. It is advice; the operator decides.
 struct SensorEvaluation {
     std::vector<SensorCriteria> sensors;
-    std::string limits;   ///< a line for each limit that a sensor trips, as often as it is tripped
-    std::string message;  ///< the sensors that fail both criteria; failing one of them counts as meeting them
+    std::string limits;   ///< one line per sensor and limit exceeded, repeated as often as it occurs
+    std::string message;  ///< lists sensors that fail both criteria; failing only one counts as passing
 };
 
 /// Limits of a final gain, and of its change as a fraction of the initial gain (AASHTO R32).
@@ -32,11 +32,11 @@ struct FinalGainLimits {
     double greatest = 0;
     double largestChange = 0;
 };
-/// A Carl Bro expresses its gains on a scale of its own.
+/// Carl Bro gains have a scale of their own.
 FinalGainLimits LimitsOfFinalGain(Make make);
 
-/// The gain is to lie within 0.98 and 1.02, or, on the scale of a Carl Bro, within 10.1 and 11.5; its change within 1 %
-/// of the initial gain. A change that is not known counts as too large.
+/// The gain must lie within 0.98 and 1.02, or within 10.1 and 11.5 for a Carl Bro, and its change within 1 % of the
+/// initial gain. An unknown change counts as too large.
 SensorEvaluation EvaluateSensors(const CalibrationRun& run);
 
 }  // namespace bellmark

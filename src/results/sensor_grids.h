@@ -6,7 +6,7 @@ class Grid;
 struct CalibrationRun;
 struct SensorEvaluation;
 
-/// The deflection sensors' gains as the results show them, one row a sensor.
+/// The deflection sensors' gains in the results, one row per sensor.
 /// Reference trials: initial gain, gain of each trial and, with complete pairs, interim gain; below, means and changes.
 /// trials: how many of the run's reference trials count.
 void ShowReferenceGains(Grid& grid, const CalibrationRun& run, int trials);

@@ -22,10 +22,10 @@ void AddHeading(std::string& text, const CenterConfig& center, DateTime today) {
     AddLine(text, "FWD Calibration");
     AddLine(text, "");
     AddLine(text, "        Calibration Center: " + center.CalibrationCenter);
-    // The center is its own location: nothing else is known of it.
+    // No other location of the center is known.
     AddLine(text, "                  Location: " + center.CalibrationCenter);
     AddLine(text, "           Center Operator: " + center.CalibrationCenterOperator);
-    // Filled in by hand.
+    // To be filled in by hand.
     AddLine(text, "              FWD Operator: ");
     AddLine(text, "                 FWD Owner: ");
     AddLine(text, "                  FWD Unit: ");
@@ -52,7 +52,7 @@ void AddLoadCell(std::string& text, const CalibrationRun& run) {
     AddLine(text, "");
 }
 
-/// One column for each trial that there can be: what TextOf gives for those made, blanks for the others.
+/// One column for each possible trial: TextOf for those made, blanks for the others.
 template <class TextOf>
 void AddTrialColumns(std::string& line, int trials, std::size_t blanks, TextOf textOf) {
     for (int trial = 1; trial <= trialColumns; ++trial) {

@@ -9,7 +9,7 @@ namespace bellmark {
 
 namespace {
 
-/// Drops that are in of the next trial have been given its new number.
+/// Renumbers the trial whose drops are being taken.
 void RenumberTrialInHand(CalibrationRun& run, const TrialFileKind& kind, const TrialMarks& marks) {
     const Procedure procedure = kind.dropPrefix == loadCellTrialFiles.dropPrefix    ? Procedure::LoadCell
                                 : kind.dropPrefix == referenceTrialFiles.dropPrefix ? Procedure::Sensors
@@ -22,7 +22,7 @@ void RenumberTrialInHand(CalibrationRun& run, const TrialFileKind& kind, const T
 
 bool DeleteTrialsWithFiles(Program& program, const TrialFileKind& kind, const TrialMarks& marks,
                            const std::function<void()>& takeOut) {
-    // What cannot be saved is not deleted either.
+    // If the run cannot be saved, nothing is deleted.
     if (!SaveInterimCalibration(program)) return false;
     const Path data = program.InterimFolder();
     FileSystem& files = program.Services.files;
@@ -30,7 +30,7 @@ bool DeleteTrialsWithFiles(Program& program, const TrialFileKind& kind, const Tr
     DeleteTrialFiles(files, data, safeCopy, kind, marks);
     RenumberTrialInHand(program.Run, kind, marks);
     takeOut();
-    // Until then the saved run still has all trials.
+    // Before this save the stored run still has all trials.
     if (SaveInterimCalibration(program)) MoveToRemoved(program, program.Run.InterimFolderName, {safeCopy});
     return true;
 }

@@ -9,7 +9,7 @@ namespace bellmark {
 
 namespace {
 
-/// Where in a file's name its trial's number stands.
+/// The position of the trial's number in a file's name.
 struct NumberInName {
     std::size_t first = 0;
     std::size_t length = 0;
@@ -79,7 +79,7 @@ void RemoveAndRenumber(FileSystem& files, const Path& folder, const TrialFileKin
         const auto found = TrialNumberIn(name, kind);
         if (found && IsMarked(found->number, deleted)) files.RemoveFile(folder / PathFromText(name));
     }
-    // From the first on: the number that a trial moves to is free by then.
+    // In ascending order: the number that a trial moves to is free by then.
     for (int trial = 1; trial <= static_cast<int>(maxTrials) + 1; ++trial) {
         if (!IsMarked(trial, deleted)) Renumber(files, folder, kind, deleted, trial);
     }

@@ -5,7 +5,7 @@
 #include "platform/files.h"
 #include "run/calibration_run.h"
 
-/// The files of a run's trials: they carry the trial's number in their names.
+/// The files of a run's trials. Their names contain the trial's number.
 namespace bellmark {
 
 struct TrialFileKind {
@@ -17,24 +17,24 @@ inline constexpr TrialFileKind loadCellTrialFiles{"LoadCell", "LC"};
 inline constexpr TrialFileKind referenceTrialFiles{"Reference", "RF"};
 inline constexpr TrialFileKind relativeTrialFiles{"", "RL", true};
 
-/// Which trials are to go, the first at index 0.
+/// The trials to be deleted, the first at index 0.
 using TrialMarks = std::array<bool, maxTrials>;
 
-/// Trials are numbered from 1 without gaps: the number of one that stays, once the marked ones are gone. A trial that
-/// is still being collected has the number behind the last and moves up too.
+/// The new number of a trial that stays once the marked ones are deleted: trials are numbered from 1 without gaps. A
+/// trial still being collected has the number after the last, and moves up, too.
 int NumberAfterDeletion(int trial, const TrialMarks& deleted);
 
-/// Takes the files of the marked trials out of the folder and gives those of the others their new numbers. All files
-/// are copied to safeCopy first, which the caller removes once the run is saved without the marked trials. Throws
-/// FileError; then the folder is as it was, or, where that fails as well, safeCopy holds what it was.
+/// Deletes the files of the marked trials from the folder and renumbers the files of the others. First copies all files
+/// to safeCopy, which the caller removes once the run is saved without the marked trials. Throws FileError; the folder
+/// is restored then, or, if that fails as well, safeCopy holds its former files.
 void DeleteTrialFiles(FileSystem& files, const Path& folder, const Path& safeCopy, const TrialFileKind& kind,
                       const TrialMarks& deleted);
 
-/// A folder beside the run's data folder that is free for such a copy: "TempInterimDropData". One that a failed
-/// deletion has left is not touched.
+/// A free folder name beside the run's data folder for such a copy: "TempInterimDropData". A folder left by a failed
+/// deletion is not touched.
 Path FreeSafeCopy(const FileSystem& files, const Path& folder);
 
-/// The marked ones taken out of a list of trials; what moves up leaves empty ones behind.
+/// Removes the marked trials from a list; empty ones fill up its end.
 template <class Trial>
 void DeleteTrials(std::array<Trial, maxTrials>& trials, const TrialMarks& deleted) {
     std::array<Trial, maxTrials> kept{};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -242,6 +243,11 @@ struct CalibrationRun : Session {
     std::optional<double> MeasuredPlus;   ///< volts
     std::optional<double> MeasuredMinus;  ///< volts
 };
+
+/// How many sensors have a record in the run.
+inline std::size_t SensorCount(const CalibrationRun& run) {
+    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
+}
 
 /// Number of a sensor as operators know it; index: from 0.
 inline int ShownSensorNumber(const CalibrationRun& run, int index) {

@@ -39,10 +39,6 @@ std::size_t Drops(const TrialShape& shape) {
     return static_cast<std::size_t>(std::clamp(shape.Drops(), 0, static_cast<int>(maxDrops)));
 }
 
-std::size_t Sensors(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 class Writer {
   public:
     Writer(ProfileStrings& strings, const char* section) : strings_(strings), section_(section) {}
@@ -62,7 +58,7 @@ class Writer {
     template <class Member>
     void SensorList(const std::string& key, const CalibrationRun& run, Member member) {
         std::array<double, maxSensors> values{};
-        const std::size_t count = Sensors(run);
+        const std::size_t count = SensorCount(run);
         for (std::size_t s = 0; s < count; ++s) values[s] = static_cast<double>(member(run.Sensor[s]));
         List(key, std::span(values).first(count));
     }
@@ -139,7 +135,7 @@ void SetSensorRefTrials(Writer& keys, const CalibrationRun& run) {
                   std::span(run.Sensor[0].RefTrial[t].RefDropData).first(Drops(run.RefTrialShape[t])));
     }
     for (std::size_t t = 0; t < trials; ++t) {
-        for (std::size_t s = 0; s < Sensors(run); ++s) {
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
             keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
                       std::span(run.Sensor[s].RefTrial[t].DropData).first(Drops(run.RefTrialShape[t])));
         }
@@ -160,7 +156,7 @@ void SetSensorRelTrials(Writer& keys, const CalibrationRun& run) {
         list("AdjFactor", &RelativeTrialRecord::AdjFactor);
     }
     for (std::size_t t = 0; t < trials; ++t) {
-        for (std::size_t s = 0; s < Sensors(run); ++s) {
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
             keys.List(Key("SensorRelTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
                       std::span(run.Sensor[s].RelTrial[t].DropData).first(storedRelativeDrops));
         }
@@ -250,7 +246,7 @@ class Reader {
     void SensorList(const std::string& key, CalibrationRun& run, Member member) const {
         std::array<double, maxSensors> values{};
         List(key, values);
-        for (std::size_t s = 0; s < Sensors(run); ++s) member(run.Sensor[s]) = values[s];
+        for (std::size_t s = 0; s < SensorCount(run); ++s) member(run.Sensor[s]) = values[s];
     }
 
   private:
@@ -382,7 +378,7 @@ void ReadSensorRefTrials(const ProfileStrings& strings, CalibrationRun& run) {
                         [t](auto& sensor) -> double& { return sensor.RefTrial[t].Gain; });
         std::array<double, maxDrops> reference{};
         keys.List(Key("SensorRefTrial", t, "RefDropData"), std::span(reference).first(drops));
-        for (std::size_t s = 0; s < Sensors(run); ++s) {
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
             TrialRecord& trial = run.Sensor[s].RefTrial[t];
             trial.RefDropData = reference;
             keys.List(Key("SensorRefTrial", t, "Sensor") + NumberText(s + 1) + "DropData",
@@ -404,7 +400,7 @@ void ReadSensorRelTrials(const Reader& keys, CalibrationRun& run) {
         list("StdDev", &RelativeTrialRecord::StdDev);
         std::array<double, maxSensors> positions{};
         keys.List(Key("SensorRelTrial", t, "Position"), positions);
-        for (std::size_t s = 0; s < Sensors(run); ++s) {
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
             RelativeTrialRecord& trial = run.Sensor[s].RelTrial[t];
             trial.Position = StoredWhole(NumberText(positions[s]), 0, static_cast<int>(maxSensors));
             keys.List(Key("SensorRelTrial", t, "Sensor") + NumberText(s + 1) + "DropData",

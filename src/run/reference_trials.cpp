@@ -14,10 +14,6 @@ namespace {
 
 constexpr double scatteredStdDev = 0.003;
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 std::size_t TrialsThatCount(int trials) {
     return static_cast<std::size_t>(std::clamp(trials, 0, static_cast<int>(maxTrials)));
 }
@@ -29,7 +25,7 @@ double ChangeOf(double gain, double initialGain) {
 /// Mean, deviation and change of one gain of every sensor.
 template <class Gain>
 ReferenceTrialSummary SummaryOver(const CalibrationRun& run, Gain gain) {
-    const std::size_t sensors = SensorsOf(run);
+    const std::size_t sensors = SensorCount(run);
     if (sensors == 0) return {};
     double sum = 0;
     double sumOfSquares = 0;
@@ -83,7 +79,7 @@ void AddSensor(ReferenceStatistics& stats, const SensorCalRecord& sensor, std::s
 std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
     std::string listing;
     int count = 0;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const double error = run.Sensor[s].RefTrial[trial].StdErrAdjFactor;
         if (!IsStdErrorTooLarge(error)) continue;
         listing += "            Sensor " + run.Sensor[s].SerialNumber + ": SE = " + Format(error, "0.0000") + "\r\n";
@@ -99,7 +95,7 @@ std::string StdErrorNote(const CalibrationRun& run, std::size_t trial) {
 /// A sensor that a trial gave no gain cannot be judged; empty when there is none.
 std::string SensorsWithoutGain(const CalibrationRun& run, int trials) {
     std::string text;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         for (std::size_t t = 0; t < TrialsThatCount(trials); ++t) {
             if (run.Sensor[s].RefTrial[t].Gain != 0) continue;
             text += (text.empty() ? "" : "\r\n") + std::string("Sensor ") + run.Sensor[s].SerialNumber +
@@ -110,7 +106,7 @@ std::string SensorsWithoutGain(const CalibrationRun& run, int trials) {
 }
 
 void SetInterimGains(CalibrationRun& run, std::size_t trials) {
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) run.Sensor[s].InterimGain = MeanGain(run.Sensor[s], trials);
+    for (std::size_t s = 0; s < SensorCount(run); ++s) run.Sensor[s].InterimGain = MeanGain(run.Sensor[s], trials);
     const auto summary = SummaryOver(run, [](const SensorCalRecord& sensor) { return sensor.InterimGain; });
     run.RefCalAvg = summary.Avg;
     run.RefCalStdDev = summary.StdDev;
@@ -137,7 +133,7 @@ bool ExceedsPairDifference(double difference) {
 
 ReferenceStatistics CalcRefStats(const CalibrationRun& run, int trials) {
     ReferenceStatistics stats;
-    const std::size_t sensors = SensorsOf(run);
+    const std::size_t sensors = SensorCount(run);
     const std::size_t counted = TrialsThatCount(trials);
     if (sensors == 0 || counted == 0) return stats;
     for (std::size_t s = 0; s < sensors; ++s) AddSensor(stats, run.Sensor[s], s, counted);

@@ -26,12 +26,7 @@ constexpr const char* goodConverter =
 class Conversions : public testing::Test {
   protected:
     Conversions() {
-        machine.machine.pause = [this] {
-            // The shell needs real time, however fast the program's clock runs.
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            machine.Advance(std::chrono::milliseconds(20));
-            if (WhilePaused) WhilePaused();
-        };
+        machine.LetProgramsRun();
         program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
         program.Run.InterimFolderName = "InterimCal20120309";
         machine.Write("transfer/Trial 1.F25", "drops");
@@ -52,7 +47,6 @@ class Conversions : public testing::Test {
 
     TestMachine machine;
     Program program{machine.machine};
-    std::function<void()> WhilePaused;
     const Path document = machine.folder / "InterimCal20120309/Trial 1cvt.ddx";
 };
 
@@ -125,7 +119,7 @@ TEST_F(Conversions, AnExistingDocumentIsReplacedOnlyOnYes) {
 TEST_F(Conversions, WhileTheConverterRunsOnlyCancelIsLive) {
     InstallConverter("#!/bin/sh\nexec sleep 100\n");
     machine.dialogs.QueueAnswer(Answer::OK);
-    WhilePaused = [this] {
+    machine.WhileWaiting = [this] {
         auto& frame = dynamic_cast<frmMaster&>(program.The<MainFrameDoor>());
         EXPECT_THROW(frame.mnuExit.UserClick(), UserError);
         EXPECT_TRUE(program.Screens.IsLocked());
@@ -145,7 +139,7 @@ TEST_F(Conversions, AnEndedConverterLeavesNothingBehind) {
         "touch \"$(dirname \"$0\")/begun.txt\"\n"
         "wait\n");
     machine.dialogs.QueueAnswer(Answer::OK);
-    WhilePaused = [this] {
+    machine.WhileWaiting = [this] {
         if (machine.Has("begun.txt"))
             dynamic_cast<frmMaster&>(program.The<MainFrameDoor>()).cmdCancelWaiting.UserClick();
     };
@@ -173,7 +167,7 @@ TEST_P(ConversionFailures, EndInABoxAndLeaveTheOldDocument) {
     machine.dialogs.QueueAnswer(Answer::Yes);
     machine.dialogs.QueueAnswer(Answer::OK);
     if (c.cancel) {
-        WhilePaused = [this] {
+        machine.WhileWaiting = [this] {
             auto& frame = dynamic_cast<frmMaster&>(program.The<MainFrameDoor>());
             EXPECT_EQ(frame.lblWaiting.Caption.Get(), "Converting Trial 1.F25 ...");
             frame.cmdCancelWaiting.UserClick();

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
-#include <thread>
 
 #include "app/frm_master.h"
 #include "app/program.h"
@@ -56,10 +54,7 @@ struct TrialScreens : testing::Test {
     std::shared_ptr<frmRegressionPlot> plot = std::make_shared<frmRegressionPlot>(program);
 
     TrialScreens() {
-        machine.machine.pause = [this] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            machine.Advance(std::chrono::milliseconds(20));
-        };
+        machine.LetProgramsRun();
         program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
         program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Register<AcquisitionDoor>([](Program&) { return std::make_shared<FakeAcquisition>(); });

@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
-#include <thread>
 
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
@@ -54,10 +52,7 @@ struct RelativeScreens : testing::Test {
     std::shared_ptr<frmCenterRelPlot> plot = std::make_shared<frmCenterRelPlot>(program);
 
     RelativeScreens() {
-        machine.machine.pause = [this] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            machine.Advance(std::chrono::milliseconds(20));
-        };
+        machine.LetProgramsRun();
         program.Register<MainFrameDoor>([](Program& owner) { return std::make_shared<frmMaster>(owner); });
         program.Register<SetupDoor>([](Program&) { return std::make_shared<FakeSetup>(); });
         program.Register<AcquisitionDoor>([](Program&) { return std::make_shared<FakeAcquisition>(); });

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <stdexcept>
+#include <thread>
 
 #include "console/script_dialogs.h"
 #include "platform/clock.h"
@@ -47,6 +48,15 @@ struct TestMachine {
         machine.yield = [this] { Wait(); };
         machine.showHelp = [](int) {};
         machine.endProgram = [this] { ended = true; };
+    }
+
+    /// Lets programs that are started run. They need real time, however fast the program's clock runs.
+    void LetProgramsRun() {
+        machine.pause = [this] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            Advance(std::chrono::milliseconds(20));
+            if (WhileWaiting) WhileWaiting();
+        };
     }
 
     /// Advances the clock and runs the timers that are due.
