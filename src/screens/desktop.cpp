@@ -1,6 +1,7 @@
 #include "screens/desktop.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QThread>
 #include <chrono>
 #include <random>
@@ -10,8 +11,11 @@
 #include "assembly/assembly.h"
 #include "controls/screen.h"
 #include "screens/help_window.h"
+#include "screens/look.h"
 #include "screens/main_window.h"
 #include "screens/page.h"
+#include "screens/preferences.h"
+#include "screens/view_menu.h"
 
 namespace bellmark {
 
@@ -34,8 +38,10 @@ void ShowWaiting(bool waits) {
 
 }  // namespace
 
-Desktop::Desktop(const Path& programFolder, bool isFirstInstance)
-    : random_(std::random_device()()),
+Desktop::Desktop(const Path& programFolder, bool isFirstInstance, Look& look, Preferences& preferences)
+    : look_(look),
+      preferences_(preferences),
+      random_(std::random_device()()),
       machine_{files_,
                clock_,
                timers_,
@@ -71,14 +77,23 @@ Desktop::~Desktop() {
 int Desktop::Run() {
     Main(*program_);
     if (ended_) return 0;
+    OpenWindow();
+    return QApplication::exec();
+}
+
+void Desktop::OpenWindow() {
     window_ = std::make_unique<MainWindow>(program_->Screens, *program_->Screens.Find("frmMaster"),
                                            [this](const QString& why) {
                                                dialogs_.Show({why.toStdString(), box::exclamation, "Bellmark", 0});
                                            });
     dialogs_.SetParent(window_.get());
+    FillViewMenu(*window_->findChild<QMenu*>(QStringLiteral("decorView")), look_, preferences_);
     window_->resize(firstSize);
-    window_->showMaximized();
-    return QApplication::exec();
+    if (window_->restoreGeometry(preferences_.WindowGeometry())) {
+        window_->show();
+    } else {
+        window_->showMaximized();
+    }
 }
 
 void Desktop::ShowHelp(int context) {
@@ -89,12 +104,16 @@ void Desktop::ShowHelp(int context) {
 void Desktop::PrintScreen(const std::string& name) {
     Screen* screen = program_->Screens.Find(name);
     QWidget* page = screen && window_ ? window_->PageOf(*screen) : nullptr;
+    const LightLook paper(look_);
     if (page) printer_.PrintScreen(screen->Title(), *page);
 }
 
 void Desktop::End() {
     ended_ = true;
-    if (window_) window_->hide();
+    if (window_) {
+        preferences_.KeepWindowGeometry(window_->saveGeometry());
+        window_->hide();
+    }
     QCoreApplication::quit();
 }
 

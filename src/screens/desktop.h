@@ -13,13 +13,16 @@
 namespace bellmark {
 
 class HelpWindow;
+class Look;
 class MainWindow;
+class Preferences;
 class Program;
 
 /// The program on a desktop: the machine's services by Qt, the screens in one window.
 class Desktop {
   public:
-    Desktop(const Path& programFolder, bool isFirstInstance);
+    /// look, preferences: must outlive the desktop.
+    Desktop(const Path& programFolder, bool isFirstInstance, Look& look, Preferences& preferences);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
@@ -30,8 +33,11 @@ class Desktop {
   private:
     void ShowHelp(int context);
     void PrintScreen(const std::string& name);
+    void OpenWindow();
     void End();
 
+    Look& look_;
+    Preferences& preferences_;
     DiskFileSystem files_;
     SystemClock clock_;
     Timers timers_{clock_};

@@ -125,7 +125,7 @@ void GridLink::ShowCells() {
             item.setText(QString::fromStdString(grid_.Cell(gridRow, gridColumn)));
             if (IsCentered(view_)) item.setTextAlignment(Qt::AlignCenter);
             item.setBackground(IsPlain(color) ? QBrush() : QBrush(ToQColor(color)));
-            item.setForeground(IsPlain(color) ? QBrush() : QBrush(QColor(0x10, 0x18, 0x20)));
+            item.setForeground(IsPlain(color) ? QBrush() : QBrush(stateTextColor));
             item.setToolTip(CellToolTip(grid_, gridRow, gridColumn));
             item.setData(Qt::AccessibleDescriptionRole, StateText(color));
             const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;

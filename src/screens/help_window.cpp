@@ -77,7 +77,7 @@ void Style(QTextDocument& guide, double pointSize) {
         if (!table) continue;
         QTextTableFormat format = table->format();
         format.setCellSpacing(0);
-        format.setBorderBrush(QColor(0xcf, 0xd6, 0xde));
+        format.setBorderBrush(qApp->palette().color(QPalette::Mid));
         format.setCellPadding(5);
         format.setTopMargin(4);
         format.setBottomMargin(12);
@@ -218,7 +218,7 @@ void HelpWindow::GoTo(const GuideHeading& heading) {
     // The last entries cannot be scrolled to the top of the window: a band marks the one that was chosen.
     QTextEdit::ExtraSelection band;
     band.cursor = cursor;
-    band.format.setBackground(QColor(0xdb, 0xe7, 0xf3));
+    band.format.setBackground(palette().color(QPalette::AlternateBase));
     band.format.setProperty(QTextFormat::FullWidthSelection, true);
     text_->setExtraSelections({band});
     const QAbstractTextDocumentLayout* layout = text_->document()->documentLayout();

@@ -5,6 +5,7 @@
 #include "platform/instance_lock.h"
 #include "screens/desktop.h"
 #include "screens/look.h"
+#include "screens/preferences.h"
 #include "screens/program_folder.h"
 
 int main(int count, char** words) {
@@ -13,7 +14,9 @@ int main(int count, char** words) {
     QApplication::setApplicationName(QStringLiteral("Bellmark"));
     // The program decides when it ends, not the last window.
     QApplication::setQuitOnLastWindowClosed(false);
-    ApplyLook();
+    Look look;
+    Preferences preferences;
+    look.Show(preferences.ChosenAppearance());
 
     const auto pathOf = [](const QString& text) { return PathFromText(text.toStdString()); };
     const Path folder = ChooseProgramFolder(pathOf(QApplication::applicationDirPath()),
@@ -22,5 +25,5 @@ int main(int count, char** words) {
     if (!lock.Problem().empty()) {
         QMessageBox::critical(nullptr, QApplication::applicationName(), QString::fromStdString(lock.Problem()));
     }
-    return Desktop(folder, lock.IsFirst()).Run();
+    return Desktop(folder, lock.IsFirst(), look, preferences).Run();
 }

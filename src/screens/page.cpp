@@ -3,8 +3,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLayout>
 #include <QPainter>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -35,6 +38,32 @@ QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
     return area;
 }
 
+/// Takes the row of buttons at the foot of the form out of it, so that it stays in sight while the rest scrolls.
+/// Nothing for a form without such a row.
+std::unique_ptr<QWidget> TakeFoot(QWidget& form) {
+    QLayout* column = form.layout();
+    const int last = column ? column->count() - 1 : -1;
+    QLayout* row = last > 0 ? column->itemAt(last)->layout() : nullptr;
+    if (!row) return nullptr;
+    bool hasButton = false;
+    for (int i = 0; i < row->count(); ++i) {
+        hasButton = hasButton || qobject_cast<QAbstractButton*>(row->itemAt(i)->widget());
+    }
+    if (!hasButton) return nullptr;
+    column->takeAt(last);
+    row->setParent(nullptr);
+    auto foot = std::make_unique<QWidget>();
+    foot->setObjectName(QStringLiteral("decorFoot"));
+    QMargins margins = column->contentsMargins();
+    margins.setTop(column->spacing());
+    row->setContentsMargins(margins);
+    margins = column->contentsMargins();
+    margins.setBottom(0);
+    column->setContentsMargins(margins);
+    foot->setLayout(row);
+    return foot;
+}
+
 }  // namespace
 
 Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(const QString&)> tellUser)
@@ -43,8 +72,11 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
+    auto foot = TakeFoot(*form);
     scroll_ = MakeScrollArea(std::move(form));
     layout->addWidget(scroll_, 1);
+    foot_ = foot.get();
+    if (foot) layout->addWidget(foot.release());
     // A screen changes many controls at once: the suggestion is updated when it has finished.
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
@@ -65,8 +97,24 @@ Page::~Page() {
 
 void Page::Follow() {
     MarkSuggestedStep();
+    MarkBackground();
     if (screen_.FocusRequests() != focusRequestsMet_) TakeFocus();
     update();
+}
+
+/// Labels that lie on the page itself are dark on a state's colour, in the dark look, too.
+void Page::MarkBackground() {
+    const bool isState = !IsPlain(screen_.BackColor());
+    if (isState == backgroundIsState_) return;
+    backgroundIsState_ = isState;
+    for (QWidget* part : {scroll_->widget(), foot_}) {
+        if (!part) continue;
+        part->setProperty("onState", isState);
+        for (QLabel* label : part->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+            style()->unpolish(label);
+            style()->polish(label);
+        }
+    }
 }
 
 Control* Page::HasKeyboard() const {

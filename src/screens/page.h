@@ -48,11 +48,14 @@ class Page : public QWidget {
 
   private:
     void Follow();
+    void MarkBackground();
     void MarkSuggestedStep();
     Control* HasKeyboard() const;  ///< null when none of the screen's controls has it
 
     Screen& screen_;
     QScrollArea* scroll_ = nullptr;
+    QWidget* foot_ = nullptr;  ///< the row of buttons below what scrolls; none in some forms
+    bool backgroundIsState_ = false;
     std::unique_ptr<Binder> binder_;
     int focusRequestsMet_ = 0;
     QTimer soon_;

@@ -11,13 +11,36 @@ namespace bellmark {
 
 namespace {
 
-const QColor ink(0x1f, 0x2a, 0x37);
-const QColor gridLine(0xdd, 0xe3, 0xe9);
-const QColor markColor(0xb0, 0x3a, 0x2e);
-const QColor bandColor(0xb0, 0x3a, 0x2e, 0x28);
 // Colours that differ in greyscale, too.
-const QColor seriesColors[] = {{0x1f, 0x5f, 0xa8}, {0xd9, 0x7b, 0x00}, {0x2e, 0x7d, 0x4f}, {0x7b, 0x3f, 0x98},
-                               {0x00, 0x8b, 0x9a}, {0xa0, 0x52, 0x2d}, {0x55, 0x60, 0x6b}, {0xc2, 0x18, 0x5b}};
+constexpr QRgb onLight[] = {0x1f5fa8, 0xd97b00, 0x2e7d4f, 0x7b3f98, 0x008b9a, 0xa0522d, 0x55606b, 0xc2185b};
+constexpr QRgb onDark[] = {0x6aaef0, 0xffb04a, 0x6fd097, 0xcf9ce8, 0x4fd0dc, 0xe09a72, 0xb3bdc7, 0xff7fb0};
+
+/// The colours of a plot on a light or dark background.
+struct PlotColors {
+    QColor background;
+    QColor ink;
+    bool isDark;
+    QColor grid;
+    QColor axis;  ///< of the zero lines and the borders of blocks
+    QColor mark;
+
+    explicit PlotColors(const QPalette& palette)
+        : background(palette.color(QPalette::Base)),
+          ink(palette.color(QPalette::WindowText)),
+          isDark(background.lightness() < ink.lightness()),
+          grid(palette.color(QPalette::Mid)),
+          axis(isDark ? grid.lighter(150) : grid.darker(125)),
+          mark(isDark ? 0xff9080 : 0xb03a2e) {}
+
+    QColor OfSeries(std::size_t number) const {
+        return isDark ? onDark[number % std::size(onDark)] : onLight[number % std::size(onLight)];
+    }
+};
+
+QColor Translucent(QColor color, int alpha) {
+    color.setAlpha(alpha);
+    return color;
+}
 
 QString Text(const std::string& text) {
     return QString::fromStdString(text);
@@ -27,15 +50,15 @@ QVector<double> Values(const std::vector<double>& values) {
     return {values.begin(), values.end()};
 }
 
-void StyleAxis(QCPAxis& axis, const PlotAxis& shown) {
+void StyleAxis(QCPAxis& axis, const PlotAxis& shown, const PlotColors& colors) {
     axis.setLabel(Text(shown.caption));
-    axis.setLabelColor(ink);
-    axis.setTickLabelColor(ink);
-    axis.setBasePen(QPen(ink));
-    axis.setTickPen(QPen(ink));
-    axis.setSubTickPen(QPen(ink));
-    axis.grid()->setPen(QPen(gridLine));
-    axis.grid()->setZeroLinePen(QPen(gridLine.darker(125)));
+    axis.setLabelColor(colors.ink);
+    axis.setTickLabelColor(colors.ink);
+    axis.setBasePen(QPen(colors.ink));
+    axis.setTickPen(QPen(colors.ink));
+    axis.setSubTickPen(QPen(colors.ink));
+    axis.grid()->setPen(QPen(colors.grid));
+    axis.grid()->setZeroLinePen(QPen(colors.axis));
     if (shown.tickStep) {
         const QSharedPointer<QCPAxisTickerFixed> ticker(new QCPAxisTickerFixed);
         ticker->setTickStep(*shown.tickStep);
@@ -146,6 +169,12 @@ void PlotWidget::Show(const Plot& plot) {
     setAccessibleName(Text(plot_.title));
 }
 
+/// The look of the program has changed between light and dark.
+void PlotWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) Show(Plot(plot_));
+}
+
 void PlotWidget::RedrawNow() {
     view_->replot(QCustomPlot::rpImmediateRefresh);
 }
@@ -158,14 +187,17 @@ void PlotWidget::ShowAxes() {
     }
     // Lines between the blocks replace the grid.
     if (!plot_.horizontal.blocks.empty()) view_->xAxis->grid()->setVisible(false);
-    StyleAxis(*view_->xAxis, plot_.horizontal);
-    StyleAxis(*view_->yAxis, plot_.vertical);
+    const PlotColors colors(palette());
+    view_->setBackground(colors.background);
+    StyleAxis(*view_->xAxis, plot_.horizontal, colors);
+    StyleAxis(*view_->yAxis, plot_.vertical, colors);
 }
 
 void PlotWidget::ShowSeries() {
+    const PlotColors colors(palette());
     std::size_t number = 0;
     for (const PlotSeries& series : plot_.series) {
-        const QColor color = seriesColors[number++ % std::size(seriesColors)];
+        const QColor color = colors.OfSeries(number++);
         QCPGraph* graph = view_->addGraph();
         graph->setName(Text(series.name));
         graph->setPen(QPen(color, 1));
@@ -179,7 +211,11 @@ void PlotWidget::ShowSeries() {
 
 void PlotWidget::ShowLegend() {
     const bool isNamed = plot_.series.size() > 1 && !plot_.series.front().name.empty();
+    const PlotColors colors(palette());
     view_->legend->setVisible(isNamed);
+    view_->legend->setBrush(colors.background);
+    view_->legend->setTextColor(colors.ink);
+    view_->legend->setBorderPen(QPen(colors.axis));
     // Blocks leave no space between their markers.
     const bool isBelow = isNamed && !plot_.horizontal.blocks.empty();
     if (isBelow && !view_->plotLayout()->hasElement(1, 0)) {
@@ -197,6 +233,7 @@ void PlotWidget::ShowLegend() {
 }
 
 void PlotWidget::ShowMarks() {
+    const PlotColors colors(palette());
     const double middle = (plot_.horizontal.lowest + plot_.horizontal.highest) / 2;
     const std::vector<int> rows = RowsOfLabels(plot_);
     for (std::size_t number = 0; number < plot_.marks.size(); ++number) {
@@ -204,13 +241,13 @@ void PlotWidget::ShowMarks() {
         auto* line = new QCPItemStraightLine(view_);
         line->point1->setCoords(mark.x, 0);
         line->point2->setCoords(mark.x, 1);
-        line->setPen(QPen(markColor, 1, Qt::DashLine));
+        line->setPen(QPen(colors.mark, 1, Qt::DashLine));
 
         auto* point = new QCPItemTracer(view_);
         point->position->setCoords(mark.x, mark.y);
         point->setStyle(QCPItemTracer::tsCircle);
         point->setSize(9);
-        point->setPen(QPen(markColor, 2));
+        point->setPen(QPen(colors.mark, 2));
 
         auto* label = new QCPItemText(view_);
         const bool toTheRight = mark.x < middle;
@@ -220,35 +257,37 @@ void PlotWidget::ShowMarks() {
         label->position->setCoords(toTheRight ? 10 : -10, -rows[number] * rowHeight);
         label->setPositionAlignment((toTheRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignBottom);
         label->setText(Text(mark.name));
-        label->setColor(markColor);
-        label->setBrush(QColor(255, 255, 255, 200));
+        label->setColor(colors.mark);
+        label->setBrush(Translucent(colors.background, 200));
     }
 }
 
 void PlotWidget::ShowBlocks() {
+    const PlotColors colors(palette());
     for (const PlotBlock& block : plot_.horizontal.blocks) {
         auto* border = new QCPItemStraightLine(view_);
         border->point1->setCoords(block.to, 0);
         border->point2->setCoords(block.to, 1);
-        border->setPen(QPen(gridLine.darker(125), 1));
+        border->setPen(QPen(colors.axis, 1));
         auto* mean = new QCPItemLine(view_);
         mean->start->setCoords(block.from, block.mean);
         mean->end->setCoords(block.to, block.mean);
-        mean->setPen(QPen(ink, 1, Qt::DashLine));
+        mean->setPen(QPen(colors.ink, 1, Qt::DashLine));
     }
 }
 
 void PlotWidget::ShowBands() {
+    const PlotColors colors(palette());
     for (const PlotBand& band : plot_.bands) {
         auto* strip = new QCPItemRect(view_);
         strip->topLeft->setCoords(plot_.horizontal.lowest, band.highest);
         strip->bottomRight->setCoords(plot_.horizontal.highest, band.lowest);
         strip->setPen(Qt::NoPen);
-        strip->setBrush(bandColor);
+        strip->setBrush(Translucent(colors.mark, 40));
         auto* line = new QCPItemStraightLine(view_);
         line->point1->setCoords(0, band.chosen);
         line->point2->setCoords(1, band.chosen);
-        line->setPen(QPen(markColor, 1));
+        line->setPen(QPen(colors.mark, 1));
     }
 }
 
@@ -294,9 +333,10 @@ QString PlotWidget::ReadOut(const Sample& sample) const {
 void PlotWidget::PointerMoved(const QMouseEvent& event) {
     if (plot_.series.empty() || plot_.series.front().x.empty()) return;
     if (!pointer_) {
+        const PlotColors colors(palette());
         pointer_ = new QCPItemTracer(view_);
         pointer_->setStyle(QCPItemTracer::tsPlus);
-        pointer_->setPen(QPen(ink, 1));
+        pointer_->setPen(QPen(colors.ink, 1));
         readOut_ = new QCPItemText(view_);
         readOut_->position->setType(QCPItemPosition::ptAxisRectRatio);
         // Drops rise towards the upper corner; pulses have returned to zero there.
@@ -304,8 +344,8 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         readOut_->position->setCoords(0.99, isTopTaken ? 0.98 : 0.02);
         readOut_->setPositionAlignment(Qt::AlignRight | (isTopTaken ? Qt::AlignBottom : Qt::AlignTop));
         readOut_->setTextAlignment(Qt::AlignLeft);
-        readOut_->setColor(ink);
-        readOut_->setBrush(QColor(255, 255, 255, 220));
+        readOut_->setColor(colors.ink);
+        readOut_->setBrush(Translucent(colors.background, 220));
         readOut_->setPadding(QMargins(4, 2, 4, 2));
     }
     const Sample sample = SampleAt(event.position());

@@ -26,6 +26,9 @@ class PlotWidget : public QWidget {
     QSize sizeHint() const override { return {600, 320}; }
     QSize minimumSizeHint() const override { return {240, 140}; }
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void SetUpInteraction();
     void ShowAxes();

@@ -10,9 +10,9 @@ QString StateText(Color color) {
 }
 
 void ShowBackColor(QWidget& widget, Color color) {
-    const QString rule = IsPlain(color)
-                             ? QString()
-                             : QString::fromLatin1("background-color: %1; color: #101820;").arg(ToQColor(color).name());
+    const QString rule = IsPlain(color) ? QString()
+                                        : QString::fromLatin1("background-color: %1; color: %2;")
+                                              .arg(ToQColor(color).name(), stateTextColor.name());
     // Setting a style sheet is slow, and most refreshes change something else.
     if (widget.styleSheet() != rule) widget.setStyleSheet(rule);
 }

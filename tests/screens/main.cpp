@@ -15,6 +15,6 @@ int main(int count, char** words) {
     testing::InitGoogleTest(&count, words);
     QApplication application(count, words);
     QApplication::setQuitOnLastWindowClosed(false);
-    bellmark::ApplyLook();
+    const bellmark::Look look;
     return RUN_ALL_TESTS();
 }

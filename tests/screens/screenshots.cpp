@@ -1,4 +1,4 @@
-// Renders every screen of the program to PNG files, at both supported display sizes: screenshots FOLDER.
+// Renders every screen of the program to PNG files, at both supported display sizes: screenshots FOLDER [dark].
 
 #include <QApplication>
 #include <QDir>
@@ -54,6 +54,8 @@ class Tour {
         Shoot("prerequisites");
         for (int item = 0; item < 9; ++item) Click("frmPrerequisites.cmdOK");
         Shoot("prerequisites-met");
+        // The drop of the sensors' trial is given up.
+        desktop_.dialogs.answers = {Answer::Yes};
         Click("frmPrerequisites.cmdNext");
         Shoot("collection");
         ShootArmed();
@@ -182,7 +184,7 @@ class Tour {
         Shoot("certificate");
     }
 
-    /// The two reference trials up to their acceptance; the first has one drop already.
+    /// The two reference trials up to their acceptance.
     void ShootSensors() {
         desktop_.program->The<MainMenuDoor>().CalibrateSensors();
         for (int trial = 1; trial <= 2; ++trial) {
@@ -259,11 +261,13 @@ class Tour {
 int main(int count, char** words) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(count, words);
-    if (count != 2 || !QDir().mkpath(QString::fromLocal8Bit(words[1]))) {
-        std::cerr << "usage: screenshots FOLDER\n";
+    const bool isDark = count == 3 && QString::fromLocal8Bit(words[2]) == QLatin1String("dark");
+    if (count != (isDark ? 3 : 2) || !QDir().mkpath(QString::fromLocal8Bit(words[1]))) {
+        std::cerr << "usage: screenshots FOLDER [dark]\n";
         return 2;
     }
-    bellmark::ApplyLook();
+    bellmark::Look look;
+    if (isDark) look.Show(bellmark::Appearance::Dark);
     bellmark::Tour(QDir(QString::fromLocal8Bit(words[1]))).Run();
     return 0;
 }

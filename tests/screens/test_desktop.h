@@ -60,8 +60,9 @@ void MakeScreensBehind(Program& program) {
 }
 inline void MakeAllScreens(Program& program) {
     MakeScreensBehind<MainFrameDoor, StartFormDoor, MainMenuDoor, SetupDoor, SimulatorDoor, CollectionDoor, DropDoor,
-                      PrerequisitesDoor, FlipCalibrationDoor, FWDDataDoor, RegressionPlotDoor, ResultsDoor, ReportDoor,
-                      RelativeDoor>(program);
+                      PrerequisitesDoor, FlipCalibrationDoor, TriggerDoor, FWDDataDoor, RegressionPlotDoor,
+                      ReferenceReviewDoor, CenterRelativeDoor, CenterRelPlotDoor, ResultsDoor, ReportDoor,
+                      RelativeResultsDoor, RelativeDoor>(program);
 }
 
 /// The whole program in its window, on its own folder, with answers from a queue.
