@@ -4,7 +4,7 @@
 #include <optional>
 #include <span>
 
-#include "relative/relative_analysis.h"
+#include "analysis/reading_group.h"
 
 namespace bellmark {
 

@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
+#include "analysis/reading_group.h"
 #include "analysis/variance_table.h"
-#include "relative/relative_analysis.h"
 
 /// Analysis of variance of sensors that rotate through the positions of a stand. Numbers in, numbers out.
 namespace bellmark {

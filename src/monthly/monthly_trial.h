@@ -8,6 +8,7 @@
 #include "monthly/cochran.h"
 #include "monthly/critical_values.h"
 #include "monthly/latin_square.h"
+#include "relative/relative_analysis.h"
 #include "run/calibration_run.h"
 
 /// A trial of a monthly calibration or of a sensor's replacement: the drops of the FWD's file, their analysis, what is
@@ -40,19 +41,18 @@ struct MonthlyReading {
     std::vector<double> loads;  ///< one a drop; pounds or kN where the file's unit is known
     /// What stands where a load or a deflection should be and is none, as "Drop 5, sensor 3: \"abc\"". It counts as 0.
     std::vector<std::string> unreadable;
-    /// Sensors that the file gives another gain or serial number than the run has, a line each. The run's are used.
-    std::vector<std::string> differences;
+    /// Sensors that the file gives another gain than the run has, a line each. The run's are used.
+    std::vector<std::string> otherGains;
     std::string deflectionUnits;  ///< the file's own word; see AgreementOfUnits
     std::string deviceSerialNumber;
     std::string operatorName;
     std::string endDate;  ///< of the drops, "dd-mmm-yyyy"; the file's own text when it is no date, empty without one
 };
 
-/// Takes the drops of a test location as those of the trial in hand. Sets NumberSensors, NumberDropsPerLoadLevel and
-/// RelTrialInHand; serial numbers and initial gains that the run does not know yet are taken along. An empty field
-/// counts as 0. rawFileName: the FWD's file as the operator chose it.
-MonthlyReading ReadMonthlyTrial(const PDDXFile& file, CalibrationRun& run, const std::string& rawFileName,
-                                int location = 1);
+/// Takes the drops of the first test location as those of the trial in hand. Sets NumberSensors,
+/// NumberDropsPerLoadLevel and RelTrialInHand; serial numbers and initial gains that the run does not know yet are
+/// taken along. An empty field counts as 0. rawFileName: the FWD's file as the operator chose it.
+MonthlyReading ReadMonthlyTrial(const PDDXFile& file, CalibrationRun& run, const std::string& rawFileName);
 
 /// All that is found in the readings of one trial.
 struct MonthlyAnalysis {

@@ -22,6 +22,10 @@ void BeginRelativeTrial(CalibrationRun& run);
 /// Counts the trial in hand, four at most, and gives each sensor the mean of its gains as final gain.
 void CountRelativeTrial(CalibrationRun& run);
 
+/// The accepted trials whose readings the trial in hand repeats to the last digit, a line each: the same file was read
+/// twice.
+std::vector<std::string> TrialsRepeated(const CalibrationRun& run);
+
 /// Sensors of the trial in hand of which nothing can be said, a line each: without a gain or without a deflection.
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run);
 
