@@ -123,9 +123,9 @@ void frmRelResults::TellAboutReading() {
                              ListedLines(reading_.unreadable) + "Please check the data file.",
                          box::exclamation);
     }
-    if (!reading_.differences.empty()) {
-        program_.ShowBox("The file differs from what is known of the sensors, which is used:\r\n" +
-                             ListedLines(reading_.differences) + "Please check the data file.",
+    if (!reading_.otherGains.empty()) {
+        program_.ShowBox("The file has other gains than the first trial, whose gains are used:\r\n" +
+                             ListedLines(reading_.otherGains) + "Please check the data file.",
                          box::exclamation);
     }
     const std::string& word = reading_.deflectionUnits;
