@@ -76,6 +76,7 @@ void frmRelative::Start() {
     HideMainmenuItems();
     optMonthlyRelative.Drop();
     optMonthlyReplace.Drop();
+    SetEnabled({&optMonthlyRelative, &optMonthlyReplace}, true);
     run_.CurrentProcedure = Procedure::None;
     run_.CurrentProcStep = step::none;
     BeginRelativeTrial(run_);

@@ -33,8 +33,8 @@ class frmRelative : public Screen, public RelativeDoor {
     ComboBox cboSensorTypeR{fraGeophone, "cboSensorTypeR"};
     OptionButton optEnglish{fraGeophone, "optEnglish", "units", "&English"};
     OptionButton optMetric{fraGeophone, "optMetric", "units", "Me&tric"};
-    std::array<OptionButton, 2> optAutoPrint{{{fraGeophone, "optAutoPrint(0)", "auto print", "&Yes"},
-                                              {fraGeophone, "optAutoPrint(1)", "auto print", "N&o"}}};
+    std::array<OptionButton, 2> optAutoPrint{
+        {{*this, "optAutoPrint(0)", "auto print", "&Yes"}, {*this, "optAutoPrint(1)", "auto print", "N&o"}}};
     Grid grdSerialNum{fraGeophone, "grdSerialNum", 1, 1};
     Label lblSetUpSensors{*this, "lblSetUpSensors"};
     Grid msfgRelTest{*this, "msfgRelTest", 1, 1};

@@ -174,6 +174,11 @@ TEST_F(MonthlyScreens, OneTrialWithinTheLimitsIsEnough) {
     EXPECT_EQ(Front(), "frmMainMenu");
     EXPECT_FALSE(menu->cmdContinue.Visible);
     EXPECT_EQ(menu->DefaultButton(), &menu->cmdStartForm);
+    // The next one begins anew, of whatever kind.
+    menu->cmdStartForm.UserClick();
+    BeginReplacement(1);
+    EXPECT_EQ(run.RelTrials, 0);
+    EXPECT_EQ(relative->grdSerialNum.Cell(1, 1), "");
 }
 
 TEST_F(MonthlyScreens, TrialsThatDifferAskForTwoNewOnes) {
@@ -214,7 +219,7 @@ TEST_F(MonthlyScreens, AReplacementTakesUpToFourTrials) {
         Answer_(Answer::OK);
         AcceptTrial(FileOff({1, 1, ratios[trial - 1]}, trial));
         EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Trial Gain Factor for Replacement Sensor (172)"),
-                                               HasSubstr("Sensor No. 3 is "))));
+                                               HasSubstr("Sensor No.3 is "))));
         EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.SC" + NumberText(trial)));
         EXPECT_EQ(run.CurrentProcStep, trial < 4 ? step::replacementTrial : step::replacementNext) << trial;
     }
@@ -240,7 +245,7 @@ TEST_F(MonthlyScreens, TheReplacedSensorMayBeChosenBesideTheResults) {
     EXPECT_EQ(results->cboReplacedSensor.BackColor.Get(), colors::mustBeUpdated);
     Answer_(Answer::OK);
     results->cboReplacedSensor.UserChoose(1);
-    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Sensor No. 2 is ")));
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Sensor No.2 is ")));
     EXPECT_TRUE(results->cmdNext.Enabled);
 }
 

@@ -61,7 +61,7 @@ void MakeScreensBehind(Program& program) {
 inline void MakeAllScreens(Program& program) {
     MakeScreensBehind<MainFrameDoor, StartFormDoor, MainMenuDoor, SetupDoor, SimulatorDoor, CollectionDoor, DropDoor,
                       PrerequisitesDoor, FlipCalibrationDoor, FWDDataDoor, RegressionPlotDoor, ResultsDoor, ReportDoor,
-                      RelativeDoor>(program);
+                      RelativeDoor, RelativeResultsDoor>(program);
 }
 
 /// The whole program in its window, on its own folder, with answers from a queue.
