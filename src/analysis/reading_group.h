@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "analysis/analysis.h"
 
 namespace bellmark {
@@ -29,5 +31,12 @@ struct GroupSums {
     /// sum² / count: what the group adds to a sum of squares between groups.
     double SquareOfSum() const { return count > 0 ? sum * sum / count : 0; }
 };
+
+/// With the first value as origin: equal values give exactly that value and no deviation.
+inline ReadingGroup GroupOf(std::span<const double> values) {
+    GroupSums sums{values.empty() ? 0 : values.front()};
+    for (const double value : values) sums.Add(value);
+    return sums.Group();
+}
 
 }  // namespace bellmark

@@ -59,6 +59,8 @@ bool frmRelResults::Start() {
     if (!ReadDropData()) return false;
     run_.CurrentProcStep = IsReplacement(run_) ? step::replacementTrial : step::monthlyTrial;
     plotWasShown_ = false;
+    chkANOVA.Value = false;
+    chkANOVA_Click();
     Open();
     TellAboutReading();
     TellReplacedGain();

@@ -62,7 +62,8 @@ LatinSquareAnalysis AnalyseLatinSquare(std::span<const std::span<const double>> 
     result.dropsPerSet = dropsPerSet;
     if (readings.empty()) return result;
     const Sums sums = SumsOf(readings, static_cast<std::size_t>(dropsPerSet));
-    result.sensors = GroupsOf(sums.sensors);
+    // Each from its own readings: the average of a dead sensor is exactly 0.
+    for (const auto& sensor : readings) result.sensors.push_back(GroupOf(sensor));
     result.sets = GroupsOf(sums.sets);
     result.positions = GroupsOf(sums.positions);
     result.all = sums.all.Group();

@@ -29,6 +29,10 @@ std::vector<std::string> AnovaText(const MonthlyFacts& facts);
 std::vector<std::string> MonthlyAdvice(const MonthlyFacts& facts);
 std::vector<std::string> ReplaceAdvice(const MonthlyFacts& facts);
 
+/// Of the report of a trial: the warnings below the gains, and the block on gain adjustments where they are indicated.
+std::vector<std::string> ReportWarnings(const MonthlyFacts& facts);
+std::vector<std::string> AdjustmentText(const MonthlyFacts& facts);
+
 /// The gain that the trial shown gives the replaced sensor, in two lines: element 1 of message 172, and a note in the
 /// report. Nothing without such a sensor.
 std::optional<std::string> ReplaceSensorCheck(const CalibrationRun& run, int trials,

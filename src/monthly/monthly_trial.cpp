@@ -18,8 +18,8 @@ namespace bellmark {
 namespace {
 
 constexpr double largestRatioOff = 0.003;
-constexpr double largestGainOff = 0.02;
 constexpr double largestGainChange = 0.003;
+constexpr double largestGainDifference = 0.003;
 
 std::size_t SensorsOf(const CalibrationRun& run) {
     return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
@@ -172,6 +172,11 @@ MonthlyAnalysis AnalyseMonthlyTrial(CalibrationRun& run, int trials, double coch
 
 // ---- counts and the decision
 
+bool IsOutOf2Percent(double gain) {
+    constexpr double largestOff = 0.02;
+    return ExceedsLimit(std::abs(1 - gain), largestOff);
+}
+
 MonthlyCounts CountMonthlySensors(const CalibrationRun& run, int trials) {
     MonthlyCounts counts;
     for (std::size_t s = 0; s < SensorsOf(run); ++s) {
@@ -180,7 +185,7 @@ MonthlyCounts CountMonthlySensors(const CalibrationRun& run, int trials) {
         MonthlySensor sensor;
         for (std::size_t t = 0; t <= IndexOfTrial(trials); ++t) sensor.meanGain += record.RelTrial[t].Gain / trials;
         sensor.isOutOfTolerance = ExceedsLimit(std::abs(1 - last.AdjFactor), largestRatioOff);
-        sensor.isOutOf2Percent = ExceedsLimit(std::abs(1 - last.Gain), largestGainOff);
+        sensor.isOutOf2Percent = IsOutOf2Percent(last.Gain);
         const double difference = std::abs(record.RelTrial[1].Gain - record.RelTrial[0].Gain);
         sensor.trialsDiffer = trials >= 2 && !ExceedsLimit(largestGainDifference, difference);
         sensor.isToBeReset = ExceedsLimit(std::abs(sensor.meanGain - record.InitialGain), largestGainChange);
@@ -200,6 +205,13 @@ double ReplacedGainStdDev(const CalibrationRun& run, int trials, std::size_t sen
     return gains.Group().stdDev;
 }
 
+bool ReplacedGainsAgree(const CalibrationRun& run, int trials, std::size_t sensor) {
+    const auto& gains = run.Sensor.at(sensor).RelTrial;
+    const double spread =
+        trials == 2 ? std::abs(gains[1].Gain - gains[0].Gain) : ReplacedGainStdDev(run, trials, sensor);
+    return ExceedsLimit(largestGainDifference, spread);
+}
+
 namespace {
 
 MonthlyDecision DecisionOfMonthly(const CalibrationRun& run) {
@@ -216,12 +228,8 @@ MonthlyDecision DecisionOfMonthly(const CalibrationRun& run) {
 }
 
 bool IsReplacementDone(const CalibrationRun& run, std::optional<std::size_t> sensor) {
-    if (run.RelTrials >= 4) return true;
-    if (!sensor || run.RelTrials < 2) return false;
-    const auto& trials = run.Sensor.at(*sensor).RelTrial;
-    const double spread = run.RelTrials == 2 ? std::abs(trials[1].Gain - trials[0].Gain)
-                                             : ReplacedGainStdDev(run, run.RelTrials, *sensor);
-    return ExceedsLimit(largestGainDifference, spread);
+    if (run.RelTrials >= static_cast<int>(maxTrials)) return true;
+    return sensor && run.RelTrials >= 2 && ReplacedGainsAgree(run, run.RelTrials, *sensor);
 }
 
 }  // namespace

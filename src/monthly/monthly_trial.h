@@ -89,12 +89,18 @@ struct MonthlyCounts {
     int SensorsToReset = 0;
 };
 
+/// Whether a gain is off 1 by more than 0.02, the limit that manufacturers recommend.
+bool IsOutOf2Percent(double gain);
+
 /// Counts over the analysed trials; ratio and gain are those of the last one.
 MonthlyCounts CountMonthlySensors(const CalibrationRun& run, int trials);
 
 /// Standard deviation of a sensor's gains over the trials; 0 for one trial.
 double ReplacedGainStdDev(const CalibrationRun& run, int trials, std::size_t sensor);
-inline constexpr double largestGainDifference = 0.003;  ///< between trials, and for their standard deviation
+
+/// Whether the gains of a replaced sensor lie together: two of them within less than 0.003 of each other, more with a
+/// standard deviation below 0.003. trials: 2 or more.
+bool ReplacedGainsAgree(const CalibrationRun& run, int trials, std::size_t sensor);
 
 /// Sensors of which nothing can be said (no existing gain, no deflection), and a trial that repeats the readings of
 /// another one, a line each. For the trial in hand.
