@@ -59,14 +59,16 @@ Plot StandPicture(const CalibrationRun& run, std::size_t sensors, std::size_t se
     path.color = colors::complete;
     for (std::size_t at = 0; at < sensors; ++at) {
         const auto left = static_cast<double>(at);
-        plot.horizontal.blocks.push_back({NumberText(at + 1), left, left + 1});
+        // Ten numbers side by side would run together.
+        const bool isNumbered = sensors < 10 || at % 2 == 0;
+        plot.horizontal.blocks.push_back({isNumbered ? NumberText(at + 1) : std::string(), left, left + 1});
         // The first position is the top.
         const double top = count - left;
         plot.vertical.blocks.push_back({NumberText(at + 1), top - 1, top});
         const std::size_t sensor = SensorAt(at, set, sensors);
         // Wide enough for "D12".
         const auto inSet = static_cast<double>(set);
-        plot.boxes.push_back({RotatedSensorLabel(run, sensor), inSet - 0.3, inSet + 1.3, top - 1, top,
+        plot.boxes.push_back({RotatedSensorLabel(run, sensor), inSet - 0.4, inSet + 1.4, top - 1, top,
                               sensor == 0 ? colors::passed : colors::window});
         path.x.push_back(left + 0.5);
         path.y.push_back(count - static_cast<double>(PositionOf(0, at, sensors)) - 0.5);
