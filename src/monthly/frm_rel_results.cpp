@@ -316,7 +316,7 @@ void frmRelResults::chkANOVA_Click() {
     const bool shows = chkANOVA.Value;
     fraANOVA.Visible = shows;
     grdMeans.Visible = !shows;
-    chkANOVA.Caption = shows ? "Close &ANOVA" : "Show &ANOVA";
+    chkANOVA.Caption = shows ? "Close AN&OVA" : "Show AN&OVA";
 }
 
 void frmRelResults::cmdBack_Click() {

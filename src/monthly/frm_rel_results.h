@@ -37,7 +37,7 @@ class frmRelResults : public Screen, public RelativeResultsDoor {
     std::array<TextBox, 2> txtStandardError{
         {{fraStdError, "txtStandardError(0)"}, {fraStdError, "txtStandardError(1)"}}};
     std::array<Label, 2> UnitLabel{{{fraStdError, "UnitLabel(0)"}, {fraStdError, "UnitLabel(1)"}}};
-    CheckBox chkANOVA{*this, "chkANOVA", "Show &ANOVA"};
+    CheckBox chkANOVA{*this, "chkANOVA", "Show AN&OVA"};
     TextBox txtResults{*this, "txtResults"};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
     Button cmdBack{*this, "cmdBack", "&Back"};

@@ -82,7 +82,7 @@ void frmRelative::Start() {
     BeginRelativeTrial(run_);
     ForgetFile();
     Header.PageTitle.Caption = Title();
-    SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &txtFilename}, false);
+    SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, false);
     Show();
     ShowStage();
 }
@@ -119,7 +119,7 @@ void frmRelative::EnterTrial(Procedure procedure) {
     program_.Header.SetProcedureName("FWD Monthly Relative Calibration");
     Header.PageTitle.Caption = (replaces ? "Replace a Sensor - Trial " : "Monthly Relative Calibration - Trial ") +
                                NumberText(run_.RelTrials + 1);
-    SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &txtFilename}, true);
+    SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, true);
     ShowSensors();
     Show();
     ShowStage();
@@ -134,6 +134,7 @@ bool frmRelative::MayChangeSensors() const {
 
 void frmRelative::ForgetFile() {
     fileIsRead_ = false;
+    shownSet_ = 0;
     run_.MonthlyDataFile.clear();
 }
 

@@ -33,13 +33,14 @@ class frmRelative : public Screen, public RelativeDoor {
     ComboBox cboSensorTypeR{fraGeophone, "cboSensorTypeR"};
     OptionButton optEnglish{fraGeophone, "optEnglish", "units", "&English"};
     OptionButton optMetric{fraGeophone, "optMetric", "units", "Me&tric"};
+    Frame fraFile{*this, "fraFile"};
     std::array<OptionButton, 2> optAutoPrint{
-        {{*this, "optAutoPrint(0)", "auto print", "&Yes"}, {*this, "optAutoPrint(1)", "auto print", "N&o"}}};
+        {{fraFile, "optAutoPrint(0)", "auto print", "&Yes"}, {fraFile, "optAutoPrint(1)", "auto print", "N&o"}}};
     Grid grdSerialNum{fraGeophone, "grdSerialNum", 1, 1};
     Label lblSetUpSensors{*this, "lblSetUpSensors"};
     Grid msfgRelTest{*this, "msfgRelTest", 1, 1};
     Picture pctGeoStand{*this, "pctGeoStand"};
-    TextBox txtFilename{*this, "txtFilename"};
+    TextBox txtFilename{fraFile, "txtFilename"};
     Button cmdBrowse{*this, "cmdBrowse", "&Browse ..."};
     Button cmdMainMenu{*this, "cmdMainMenu", "&Main Menu"};
     Button cmdNext{*this, "cmdNext", "&Next"};

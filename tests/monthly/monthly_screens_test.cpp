@@ -378,7 +378,7 @@ TEST_F(MonthlyScreens, ALooseSensorIsColored) {
     results->chkANOVA.UserClick();
     EXPECT_TRUE(results->fraANOVA.Visible);
     EXPECT_FALSE(results->grdMeans.Visible);
-    EXPECT_EQ(results->chkANOVA.Caption.Get(), "Close &ANOVA");
+    EXPECT_EQ(results->chkANOVA.Caption.Get(), "Close AN&OVA");
     EXPECT_EQ(results->grdANOVA.Cell(6, 0), "Std. Error");
     EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::mustBeUpdated);
     EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("C"));
