@@ -140,6 +140,7 @@ void BeginFreshRun(Program& program) {
     program.Run.ProgramStarted = true;
     program.Run.IsInHand = true;
     program.RunDocument = std::make_unique<PDDXFile>();
+    program.Header.SetRunName("");
     program.The<SetupDoor>().BeginRun();
     if (program.Has<PrerequisitesDoor>()) program.The<PrerequisitesDoor>().ResetPreReq();
 }

@@ -193,14 +193,17 @@ class CenterRelPlotDoor {  // frmCenterRelPlot
 class RelativeResultsDoor {  // frmRelResults
   public:
     virtual ~RelativeResultsDoor() = default;
-    virtual void Open() = 0;
-    virtual void OpenNext() = 0;
+    virtual bool Start() = 0;     ///< reads the drops of the FWD's file; false, after a box, when they cannot be used
+    virtual void Open() = 0;      ///< shows the trial as it was left
+    virtual void OpenNext() = 0;  ///< the same, and goes on to the final gains
 };
 
 class RelativeDoor {  // frmRelative
   public:
     virtual ~RelativeDoor() = default;
-    virtual void Start(bool isReplacement) = 0;
+    virtual void Start() = 0;          ///< asks which of the two is to be done
+    virtual void SetupMonthly() = 0;   ///< the next trial of a monthly calibration
+    virtual void SetupGeophone() = 0;  ///< the next trial of a sensor's replacement
 };
 
 }  // namespace bellmark

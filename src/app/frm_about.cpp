@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/app_main.h"
+#include "app/monthly_run.h"
 #include "app/program.h"
 #include "platform/dialogs.h"
 #include "platform/profile_strings.h"
@@ -36,8 +37,7 @@ frmAbout::frmAbout(Program& program)
     };
     cmdStartNewCal.Click = [this] { cmdStartNewCal_Click(); };
     cmdRelativeCal.Click = [this] {
-        program_.Run.MonthlyCalibration = true;
-        program_.The<RelativeDoor>().Start(false);
+        if (BeginMonthlyRun(program_)) program_.The<RelativeDoor>().Start();
     };
     cmdReadCalCenterA.Click = [this] { cmdReadCalCenterA_Click(); };
     cmdOpenInterimCal.Click = [this] { cmdOpenInterimCal_Click(); };

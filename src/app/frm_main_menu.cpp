@@ -2,6 +2,7 @@
 
 #include "app/app_main.h"
 #include "app/daily_calibration.h"
+#include "app/monthly_run.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/numbers.h"
@@ -25,16 +26,18 @@ bool IsRelativePairToJudge(const CalibrationRun& run) {
 
 frmMainMenu::frmMainMenu(Program& program)
     : Screen(program.Screens, "frmMainMenu", "Main Menu"), Header(*this, program.Header), program_(program) {
-    for (TextBox* status : {&txtLoadCellStatus, &txtSensorStatus, &txtCertStatus}) status->Locked = true;
+    for (TextBox* status : {&txtLoadCellStatus, &txtSensorStatus, &txtCertStatus, &txtMonthlyStatus})
+        status->Locked = true;
     cmdCalAccelerometer.Click = [this] { cmdCalAccelerometer_Click(); };
     cmdCalLoadCell.Click = [this] { cmdCalLoadCell_Click(); };
     cmdRefCalDefAccel.Click = [this] { cmdRefCalDefAccel_Click(); };
     cmdEditSetup.Click = [this] { cmdEditSetup_Click(); };
     cmdFWDDoc.Click = [this] { program_.The<ResultsDoor>().Open(); };
     cmdRelativeCal.Click = [this] {
-        program_.Run.RelTrials = 0;
-        program_.The<RelativeDoor>().Start(false);
+        if (BeginMonthlyRun(program_)) program_.The<RelativeDoor>().SetupMonthly();
     };
+    cmdContinue.Click = [this] { ReturnToProcedure(program_, program_.Run.CurrentProcedure); };
+    cmdStartForm.Click = [this] { LeaveMonthlyRun(program_); };
     cmdFerrylinker.Click = [this] {
         program_.Services.launcher.Start(ActualPath(program_.Services.files, program_.Folder() / converterName), "");
     };
@@ -57,9 +60,14 @@ void frmMainMenu::Open() {
 
 void frmMainMenu::Activated() {
     ShowHeaderLabels();
-    if (program_.Run.MonthlyCalibration) return;
+    const bool monthly = program_.Run.MonthlyCalibration;
+    fraAnnual.Visible = !monthly;
+    fraMonthly.Visible = monthly;
+    cmdEditSetup.Visible = !monthly;
+    if (monthly) return ShowMonthly();
     if (program_.Has<ResultsDoor>()) program_.The<ResultsDoor>().Recompute();
     AllowWhatNeedsARun();
+    cmdRelativeCal.BackColor = colors::buttonFace;
     MarkAccelerometer();
     ShowLoadCellStatus();
     ShowSensorStatus();
@@ -84,6 +92,22 @@ void frmMainMenu::ShowHeaderLabels() {
     lblFWDOwner.Visible = !run.DeviceOwner.empty();
     lblFWDName.Caption = "FWD Name: " + run.DeviceName;
     lblFWDName.Visible = !run.DeviceName.empty();
+}
+
+void frmMainMenu::ShowMonthly() {
+    const CalibrationRun& run = program_.Run;
+    const bool isUnderWay = IsMonthlyRunUnderWay(run);
+    const std::string what = IsReplacement(run) ? "Replacement of a Sensor" : "Monthly Relative Calibration";
+    std::string status = what + "\r\n" + TrialsDone(run.RelTrials, "");
+    if (run.RelTrialInHand) status += "\r\nOne trial is read and not accepted yet";
+    if (!isUnderWay && run.RelTrials > 0) status += "\r\nFinished";
+    txtMonthlyStatus.Text = status;
+    cmdContinue.Visible = isUnderWay;
+    Button& next = isUnderWay ? cmdContinue : run.RelTrials > 0 ? cmdStartForm : cmdRelativeCal;
+    for (Button* button : {&cmdContinue, &cmdStartForm, &cmdRelativeCal})
+        button->BackColor = button == &next ? colors::suggestedNext : colors::buttonFace;
+    SetDefaultButton(&next);
+    SetFocus(next);
 }
 
 void frmMainMenu::MarkAccelerometer() {

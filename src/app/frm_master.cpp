@@ -1,6 +1,7 @@
 #include "app/frm_master.h"
 
 #include "app/app_main.h"
+#include "app/monthly_run.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "platform/dialogs.h"
@@ -22,8 +23,12 @@ frmMaster::frmMaster(Program& program) : Screen(program.Screens, "frmMaster", "B
     mnuLoadCell.Click = [this] { mnuLoadCell_Click(); };
     mnuDeflectionSensors.Click = [this] { mnuDeflectionSensors_Click(); };
     mnuDocumentation.Click = [this] { program_.The<ResultsDoor>().Open(); };
-    mnuRelativeCalibration.Click = [this] { program_.The<RelativeDoor>().Start(false); };
-    mnuReplaceSensor.Click = [this] { program_.The<RelativeDoor>().Start(true); };
+    mnuRelativeCalibration.Click = [this] {
+        if (BeginMonthlyRun(program_)) program_.The<RelativeDoor>().SetupMonthly();
+    };
+    mnuReplaceSensor.Click = [this] {
+        if (BeginMonthlyRun(program_)) program_.The<RelativeDoor>().SetupGeophone();
+    };
     mnuContents.Click = [this] { mnuContents_Click(); };
     mnuIndex.Click = [this] { program_.Services.showHelp(helpPage::index); };
     mnuAbout.Click = [this] { program_.The<StartFormDoor>().ShowAbout(); };

@@ -9,6 +9,11 @@ void PageHeader::SetBoardName(std::string text) {
     Tell();
 }
 
+void PageHeader::SetRunName(std::string text) {
+    runName_ = std::move(text);
+    Tell();
+}
+
 void PageHeader::SetFWDOwnerName(std::string text) {
     fwdOwnerName_ = std::move(text);
     Tell();
@@ -44,7 +49,7 @@ ctrlHeader::~ctrlHeader() {
 }
 
 void ctrlHeader::Show() {
-    BoardName.Caption = header_.boardName_;
+    BoardName.Caption = header_.runName_.empty() ? header_.boardName_ : header_.runName_;
     FWDOwnerName.Caption = header_.fwdOwnerName_;
     FWDNameCtrl.Caption = header_.fwdName_;
     ProcedureName.Caption = header_.procedureName_;

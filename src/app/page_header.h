@@ -13,6 +13,8 @@ class ctrlHeader;
 class PageHeader {
   public:
     void SetBoardName(std::string text);
+    /// Shown in place of the board while a run needs none; empty shows the board.
+    void SetRunName(std::string text);
     void SetFWDOwnerName(std::string text);
     void SetFWDNameCtrl(std::string text);
     void SetProcedureName(std::string text);
@@ -23,6 +25,7 @@ class PageHeader {
     void Tell();
 
     std::string boardName_;
+    std::string runName_;
     std::string fwdOwnerName_;
     std::string fwdName_;
     std::string procedureName_;

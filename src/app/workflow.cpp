@@ -72,10 +72,10 @@ void CompareSensors(Program& program) {
 }
 
 void OpenMonthly(Program& program) {
-    program.The<RelativeDoor>().Start(false);
+    program.The<RelativeDoor>().SetupMonthly();
 }
 void OpenReplacement(Program& program) {
-    program.The<RelativeDoor>().Start(true);
+    program.The<RelativeDoor>().SetupGeophone();
 }
 void ShowRelativeResults(Program& program) {
     program.The<RelativeResultsDoor>().Open();

@@ -9,6 +9,8 @@
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_ref_review.h"
 #include "fwd/frm_regression_plot.h"
+#include "monthly/frm_rel_results.h"
+#include "monthly/frm_relative.h"
 #include "reference/frm_bellmark_accel.h"
 #include "reference/frm_bellmark_accel_drop.h"
 #include "reference/frm_bellmark_accel_trigger.h"
@@ -47,6 +49,8 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<ReferenceReviewDoor, frmRefReview>(*program);
     RegisterScreen<CenterRelativeDoor, frmCenterRelative>(*program);
     RegisterScreen<CenterRelPlotDoor, frmCenterRelPlot>(*program);
+    RegisterScreen<RelativeDoor, frmRelative>(*program);
+    RegisterScreen<RelativeResultsDoor, frmRelResults>(*program);
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 

@@ -205,6 +205,7 @@ std::string Picture::DisplayText() const {
     for (const auto& mark : plot_.marks) {
         text += '\n' + mark.name + ": " + NumberText(mark.x) + ", " + NumberText(mark.y);
     }
+    for (const auto& box : plot_.boxes) text += "\nbox: " + box.text;
     for (const auto& band : plot_.bands) {
         text += "\nband: " + NumberText(band.lowest) + " to " + NumberText(band.highest) + ", chosen " +
                 NumberText(band.chosen);

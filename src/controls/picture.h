@@ -28,11 +28,24 @@ struct PlotAxis {
 };
 
 /// Shapes that can be told apart without colour.
-enum class MarkerShape { Disc, Square, Triangle, Diamond, Cross, Circle, Plus, TriangleDown, Star, CrossedSquare };
-inline constexpr std::array markerShapes{MarkerShape::Disc,         MarkerShape::Square,       MarkerShape::Triangle,
-                                         MarkerShape::Diamond,      MarkerShape::Cross,        MarkerShape::Circle,
-                                         MarkerShape::Plus,         MarkerShape::TriangleDown, MarkerShape::Star,
-                                         MarkerShape::CrossedSquare};
+enum class MarkerShape {
+    Disc,
+    Square,
+    Triangle,
+    Diamond,
+    Cross,
+    Circle,
+    Plus,
+    TriangleDown,
+    Star,
+    CrossedSquare,
+    CrossedDisc,
+    PlusSquare
+};
+inline constexpr std::array markerShapes{
+    MarkerShape::Disc,  MarkerShape::Square,        MarkerShape::Triangle,    MarkerShape::Diamond,
+    MarkerShape::Cross, MarkerShape::Circle,        MarkerShape::Plus,        MarkerShape::TriangleDown,
+    MarkerShape::Star,  MarkerShape::CrossedSquare, MarkerShape::CrossedDisc, MarkerShape::PlusSquare};
 
 struct PlotSeries {
     std::string name;
@@ -41,6 +54,7 @@ struct PlotSeries {
     bool asMarkers = false;
     std::vector<std::string> notes;  ///< shown when a marker is pointed at; one per point, or none
     MarkerShape shape = MarkerShape::Disc;
+    std::optional<Color> color{};  ///< without it the front end chooses
 };
 
 /// A named point on a curve, or a line across the plot.
@@ -57,6 +71,16 @@ struct PlotBand {
     double chosen = 0;
 };
 
+/// A box with a text in it.
+struct PlotBox {
+    std::string text;
+    double left = 0;
+    double right = 0;
+    double bottom = 0;
+    double top = 0;
+    Color color = colors::window;
+};
+
 struct Plot {
     std::string title;
     PlotAxis horizontal;
@@ -64,6 +88,7 @@ struct Plot {
     std::vector<PlotSeries> series;
     std::vector<PlotMark> marks;
     std::vector<PlotBand> bands{};
+    std::vector<PlotBox> boxes{};
     bool IsEmpty() const { return series.empty(); }
 };
 

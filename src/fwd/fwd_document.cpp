@@ -13,7 +13,9 @@ namespace {
 
 constexpr const char* firstLocation = "Test Location 1";
 constexpr const char* information = "Device Information";
+constexpr const char* configuration = "Device Configuration";
 constexpr const char* calibration = "Device Calibration";
+constexpr const char* operations = "Operations Information";
 
 std::string TrimmedField(const std::string& list, int field) {
     return std::string(Trim(GetListField(field, list)));
@@ -45,6 +47,10 @@ int FWDDocument::Sensors() const {
     return Trim(list).empty() ? 0 : static_cast<int>(std::count(list.begin(), list.end(), ',')) + 1;
 }
 
+int FWDDocument::DeflectionSensors() const {
+    return PDDXCount(Value(configuration, "NumberOfDeflectionSensors"));
+}
+
 std::vector<std::string> FWDDocument::DropFields(int location, int drop) const {
     const std::string list = Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop));
     std::vector<std::string> fields = Split(CompressBlanks(list), ',');
@@ -52,12 +58,16 @@ std::vector<std::string> FWDDocument::DropFields(int location, int drop) const {
     return fields;
 }
 
-std::string FWDDocument::DropFieldAt(int location, int drop, int field) const {
-    return TrimmedField(Value("Test Location " + NumberText(location), "DropData_" + NumberText(drop)), field);
-}
-
 std::string FWDDocument::DeviceSerialNumber() const {
     return std::string(Trim(Value(information, "DeviceSerialNumber")));
+}
+
+std::string FWDDocument::OperatorName() const {
+    return std::string(Trim(Value(operations, "OperatorName")));
+}
+
+std::string FWDDocument::EndDate() const {
+    return std::string(Trim(Value(operations, "EndDate")));
 }
 
 std::string FWDDocument::LoadCellSerialNumber() const {
@@ -79,7 +89,7 @@ double FWDDocument::SensorGain(int sensor) const {
 FWDUnits FWDDocument::Units() const {
     const auto word = [&](const char* key) { return std::string(Trim(Value("Units", key))); };
     return {word("LoadUnits"), word("DeflectionUnits"), word("LoadPlateRadiusUnits"),
-            NumberField(Value("Device Configuration", "LoadPlateRadius"), 1)};
+            NumberField(Value(configuration, "LoadPlateRadius"), 1)};
 }
 
 }  // namespace bellmark

@@ -23,12 +23,14 @@ class FWDDocument {
     explicit FWDDocument(const PDDXFile& document) : document_(document) {}
 
     int Locations() const;
-    int Sensors() const;  ///< number of serial numbers in the document
-    int Drops() const;    ///< of the first location
+    int Sensors() const;            ///< number of serial numbers in the document
+    int DeflectionSensors() const;  ///< as the device's configuration tells it
+    int Drops() const;              ///< of the first location
     /// All fields of a drop: the load, then the sensors.
     std::vector<std::string> DropFields(int location, int drop) const;
-    std::string DropFieldAt(int location, int drop, int field) const;
     std::string DeviceSerialNumber() const;
+    std::string OperatorName() const;
+    std::string EndDate() const;  ///< in the document's own form
     std::string LoadCellSerialNumber() const;
     std::string SensorSerialNumber(int sensor) const;
     double LoadCellGain() const;

@@ -123,13 +123,14 @@ std::vector<std::string> DifferencesFromRun(const PDDXFile& file, const Calibrat
         differences.push_back(what + found + " in place of " + known);
     };
     compare("FWD serial number ", document.DeviceSerialNumber(), run.DeviceSerialNumber);
-    if (!CalibratesSensors(run)) {
+    const bool comparesSensors = CalibratesSensors(run) || IsMonthly(run.CurrentProcedure);
+    if (!comparesSensors) {
         compare("load cell ", document.LoadCellSerialNumber(), run.LoadCellSerialNumber);
         return differences;
     }
-    for (std::size_t device = 0; device < DevicesInTrial(run); ++device) {
-        compare(("sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(device))) + ": ").c_str(),
-                document.SensorSerialNumber(static_cast<int>(device) + 1), SerialNumberOf(run, device));
+    for (int s = 0; s < std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)); ++s) {
+        compare(("sensor " + NumberText(ShownSensorNumber(run, s)) + ": ").c_str(), document.SensorSerialNumber(s + 1),
+                run.Sensor[static_cast<std::size_t>(s)].SerialNumber);
     }
     const int found = document.Sensors();
     if (found > 0 && found != run.NumberSensors) {

@@ -1,6 +1,7 @@
 #include "relative/frm_center_rel_plot.h"
 
 #include "app/analysis_warning.h"
+#include "app/monthly_run.h"
 #include "app/print_if_asked.h"
 #include "app/program.h"
 #include "app/save_text.h"
@@ -12,14 +13,6 @@
 #include "relative/relative_trial.h"
 
 namespace bellmark {
-
-namespace {
-
-bool IsReplacement(const CalibrationRun& run) {
-    return run.CurrentProcedure == Procedure::SensorReplacement;
-}
-
-}  // namespace
 
 frmCenterRelPlot::frmCenterRelPlot(Program& program)
     : Screen(program.Screens, "frmCenterRelPlot", "Relative Calibration Plot"),
@@ -37,9 +30,14 @@ frmCenterRelPlot::frmCenterRelPlot(Program& program)
 void frmCenterRelPlot::DrawRelativePlot() {
     const bool monthly = run_.MonthlyCalibration;
     program_.Header.SetProcedureName(monthly ? "FWD Monthly Relative Calibration" : "FWD Annual Relative Calibration");
-    const Plot plot = RelativePlot(run_, static_cast<std::size_t>(run_.RelTrials));
+    // Without a trial in hand the one accepted last is looked at again.
+    const bool isInHand = run_.RelTrialInHand.has_value();
+    const int trial = isInHand || run_.RelTrials == 0 ? run_.RelTrials : run_.RelTrials - 1;
+    const Plot plot = RelativePlot(run_, static_cast<std::size_t>(trial));
     Header.PageTitle.Caption = plot.title;
     pctRelative.Draw(plot);
+    lblNote.Visible = !monthly;  // a monthly trial shows the raw deflections
+    cmdReject.Enabled = isInHand;
     cmdNext.Caption = monthly ? "&Next" : "&Accept";
     lblNextStep.Caption = monthly ? "Look for drops that stand apart from those of their sensor, then go on: NEXT."
                                   : "Look for drops that stand apart from those of their sensor, then ACCEPT the trial "
@@ -50,7 +48,8 @@ void frmCenterRelPlot::DrawRelativePlot() {
 
 void frmCenterRelPlot::cmdNext_Click() {
     if (run_.MonthlyCalibration) {
-        run_.CurrentProcStep = IsReplacement(run_) ? step::replacementAnalysis : step::monthlyAnalysis;
+        if (run_.RelTrialInHand)
+            run_.CurrentProcStep = IsReplacement(run_) ? step::replacementAnalysis : step::monthlyAnalysis;
         program_.The<RelativeResultsDoor>().Open();
         return;
     }
@@ -97,7 +96,7 @@ void frmCenterRelPlot::cmdReject_Click() {
     if (rejects != Answer::Yes) return;
     BeginRelativeTrial(run_);
     if (run_.MonthlyCalibration) {
-        program_.The<RelativeDoor>().Start(IsReplacement(run_));
+        ReturnToMonthlyTrial(program_);
     } else {
         program_.The<CenterRelativeDoor>().BeginTrial();
     }

@@ -15,22 +15,6 @@ double Squared(double value) {
     return value * value;
 }
 
-/// Running sums of a group of readings.
-struct GroupSums {
-    double sum = 0;
-    double sumOfSquares = 0;
-    int count = 0;
-
-    void Add(double value) {
-        sum += value;
-        sumOfSquares += value * value;
-        ++count;
-    }
-    ReadingGroup Group() const {
-        return count > 0 ? ReadingGroup{sum / count, StdDev(sum, sumOfSquares, count)} : ReadingGroup{};
-    }
-};
-
 void AddSums(TwoWayAnalysis& result, std::span<const std::span<const double>> readings, int dropsPerSet) {
     std::vector<GroupSums> sets((readings.front().size()) / static_cast<std::size_t>(dropsPerSet));
     GroupSums all;

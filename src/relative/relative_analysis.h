@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/analysis.h"
+#include "analysis/reading_group.h"
 #include "analysis/variance_table.h"
 
 /// The annual comparison of all deflection sensors, which stand together in the sensor stand and see the same drops
@@ -20,12 +21,6 @@ struct RelativeTrialSummary;
 inline constexpr int relativeSets = 8;
 inline constexpr int relativeDropsPerSet = 5;
 inline constexpr int relativeDrops = relativeSets * relativeDropsPerSet;
-
-/// Mean and sample standard deviation, in the unit of the readings.
-struct ReadingGroup {
-    double average = 0;
-    double stdDev = 0;
-};
 
 /// Two-way analysis of variance of sensors and sets, without interaction. Sums of squares about the grand mean, in the
 /// squared unit of the readings.

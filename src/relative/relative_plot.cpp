@@ -14,7 +14,6 @@ namespace {
 
 constexpr double blockWidth = 500;
 constexpr double dropWidth = blockWidth / relativeDropsPerSet;
-constexpr std::size_t mostDropsShown = 50;
 
 struct ShownTrial {
     const CalibrationRun& run;
@@ -30,7 +29,7 @@ struct ShownTrial {
 /// A monthly trial has a set for each position in the stand.
 ShownTrial ShownOf(const CalibrationRun& run, std::size_t trial) {
     const auto sensors = static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-    const std::size_t monthly = std::min(sensors * relativeDropsPerSet, mostDropsShown);
+    const std::size_t monthly = std::min(sensors * relativeDropsPerSet, maxRelativeDrops);
     return {run, trial, sensors, run.MonthlyCalibration ? monthly : static_cast<std::size_t>(relativeDrops)};
 }
 

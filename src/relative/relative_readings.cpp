@@ -15,28 +15,24 @@ namespace {
 constexpr long long mostDropsRead = 50;
 constexpr double largestReading = 1e9;  ///< far above what any FWD measures, in whatever unit
 
-std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
-    return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
+/// "sensor 3", or "load"
+std::string FieldWords(const CalibrationRun& run, std::size_t field) {
+    return field == 0 ? "load" : "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(field) - 1));
 }
 
-void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, std::size_t index, RelativeReadings& found) {
-    SensorCalRecord& sensor = run.Sensor[index];
-    auto& readings = sensor.RelTrial.at(static_cast<std::size_t>(run.RelTrials)).DropData;
-    readings = {};
+void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, RelativeReadings& found) {
+    const auto trial = static_cast<std::size_t>(run.RelTrials);
+    for (std::size_t s = 0; s < SensorCount(run); ++s) run.Sensor[s].RelTrial.at(trial).DropData = {};
     const int drops = document.Drops();
-    const int field = static_cast<int>(index) + 2;
     for (long long at = 0; at < std::min(found.dropsInFile, mostDropsRead); ++at) {
         const int location = static_cast<int>(at / drops) + 1;
-        const int drop = static_cast<int>(at % drops) + 1;
-        const std::string text = document.DropFieldAt(location, drop, field);
-        const auto number = NumberIn(text);
-        const bool isReading = number && std::abs(*number) <= largestReading;
-        if (!isReading) {
-            found.unreadable.push_back("Drop " + NumberText(at + 1) + ", " + SensorWords(run, index) + ": \"" + text +
-                                       '"');
+        const auto fields = document.DropFields(location, static_cast<int>(at % drops) + 1);
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
+            SensorCalRecord& sensor = run.Sensor[s];
+            const double reading = NumberOfDrop(run, fields, s + 1, at + 1, found.unreadable);
+            sensor.RelTrial[trial].DropData.at(static_cast<std::size_t>(at)) =
+                NormalisedReading(reading, sensor.InterimGain, sensor.InitialGain, run.EnglishUnits);
         }
-        readings.at(static_cast<std::size_t>(at)) =
-            NormalisedReading(isReading ? *number : 0, sensor.InterimGain, sensor.InitialGain, run.EnglishUnits);
     }
 }
 
@@ -55,16 +51,23 @@ double NormalisedReading(double reading, double interimGain, double initialGain,
     return std::isfinite(normalised) ? normalised : 0;
 }
 
+double NumberOfDrop(const CalibrationRun& run, const std::vector<std::string>& fields, std::size_t field,
+                    long long drop, std::vector<std::string>& unreadable) {
+    const std::string text = field < fields.size() ? fields[field] : std::string();
+    const auto number = NumberIn(text);
+    if (number && std::abs(*number) <= largestReading) return *number;
+    unreadable.push_back("Drop " + NumberText(drop) + ", " + FieldWords(run, field) + ": \"" + text + '"');
+    return 0;
+}
+
 RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run) {
     const FWDDocument document(file);
     RelativeReadings found;
     found.dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
     if (found.dropsInFile == 0) return found;
     found.deflectionUnits = document.Units().deflection;
-    for (std::size_t s = 0; s < SensorCount(run); ++s) {
-        FillSensor(document, run, s);
-        ReadRelativeDrops(document, run, s, found);
-    }
+    for (std::size_t s = 0; s < SensorCount(run); ++s) FillSensor(document, run, s);
+    ReadRelativeDrops(document, run, found);
     return found;
 }
 

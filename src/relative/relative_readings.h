@@ -1,16 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "run/calibration_run.h"
 
-/// The readings of an annual relative trial, from the document of the FWD's data file.
+/// The readings of relative trials, from the document of the FWD's data file.
 namespace bellmark {
 
 class FWDDocument;
 class PDDXFile;
 
+/// The number in a field of a drop: field 0 is the load, field s + 1 the sensor of index s. What is no number, or one
+/// far above what any FWD measures, counts as 0 and is told in a line as "Drop 5, sensor 3: \"abc\"". drop: its number
+/// in the trial, from 1.
+double NumberOfDrop(const CalibrationRun& run, const std::vector<std::string>& fields, std::size_t field,
+                    long long drop, std::vector<std::string>& unreadable);
+
+/// The readings of an annual trial.
 struct RelativeReadings {
     long long dropsInFile = 0;  ///< test locations times the drops of the first one
     /// Fields that are not readings, such as "Drop 5, sensor 3: \"abc\"". They count as 0.

@@ -22,6 +22,9 @@ void BeginRelativeTrial(CalibrationRun& run);
 /// Counts the trial in hand, four at most, and sets each sensor's final gain to the mean of its gains.
 void CountRelativeTrial(CalibrationRun& run);
 
+/// One line for each accepted trial that the trial in hand repeats to the last digit: the same file was read twice.
+std::vector<std::string> TrialsRepeated(const CalibrationRun& run);
+
 /// One line for each sensor of the trial in hand without a gain or without a deflection: it has no result.
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run);
 

@@ -17,6 +17,11 @@ enum class Procedure {
     Results = 10
 };
 
+/// The FWD's own operator compares its sensors, without a calibration center.
+inline bool IsMonthly(Procedure procedure) {
+    return procedure == Procedure::MonthlyRelative || procedure == Procedure::SensorReplacement;
+}
+
 /// Steps, grouped by procedure.
 namespace step {
 inline constexpr int none = 0;

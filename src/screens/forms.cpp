@@ -14,6 +14,8 @@
 #include "ui_frmPrerequisites.h"
 #include "ui_frmRefReview.h"
 #include "ui_frmRegressionPlot.h"
+#include "ui_frmRelResults.h"
+#include "ui_frmRelative.h"
 #include "ui_frmReport.h"
 #include "ui_frmResults.h"
 #include "ui_frmSetup.h"
@@ -47,6 +49,8 @@ const std::map<std::string, Maker>& Makers() {
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
         {"frmRefReview", Make<Ui::frmRefReview>},
         {"frmRegressionPlot", Make<Ui::frmRegressionPlot>},
+        {"frmRelResults", Make<Ui::frmRelResults>},
+        {"frmRelative", Make<Ui::frmRelative>},
         {"frmReport", Make<Ui::frmReport>},
         {"frmResults", Make<Ui::frmResults>},
         {"frmSetup", Make<Ui::frmSetup>},

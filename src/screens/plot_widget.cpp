@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "screens/state_colors.h"
+
 namespace bellmark {
 
 namespace {
@@ -99,6 +101,10 @@ QCPScatterStyle::ScatterShape ShapeOf(MarkerShape shape) {
             return QCPScatterStyle::ssStar;
         case MarkerShape::CrossedSquare:
             return QCPScatterStyle::ssCrossSquare;
+        case MarkerShape::CrossedDisc:
+            return QCPScatterStyle::ssCrossCircle;
+        case MarkerShape::PlusSquare:
+            return QCPScatterStyle::ssPlusSquare;
     }
     return QCPScatterStyle::ssDisc;
 }
@@ -163,6 +169,7 @@ void PlotWidget::Show(const Plot& plot) {
     ShowBands();
     ShowBlocks();
     ShowSeries();
+    ShowBoxes();
     ShowLegend();
     ShowMarks();
     ResetRanges();
@@ -197,7 +204,8 @@ void PlotWidget::ShowSeries() {
     const PlotColors colors(palette());
     std::size_t number = 0;
     for (const PlotSeries& series : plot_.series) {
-        const QColor color = colors.OfSeries(number++);
+        const QColor own = colors.OfSeries(number++);
+        const QColor color = series.color ? ToQColor(*series.color) : own;
         QCPGraph* graph = view_->addGraph();
         graph->setName(Text(series.name));
         graph->setPen(QPen(color, 1));
@@ -273,6 +281,20 @@ void PlotWidget::ShowBlocks() {
         mean->start->setCoords(block.from, block.mean);
         mean->end->setCoords(block.to, block.mean);
         mean->setPen(QPen(colors.ink, 1, Qt::DashLine));
+    }
+}
+
+void PlotWidget::ShowBoxes() {
+    for (const PlotBox& box : plot_.boxes) {
+        auto* frame = new QCPItemRect(view_);
+        frame->topLeft->setCoords(box.left, box.top);
+        frame->bottomRight->setCoords(box.right, box.bottom);
+        frame->setPen(QPen(stateTextColor, 1));
+        frame->setBrush(ToQColor(box.color));
+        auto* text = new QCPItemText(view_);
+        text->position->setCoords((box.left + box.right) / 2, (box.bottom + box.top) / 2);
+        text->setText(Text(box.text));
+        text->setColor(stateTextColor);
     }
 }
 

@@ -38,6 +38,7 @@ class PlotWidget : public QWidget {
     void ResetRanges();
     void ShowLegend();
     void ShowBlocks();
+    void ShowBoxes();
     /// A sample of a series.
     struct Sample {
         std::size_t series = 0;

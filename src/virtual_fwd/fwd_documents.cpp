@@ -30,6 +30,7 @@ void SetOperation(PDDXFile& document, const std::string& fileName, DateTime now)
     Set(document, section, "FileName", fileName);
     Set(document, section, "StartTime", Format(now, "hh:nn"));
     Set(document, section, "StartDate", Format(now, "dd-mmm-yyyy"));
+    Set(document, section, "EndDate", Format(now, "dd-mmm-yyyy"));
     Set(document, section, "OperatorName", "F. Driver");
 }
 

@@ -27,6 +27,7 @@ Writes an imaginary calibration center and what was measured there of one FWD:
   FWD/Trial1.ddx ...         the FWD's peaks of the load cell's drops, one file a trial
   FWD/Reference1.ddx ...     what its deflection sensors, all in the sensor stand, read of the accelerometer's drops
   FWD/Relative1.ddx ...      and of the 40 drops of a relative trial
+  FWD/Monthly1.ddx ...       and of the drops of a monthly trial, five for each sensor, while they rotate in the stand
   FWD/TrueGains.txt          "name=value" a line: the gains that the calibration should find, and what was done to the
                              readings
 
@@ -70,16 +71,19 @@ The FWD:
   --fwd-deflection-resolution R  smallest step of a deflection, in the file's unit, 0.0001 to 1000 (0.01 mils, 0.1
                       microns)
 
-Its deflection sensors. The true gain of each is drawn within 1.5 % of its initial gain. S is a sensor's number as the
-make counts, T a trial:
+Its deflection sensors. S is a sensor's number as the make counts, T a trial:
   --sensors N         5 to 12 (9)
   --sensor-gains G    initial gains, one for all or a comma list of one each, four decimals (1; carlbro: drawn between
                       10.7 and 10.9)
+  --sensor-spread S   by what share the true gain of each, which is drawn, is off its initial gain at most (0.015)
   --sensor-scatter S  standard deviation of a reading, as a share of it (0.001)
   --stand-effect S    by what share one end of the stand moves more than its middle, and the other less; it is turned
                       over after each trial (0.001)
   --relative-trials N 0 to 4 (2)
   --relative-locations N  1 or 4: over which test locations a relative trial's drops are spread (1)
+  --monthly-trials N  0 to 4 (2)
+  --set-effect S      by what share the sets of a monthly trial differ: standard deviation (0.002)
+  --loose-sensor S    stands loosely in the monthly trials: it scatters by 1 %
   --bad-sensor S      scatters so that its standard error is too large
   --bad-sensor-reading T-HnDn:S  sensor S reads this drop of reference trial T 5 % too large; may be given many times
   --reversed-sensors T  in the file of reference trial T the sensors are in opposite order; may be given many times
@@ -200,18 +204,23 @@ int TrialNumber(const std::string& text) {
 /// The options of the deflection sensors.
 OptionReaders SensorReadersOf(FWDOptions& fwd) {
     SensorOptions& sensors = fwd.sensors;
-    return {{"--make", [&](auto& text) { fwd.make = Known(MakeNamed(text), text, "make"); }},
-            {"--fwd-deflection-resolution", [&](auto& text) { fwd.deflectionResolution = Amount(text, 0.0001, 1000); }},
-            {"--sensors", [&](auto& text) { sensors.count = Number(text, 5, static_cast<int>(maxSensors)); }},
-            {"--sensor-gains", [&](auto& text) { sensors.initialGains = Gains(text); }},
-            {"--sensor-scatter", [&](auto& text) { sensors.scatter = Amount(text); }},
-            {"--stand-effect", [&](auto& text) { sensors.standEffect = Amount(text); }},
-            {"--relative-trials", [&](auto& text) { sensors.relativeTrials = Number(text, 0, 4); }},
-            {"--relative-locations", [&](auto& text) { sensors.relativeLocations = Locations(text); }},
-            {"--bad-sensor", [&](auto& text) { sensors.badSensor = Number(text, 0, static_cast<int>(maxSensors)); }},
-            {"--bad-sensor-reading", [&](auto& text) { sensors.badReadings.insert(BeforeColon(text, Drop)); }},
-            {"--reversed-sensors", [&](auto& text) { sensors.reversedTrials.insert(TrialNumber(text)); }},
-            {"--missing-sensor", [&](auto& text) { sensors.missing.insert(BeforeColon(text, TrialNumber)); }}};
+    return {
+        {"--make", [&](auto& text) { fwd.make = Known(MakeNamed(text), text, "make"); }},
+        {"--fwd-deflection-resolution", [&](auto& text) { fwd.deflectionResolution = Amount(text, 0.0001, 1000); }},
+        {"--sensors", [&](auto& text) { sensors.count = Number(text, 5, static_cast<int>(maxSensors)); }},
+        {"--sensor-gains", [&](auto& text) { sensors.initialGains = Gains(text); }},
+        {"--sensor-scatter", [&](auto& text) { sensors.scatter = Amount(text); }},
+        {"--stand-effect", [&](auto& text) { sensors.standEffect = Amount(text); }},
+        {"--relative-trials", [&](auto& text) { sensors.relativeTrials = Number(text, 0, 4); }},
+        {"--relative-locations", [&](auto& text) { sensors.relativeLocations = Locations(text); }},
+        {"--sensor-spread", [&](auto& text) { sensors.gainSpread = Amount(text, 0, 0.5); }},
+        {"--monthly-trials", [&](auto& text) { sensors.monthlyTrials = Number(text, 0, 4); }},
+        {"--set-effect", [&](auto& text) { sensors.setEffect = Amount(text); }},
+        {"--loose-sensor", [&](auto& text) { sensors.looseSensor = Number(text, 0, static_cast<int>(maxSensors)); }},
+        {"--bad-sensor", [&](auto& text) { sensors.badSensor = Number(text, 0, static_cast<int>(maxSensors)); }},
+        {"--bad-sensor-reading", [&](auto& text) { sensors.badReadings.insert(BeforeColon(text, Drop)); }},
+        {"--reversed-sensors", [&](auto& text) { sensors.reversedTrials.insert(TrialNumber(text)); }},
+        {"--missing-sensor", [&](auto& text) { sensors.missing.insert(BeforeColon(text, TrialNumber)); }}};
 }
 
 void RefuseMissingDrop(const CenterOptions& options, int trials, const DropNumber& number) {
@@ -232,7 +241,9 @@ void RefuseMissingTrial(const CenterOptions& options, int trial) {
 
 void RefuseWrongSensorOptions(const CenterOptions& options) {
     const SensorOptions& sensors = options.fwd.sensors;
-    if (sensors.badSensor) RefuseMissingSensor(options.fwd, *sensors.badSensor);
+    for (const auto& sensor : {sensors.badSensor, sensors.looseSensor}) {
+        if (sensor) RefuseMissingSensor(options.fwd, *sensor);
+    }
     for (const auto& [number, sensor] : sensors.badReadings) {
         RefuseMissingDrop(options, options.referenceTrials, number);
         RefuseMissingSensor(options.fwd, sensor);
@@ -258,6 +269,7 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
     CommandLine line;
     line.options.referenceTrials = 2;
     line.options.fwd.sensors.relativeTrials = 2;
+    line.options.fwd.sensors.monthlyTrials = 2;
     OptionReaders readers = ReadersOf(line);
     readers.merge(SensorReadersOf(line.options.fwd));
     for (std::size_t i = 0; i < words.size(); ++i) {

@@ -52,7 +52,7 @@ std::vector<DeflectionSensor> MakeSensors(const FWDMake& make, const SensorOptio
         sensor.serialNumber = 'D' + NumberText(i + 1);
         sensor.initialGain = Round(InitialGain(options, i, gainOfMake), 4);
         // Rounded so that TrueGains.txt holds the gain in full.
-        sensor.trueGain = Round(sensor.initialGain * (0.985 + 0.03 * random.Next()), 5);
+        sensor.trueGain = Round(sensor.initialGain * (1 + options.gainSpread * (2 * random.Next() - 1)), 5);
         sensor.scatter = options.scatter;
         if (i < static_cast<std::size_t>(options.count)) sensors.push_back(sensor);
     }

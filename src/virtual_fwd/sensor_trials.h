@@ -25,8 +25,12 @@ struct SensorOptions {
     std::set<std::pair<DropNumber, int>> badReadings;  ///< a drop of one sensor in a reference trial, 5 % too large
     std::set<int> reversedTrials;                      ///< reference trials with the sensors in opposite order
     std::map<int, int> missing;                        ///< by trial, a sensor missing from a reference trial
+    double gainSpread = 0.015;                         ///< largest share by which a true gain is off its initial one
     int relativeTrials = 0;                            ///< 0 to 4
     int relativeLocations = 1;                         ///< over which the 40 drops of a file are spread: 1 or 4
+    int monthlyTrials = 0;                             ///< 0 to 4
+    double setEffect = 0.002;                          ///< share by which the sets of a monthly trial differ
+    std::optional<int> looseSensor;                    ///< in the stand of the monthly trials
 };
 
 /// A drop in the stand, the same for all sensors.

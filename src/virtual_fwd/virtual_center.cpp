@@ -15,6 +15,7 @@
 #include "run/calibration_run.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
+#include "virtual_fwd/monthly_trials.h"
 
 namespace bellmark::virtual_fwd {
 
@@ -28,6 +29,7 @@ constexpr std::uint64_t firstAccelSeed = 0xC2B2AE3D27D4EB4F;  ///< unlike the FW
 constexpr std::uint64_t firstSensorSeed = 0x165667B19E3779F9;
 constexpr std::uint64_t firstReferenceSeed = 0x27D4EB2F165667C5;
 constexpr std::uint64_t firstRelativeSeed = 0x85EBCA77C2B2AE63;
+constexpr std::uint64_t firstMonthlySeed = 0x2545F4914F6CDD1D;
 
 /// The keys of a stored run that a review needs to begin.
 std::string InterimText(const CalibrationRun& run, const CenterConfig& center, const VirtualFWD& fwd, const Path& file,
@@ -196,12 +198,20 @@ class FWDWriter {
             const std::vector<StandDrop> drops = DrawRelativeDrops(options_, trial, relative);
             Write("Relative" + NumberText(trial), RelativeTrialText(fwd_, asked, trial, drops, relative, now_));
         }
+        Random monthly(options_.seed + firstMonthlySeed);
+        for (int trial = 1; trial <= asked.monthlyTrials; ++trial) {
+            const std::vector<StandDrop> drops = DrawMonthlyDrops(fwd_, asked, trial, monthly);
+            Write("Monthly" + NumberText(trial), MonthlyTrialText(fwd_, asked, trial, drops, monthly, now_));
+        }
     }
 
     void WriteTrueGains() {
-        const bool sensorsAreTold = options_.referenceTrials > 0 || options_.fwd.sensors.relativeTrials > 0;
-        ReplaceTextFile(files_, folder_ / "TrueGains.txt",
-                        TrueGainsText(fwd_) + (sensorsAreTold ? SensorGainsText(fwd_, options_.fwd.sensors) : ""));
+        const SensorOptions& asked = options_.fwd.sensors;
+        const bool isMonthly = asked.monthlyTrials > 0;
+        std::string text = TrueGainsText(fwd_);
+        if (options_.referenceTrials > 0 || asked.relativeTrials > 0 || isMonthly) text += SensorGainsText(fwd_, asked);
+        if (isMonthly) text += MonthlyGainsText(fwd_, asked);
+        ReplaceTextFile(files_, folder_ / "TrueGains.txt", text);
     }
 
   private:

@@ -71,9 +71,9 @@ StandDrop StandDropOf(const DropNumber& number, const AccelPulseModel& pulse);
 std::vector<StandDrop> DrawRelativeDrops(const CenterOptions& options, int trial, Random& random);
 
 /// Writes the program folder of the imaginary center: its configuration; the folder "Review" with the configuration,
-/// run and drops of a calibration to be reviewed; the folder "FWD" with the FWD's files of the same drops and of
-/// relative trials. Review/TruePeaks.txt lists the true peak of each drop, FWD/TrueGains.txt the gains that a
-/// calibration should find. Deterministic for a seed except for the dates.
+/// run and drops of a calibration to be reviewed; the folder "FWD" with the FWD's files of the same drops, of
+/// relative and of monthly trials. Review/TruePeaks.txt lists the true peak of each drop, FWD/TrueGains.txt the gains
+/// that a calibration should find. Deterministic for a seed except for the dates.
 void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptions& options, DateTime now);
 
 }  // namespace bellmark::virtual_fwd

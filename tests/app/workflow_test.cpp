@@ -80,12 +80,15 @@ struct RecordingCenterRelative : IdleCenterRelative {
 
 struct RecordingRelative : RelativeDoor {
     explicit RecordingRelative(Fakes& owner) : fakes(owner) {}
-    void Start(bool isReplacement) override { fakes.went.push_back(isReplacement ? "replacement" : "monthly"); }
+    void Start() override {}
+    void SetupMonthly() override { fakes.went.push_back("monthly"); }
+    void SetupGeophone() override { fakes.went.push_back("replacement"); }
     Fakes& fakes;
 };
 
 struct RecordingRelativeResults : RelativeResultsDoor {
     explicit RecordingRelativeResults(Fakes& owner) : fakes(owner) {}
+    bool Start() override { return true; }
     void Open() override { fakes.went.push_back("relative results"); }
     void OpenNext() override { fakes.went.push_back("next relative results"); }
     Fakes& fakes;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
@@ -33,11 +34,18 @@ struct RecordingResults : IdleResults {
     void Open() override { ++opened; }
 };
 
-struct RecordingMonthly : RelativeResultsDoor, RelativeDoor {
-    int opened = 0, begun = 0;
+struct RecordingMonthlyResults : RelativeResultsDoor {
+    int opened = 0;
+    bool Start() override { return true; }
     void Open() override { ++opened; }
     void OpenNext() override {}
-    void Start(bool) override { ++begun; }
+};
+
+struct RecordingMonthly : RelativeDoor {
+    int compared = 0, replaced = 0;
+    void Start() override {}
+    void SetupMonthly() override { ++compared; }
+    void SetupGeophone() override { ++replaced; }
 };
 
 /// Three sensors in microns, accepted in the reference calibration.
@@ -47,6 +55,7 @@ struct RelativeScreens : testing::Test {
     CalibrationRun& run = program.Run;
     std::shared_ptr<frmMainMenu> menu = std::make_shared<frmMainMenu>(program);
     std::shared_ptr<RecordingResults> results = std::make_shared<RecordingResults>();
+    std::shared_ptr<RecordingMonthlyResults> monthlyResults = std::make_shared<RecordingMonthlyResults>();
     std::shared_ptr<RecordingMonthly> monthly = std::make_shared<RecordingMonthly>();
     std::shared_ptr<frmCenterRelative> relative = std::make_shared<frmCenterRelative>(program);
     std::shared_ptr<frmCenterRelPlot> plot = std::make_shared<frmCenterRelPlot>(program);
@@ -58,7 +67,7 @@ struct RelativeScreens : testing::Test {
         program.Register<AcquisitionDoor>([](Program&) { return std::make_shared<FakeAcquisition>(); });
         program.Register<MainMenuDoor>([this](Program&) { return menu; });
         program.Register<ResultsDoor>([this](Program&) { return results; });
-        program.Register<RelativeResultsDoor>([this](Program&) { return monthly; });
+        program.Register<RelativeResultsDoor>([this](Program&) { return monthlyResults; });
         program.Register<RelativeDoor>([this](Program&) { return monthly; });
         program.Register<CenterRelativeDoor>([this](Program&) { return relative; });
         program.Register<CenterRelPlotDoor>([this](Program&) { return plot; });
@@ -450,17 +459,38 @@ TEST_F(RelativeScreens, APlotOfAMonthlyTrialGoesOnToItsOwnAnalysis) {
     } rows[] = {{Procedure::MonthlyRelative, 62}, {Procedure::SensorReplacement, 72}};
     for (const auto& row : rows) {
         run.CurrentProcedure = row.procedure;
+        run.RelTrialInHand = {"Monthly1.ddx", 15};
         plot->DrawRelativePlot();
         EXPECT_EQ(program.Header.ProcedureName(), "FWD Monthly Relative Calibration");
+        EXPECT_FALSE(plot->lblNote.Visible) << "its deflections are multiplied by nothing";
         plot->cmdNext.UserClick();
         EXPECT_EQ(run.CurrentProcStep, row.step);
     }
-    EXPECT_EQ(monthly->opened, 2);
+    EXPECT_EQ(monthlyResults->opened, 2);
     EXPECT_EQ(run.RelTrials, 0);
     EXPECT_EQ(plot->pctRelative.Drawn().series.size(), 3U) << "a set for each position";
     machine.dialogs.QueueAnswer(Answer::Yes);
     plot->cmdReject.UserClick();
-    EXPECT_EQ(monthly->begun, 1);
+    EXPECT_EQ(monthly->replaced, 1);
+    EXPECT_FALSE(run.RelTrialInHand);
+    // An accepted trial is looked at again; it cannot be accepted twice.
+    run.RelTrials = 2;
+    run.CurrentProcStep = step::replacementNext;
+    plot->DrawRelativePlot();
+    EXPECT_EQ(plot->Header.PageTitle.Caption.Get(), "Relative Calibration Trial 2");
+    EXPECT_FALSE(plot->cmdReject.Enabled);
+    plot->cmdNext.UserClick();
+    EXPECT_EQ(run.CurrentProcStep, step::replacementNext);
+    // All drops of twelve sensors, each set with a marker of its own.
+    run.NumberSensors = 12;
+    run.Sensor[11].RelTrial[1].DropData[59] = 99;
+    const Plot twelve = RelativePlot(run, 1);
+    ASSERT_EQ(twelve.series.size(), 12U);
+    EXPECT_EQ(twelve.series[11].y.back(), 99);
+    EXPECT_GE(twelve.vertical.highest, 99);
+    std::set<MarkerShape> shapes;
+    for (const PlotSeries& set : twelve.series) shapes.insert(set.shape);
+    EXPECT_EQ(shapes.size(), 12U);
 }
 
 TEST_F(RelativeScreens, ThePlotTellsSetDropAndDistanceFromTheMean) {

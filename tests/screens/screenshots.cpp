@@ -1,4 +1,5 @@
-// Renders every screen of the program to PNG files, at both supported display sizes: screenshots FOLDER [dark].
+// Renders every screen of the program to PNG files, at both supported display sizes: screenshots FOLDER. The word
+// "monthly" behind it leaves all but the monthly calibration out, "dark" shows the dark look.
 
 #include <QApplication>
 #include <QDir>
@@ -9,12 +10,13 @@
 #include <iostream>
 
 #include "app/doors.h"
-#include "controls/control.h"
+#include "controls/controls.h"
 #include "controls/screen.h"
 #include "platform/machine.h"
 #include "screens/help_window.h"
 #include "screens/look.h"
 #include "screens/page.h"
+#include "tests/monthly/monthly_files.h"
 #include "tests/screens/test_desktop.h"
 #include "virtual_fwd/virtual_center.h"
 
@@ -33,6 +35,12 @@ class Tour {
         virtual_fwd::WriteCenter(files, desktop_.Folder(), options, SystemClock().Now());
         std::filesystem::copy(Path(BELLMARK_SOURCE_FOLDER) / "sample", desktop_.Folder());
         desktop_.Start();
+    }
+
+    /// The monthly calibration alone, which needs no run.
+    void RunMonthly() {
+        desktop_.program->The<MainMenuDoor>().Open();
+        ShootMonthly();
     }
 
     void Run() {
@@ -87,6 +95,7 @@ class Tour {
         ShootResults();
         ShootSensors();
         ShootRelative();
+        ShootMonthly();
         ShootTheOthers();
         ShootHelp();
     }
@@ -229,6 +238,56 @@ class Tour {
         Shoot("results-sensors-accepted");
     }
 
+    void BrowseMonthly(std::vector<double> ratios, int trial) {
+        MonthlyFile file;
+        file.sensors = 12;
+        file.drops = 60;
+        file.ratios = std::move(ratios);
+        file.seed = trial;
+        const Path path = desktop_.Folder() / "FWD" / ("Monthly" + std::to_string(trial) + ".ddx");
+        DiskFileSystem().ReplaceFile(path, file.Text());
+        desktop_.dialogs.files = {path};
+        Click("frmRelative.cmdBrowse");
+    }
+
+    void ShootMonthly() {
+        Click("frmMainMenu.cmdRelativeCal");
+        desktop_.program->The<RelativeDoor>().Start();
+        Shoot("monthly-type");
+        Click("frmRelative.optMonthlyRelative");
+        dynamic_cast<ComboBox&>(Find("frmRelative.cboNumSensorsR")).UserChoose("12");
+        dynamic_cast<ComboBox&>(Find("frmRelative.cboFWDMfgR")).UserChoose("KUAB");
+        dynamic_cast<Grid&>(Find("frmRelative.msfgRelTest")).UserClickCell(1, 4);
+        Shoot("monthly-sensors");
+        for (int trial = 1; trial <= 2; ++trial) {
+            BrowseMonthly({1, 1, trial == 1 ? 1.03 : 1.02}, trial);
+            if (trial == 1) Shoot("monthly-file");
+            Click("frmRelative.cmdNext");
+            if (trial == 1) Shoot("monthly-results");
+            Click("frmRelResults.cmdShowPlot");
+            if (trial == 1) Shoot("monthly-plot");
+            Click("frmCenterRelPlot.cmdNext");
+            desktop_.dialogs.answers = {Answer::Cancel};
+            Click("frmRelResults.cmdNext");
+        }
+        Shoot("monthly-results-pair");
+        Click("frmRelResults.chkANOVA");
+        Shoot("monthly-anova");
+        desktop_.dialogs.answers.clear();
+        Click("frmRelResults.cmdMainMenu");
+        Shoot("monthly-menu");
+        desktop_.dialogs.answers = {Answer::Yes};
+        Click("frmMainMenu.cmdStartForm");
+        Click("frmAbout.cmdRelativeCal");
+        Click("frmRelative.optMonthlyReplace");
+        Shoot("replacement-sensors");
+        BrowseMonthly({}, 3);
+        dynamic_cast<Grid&>(Find("frmRelative.grdSerialNum")).UserClickCell(3, 1);
+        Click("frmRelative.cmdNext");
+        Shoot("replacement-results");
+        Click("frmRelResults.cmdMainMenu");
+    }
+
     void ShootTheOthers() {
         MakeAllScreens(*desktop_.program);
         const auto screens = desktop_.program->Screens.Screens();
@@ -258,16 +317,24 @@ class Tour {
 }  // namespace
 }  // namespace bellmark
 
-int main(int count, char** words) {
+int main(int count, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(count, words);
-    const bool isDark = count == 3 && QString::fromLocal8Bit(words[2]) == QLatin1String("dark");
-    if (count != (isDark ? 3 : 2) || !QDir().mkpath(QString::fromLocal8Bit(words[1]))) {
-        std::cerr << "usage: screenshots FOLDER [dark]\n";
+    QApplication application(count, arguments);
+    const QStringList words = QCoreApplication::arguments();
+    const bool monthlyAlone = words.contains(QLatin1String("monthly"));
+    const bool isDark = words.contains(QLatin1String("dark"));
+    const int expected = 2 + (monthlyAlone ? 1 : 0) + (isDark ? 1 : 0);
+    if (words.size() != expected || !QDir().mkpath(words[1])) {
+        std::cerr << "usage: screenshots FOLDER [monthly] [dark]\n";
         return 2;
     }
     bellmark::Look look;
     if (isDark) look.Show(bellmark::Appearance::Dark);
-    bellmark::Tour(QDir(QString::fromLocal8Bit(words[1]))).Run();
+    bellmark::Tour tour{QDir(words[1])};
+    if (monthlyAlone) {
+        tour.RunMonthly();
+    } else {
+        tour.Run();
+    }
     return 0;
 }

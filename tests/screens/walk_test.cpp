@@ -18,6 +18,7 @@
 
 #include "controls/control.h"
 #include "platform/numbers.h"
+#include "tests/monthly/monthly_files.h"
 #include "tests/screens/test_desktop.h"
 #include "virtual_fwd/virtual_center.h"
 
@@ -126,6 +127,33 @@ class WalkTest : public testing::Test {
 
     TestDesktop desktop_;
 };
+
+TEST_F(WalkTest, AMonthlyCalibrationGoesFromSuggestionToSuggestion) {
+    Press("frmAbout", "cmdRelativeCal");
+    ASSERT_EQ(Front(), "frmRelative");
+    QTest::keyClick(desktop_.window->focusWidget(), Qt::Key_Space);
+    MonthlyFile file;
+    file.ratios = {1, 1, 1.01};
+    for (int trial = 1; trial <= 2; ++trial) {
+        file.seed = trial;
+        desktop_.dialogs.files = {desktop_.Folder() / "FWD" / "Monthly.ddx"};
+        DiskFileSystem().ReplaceFile(desktop_.dialogs.files.front(), file.Text());
+        PressEnter();  // browse
+        PressEnter();
+        ASSERT_EQ(Front(), "frmRelResults");
+        PressEnter();
+        ASSERT_EQ(Front(), "frmCenterRelPlot");
+        PressEnter();
+        EXPECT_EQ(desktop_.window->size(), QSize(1280, 800));
+        QTest::keyClick(&desktop_.WidgetOf("frmRelResults", "chkANOVA"), Qt::Key_Space);
+        EXPECT_TRUE(desktop_.WidgetOf("frmRelResults", "fraANOVA").isVisible());
+        PressEnter();  // accepts
+    }
+    FollowSuggestionsTo("frmMainMenu", 1);
+    EXPECT_EQ(desktop_.dialogs.shown.back().title, "Update Gain Factors in FWD (171)");
+    EXPECT_FALSE(desktop_.WidgetOf("frmMainMenu", "cmdCalLoadCell").isVisible());
+    FollowSuggestionsTo("frmAbout", 1);
+}
 
 class SlowWalkTest : public WalkTest {
   protected:

@@ -1,0 +1,556 @@
+// A monthly calibration and a sensor's replacement through the screens of the assembled program, on the files that an
+// FWD might bring.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+
+#include "app/app_main.h"
+#include "app/frm_about.h"
+#include "app/frm_main_menu.h"
+#include "app/interim_store.h"
+#include "app/program.h"
+#include "assembly/assembly.h"
+#include "monthly/frm_rel_results.h"
+#include "monthly/frm_relative.h"
+#include "relative/frm_center_rel_plot.h"
+#include "tests/interim/full_run.h"
+#include "tests/monthly/monthly_files.h"
+#include "tests/support/test_machine.h"
+
+namespace bellmark {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+struct MonthlyScreens : testing::Test {
+    TestMachine machine;
+    std::unique_ptr<Program> program = AssembleProgram(machine.machine);
+    CalibrationRun& run = program->Run;
+    frmAbout* start = nullptr;
+    frmMainMenu* menu = nullptr;
+    frmRelative* relative = nullptr;
+    frmRelResults* results = nullptr;
+    frmCenterRelPlot* plot = nullptr;
+
+    MonthlyScreens() {
+        machine.Write("Ferrylink.exe", "");
+        machine.Write("BellmarkCenterConfig.ini", "[FWD Calibration Center]\r\nCalibrationCenter=Sample\r\n");
+        Main(*program);
+        start = &ScreenOf<StartFormDoor, frmAbout>();
+        menu = &ScreenOf<MainMenuDoor, frmMainMenu>();
+        relative = &ScreenOf<RelativeDoor, frmRelative>();
+        results = &ScreenOf<RelativeResultsDoor, frmRelResults>();
+        plot = &ScreenOf<CenterRelPlotDoor, frmCenterRelPlot>();
+    }
+
+    template <class Door, class ScreenType>
+    ScreenType& ScreenOf() {
+        return dynamic_cast<ScreenType&>(program->The<Door>());
+    }
+
+    std::string Front() const { return program->Screens.Front()->Name(); }
+    std::vector<std::string> Boxes() { return machine.dialogs.TakeBoxes(); }
+    void Answer_(Answer answer) { machine.dialogs.QueueAnswer(answer); }
+
+    void BeginMonthly() {
+        start->cmdRelativeCal.UserClick();
+        relative->optMonthlyRelative.UserClick();
+    }
+    void BeginReplacement(int sensor) {
+        start->cmdRelativeCal.UserClick();
+        relative->optMonthlyReplace.UserClick();
+        relative->grdSerialNum.UserClickCell(sensor, 1);
+    }
+
+    void Browse(const MonthlyFile& file, const Path& name = "FWD/Monthly1.ddx") {
+        machine.dialogs.QueueFile(machine.Write(name, file.Text()));
+        relative->cmdBrowse.UserClick();
+    }
+    void LookAtPlot() {
+        results->cmdShowPlot.UserClick();
+        plot->cmdNext.UserClick();
+    }
+    /// Reads a trial, looks at it and accepts it; boxes on the way are answered with OK.
+    void AcceptTrial(const MonthlyFile& file) {
+        Browse(file);
+        relative->cmdNext.UserClick();
+        LookAtPlot();
+        results->cmdNext.UserClick();
+    }
+
+    /// Files of the program folder whose names begin so, with their bytes.
+    std::map<std::string, std::string> FilesOf(const std::string& prefix) {
+        std::map<std::string, std::string> found;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(machine.folder.Folder())) {
+            const std::string name = std::filesystem::relative(entry.path(), machine.folder.Folder()).generic_string();
+            if (entry.is_regular_file() && name.starts_with(prefix))
+                found[name] = machine.files.ReadBytes(entry.path());
+        }
+        return found;
+    }
+};
+
+MonthlyFile FileOff(std::vector<double> ratios, int seed = 0) {
+    MonthlyFile file;
+    file.ratios = std::move(ratios);
+    file.seed = seed;
+    return file;
+}
+
+/// Sensor 3 reads half a percent too little: its gain must rise.
+const std::vector<double> thirdIsLow{1, 1, 1.005};
+
+TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
+    start->cmdRelativeCal.UserClick();
+    EXPECT_EQ(Front(), "frmRelative");
+    EXPECT_TRUE(run.MonthlyCalibration);
+    EXPECT_FALSE(relative->fraGeophone.Visible);
+    EXPECT_FALSE(relative->cmdNext.Visible);
+    EXPECT_EQ(relative->Header.BoardName.Caption.Get(), "Monthly Cal");
+    relative->optMonthlyRelative.UserClick();
+    EXPECT_EQ(relative->Header.PageTitle.Caption.Get(), "Monthly Relative Calibration - Trial 1");
+    EXPECT_EQ(run.CurrentProcedure, Procedure::MonthlyRelative);
+    EXPECT_EQ(run.CurrentProcStep, step::monthlySetup);
+    EXPECT_EQ(relative->DefaultButton(), &relative->cmdBrowse);
+    EXPECT_FALSE(relative->cmdNext.Enabled);
+
+    Browse(FileOff(thirdIsLow));
+    EXPECT_EQ(relative->DefaultButton(), &relative->cmdNext);
+    EXPECT_EQ(relative->grdSerialNum.Cell(3, 1), "S103");
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(Front(), "frmRelResults");
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyTrial);
+    EXPECT_FALSE(results->cmdNext.Enabled) << "the plot was not looked at";
+    EXPECT_EQ(results->DefaultButton(), &results->cmdShowPlot);
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::complete);
+    // The sensor's ratio is its 1.005 over the mean of all sensors' 1 / ratio.
+    EXPECT_EQ(results->grdMeans.Cell(4, 3), "1.0043");
+    EXPECT_EQ(results->grdMeans.Cell(4, 4), "1.006") << "of an existing gain of 1.002";
+    EXPECT_EQ(results->grdMeans.Cell(4, 6), "YES");
+    EXPECT_EQ(results->grdMeans.CellColor(4, 6), colors::mustBeUpdated);
+    EXPECT_EQ(results->grdMeans.Cell(2, 6), " NO");
+    EXPECT_EQ(results->grdMeans.CellColor(2, 6), colors::window);
+    LookAtPlot();
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyAnalysis);
+    EXPECT_EQ(results->cmdNext.Caption.Get(), "&Accept");
+    EXPECT_EQ(results->DefaultButton(), &results->cmdNext);
+    results->cmdNext.UserClick();
+    EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MC1"));
+    EXPECT_EQ(run.RelTrials, 1);
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyTrial);
+    EXPECT_EQ(Front(), "frmRelative");
+    EXPECT_EQ(relative->Header.PageTitle.Caption.Get(), "Monthly Relative Calibration - Trial 2");
+    EXPECT_FALSE(relative->cboNumSensorsR.Enabled);
+    EXPECT_FALSE(relative->optMetric.Enabled);
+
+    AcceptTrial(FileOff(thirdIsLow, 1));
+    EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MC2"));
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
+    EXPECT_EQ(Front(), "frmRelResults");
+    EXPECT_FALSE(results->cmdReject.Enabled);
+    EXPECT_THAT(Boxes(), IsEmpty());
+    Answer_(Answer::OK);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("Update Gain Factors in FWD (171)")));
+    EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MFG"));
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyFinished);
+    EXPECT_EQ(Front(), "frmMainMenu");
+    EXPECT_THAT(FilesOf("InterimCal"), IsEmpty());
+}
+
+TEST_F(MonthlyScreens, OneTrialWithinTheLimitsIsEnough) {
+    BeginMonthly();
+    AcceptTrial({});
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyFinished);
+    EXPECT_THAT(results->lblNextStep.Caption.Get(), HasSubstr("finished"));
+    EXPECT_FALSE(machine.Has("FWD/Monthly1_09-Mar-2012.MFG"));
+    results->cmdNext.UserClick();
+    EXPECT_EQ(Front(), "frmMainMenu");
+    EXPECT_FALSE(menu->cmdContinue.Visible);
+    EXPECT_EQ(menu->DefaultButton(), &menu->cmdStartForm);
+    // The next one begins anew, of whatever kind.
+    menu->cmdStartForm.UserClick();
+    BeginReplacement(1);
+    EXPECT_EQ(run.RelTrials, 0);
+    EXPECT_EQ(relative->grdSerialNum.Cell(1, 1), "");
+}
+
+TEST_F(MonthlyScreens, TrialsThatDifferAskForTwoNewOnes) {
+    for (const Answer answer : {Answer::Cancel, Answer::OK}) {
+        menu->cmdRelativeCal.UserClick();
+        AcceptTrial(FileOff(thirdIsLow));
+        Answer_(answer);
+        AcceptTrial(FileOff({1, 1, 1.009}, 1));
+        EXPECT_THAT(Boxes(), ElementsAre(StartsWith("The Difference in the Relative Trail Gains is Too Large (252)")));
+        EXPECT_EQ(results->grdMeans.CellColor(4, 6), colors::mustBeUpdated);
+        if (answer == Answer::Cancel) {
+            EXPECT_EQ(run.RelTrials, 2);
+            EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
+            EXPECT_EQ(Front(), "frmRelResults");
+            // The last trial can be looked at, and is not accepted again by it.
+            LookAtPlot();
+            EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
+            Answer_(Answer::OK);
+            results->cmdNext.UserClick();
+            EXPECT_EQ(Boxes().size(), 1U);
+        } else {
+            EXPECT_EQ(run.RelTrials, 0);
+            EXPECT_EQ(run.CurrentProcStep, step::monthlySetup);
+            EXPECT_EQ(Front(), "frmRelative");
+            EXPECT_TRUE(relative->cboNumSensorsR.Enabled);
+        }
+    }
+}
+
+TEST_F(MonthlyScreens, AReplacementTakesUpToFourTrials) {
+    BeginReplacement(3);
+    EXPECT_EQ(relative->Header.PageTitle.Caption.Get(), "Replace a Sensor - Trial 1");
+    EXPECT_EQ(run.CurrentProcStep, step::replacementSetup);
+    EXPECT_EQ(relative->grdSerialNum.CellColor(3, 1), colors::passed);
+    EXPECT_EQ(relative->grdSerialNum.CellColor(2, 1), colors::window);
+    const double ratios[] = {1.010, 1.020, 1.030, 1.022};
+    for (int trial = 1; trial <= 4; ++trial) {
+        Answer_(Answer::OK);
+        AcceptTrial(FileOff({1, 1, ratios[trial - 1]}, trial));
+        EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Trial Gain Factor for Replacement Sensor (172)"),
+                                               HasSubstr("Sensor No.3 is "))));
+        EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.SC" + NumberText(trial)));
+        EXPECT_EQ(run.CurrentProcStep, trial < 4 ? step::replacementTrial : step::replacementNext) << trial;
+    }
+    Answer_(Answer::OK);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Gain Factor for Replacement Sensor (173)"),
+                                           HasSubstr("The Final Gain for the replacement sensor S103 is "))));
+    EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.SFG"));
+    EXPECT_EQ(run.CurrentProcStep, step::replacementFinished);
+    EXPECT_EQ(Front(), "frmMainMenu");
+    EXPECT_THAT(menu->txtMonthlyStatus.Text.Get(), AllOf(HasSubstr("Replacement of a Sensor"), HasSubstr("Finished")));
+}
+
+TEST_F(MonthlyScreens, TheReplacedSensorMayBeChosenBesideTheResults) {
+    start->cmdRelativeCal.UserClick();
+    relative->optMonthlyReplace.UserClick();
+    EXPECT_THAT(relative->lblNextStep.Caption.Get(), StartsWith("Click the sensor"));
+    EXPECT_EQ(relative->grdSerialNum.CellColor(1, 1), colors::suggestedNext);
+    Browse({});
+    relative->cmdNext.UserClick();
+    LookAtPlot();
+    EXPECT_FALSE(results->cmdNext.Enabled);
+    EXPECT_EQ(results->cboReplacedSensor.BackColor.Get(), colors::mustBeUpdated);
+    Answer_(Answer::OK);
+    results->cboReplacedSensor.UserChoose(1);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Sensor No.2 is ")));
+    EXPECT_TRUE(results->cmdNext.Enabled);
+}
+
+TEST_F(MonthlyScreens, AFileThatCannotBeUsedIsToldAndAnotherOneIsRead) {
+    const struct {
+        MonthlyFile file;
+        const char* box;
+    } rows[] = {
+        {{7, 34}, "The Number of Drops in the FWD Data File is Incorrect (251)"},
+        {{7, 36}, "The Number of Drops in the FWD Data File is Incorrect (251)"},
+        {{0, 35}, "Number of Sensors in the FWD Data File is Zero (250)"},
+        {{7, 0}, "The Number of Drops in the FWD Data File is Incorrect (251)"},
+    };
+    BeginMonthly();
+    for (const auto& row : rows) {
+        Browse(row.file);
+        Answer_(Answer::OK);
+        relative->cmdNext.UserClick();
+        EXPECT_THAT(Boxes(), ElementsAre(StartsWith(row.box)));
+        EXPECT_EQ(Front(), "frmRelative");
+        EXPECT_FALSE(run.RelTrialInHand);
+        EXPECT_EQ(relative->DefaultButton(), &relative->cmdBrowse);
+        EXPECT_TRUE(relative->cboNumSensorsR.Enabled);
+    }
+    Answer_(Answer::OK);
+    MonthlyFile thirteen;
+    thirteen.sensors = 13;
+    thirteen.drops = 65;
+    Browse(thirteen);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file lists 13 sensors, chosen were 7.")));
+    Answer_(Answer::OK);
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The stand holds 12 at most")));
+
+    machine.dialogs.QueueFile(machine.folder / "FWD/Gone.ddx");
+    Answer_(Answer::OK);
+    relative->cmdBrowse.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Couldn't open: ")));
+
+    Answer_(Answer::OK);
+    Browse({});
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(Front(), "frmRelResults");
+    EXPECT_EQ(Boxes().size(), 1U) << "the file has 7 sensors after one of 13";
+}
+
+TEST_F(MonthlyScreens, ASecondTrialMustBeOfTheSameFWD) {
+    BeginMonthly();
+    AcceptTrial(FileOff(thirdIsLow));
+    MonthlyFile other = FileOff(thirdIsLow, 1);
+    other.fwd = "8002-999";
+    Answer_(Answer::No);
+    Browse(other);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("FWD serial number 8002-999 in place of 8002-123")));
+    EXPECT_FALSE(relative->cmdNext.Enabled);
+    // The same readings again are a doubt.
+    Browse(FileOff(thirdIsLow));
+    relative->cmdNext.UserClick();
+    LookAtPlot();
+    Answer_(Answer::No);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("There are doubts about this trial")));
+    EXPECT_EQ(run.RelTrials, 1);
+}
+
+TEST_F(MonthlyScreens, AReportThatCannotBeWrittenCostsNoTrial) {
+    BeginMonthly();
+    Browse(FileOff(thirdIsLow));
+    relative->cmdNext.UserClick();
+    LookAtPlot();
+    machine.files.FailFromWrite(1);
+    Answer_(Answer::OK);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The report cannot be written:")));
+    EXPECT_EQ(run.RelTrials, 0);
+    EXPECT_TRUE(run.RelTrialInHand);
+    machine.files.FailFromWrite(0);
+    results->cmdNext.UserClick();
+    EXPECT_EQ(run.RelTrials, 1);
+}
+
+TEST_F(MonthlyScreens, RejectHasThreeAnswers) {
+    const struct {
+        Answer answer;
+        const char* front;
+        bool isKept;
+    } rows[] = {{Answer::Cancel, "frmRelResults", true},
+                {Answer::Yes, "frmRelative", false},
+                {Answer::No, "frmMainMenu", false}};
+    BeginMonthly();
+    for (const auto& row : rows) {
+        if (!run.RelTrialInHand) {
+            Browse({});
+            relative->cmdNext.UserClick();
+        }
+        Answer_(row.answer);
+        results->cmdReject.UserClick();
+        EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Rejected Relative Calibration\t"),
+                                               HasSubstr("repeat the monthly relative calibration trial?"))));
+        EXPECT_EQ(Front(), row.front);
+        EXPECT_EQ(run.RelTrialInHand.has_value(), row.isKept);
+    }
+}
+
+TEST_F(MonthlyScreens, BackLeavesTheTrialAndItsFileCanBeReadAgain) {
+    BeginMonthly();
+    Browse(FileOff(thirdIsLow));
+    relative->cmdNext.UserClick();
+    LookAtPlot();
+    results->cmdBack.UserClick();
+    EXPECT_EQ(Front(), "frmRelative");
+    EXPECT_TRUE(run.RelTrialInHand);
+    EXPECT_EQ(relative->DefaultButton(), &relative->cmdNext);
+    Browse({});
+    EXPECT_FALSE(run.RelTrialInHand);
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO") << "the second file counts";
+    EXPECT_FALSE(results->cmdNext.Enabled) << "its plot was not looked at";
+}
+
+TEST_F(MonthlyScreens, ALooseSensorIsColored) {
+    BeginMonthly();
+    MonthlyFile file;
+    file.scatter = 0.5;
+    Browse(file);
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::mustBeUpdated);
+    EXPECT_THAT(results->lblNextStep.Caption.Get(), HasSubstr("REJECT"));
+    EXPECT_EQ(results->UnitLabel[0].Caption.Get(), "mils");
+    results->chkANOVA.UserClick();
+    EXPECT_TRUE(results->fraANOVA.Visible);
+    EXPECT_FALSE(results->grdMeans.Visible);
+    EXPECT_EQ(results->chkANOVA.Caption.Get(), "Close AN&OVA");
+    EXPECT_EQ(results->grdANOVA.Cell(6, 0), "Std. Error");
+    EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::mustBeUpdated);
+    EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("C"));
+}
+
+TEST_F(MonthlyScreens, TheSensorsRotateByTheGrid) {
+    BeginMonthly();
+    EXPECT_THAT(relative->lblSetUpSensors.Caption.Get(),
+                AllOf(HasSubstr("to perform 49 drops in sets of seven"), HasSubstr("20 mils ±4 mils.")));
+    relative->optMetric.UserClick();
+    EXPECT_THAT(relative->lblSetUpSensors.Caption.Get(), HasSubstr("500 microns ±100 microns."));
+    EXPECT_FALSE(run.EnglishUnits);
+    relative->cboNumSensorsR.UserChoose(0);
+    const Grid& grid = relative->msfgRelTest;
+    ASSERT_EQ(grid.Rows(), 7);
+    ASSERT_EQ(grid.Columns(), 7);
+    EXPECT_EQ(grid.Cell(0, 0), "Position");
+    EXPECT_EQ(grid.Cell(0, 6), "Set 6");
+    EXPECT_EQ(grid.Cell(1, 6), "D6");
+    EXPECT_EQ(grid.Cell(6, 2), "D1");
+    EXPECT_EQ(grid.CellColor(6, 2), colors::passed);
+    EXPECT_EQ(grid.CellColor(6, 1), colors::window);
+    EXPECT_EQ(relative->cboSensorTypeR.Items.Get().size(), 1U);
+
+    relative->cboFWDMfgR.UserChoose("KUAB");
+    EXPECT_EQ(grid.Cell(6, 2), "D0");
+    EXPECT_EQ(relative->cboSensorTypeR.Items.Get().back(), "Seismometer");
+    // The stand in the set that was clicked: the sensors of that column, the first position on top.
+    relative->msfgRelTest.UserClickCell(1, 2);
+    const Plot& stand = relative->pctGeoStand.Drawn();
+    EXPECT_EQ(stand.title, "Stand in set 2");
+    ASSERT_EQ(stand.boxes.size(), 6U);
+    EXPECT_EQ(stand.boxes[0].text, "D1");
+    EXPECT_EQ(stand.boxes[0].top, 6);
+    EXPECT_EQ(stand.boxes[5].text, "D0");
+    EXPECT_EQ(stand.boxes[5].color, colors::passed);
+    EXPECT_EQ(stand.boxes[0].color, colors::window);
+    EXPECT_THAT(stand.series[0].y, ElementsAre(5.5, 0.5, 1.5, 2.5, 3.5, 4.5));
+}
+
+TEST_F(MonthlyScreens, AnotherMakeOrNumberNeedsTheFileAgain) {
+    BeginMonthly();
+    Browse({});
+    relative->cboNumSensorsR.UserChoose("9");
+    EXPECT_FALSE(relative->cmdNext.Enabled);
+    EXPECT_EQ(run.NumberSensors, 9);
+    Answer_(Answer::OK);
+    relative->grdSerialNum.UserEditCell(9, 1, "S1,09");
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("cannot hold a comma")));
+    relative->grdSerialNum.UserEditCell(9, 1, "S109");
+    EXPECT_EQ(run.Sensor[8].SerialNumber, "S109");
+}
+
+// ---- beside an annual calibration
+
+struct MonthlyDuringAnnual : MonthlyScreens {
+    MonthlyDuringAnnual() {
+        // An annual run with everything in it, opened in this sitting.
+        const CalibrationRun full = FullRun(1);
+        run = full;
+        run.IsInHand = true;
+        run.ReviewMode = true;
+        run.FlagUnacceptedTrial = false;
+        run.Trial = {};
+        run.StoreIsOfThisSitting = true;
+        run.SetupComplete = true;
+        machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "measured");
+        SaveInterimCalibration(*program);
+        program->The<MainMenuDoor>().Open();
+    }
+};
+
+TEST_F(MonthlyDuringAnnual, NoFileOfTheAnnualRunChanges) {
+    run.RefCalAvg = 1.2345;  // not saved yet
+    menu->cmdRelativeCal.UserClick();
+    const auto before = FilesOf("InterimCal");
+    EXPECT_EQ(before.size(), 3U);
+    EXPECT_THAT(before.at("InterimCal20120309.DDX"), HasSubstr("RefCalAvg=1.2345")) << "saved first";
+    EXPECT_TRUE(run.InterimFileName.empty());
+    EXPECT_TRUE(run.InterimFolderName.empty());
+    EXPECT_FALSE(run.InterimCalOpen);
+    EXPECT_EQ(run.RelTrials, 0);
+    EXPECT_EQ(run.Sensor[0].FinalGain, 0) << "nothing of the annual run is left";
+    EXPECT_EQ(run.RefTrials, 0);
+    EXPECT_TRUE(run.ReviewMode);
+
+    Answer_(Answer::OK);  // 7 sensors in the file
+    run.NumberSensors = 7;
+    run.EnglishUnits = true;
+    relative->SetupMonthly();
+    AcceptTrial(FileOff(thirdIsLow));
+    AcceptTrial(FileOff(thirdIsLow, 1));
+    results->cmdNext.UserClick();
+    Boxes();
+    EXPECT_EQ(FilesOf("InterimCal"), before);
+    EXPECT_FALSE(menu->fraAnnual.Visible);
+    EXPECT_FALSE(menu->lblFWDOwner.Visible);
+    EXPECT_EQ(menu->Header.FWDOwnerName.Caption.Get(), "");
+
+    QuitApplication(*program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(FilesOf("InterimCal"), before);
+    EXPECT_FALSE(machine.Has("Removed"));
+}
+
+TEST_F(MonthlyDuringAnnual, TheAnnualRunGoesOnFromTheStartForm) {
+    menu->cmdRelativeCal.UserClick();
+    relative->cmdMainMenu.UserClick();
+    menu->cmdStartForm.UserClick();
+    EXPECT_EQ(Front(), "frmAbout");
+    EXPECT_FALSE(run.MonthlyCalibration);
+    EXPECT_EQ(start->Header.BoardName.Caption.Get(), "No Board: Review");
+    ASSERT_EQ(start->grdInterim.Rows(), 2);
+    start->grdInterim.UserClickCell(1, 0);
+    Answer_(Answer::Yes);
+    start->cmdOpenInterimCal.UserClick();
+    EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX");
+    EXPECT_EQ(run.RelTrials, 4);
+    EXPECT_EQ(run.Sensor[11].RelTrial[3].DropData[39], FullRun(1).Sensor[11].RelTrial[3].DropData[39]);
+    EXPECT_EQ(Front(), "frmMainMenu");
+    EXPECT_TRUE(menu->fraAnnual.Visible);
+    EXPECT_FALSE(menu->fraMonthly.Visible);
+    EXPECT_TRUE(menu->cmdEditSetup.Visible);
+}
+
+TEST_F(MonthlyDuringAnnual, ARunThatCannotBeSavedStaysInHand) {
+    machine.files.FailFromWrite(1);
+    Answer_(Answer::OK);
+    menu->cmdRelativeCal.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Unable to create PDDX file")));
+    EXPECT_FALSE(run.MonthlyCalibration);
+    EXPECT_EQ(run.RelTrials, 4);
+    EXPECT_EQ(Front(), "frmMainMenu");
+}
+
+TEST_F(MonthlyDuringAnnual, DropsInHandAreGivenUpOnlyWhenTheOperatorWants) {
+    run.LoadCellCalComplete = false;
+    run.Trial.procedure = Procedure::LoadCell;
+    run.Trial.number = 1;
+    run.Trial.DropSequenceIndex = 5;
+    Answer_(Answer::No);
+    menu->cmdRelativeCal.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("They are given up when a monthly calibration begins.")));
+    EXPECT_EQ(run.Trial.DropSequenceIndex, 5);
+    EXPECT_FALSE(run.MonthlyCalibration);
+}
+
+TEST_F(MonthlyScreens, ATrialOfAMonthlyRunIsGivenUpOnlyWhenTheOperatorWants) {
+    BeginMonthly();
+    AcceptTrial(FileOff(thirdIsLow));
+    relative->cmdMainMenu.UserClick();
+    EXPECT_THAT(menu->txtMonthlyStatus.Text.Get(), HasSubstr("1 Trial Done"));
+    EXPECT_EQ(menu->DefaultButton(), &menu->cmdContinue);
+    for (Button* leaves : {&menu->cmdRelativeCal, &menu->cmdStartForm}) {
+        Answer_(Answer::No);
+        leaves->UserClick();
+        EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The monthly relative calibration is not finished.")));
+        EXPECT_EQ(run.RelTrials, 1);
+    }
+    menu->cmdContinue.UserClick();
+    EXPECT_EQ(Front(), "frmRelative");
+    EXPECT_EQ(relative->Header.PageTitle.Caption.Get(), "Monthly Relative Calibration - Trial 2");
+}
+
+TEST_F(MonthlyScreens, QuitAsksNothing) {
+    BeginMonthly();
+    Browse({});
+    QuitApplication(*program);
+    EXPECT_TRUE(machine.ended);
+    EXPECT_THAT(Boxes(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace bellmark
