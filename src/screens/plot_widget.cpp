@@ -231,9 +231,10 @@ void PlotWidget::ShowBlocks() {
         border->point1->setCoords(block.to, 0);
         border->point2->setCoords(block.to, 1);
         border->setPen(QPen(gridLine.darker(125), 1));
+        if (!block.mean) continue;
         auto* mean = new QCPItemLine(view_);
-        mean->start->setCoords(block.from, block.mean);
-        mean->end->setCoords(block.to, block.mean);
+        mean->start->setCoords(block.from, *block.mean);
+        mean->end->setCoords(block.to, *block.mean);
         mean->setPen(QPen(ink, 1, Qt::DashLine));
     }
 }
