@@ -59,6 +59,7 @@ void SummaryTab::Fill() {
     if (history_.ofRun != run_.InterimFileName) {
         history_ = {};
         history_.ofRun = run_.InterimFileName;
+        cboHistoryGain.ListIndex = -1;
         ShowTable();
     }
     if (HasOtherHeadings()) ShowTable();

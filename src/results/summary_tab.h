@@ -45,7 +45,7 @@ class SummaryTab {
     ComboBox cboHistoryGain{fraSummary, "cboHistoryGain"};
     Label lblTrend{fraSummary, "lblTrend"};
     Picture pctHistory{fraSummary, "pctHistory"};
-    Button cmdPrintHistory{fraSummary, "cmdPrintHistory", "P&rint Screen"};
+    Button cmdPrintHistory{fraSummary, "cmdPrintHistory", "&Print Screen"};
 
     void Fill();
 

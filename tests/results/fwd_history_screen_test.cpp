@@ -71,6 +71,7 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
     EXPECT_EQ(center.LocationOfFWDDataTransfer, PathText(machine.folder / "Transfer/"));
     EXPECT_EQ(grid.DisplayText(),
               "Date\tCalibration Center\tLoad Cell Center Gain\n09-Mar-2011\t\t1.002\n09-Mar-2010\t\t1.001");
+    EXPECT_EQ(grid.CellColor(1, 2), colors::window);
     EXPECT_EQ(summary.cmdUpdateHistory.ToolTip.Get(), "Write the Final Outputs first.");
 
     Produce();
@@ -105,6 +106,7 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
 
 TEST_F(FWDHistoryTest, AFileOfAnotherFWDIsToldAndShown) {
     machine.Write("Transfer/Other.ddx", FileOf("8002-999", 1));
+    run.LoadCellSerialNumber = "LC-10";
     machine.dialogs.QueueAnswer(Answer::OK);
     Read("Other.ddx");
     std::string boxes = Boxes();
@@ -113,6 +115,8 @@ TEST_F(FWDHistoryTest, AFileOfAnotherFWDIsToldAndShown) {
                           "Number in the file"));
     EXPECT_EQ(grid.Rows(), 2);
     EXPECT_EQ(grid.Cell(1, 0), "09-Mar-2011");
+    EXPECT_EQ(grid.CellColor(1, 2), colors::warning);
+    EXPECT_EQ(grid.CellToolTip(1, 2), "Of the load cell LC-9.");
 
     run.DeviceDesignationName = run.DeviceModelNumber = "x";
     for (int box = 0; box < 3; ++box) machine.dialogs.QueueAnswer(Answer::OK);
@@ -213,6 +217,7 @@ TEST_F(FWDHistoryTest, GainsThatAreNotAcceptedAreAddedOnlyWhenWanted) {
 
     // The gains of the run are in the plot before they are accepted: the third criterion is judged then.
     EXPECT_EQ(summary.cboHistoryGain.Items.Get().size(), 14u);
+    summary.cboHistoryGain.UserChoose("All sensors");
     EXPECT_EQ(summary.pctHistory.Drawn().series.size(), 14u);
     summary.cboHistoryGain.UserChoose("Load cell LC-9");
     ASSERT_EQ(summary.pctHistory.Drawn().series.size(), 3u);
