@@ -35,7 +35,7 @@ inline constexpr std::array markerShapes{MarkerShape::Disc,         MarkerShape:
                                          MarkerShape::CrossedSquare};
 
 struct PlotSeries {
-    std::string name;
+    std::string name;  ///< in the legend; a line without one is drawn as a limit
     std::vector<double> x;
     std::vector<double> y;
     bool asMarkers = false;

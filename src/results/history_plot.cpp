@@ -74,9 +74,11 @@ double GainOfRun(const CalibrationRun& run, int device) {
     return device == 0 ? run.NewLoadCellCalibrationCenterGain : SensorOf(run, device).FinalGain;
 }
 
-PlotSeries SeriesOf(const std::vector<DatedGain>& gains, const std::string& name, std::size_t number) {
+/// Its name in the legend is short: twelve stand side by side.
+PlotSeries SeriesOf(const CalibrationRun& run, int device, const std::vector<DatedGain>& gains, std::size_t number) {
+    const std::string name = DeviceName(run, device);
     PlotSeries series;
-    series.name = name;
+    if (device > 0) series.name = NumberText(ShownSensorNumber(run, device - 1));
     series.asMarkers = true;
     series.shape = markerShapes[number % markerShapes.size()];
     for (const DatedGain& gain : gains) {
@@ -100,7 +102,7 @@ void SetYears(int first, int last, PlotAxis& axis) {
     axis.lowest = first;
     axis.highest = first;
     for (int year = first; year <= last; year += step) {
-        const std::string end = step > 1 ? "-" + NumberText(year + step - 1) : std::string();
+        const std::string end = step > 1 ? "-" + NumberText(year + step - 1).substr(2) : std::string();
         axis.blocks.push_back({NumberText(year) + end, axis.highest, axis.highest + step, std::nullopt});
         axis.highest += step;
     }
@@ -131,9 +133,8 @@ void SetRange(const Plot& plot, const GainLimits& limits, PlotAxis& axis) {
     axis.highest = most + room * (most - least);
 }
 
-void AddLimit(const char* name, double limit, Plot& plot) {
+void AddLimit(double limit, Plot& plot) {
     PlotSeries line;
-    line.name = name + NumberText(limit);
     line.x = {plot.horizontal.lowest, plot.horizontal.highest};
     line.y = {limit, limit};
     plot.series.push_back(std::move(line));
@@ -211,17 +212,19 @@ Plot HistoryPlot(const std::vector<EarlierCalibration>& history, const Calibrati
     std::vector<DatedGain> all;
     for (const int device : shown.devices) {
         const auto gains = GainsOf(history, run, device, now);
-        if (!gains.empty()) plot.series.push_back(SeriesOf(gains, DeviceName(run, device), plot.series.size()));
+        if (!gains.empty()) plot.series.push_back(SeriesOf(run, device, gains, plot.series.size()));
         all.insert(all.end(), gains.begin(), gains.end());
     }
     if (all.empty()) return plot;
+    // One device needs no legend.
+    if (shown.devices.size() == 1) plot.series.front().name.clear();
     plot.title = "Gains over the years: " + shown.name;
     const auto [first, last] = std::minmax_element(all.begin(), all.end(), IsOlder);
     SetYears(YearOf(first->date), YearOf(last->date), plot.horizontal);
     const GainLimits limits = LimitsOf(run, shown);
     SetRange(plot, limits, plot.vertical);
-    AddLimit("limit ", limits.smallest, plot);
-    AddLimit("limit ", limits.greatest, plot);
+    AddLimit(limits.smallest, plot);
+    AddLimit(limits.greatest, plot);
     const auto ofRun = std::find_if(all.begin(), all.end(), [](const DatedGain& gain) { return gain.isOfRun; });
     if (ofRun != all.end()) plot.marks.push_back({"This run", YearsOf(ofRun->date), ofRun->gain});
     return plot;
@@ -231,7 +234,10 @@ std::string TrendText(const std::vector<EarlierCalibration>& history, const Cali
                       const ShownGains& shown, DateTime now) {
     const std::vector<DatedGain> gains = AllGains(history, run, shown, now);
     if (gains.empty()) return "No gains yet.";
-    if (shown.devices.size() > 1) return "Point at a marker to see its gain. Choose one sensor to see its trend.";
+    const GainLimits limits = LimitsOf(run, shown);
+    const std::string lines =
+        " Dashed: limits " + NumberText(limits.smallest) + " and " + NumberText(limits.greatest) + '.';
+    if (shown.devices.size() > 1) return "One marker a sensor, by its number. Choose one to see its trend." + lines;
     const auto [least, most] = std::minmax_element(
         gains.begin(), gains.end(), [](const DatedGain& one, const DatedGain& other) { return one.gain < other.gain; });
     std::string text = NumberText(gains.size()) + (gains.size() == 1 ? " calibration, " : " calibrations, ") +
@@ -240,7 +246,7 @@ std::string TrendText(const std::vector<EarlierCalibration>& history, const Cali
     if (const auto change = ChangePerYear(gains)) {
         text += std::string(", on average ") + (*change > 0 ? "+" : "") + Format(*change, "0.00%") + " a year";
     }
-    return text + '.';
+    return text + '.' + lines;
 }
 
 }  // namespace bellmark

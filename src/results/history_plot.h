@@ -40,7 +40,8 @@ std::optional<double> ChangePerYear(const std::vector<DatedGain>& gains);
 Plot HistoryPlot(const std::vector<EarlierCalibration>& history, const CalibrationRun& run, const ShownGains& shown,
                  DateTime now);
 
-/// "5 calibrations, 2008 to 2012: gain 0.9980 to 1.0040, on average +0.10% a year." Of one device; otherwise advice.
+/// "5 calibrations, 2008 to 2012: gain 0.9980 to 1.0040, on average +0.10% a year." Of one device;
+/// otherwise advice. Then the limits of the final gain.
 std::string TrendText(const std::vector<EarlierCalibration>& history, const CalibrationRun& run,
                       const ShownGains& shown, DateTime now);
 

@@ -214,7 +214,6 @@ void SummaryTab::ShowPlot() {
 void SummaryTab::ShowSteps() {
     const auto document = DocumentForFWD();
     const bool isRead = history_.document != nullptr;
-    const std::string name = document ? PathText(document->filename()) : std::string();
     cmdUpdateHistory.Enabled = isRead && document;
     cmdUpdateHistory.ToolTip = !isRead     ? "Read the earlier calibrations first."
                                : !document ? "Write the Final Outputs first."
@@ -223,11 +222,11 @@ void SummaryTab::ShowSteps() {
     cmdUpdateHistory.BackColor = updateIsNext ? colors::suggestedNext : colors::buttonFace;
     cmdReadHistory.BackColor = document && !isRead ? colors::suggestedNext : colors::buttonFace;
     lblHistory.Caption = HistoryText();
-    lblHistoryStep.Caption =
-        !isRead            ? "Next: READ the earlier calibrations from the FWD's file."
-        : !document        ? "Compare the gains. The Final Outputs come next, then this calibration can be added."
-        : !history_.hasRun ? "Next: UPDATE adds this calibration to " + name + '.'
-                           : "This calibration is in " + name + ". Give that file to the FWD's operator.";
+    lblHistoryStep.Caption = !isRead     ? "Next: READ the earlier calibrations from the FWD's file."
+                             : !document ? "Compare the gains, then write the FINAL OUTPUTS."
+                             : !history_.hasRun
+                                 ? "Next: UPDATE adds this calibration to the document for the FWD."
+                                 : "This calibration is in the document for the FWD. Give it to the FWD's operator.";
 }
 
 std::string SummaryTab::HistoryText() const {

@@ -173,6 +173,10 @@ void PlotWidget::ShowSeries() {
             graph->setLineStyle(QCPGraph::lsNone);
             graph->setScatterStyle(QCPScatterStyle(ShapeOf(series.shape), color, 7));
         }
+        // A line without a name is a limit.
+        const bool isLimit = series.name.empty() && !series.asMarkers;
+        if (isLimit) graph->setPen(QPen(ink, 1, Qt::DashLine));
+        if (isLimit) graph->removeFromLegend();
         graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
     }
 }

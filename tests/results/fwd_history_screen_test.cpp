@@ -84,7 +84,7 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
     EXPECT_EQ(Document().Get("Device Calibration_3", "LoadCellCalibrationCenterGain"), "1.00175");
     EXPECT_EQ(Document().Get("Device Calibration_2", "Foreign"), "kept");
     EXPECT_EQ(Document().Get("Operations Information", "FileName"), PathText(machine.folder / "Transfer/New.ddx"));
-    EXPECT_THAT(summary.lblHistoryStep.Caption.Get(), HasSubstr("This calibration is in New.ddx."));
+    EXPECT_THAT(summary.lblHistoryStep.Caption.Get(), HasSubstr("This calibration is in the document"));
     EXPECT_EQ(machine.Has("Transfer/Old.ddx"), true);
     EXPECT_EQ(Text("Transfer/Old.ddx"), FileOf("8002-123", 2));
 

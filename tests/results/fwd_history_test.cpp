@@ -244,7 +244,7 @@ TEST(HistoryPlot, FollowsASensorThroughThePlacesOfTheList) {
     EXPECT_EQ(choices[2].name, "Sensor 1 D-1");
     const Plot plot = HistoryPlot(history, run, choices[0], MakeDateTime(2012, 3, 9, 10));
     ASSERT_EQ(plot.series.size(), 5u);  // three sensors, two limits
-    EXPECT_EQ(plot.series[3].name, "limit 0.98");
+    EXPECT_THAT(plot.series[3].y, ElementsAre(0.98, 0.98));
     EXPECT_THAT(plot.series[4].y, ElementsAre(1.02, 1.02));
     EXPECT_EQ(plot.series[0].notes[0], "Sensor 1 D-1\n1-Jan-2010: 1.0100");
     ASSERT_EQ(plot.marks.size(), 1u);
@@ -253,7 +253,8 @@ TEST(HistoryPlot, FollowsASensorThroughThePlacesOfTheList) {
     EXPECT_LT(plot.vertical.lowest, 0.98);
     EXPECT_GT(plot.vertical.highest, 1.03);
     EXPECT_EQ(TrendText(history, run, choices[2], MakeDateTime(2012, 3, 9)),
-              "3 calibrations, 2010 to 2012: gain 1.0013 to 1.0300, on average -0.45% a year.");
+              "3 calibrations, 2010 to 2012: gain 1.0013 to 1.0300, on average -0.45% a year. Dashed: limits 0.98 "
+              "and 1.02.");
     EXPECT_TRUE(HistoryPlot({}, CalibrationRun(), GainsToChoose(CalibrationRun())[1], {}).IsEmpty());
 }
 

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -255,17 +254,6 @@ class Tour {
         Shoot("results-history-written");
         Click("frmResults.cmdUpdateHistory");
         Shoot("results-history-updated");
-        QElapsedTimer timer;
-        timer.start();
-        ReadHistory(1000);
-        std::cout << "TIMING read " << timer.elapsed();
-        for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
-        std::cout << " shown " << timer.elapsed() << " ms\n";
-        timer.restart();
-        Click("frmResults.optLoadCell");
-        Click("frmResults.optSummary");
-        for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
-        std::cout << "TIMING again " << timer.elapsed() << " ms\n";
     }
 
     void ShootTheOthers() {
