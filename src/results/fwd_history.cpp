@@ -19,7 +19,7 @@ constexpr const char* calibrations = "Device Calibration";
 constexpr const char* countKey = "NumberCalibrations";
 constexpr const char* shownGain = "0.000";
 constexpr std::string_view entryPrefix = "device calibration_";
-constexpr int mostMissing = 1000;  // as many does the reader of a document put up with
+constexpr int mostMissing = 1000;  // the reader of a document puts up with as many
 
 std::string EntryName(int number) {
     return "Device Calibration_" + NumberText(number);
@@ -109,11 +109,11 @@ void SetSensors(ProfileStrings& strings, const std::string& entry, const Calibra
     strings.Set(entry, "SensorCalibrationCenterGain", SensorGains(run, &SensorCalRecord::FinalGain));
 }
 
-/// The document with the counted calibrations that only the history holds.
-std::string WithMissingOnes(std::string_view document, const ProfileStrings& history, int counted) {
+/// The document with the calibrations up to a number that only the history holds.
+std::string WithMissingOnes(std::string_view document, const ProfileStrings& history, int highest) {
     const ProfileStrings strings(document);
     std::string text(document);
-    for (int number = 1; number <= counted; ++number) {
+    for (int number = 1; number <= highest; ++number) {
         const std::string entry = EntryName(number);
         if (strings.HasSection(entry) || !history.HasSection(entry)) continue;
         if (!text.empty() && text.back() != '\n' && text.back() != '\r') text += "\r\n";
@@ -180,6 +180,14 @@ std::vector<HistoryCell> HistoryRow(const EarlierCalibration& calibration, const
         row.push_back(SensorCell(calibration, run, static_cast<std::size_t>(sensor)));
     }
     return row;
+}
+
+std::string WithHistory(std::string_view document, const ProfileStrings& history) {
+    ProfileStrings strings(WithMissingOnes(document, history, HighestCalibration(history)));
+    const int count = PDDXCount(history.Get(calibrations, countKey));
+    const bool isGreater = count > PDDXCount(strings.Get(calibrations, countKey)) && count <= mostCalibrations;
+    if (isGreater) strings.Set(calibrations, countKey, NumberText(count));
+    return strings.Text();
 }
 
 HistoryUpdate AddRunToHistory(std::string_view document, const ProfileStrings& history, const CalibrationRun& run,

@@ -50,6 +50,10 @@ struct HistoryCell {
 std::vector<std::string> HistoryHeadings(const CalibrationRun& run);
 std::vector<HistoryCell> HistoryRow(const EarlierCalibration& calibration, const CalibrationRun& run);
 
+/// The text of a document with the calibrations of a history that it does not hold, as they stand there, and with the
+/// greater count of both. All else in it stays.
+std::string WithHistory(std::string_view document, const ProfileStrings& history);
+
 struct HistoryUpdate {
     std::string text;  ///< of the document
     int number = 0;    ///< of the run in it

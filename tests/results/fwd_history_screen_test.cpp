@@ -96,6 +96,17 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
     EXPECT_EQ(run.NumberCalibrations, 4);
     EXPECT_EQ(Boxes(), "");
 
+    // Final outputs that are repeated keep what was added; a file of another FWD leaves nothing.
+    const std::string added = Document().SectionText("Device Calibration_4");
+    Produce();
+    EXPECT_EQ(Document().Get("Device Calibration", "NumberCalibrations"), "4");
+    EXPECT_EQ(Document().Get("Device Calibration_1", "Foreign"), "kept");
+    EXPECT_EQ(Document().SectionText("Device Calibration_4"), added);
+    EXPECT_EQ(summary.cmdUpdateHistory.BackColor.Get(), colors::buttonFace);
+    machine.Write("Transfer/New.ddx", FileOf("8002-999", 2));
+    Produce();
+    EXPECT_FALSE(Document().HasSection("Device Calibration_1"));
+
     // Another run begins without a history.
     run.InterimFileName = "InterimCal20120310.DDX";
     results.Recompute();
@@ -156,6 +167,12 @@ TEST_F(FWDHistoryTest, WhatCannotBeReadLeavesWhatIsShown) {
         EXPECT_EQ(grid.DisplayText(), shown);
         EXPECT_EQ(run.NumberCalibrations, 2);
     }
+    machine.Write("Transfer/First.ddx", FileOf("8002-123", 0));
+    Read("First.ddx");
+    EXPECT_EQ(summary.lblHistory.Caption.Get(), "0 calibrations in First.ddx.");
+    EXPECT_EQ(grid.Rows(), 2);
+    EXPECT_EQ(grid.Cell(1, 0), "");
+    Read();
     // An existing conversion that is not to be replaced.
     machine.Write("InterimCal20120309/Trialcvt.ddx", FileOf("8002-123", 1));
     machine.dialogs.QueueAnswer(Answer::No);
