@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -113,6 +114,22 @@ TEST_F(BinderTest, AListIsLeftWithTheKeyboardAndAfterAChoiceOnly) {
     EXPECT_EQ(left, 0) << "its own list keeps the keyboard";
     check_.setFocus();
     EXPECT_EQ(left, 1);
+}
+
+TEST_F(BinderTest, ALongTableHasTheRowsOfAShortOneAndIsShownAtOnce) {
+    const int rowHeight = table_.rowHeight(0);
+    QElapsedTimer timer;
+    timer.start();
+    for (const int rows : {1000, 1001, 40}) {
+        screen_.grid.Resize(rows + 1, 2);
+        for (int row = 1; row <= rows; ++row) screen_.grid.SetCell(row, 1, "S" + std::to_string(row));
+        QTest::qWait(1);
+        ASSERT_EQ(table_.rowCount(), rows);
+        EXPECT_EQ(table_.item(rows - 1, 1)->text().toStdString(), "S" + std::to_string(rows));
+        EXPECT_EQ(table_.rowHeight(rows - 1), rowHeight);
+    }
+    // With rows measured at each change it is many seconds.
+    EXPECT_LT(timer.elapsed(), 2000);
 }
 
 TEST_F(BinderTest, PairsEveryControlAndShowsWhatItHolds) {
