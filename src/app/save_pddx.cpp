@@ -7,11 +7,13 @@
 
 namespace bellmark {
 
-bool SavePDDX(Program& program, const PDDXFile& document, const Path& path) {
+bool SavePDDX(Program& program, const PDDXFile& document, const Path& path,
+              const std::function<void(std::string& text)>& complete) {
     if (path.empty()) return true;
     try {
         std::string text;
         document.PDDX_Output(text);
+        if (complete) complete(text);
         SaveText(program, path, text);
         return true;
     } catch (const std::exception& error) {

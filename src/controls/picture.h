@@ -9,12 +9,12 @@
 
 namespace bellmark {
 
-/// A section of an axis for one item: its limits and the mean of the values drawn in it.
+/// A section of an axis for one item: its limits and, where one is to be drawn, the mean of the values in it.
 struct PlotBlock {
     std::string caption;
     double from = 0;
     double to = 0;
-    double mean = 0;
+    std::optional<double> mean;
 };
 
 /// What a plot is to show; how it is drawn is the front end's. Values are in the unit of the axis caption.
@@ -48,7 +48,7 @@ inline constexpr std::array markerShapes{
     MarkerShape::Star,  MarkerShape::CrossedSquare, MarkerShape::CrossedDisc, MarkerShape::PlusSquare};
 
 struct PlotSeries {
-    std::string name;
+    std::string name;  ///< in the legend; a line without one is drawn as a limit
     std::vector<double> x;
     std::vector<double> y;
     bool asMarkers = false;

@@ -197,6 +197,23 @@ bool ProfileStrings::HasSection(std::string_view section) const {
     return image_->Find(section) != nullptr;
 }
 
+std::vector<std::string> ProfileStrings::SectionNames() const {
+    std::vector<std::string> names;
+    names.reserve(image_->sections.size());
+    for (const auto& [name, section] : image_->sections) names.push_back(name);
+    return names;
+}
+
+std::string ProfileStrings::SectionText(std::string_view section) const {
+    const Section* found = image_->Find(section);
+    if (!found) return {};
+    auto line = found->lastKeyOrHeader;
+    while (line->kind != LineKind::Header) --line;
+    std::string text = line->text;
+    for (++line; line != image_->lines.end() && line->kind != LineKind::Header; ++line) text += line->text;
+    return text;
+}
+
 void ProfileStrings::Set(std::string_view section, std::string_view key, std::string_view value) {
     const std::string_view sectionName = Trim(section);
     const std::string_view keyName = Trim(key);

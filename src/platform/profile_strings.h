@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace bellmark {
 
@@ -25,6 +26,9 @@ class ProfileStrings {
     std::string Get(std::string_view section, std::string_view key, std::string_view defaultText = {},
                     std::size_t size = 1000) const;
     bool HasSection(std::string_view section) const;
+    std::vector<std::string> SectionNames() const;  ///< in lower case, in no order
+    /// Header, keys and comments of the section as they stand, up to the next header; empty when it is not there.
+    std::string SectionText(std::string_view section) const;
 
     /// Replaces the first matching line, or adds one after the section's last key.
     void Set(std::string_view section, std::string_view key, std::string_view value);

@@ -115,7 +115,7 @@ void WriteFinalOutputs(Program& program) {
         box::information);
     const Path forFWD =
         AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
-    WriteRunDocument(program, forFWD);
+    run.DocumentForFWD = WriteDocumentForFWD(program, forFWD) ? forFWD : Path();
     KeepRunInOutputs(program, forFWD, today);
     const bool hasCertificate = program.The<ReportDoor>().PrintReferenceCalReport();
     WriteCertificateData(program);

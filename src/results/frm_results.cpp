@@ -30,6 +30,10 @@ frmResults::frmResults(Program& program)
         ShowNextSteps();
         SetFocus(NextStep());
     };
+    Summary.Changed = [this] {
+        ShowNextSteps();
+        SetFocus(NextStep());
+    };
     LoadCell.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
     Reference.WhileWaiting = [this](const auto& work) { WhileWaiting(work); };
     for (Button& button : cmdPrintPDDX) button.Click = [this] { cmdPrintPDDX_Click(); };
@@ -124,6 +128,7 @@ void frmResults::ShowNextSteps() {
 
 /// The next step that the visible tab suggests.
 Button* frmResults::StepOfTab() {
+    if (Summary.optSummary.IsChosen()) return Summary.NextStep();
     if (LoadCell.optLoadCell.IsChosen()) return LoadCell.NextStep();
     return Reference.optRef.IsChosen() ? Reference.NextStep() : nullptr;
 }

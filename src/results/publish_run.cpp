@@ -10,7 +10,9 @@
 #include "pddx/pddx_file.h"
 #include "platform/date_time.h"
 #include "platform/format.h"
+#include "platform/profile_strings.h"
 #include "platform/text.h"
+#include "results/fwd_history.h"
 #include "run/paths.h"
 
 namespace bellmark {
@@ -84,6 +86,18 @@ bool WriteRunDocument(Program& program, const Path& path) {
     PDDXFile& document = *program.RunDocument;
     document.Sections("Operations Information").Elements("FileName").SetValue(PathText(path));
     return SavePDDX(program, document, path);
+}
+
+bool WriteDocumentForFWD(Program& program, const Path& path) {
+    PDDXFile& document = *program.RunDocument;
+    document.Sections("Operations Information").Elements("FileName").SetValue(PathText(path));
+    return SavePDDX(program, document, path, [&](std::string& text) {
+        if (!program.Services.files.IsFile(path)) return;
+        const ProfileStrings former(ReadTextFile(program.Services.files, path));
+        const std::string serial = former.Get("Device Information", "DeviceSerialNumber");
+        const bool isOther = !serial.empty() && serial != Trim(program.Run.DeviceSerialNumber);
+        if (!isOther) text = WithHistory(text, former);
+    });
 }
 
 void CopyTrialData(Program& program) {

@@ -23,6 +23,10 @@ void OpenOutputFolder(Program& program);
 /// Writes the run's document to a path, which it also records. False, after a box, when that fails.
 bool WriteRunDocument(Program& program, const Path& path);
 
+/// The same for the FWD. The file in its place may be the FWD's own: its earlier calibrations stay in it, unless it has
+/// the serial number of another FWD.
+bool WriteDocumentForFWD(Program& program, const Path& path);
+
 /// Copies the run's data folder into its output folder and replaces older files. Throws FileError.
 void CopyTrialData(Program& program);
 

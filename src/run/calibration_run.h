@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <variant>
@@ -128,6 +129,7 @@ using MessageParameterList = std::array<std::variant<std::monostate, std::string
 struct Session {
     bool ReviewMode = false;  ///< no board was found at start
     Path StartDirectory;
+    Path DocumentForFWD;                ///< written by the final outputs; empty until then
     bool StoreIsOfThisSitting = false;  ///< the run's file and folder were opened or made since the program started
 
     int AccelChannel = 1;
@@ -229,6 +231,7 @@ struct CalibrationRun : Session {
     bool SensorRelCalComplete = false;
     std::string SensorRelMessage;  ///< the text of the last judgement
     bool CertificationComplete = false;
+    std::int16_t NumberCalibrations = 0;  ///< in the history that was read last, the run included once it was added
     std::array<SensorCalRecord, maxSensors> Sensor;
     DateTime SensorCalibrationDate = ZeroDate();
 

@@ -31,11 +31,6 @@ void TakeDate(DateTime& date, const std::string& text) {
     if (const auto read = ReadDateTime(text)) date = *read;
 }
 
-/// The gain with as many decimals as the FWD's make reads.
-std::string GainText(const CalibrationRun& run, double gain) {
-    return Format(gain, run.Manufacturer == Make::CarlBro ? "#0.00000000" : "#0.0000");
-}
-
 std::string DateText(DateTime date) {
     return date == ZeroDate() ? std::string() : Format(date, "dd-mmm-yyyy");
 }
@@ -57,9 +52,7 @@ void SetDevice(PDDXFile& document, const CalibrationRun& run) {
     device.Elements("DeviceModelNumber").SetValue(run.DeviceModelNumber);
     device.Elements("DeviceSerialNumber").SetValue(run.DeviceSerialNumber);
     device.Elements("LoadCellSerialNumber").SetValue(run.LoadCellSerialNumber);
-    device.Elements("SensorSerialNumbers").SetValue(SensorList(run, [](const auto& sensor) {
-        return sensor.SerialNumber;
-    }));
+    device.Elements("SensorSerialNumbers").SetValue(SensorSerialNumbers(run));
     document.Sections("Device Configuration")
         .Elements("NumberOfDeflectionSensors")
         .SetValue(NumberText(run.NumberSensors));
@@ -71,9 +64,8 @@ void SetGains(PDDXFile& document, const CalibrationRun& run, DateTime now, Docum
     const bool newSensors = gains == DocumentGains::Accepted && run.SensorRelCalComplete;
     calibration.Elements("LoadCellCalibrationCenterGain")
         .SetValue(GainText(run, newLoadCell ? run.NewLoadCellCalibrationCenterGain : run.LoadCellInitialGain));
-    calibration.Elements("SensorCalibrationCenterGain").SetValue(SensorList(run, [&](const auto& sensor) {
-        return GainText(run, newSensors ? sensor.FinalGain : sensor.InitialGain);
-    }));
+    calibration.Elements("SensorCalibrationCenterGain")
+        .SetValue(SensorGains(run, newSensors ? &SensorCalRecord::FinalGain : &SensorCalRecord::InitialGain));
     calibration.Elements("LoadCellCalibrationCenterDate")
         .SetValue(DateText(newLoadCell ? now : run.LoadCellCalibrationDate));
     calibration.Elements("SensorCalibrationCenterDate")
@@ -81,6 +73,18 @@ void SetGains(PDDXFile& document, const CalibrationRun& run, DateTime now, Docum
 }
 
 }  // namespace
+
+std::string GainText(const CalibrationRun& run, double gain) {
+    return Format(gain, run.Manufacturer == Make::CarlBro ? "#0.00000000" : "#0.0000");
+}
+
+std::string SensorSerialNumbers(const CalibrationRun& run) {
+    return SensorList(run, [](const SensorCalRecord& sensor) { return sensor.SerialNumber; });
+}
+
+std::string SensorGains(const CalibrationRun& run, double SensorCalRecord::*gain) {
+    return SensorList(run, [&](const SensorCalRecord& sensor) { return GainText(run, sensor.*gain); });
+}
 
 void ReadFWDKeys(const PDDXFile& document, CalibrationRun& run) {
     const PDDXSection& device = document.Sections("Device Information");

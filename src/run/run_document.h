@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "run/calibration_run.h"
 #include "run/center_config.h"
 
@@ -12,6 +14,13 @@ class ProfileStrings;
 /// Which gains a document holds: the FWD's initial ones, or the new ones where they were accepted. A run to be resumed
 /// must find the initial ones again.
 enum class DocumentGains { Initial, Accepted };
+
+/// The gain with as many decimals as the FWD's make reads.
+std::string GainText(const CalibrationRun& run, double gain);
+
+/// Lists of the document, one text per sensor, joined by ", ". gain: SensorCalRecord::InitialGain or another one.
+std::string SensorSerialNumbers(const CalibrationRun& run);
+std::string SensorGains(const CalibrationRun& run, double SensorCalRecord::*gain);
 
 /// Takes the FWD's identity, its sensors and their gains out of a document. Sensors beyond the record's size are left
 /// out; a document without a number of sensors has none.

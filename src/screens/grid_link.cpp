@@ -4,6 +4,7 @@
 #include <QItemSelectionModel>
 #include <QTableWidget>
 #include <algorithm>
+#include <memory>
 
 #include "controls/controls.h"
 #include "screens/state_colors.h"
@@ -12,10 +13,7 @@ namespace bellmark {
 
 namespace {
 
-QTableWidgetItem& ItemAt(QTableWidget& table, int row, int column) {
-    if (!table.item(row, column)) table.setItem(row, column, new QTableWidgetItem);
-    return *table.item(row, column);
-}
+constexpr int mostRowsMeasured = 100;
 
 QString CellToolTip(const Grid& grid, int row, int column) {
     const QString own = QString::fromStdString(grid.CellToolTip(row, column));
@@ -54,7 +52,7 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
         view_.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
         view_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
-    view_.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    view_.horizontalHeader()->setResizeContentsPrecision(mostRowsMeasured);
     soon_.setSingleShot(true);
     QObject::connect(&soon_, &QTimer::timeout, &Context(), [this] { ShowNow(); });
 
@@ -82,7 +80,10 @@ void GridLink::ShowNow() {
     const int row = view_.currentRow();
     const int column = view_.currentColumn();
     ShowHeaders();
+    // Measured once, when all cells are filled.
+    view_.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     ShowCells();
+    SetRowHeights();
     view_.setCurrentItem(nullptr);
     const int selected = grid_.SelectedRow - grid_.FixedRows();
     if (selected >= 0) {
@@ -120,7 +121,10 @@ void GridLink::ShowCells() {
         for (int column = 0; column < view_.columnCount(); ++column) {
             const int gridRow = row + grid_.FixedRows();
             const int gridColumn = column + grid_.FixedColumns();
-            QTableWidgetItem& item = ItemAt(view_, row, column);
+            QTableWidgetItem* shown = view_.item(row, column);
+            // A new item is filled before the table sees it: each change in the table measures rows and columns again.
+            auto made = shown ? nullptr : std::make_unique<QTableWidgetItem>();
+            QTableWidgetItem& item = shown ? *shown : *made;
             const Color color = grid_.CellColor(gridRow, gridColumn);
             item.setText(QString::fromStdString(grid_.Cell(gridRow, gridColumn)));
             if (IsCentered(view_)) item.setTextAlignment(Qt::AlignCenter);
@@ -129,8 +133,21 @@ void GridLink::ShowCells() {
             item.setToolTip(CellToolTip(grid_, gridRow, gridColumn));
             item.setData(Qt::AccessibleDescriptionRole, StateText(color));
             const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-            item.setFlags(grid_.IsEditable(gridRow, gridColumn) ? flags | Qt::ItemIsEditable : flags);
+            const Qt::ItemFlags wanted = grid_.IsEditable(gridRow, gridColumn) ? flags | Qt::ItemIsEditable : flags;
+            if (item.flags() != wanted) item.setFlags(wanted);
+            if (made) view_.setItem(row, column, made.release());
         }
+    }
+}
+
+/// The rows of a long table are as high as its first one: to measure each takes longer than an operator waits.
+void GridLink::SetRowHeights() {
+    QHeaderView& header = *view_.verticalHeader();
+    if (view_.rowCount() <= mostRowsMeasured) {
+        header.setSectionResizeMode(QHeaderView::ResizeToContents);
+    } else {
+        view_.resizeRowToContents(0);
+        header.setDefaultSectionSize(view_.rowHeight(0));
     }
 }
 

@@ -22,6 +22,7 @@ class GridLink : public Link {
   private:
     void ShowHeaders();
     void ShowCells();
+    void SetRowHeights();
     void CellEdited(int tableRow, int tableColumn);
 
     Grid& grid_;

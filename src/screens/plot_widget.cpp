@@ -213,6 +213,10 @@ void PlotWidget::ShowSeries() {
             graph->setLineStyle(QCPGraph::lsNone);
             graph->setScatterStyle(QCPScatterStyle(ShapeOf(series.shape), color, 7));
         }
+        // A line without a name is a limit.
+        const bool isLimit = series.name.empty() && !series.asMarkers;
+        if (isLimit) graph->setPen(QPen(colors.ink, 1, Qt::DashLine));
+        if (isLimit) graph->removeFromLegend();
         graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
     }
 }
@@ -277,9 +281,10 @@ void PlotWidget::ShowBlocks() {
         border->point1->setCoords(block.to, 0);
         border->point2->setCoords(block.to, 1);
         border->setPen(QPen(colors.axis, 1));
+        if (!block.mean) continue;
         auto* mean = new QCPItemLine(view_);
-        mean->start->setCoords(block.from, block.mean);
-        mean->end->setCoords(block.to, block.mean);
+        mean->start->setCoords(block.from, *block.mean);
+        mean->end->setCoords(block.to, *block.mean);
         mean->setPen(QPen(colors.ink, 1, Qt::DashLine));
     }
 }

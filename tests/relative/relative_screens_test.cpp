@@ -505,7 +505,7 @@ TEST_F(RelativeScreens, ThePlotTellsSetDropAndDistanceFromTheMean) {
     EXPECT_EQ(drawn.series[1].x[9], 950);
     EXPECT_EQ(drawn.series[1].y[9], 506.41);
     EXPECT_EQ(drawn.series[1].notes[9], "Sensor 2, set 2, drop 5\n506.41 microns\n+0.20 from the sensor's mean");
-    EXPECT_NEAR(drawn.horizontal.blocks[1].mean, 506.21, 1e-9);
+    EXPECT_NEAR(drawn.horizontal.blocks[1].mean.value(), 506.21, 1e-9);
     run.Manufacturer = Make::Kuab;
     EXPECT_EQ(RelativePlot(run, 0).horizontal.blocks[0].caption, "D0");
     // No sensors, nothing to draw.

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -113,6 +114,20 @@ TEST_F(BinderTest, AListIsLeftWithTheKeyboardAndAfterAChoiceOnly) {
     EXPECT_EQ(left, 0) << "its own list keeps the keyboard";
     check_.setFocus();
     EXPECT_EQ(left, 1);
+}
+
+TEST_F(BinderTest, ALongTableLooksLikeAShortOneButIsNotMeasuredRowByRow) {
+    const int rowHeight = table_.rowHeight(0);
+    for (const int rows : {1000, 1001, 40}) {
+        screen_.grid.Resize(rows + 1, 2);
+        for (int row = 1; row <= rows; ++row) screen_.grid.SetCell(row, 1, "S" + std::to_string(row));
+        QTest::qWait(1);
+        ASSERT_EQ(table_.rowCount(), rows);
+        EXPECT_EQ(table_.item(rows - 1, 1)->text().toStdString(), "S" + std::to_string(rows));
+        EXPECT_EQ(table_.rowHeight(rows - 1), rowHeight);
+        EXPECT_EQ(table_.verticalHeader()->sectionResizeMode(0),
+                  rows > 100 ? QHeaderView::Fixed : QHeaderView::ResizeToContents);
+    }
 }
 
 TEST_F(BinderTest, PairsEveryControlAndShowsWhatItHolds) {

@@ -13,6 +13,7 @@
 #include "controls/controls.h"
 #include "controls/screen.h"
 #include "platform/machine.h"
+#include "platform/numbers.h"
 #include "screens/help_window.h"
 #include "screens/look.h"
 #include "screens/page.h"
@@ -187,10 +188,31 @@ class Tour {
             Click(std::string("frmResults.") + tab);
             Shoot(QStringLiteral("results-") + QLatin1String(tab));
         }
+        ReadHistory(6);
+        Shoot("results-history");
         DiskFileSystem().CopyFile(Path(BELLMARK_SOURCE_FOLDER) / "sample/CertificateTemplate.rtf",
                                   desktop_.Folder() / "CertificateTemplate.rtf");
         Click("frmResults.cmdPrintPDDX(0)");
         Shoot("certificate");
+    }
+
+    /// Earlier calibrations of the FWD, a year apart; in the second half with another sensor.
+    void ReadHistory(int count) {
+        std::string text = "[Device Information]\r\nDeviceDesignationName = FWD-101\r\nDeviceModelNumber = 8002\r\n";
+        text += "DeviceSerialNumber = 8002-101\r\n[Device Calibration]\r\nNumberCalibrations = " + NumberText(count);
+        for (int n = 1; n <= count; ++n) {
+            const std::string year = NumberText(2026 - (count - n + 1) % 40);
+            text += "\r\n[Device Calibration_" + NumberText(n) + "]\r\nLoadCellCalibrationCenterDate = 4-May-" + year;
+            text += "\r\nLoadCellCalibrationCenterGain = 1.00" + NumberText(n % 10) + "\r\nCalCenterIDCode = 4\r\n";
+            text += "SensorCalibrationCenterDate = 5-May-" + year + "\r\nSensorSerialNumbers = D1, D2, ";
+            text += std::string(2 * n > count ? "D3" : "D33") + ", D4, D5, D6, D7, D8, D9\r\n";
+            text += "SensorCalibrationCenterGain = 1.00" + NumberText(n % 10) + ", 0.997, 1.001, 1.012, 0.99";
+            text += NumberText(9 - n % 10) + ", 1.004, 1.0, 1.006, 1.008\r\n";
+        }
+        const Path file = desktop_.Folder() / "FWD/History.ddx";
+        DiskFileSystem().ReplaceFile(file, text);
+        desktop_.dialogs.files = {file};
+        Click("frmResults.cmdReadHistory");
     }
 
     /// The two reference trials up to their acceptance.
@@ -236,6 +258,13 @@ class Tour {
         Shoot("results-anova");
         Click("frmResults.cmdAcceptSensors");
         Shoot("results-sensors-accepted");
+        Click("frmResults.optSummary");
+        ReadHistory(40);
+        Click("frmResults.cmdPrintPDDX(0)");
+        Click("frmReport.cmdMainMenu");
+        Shoot("results-history-written");
+        Click("frmResults.cmdUpdateHistory");
+        Shoot("results-history-updated");
     }
 
     void BrowseMonthly(std::vector<double> ratios, int trial) {
