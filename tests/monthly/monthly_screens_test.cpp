@@ -381,7 +381,42 @@ TEST_F(MonthlyScreens, ALooseSensorIsColored) {
     EXPECT_EQ(results->chkANOVA.Caption.Get(), "Close AN&OVA");
     EXPECT_EQ(results->grdANOVA.Cell(6, 0), "Std. Error");
     EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::mustBeUpdated);
-    EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("C"));
+    EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("Exact critical values at the 5% level for 7 sensors:"));
+    // A form that was never used with 7 or 9 sensors finds every variance too large.
+    results->cmdBack.UserClick();
+    file = {};
+    file.sensors = 8;
+    file.drops = 40;
+    Answer_(Answer::OK);
+    Browse(file);
+    relative->cmdNext.UserClick();
+    EXPECT_TRUE(results->grdMeans.Visible) << "a new trial begins with its gains";
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::complete)
+        << "the limit of 7 sensors is kept, and met";
+}
+
+TEST_F(MonthlyScreens, AVarianceThatIsTooLargeIsYellow) {
+    BeginMonthly();
+    MonthlyFile file;
+    file.sensors = 8;
+    file.drops = 40;
+    Answer_(Answer::OK);
+    Browse(file);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file lists 8 sensors, chosen were 7.")));
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::warning);
+    EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::complete);
+    EXPECT_THAT(results->txtResultsAnova.Text.Get(), HasSubstr("Results of Cochran Test"));
+}
+
+TEST_F(MonthlyScreens, ASecondTrialWithinTheLimitsNeedsNoNewGains) {
+    BeginMonthly();
+    AcceptTrial(FileOff({1, 1, 1.0045}));
+    AcceptTrial(FileOff({1, 1, 1.0032}, 1));
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
+    Answer_(Answer::OK);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("No change of the Gain Factors (170)")));
 }
 
 TEST_F(MonthlyScreens, TheSensorsRotateByTheGrid) {
@@ -453,10 +488,14 @@ struct MonthlyDuringAnnual : MonthlyScreens {
 
 TEST_F(MonthlyDuringAnnual, NoFileOfTheAnnualRunChanges) {
     run.RefCalAvg = 1.2345;  // not saved yet
+    program->CenterSetAside = program->Center;
+    program->Center.AccelDailyCalibrationPlus1GStdDev = 77;  // of a drop that is looked at again
     menu->cmdRelativeCal.UserClick();
     const auto before = FilesOf("InterimCal");
     EXPECT_EQ(before.size(), 3U);
-    EXPECT_THAT(before.at("InterimCal20120309.DDX"), HasSubstr("RefCalAvg=1.2345")) << "saved first";
+    EXPECT_THAT(before.at("InterimCal20120309.DDX"),
+                AllOf(HasSubstr("RefCalAvg=1.2345"), HasSubstr("AccelDailyCalibration+1GStdDev=0\r\n")))
+        << "saved first";
     EXPECT_TRUE(run.InterimFileName.empty());
     EXPECT_TRUE(run.InterimFolderName.empty());
     EXPECT_FALSE(run.InterimCalOpen);
