@@ -26,6 +26,7 @@ using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 struct MonthlyScreens : testing::Test {
@@ -149,7 +150,12 @@ TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
     EXPECT_FALSE(relative->cboNumSensorsR.Enabled);
     EXPECT_FALSE(relative->optMetric.Enabled);
 
-    AcceptTrial(FileOff(thirdIsLow, 1));
+    Browse(FileOff(thirdIsLow, 1));
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(results->txtResults.Text.Get(), HasSubstr("Review the calibration plot for outliers"));
+    LookAtPlot();
+    EXPECT_THAT(results->txtResults.Text.Get(), Not(HasSubstr("Review the calibration plot")));
+    results->cmdNext.UserClick();
     EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MC2"));
     EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
     EXPECT_EQ(Front(), "frmRelResults");
@@ -359,10 +365,14 @@ TEST_F(MonthlyScreens, BackLeavesTheTrialAndItsFileCanBeReadAgain) {
     EXPECT_EQ(Front(), "frmRelative");
     EXPECT_TRUE(run.RelTrialInHand);
     EXPECT_EQ(relative->DefaultButton(), &relative->cmdNext);
-    Browse({});
+    MonthlyFile second;
+    second.firstGain = 2;
+    Browse(second);
     EXPECT_FALSE(run.RelTrialInHand);
     relative->cmdNext.UserClick();
-    EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO") << "the second file counts";
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(results->grdMeans.Cell(4, 2), "2.002") << "the second file counts";
+    EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO");
     EXPECT_FALSE(results->cmdNext.Enabled) << "its plot was not looked at";
 }
 
@@ -454,6 +464,22 @@ TEST_F(MonthlyScreens, TheSensorsRotateByTheGrid) {
     EXPECT_THAT(stand.series[0].y, ElementsAre(5.5, 0.5, 1.5, 2.5, 3.5, 4.5));
 }
 
+TEST_F(MonthlyScreens, AnFWDsOwnFileIsConvertedBesideIt) {
+    BeginMonthly();
+    machine.Write("FWD/Monthly1cvt.ddx", MonthlyFile{}.Text());
+    MonthlyFile nine;
+    nine.sensors = 9;
+    nine.drops = 45;
+    machine.Write("FWD/Monthly1.ddx", nine.Text());
+    machine.dialogs.QueueFile(machine.Write("FWD/Monthly1.F25", "drops"));
+    Answer_(Answer::No);  // the document of an earlier conversion stays
+    Answer_(Answer::OK);
+    relative->cmdBrowse.UserClick();
+    EXPECT_EQ(Boxes().size(), 2U);
+    EXPECT_EQ(run.NumberSensors, 9) << "a document of the file's own name is read";
+    EXPECT_EQ(relative->txtFilename.Text.Get(), "Monthly1.F25");
+}
+
 TEST_F(MonthlyScreens, AnotherMakeOrNumberNeedsTheFileAgain) {
     BeginMonthly();
     Browse({});
@@ -481,6 +507,7 @@ struct MonthlyDuringAnnual : MonthlyScreens {
         run.StoreIsOfThisSitting = true;
         run.SetupComplete = true;
         machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "measured");
+        program->Header.SetFWDOwnerName(run.DeviceOwner);
         SaveInterimCalibration(*program);
         program->The<MainMenuDoor>().Open();
     }
@@ -530,6 +557,7 @@ TEST_F(MonthlyDuringAnnual, TheAnnualRunGoesOnFromTheStartForm) {
     menu->cmdStartForm.UserClick();
     EXPECT_EQ(Front(), "frmAbout");
     EXPECT_FALSE(run.MonthlyCalibration);
+    EXPECT_FALSE(run.IsInHand);
     EXPECT_EQ(start->Header.BoardName.Caption.Get(), "No Board: Review");
     ASSERT_EQ(start->grdInterim.Rows(), 2);
     start->grdInterim.UserClickCell(1, 0);
