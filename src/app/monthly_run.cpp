@@ -69,6 +69,7 @@ bool BeginMonthlyRun(Program& program) {
     program.Run.MonthlyCalibration = true;
     program.Run.RelTrials = 0;
     program.Header.SetRunName("Monthly Cal");
+    program.Header.SetProcedureName("FWD Monthly Relative Calibration");
     return true;
 }
 

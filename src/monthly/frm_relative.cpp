@@ -47,8 +47,8 @@ frmRelative::frmRelative(Program& program)
     txtFilename.Locked = true;
     cboFWDMfgR.Items = {"Dynatest", "Carl Bro", "JILS", "KUAB"};
     cboNumSensorsR.Items = SensorCounts();
-    optMonthlyRelative.Click = [this] { SetupMonthly(); };
-    optMonthlyReplace.Click = [this] { SetupGeophone(); };
+    optMonthlyRelative.Click = [this] { SwitchTo(Procedure::MonthlyRelative); };
+    optMonthlyReplace.Click = [this] { SwitchTo(Procedure::SensorReplacement); };
     cboFWDMfgR.Click = [this] { cboFWDMfgR_Click(); };
     cboNumSensorsR.Click = [this] { cboNumSensorsR_Click(); };
     cboSensorTypeR.Click = [this] { cboSensorTypeR_Click(); };
@@ -104,19 +104,28 @@ void frmRelative::HideMainmenuItems() {
 }
 
 void frmRelative::EnterTrial(Procedure procedure) {
-    const bool replaces = procedure == Procedure::SensorReplacement;
     run_.MonthlyCalibration = true;
     HideMainmenuItems();
-    run_.CurrentProcedure = procedure;
     // A trial that was read and not answered is still there.
     if (!run_.RelTrialInHand) {
         BeginRelativeTrial(run_);
         ForgetFile();
     }
+    ShowTrial(procedure);
+}
+
+/// The file and its serial numbers stay.
+void frmRelative::SwitchTo(Procedure procedure) {
+    ReadAgain();
+    ShowTrial(procedure);
+}
+
+void frmRelative::ShowTrial(Procedure procedure) {
+    const bool replaces = procedure == Procedure::SensorReplacement;
+    run_.CurrentProcedure = procedure;
     const bool isFirst = run_.RelTrials == 0 && !run_.RelTrialInHand;
     run_.CurrentProcStep = replaces ? (isFirst ? step::replacementSetup : step::replacementTrial)
                                     : (isFirst ? step::monthlySetup : step::monthlyTrial);
-    program_.Header.SetProcedureName("FWD Monthly Relative Calibration");
     Header.PageTitle.Caption = (replaces ? "Replace a Sensor - Trial " : "Monthly Relative Calibration - Trial ") +
                                NumberText(run_.RelTrials + 1);
     SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, true);
@@ -129,7 +138,12 @@ void frmRelative::EnterTrial(Procedure procedure) {
 
 /// Trials can be compared only when they are of the same sensors.
 bool frmRelative::MayChangeSensors() const {
-    return run_.RelTrials == 0 && !run_.RelTrialInHand;
+    return run_.RelTrials == 0;
+}
+
+/// What was read with other sensors or units does not count.
+void frmRelative::ReadAgain() {
+    BeginRelativeTrial(run_);
 }
 
 void frmRelative::ForgetFile() {
@@ -141,6 +155,7 @@ void frmRelative::ForgetFile() {
 void frmRelative::cboFWDMfgR_Click() {
     run_.Manufacturer = static_cast<Make>(cboFWDMfgR.ListIndex.Get());
     run_.SensorType = 0;
+    ReadAgain();
     ForgetFile();
     ShowSensors();
     ShowStage();
@@ -149,6 +164,7 @@ void frmRelative::cboFWDMfgR_Click() {
 void frmRelative::cboNumSensorsR_Click() {
     run_.NumberSensors = cboNumSensorsR.ListIndex + fewestSensors;
     if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorsOf(run_)) run_.ReplacedSensor.reset();
+    ReadAgain();
     ForgetFile();
     ShowSensors();
     ShowStage();
@@ -160,6 +176,7 @@ void frmRelative::cboSensorTypeR_Click() {
 
 void frmRelative::optUnits_Click() {
     run_.EnglishUnits = optEnglish.IsChosen();
+    ReadAgain();
     ShowRotationGrid(SensorsOf(run_));
 }
 

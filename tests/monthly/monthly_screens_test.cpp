@@ -172,7 +172,9 @@ TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
 
 TEST_F(MonthlyScreens, OneTrialWithinTheLimitsIsEnough) {
     BeginMonthly();
+    relative->optAutoPrint[0].UserClick();
     AcceptTrial({});
+    EXPECT_TRUE(machine.Has("Printed.txt"));
     EXPECT_EQ(run.CurrentProcStep, step::monthlyFinished);
     EXPECT_THAT(results->lblNextStep.Caption.Get(), HasSubstr("finished"));
     EXPECT_FALSE(machine.Has("FWD/Monthly1_09-Mar-2012.MFG"));
@@ -245,6 +247,10 @@ TEST_F(MonthlyScreens, TheReplacedSensorMayBeChosenBesideTheResults) {
     EXPECT_THAT(relative->lblNextStep.Caption.Get(), StartsWith("Click the sensor"));
     EXPECT_EQ(relative->grdSerialNum.CellColor(1, 1), colors::suggestedNext);
     Browse({});
+    relative->optMonthlyRelative.UserClick();
+    EXPECT_EQ(run.CurrentProcStep, step::monthlySetup);
+    relative->optMonthlyReplace.UserClick();
+    EXPECT_EQ(relative->grdSerialNum.Cell(3, 1), "S103") << "the list is kept";
     relative->cmdNext.UserClick();
     LookAtPlot();
     EXPECT_FALSE(results->cmdNext.Enabled);
@@ -374,6 +380,24 @@ TEST_F(MonthlyScreens, BackLeavesTheTrialAndItsFileCanBeReadAgain) {
     EXPECT_EQ(results->grdMeans.Cell(4, 2), "2.002") << "the second file counts";
     EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO");
     EXPECT_FALSE(results->cmdNext.Enabled) << "its plot was not looked at";
+}
+
+TEST_F(MonthlyScreens, UnitsOfTheFileAreTold) {
+    BeginMonthly();
+    MonthlyFile file;
+    file.units = "microns";
+    file.level = 500;
+    Answer_(Answer::OK);
+    Browse(file);
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file's deflections are in microns, the calibration is in mils.")));
+    // The choice is corrected, and the same file read again.
+    results->cmdBack.UserClick();
+    relative->optMetric.UserClick();
+    EXPECT_FALSE(run.RelTrialInHand);
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(results->UnitLabel[0].Caption.Get(), "microns");
 }
 
 TEST_F(MonthlyScreens, ALooseSensorIsColored) {
