@@ -79,8 +79,7 @@ void frmRelative::Start() {
     SetEnabled({&optMonthlyRelative, &optMonthlyReplace}, true);
     run_.CurrentProcedure = Procedure::None;
     run_.CurrentProcStep = step::none;
-    BeginRelativeTrial(run_);
-    ForgetFile();
+    BeginTrial();
     Header.PageTitle.Caption = Title();
     SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, false);
     Show();
@@ -107,25 +106,22 @@ void frmRelative::EnterTrial(Procedure procedure) {
     run_.MonthlyCalibration = true;
     HideMainmenuItems();
     // A trial that was read and not answered is still there.
-    if (!run_.RelTrialInHand) {
-        BeginRelativeTrial(run_);
-        ForgetFile();
-    }
+    if (!run_.RelTrialInHand) BeginTrial();
     ShowTrial(procedure);
 }
 
 /// The file and its serial numbers stay.
 void frmRelative::SwitchTo(Procedure procedure) {
-    ReadAgain();
+    BeginRelativeTrial(run_);
     ShowTrial(procedure);
 }
 
 void frmRelative::ShowTrial(Procedure procedure) {
     const bool replaces = procedure == Procedure::SensorReplacement;
     run_.CurrentProcedure = procedure;
-    const bool isFirst = run_.RelTrials == 0 && !run_.RelTrialInHand;
-    run_.CurrentProcStep = replaces ? (isFirst ? step::replacementSetup : step::replacementTrial)
-                                    : (isFirst ? step::monthlySetup : step::monthlyTrial);
+    const int trialStep = replaces ? step::replacementTrial : step::monthlyTrial;
+    const bool isBegun = run_.RelTrials > 0 || run_.RelTrialInHand || run_.CurrentProcStep == trialStep;
+    run_.CurrentProcStep = isBegun ? trialStep : replaces ? step::replacementSetup : step::monthlySetup;
     Header.PageTitle.Caption = (replaces ? "Replace a Sensor - Trial " : "Monthly Relative Calibration - Trial ") +
                                NumberText(run_.RelTrials + 1);
     SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, true);
@@ -141,12 +137,9 @@ bool frmRelative::MayChangeSensors() const {
     return run_.RelTrials == 0;
 }
 
-/// What was read with other sensors or units does not count.
-void frmRelative::ReadAgain() {
+/// The trial begins before its drops.
+void frmRelative::BeginTrial() {
     BeginRelativeTrial(run_);
-}
-
-void frmRelative::ForgetFile() {
     fileIsRead_ = false;
     shownSet_ = 0;
     run_.MonthlyDataFile.clear();
@@ -155,8 +148,7 @@ void frmRelative::ForgetFile() {
 void frmRelative::cboFWDMfgR_Click() {
     run_.Manufacturer = static_cast<Make>(cboFWDMfgR.ListIndex.Get());
     run_.SensorType = 0;
-    ReadAgain();
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }
@@ -164,8 +156,7 @@ void frmRelative::cboFWDMfgR_Click() {
 void frmRelative::cboNumSensorsR_Click() {
     run_.NumberSensors = cboNumSensorsR.ListIndex + fewestSensors;
     if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorsOf(run_)) run_.ReplacedSensor.reset();
-    ReadAgain();
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }
@@ -176,7 +167,8 @@ void frmRelative::cboSensorTypeR_Click() {
 
 void frmRelative::optUnits_Click() {
     run_.EnglishUnits = optEnglish.IsChosen();
-    ReadAgain();
+    // What was read in other units does not count; the file is read again.
+    BeginRelativeTrial(run_);
     ShowRotationGrid(SensorsOf(run_));
 }
 
@@ -332,8 +324,7 @@ void frmRelative::TellOtherNumber(int chosen) {
 void frmRelative::cmdNext_Click() {
     if (program_.The<RelativeResultsDoor>().Start()) return;
     // Another file can be read, and the sensors changed.
-    BeginRelativeTrial(run_);
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }

@@ -66,8 +66,7 @@ class frmRelative : public Screen, public RelativeDoor {
     void ShowTrial(Procedure procedure);
     void SwitchTo(Procedure procedure);
     bool MayChangeSensors() const;
-    void ReadAgain();
-    void ForgetFile();
+    void BeginTrial();
     void ShowRotationGrid(std::size_t numberOfSensors);
     void ShowSensors();
     void ShowSerialNumbers();
