@@ -46,9 +46,7 @@ bool HasStore(const CalibrationRun& run) {
 
 /// The record is that of a program just started; no store belongs to it.
 void ForgetRun(Program& program) {
-    EndReplay(program);
     LeaveInterimStore(program);
-    program.Run.InterimCalOpen = false;
     BeginFreshRun(program);
     program.Run.ProgramStarted = false;
     program.Run.IsInHand = false;
@@ -64,11 +62,14 @@ void ForgetRun(Program& program) {
 
 bool BeginMonthlyRun(Program& program) {
     if (!MayLeaveRunInHand(program)) return false;
+    // A drop that is looked at again has brought the center's values of its own time.
+    EndReplay(program);
     if (HasStore(program.Run) && !SaveInterimCalibration(program)) return false;
     ForgetRun(program);
     program.Run.MonthlyCalibration = true;
     program.Run.RelTrials = 0;
     program.Header.SetRunName("Monthly Cal");
+    program.Header.SetProcedureName("FWD Monthly Relative Calibration");
     return true;
 }
 

@@ -48,12 +48,13 @@ inline constexpr std::array markerShapes{
     MarkerShape::Star,  MarkerShape::CrossedSquare, MarkerShape::CrossedDisc, MarkerShape::PlusSquare};
 
 struct PlotSeries {
-    std::string name;  ///< in the legend; a line without one is drawn as a limit
+    std::string name;  ///< in the legend
     std::vector<double> x;
     std::vector<double> y;
     bool asMarkers = false;
     std::vector<std::string> notes;  ///< shown when a marker is pointed at; one per point, or none
     MarkerShape shape = MarkerShape::Disc;
+    bool isLimit = false;          ///< a line that values are compared with; not in the legend
     std::optional<Color> color{};  ///< without it the front end chooses
 };
 

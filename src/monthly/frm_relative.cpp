@@ -47,8 +47,8 @@ frmRelative::frmRelative(Program& program)
     txtFilename.Locked = true;
     cboFWDMfgR.Items = {"Dynatest", "Carl Bro", "JILS", "KUAB"};
     cboNumSensorsR.Items = SensorCounts();
-    optMonthlyRelative.Click = [this] { SetupMonthly(); };
-    optMonthlyReplace.Click = [this] { SetupGeophone(); };
+    optMonthlyRelative.Click = [this] { SwitchTo(Procedure::MonthlyRelative); };
+    optMonthlyReplace.Click = [this] { SwitchTo(Procedure::SensorReplacement); };
     cboFWDMfgR.Click = [this] { cboFWDMfgR_Click(); };
     cboNumSensorsR.Click = [this] { cboNumSensorsR_Click(); };
     cboSensorTypeR.Click = [this] { cboSensorTypeR_Click(); };
@@ -79,8 +79,7 @@ void frmRelative::Start() {
     SetEnabled({&optMonthlyRelative, &optMonthlyReplace}, true);
     run_.CurrentProcedure = Procedure::None;
     run_.CurrentProcStep = step::none;
-    BeginRelativeTrial(run_);
-    ForgetFile();
+    BeginTrial();
     Header.PageTitle.Caption = Title();
     SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, false);
     Show();
@@ -104,19 +103,25 @@ void frmRelative::HideMainmenuItems() {
 }
 
 void frmRelative::EnterTrial(Procedure procedure) {
-    const bool replaces = procedure == Procedure::SensorReplacement;
     run_.MonthlyCalibration = true;
     HideMainmenuItems();
-    run_.CurrentProcedure = procedure;
     // A trial that was read and not answered is still there.
-    if (!run_.RelTrialInHand) {
-        BeginRelativeTrial(run_);
-        ForgetFile();
-    }
-    const bool isFirst = run_.RelTrials == 0 && !run_.RelTrialInHand;
-    run_.CurrentProcStep = replaces ? (isFirst ? step::replacementSetup : step::replacementTrial)
-                                    : (isFirst ? step::monthlySetup : step::monthlyTrial);
-    program_.Header.SetProcedureName("FWD Monthly Relative Calibration");
+    if (!run_.RelTrialInHand) BeginTrial();
+    ShowTrial(procedure);
+}
+
+/// The file and its serial numbers stay.
+void frmRelative::SwitchTo(Procedure procedure) {
+    BeginRelativeTrial(run_);
+    ShowTrial(procedure);
+}
+
+void frmRelative::ShowTrial(Procedure procedure) {
+    const bool replaces = procedure == Procedure::SensorReplacement;
+    run_.CurrentProcedure = procedure;
+    const int trialStep = replaces ? step::replacementTrial : step::monthlyTrial;
+    const bool isBegun = run_.RelTrials > 0 || run_.RelTrialInHand || run_.CurrentProcStep == trialStep;
+    run_.CurrentProcStep = isBegun ? trialStep : replaces ? step::replacementSetup : step::monthlySetup;
     Header.PageTitle.Caption = (replaces ? "Replace a Sensor - Trial " : "Monthly Relative Calibration - Trial ") +
                                NumberText(run_.RelTrials + 1);
     SetVisible({&fraGeophone, &lblSetUpSensors, &msfgRelTest, &pctGeoStand, &cmdNext, &cmdBrowse, &fraFile}, true);
@@ -129,10 +134,12 @@ void frmRelative::EnterTrial(Procedure procedure) {
 
 /// Trials can be compared only when they are of the same sensors.
 bool frmRelative::MayChangeSensors() const {
-    return run_.RelTrials == 0 && !run_.RelTrialInHand;
+    return run_.RelTrials == 0;
 }
 
-void frmRelative::ForgetFile() {
+/// The trial begins before its drops.
+void frmRelative::BeginTrial() {
+    BeginRelativeTrial(run_);
     fileIsRead_ = false;
     shownSet_ = 0;
     run_.MonthlyDataFile.clear();
@@ -141,7 +148,7 @@ void frmRelative::ForgetFile() {
 void frmRelative::cboFWDMfgR_Click() {
     run_.Manufacturer = static_cast<Make>(cboFWDMfgR.ListIndex.Get());
     run_.SensorType = 0;
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }
@@ -149,7 +156,7 @@ void frmRelative::cboFWDMfgR_Click() {
 void frmRelative::cboNumSensorsR_Click() {
     run_.NumberSensors = cboNumSensorsR.ListIndex + fewestSensors;
     if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorsOf(run_)) run_.ReplacedSensor.reset();
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }
@@ -160,6 +167,8 @@ void frmRelative::cboSensorTypeR_Click() {
 
 void frmRelative::optUnits_Click() {
     run_.EnglishUnits = optEnglish.IsChosen();
+    // What was read in other units does not count; the file is read again.
+    BeginRelativeTrial(run_);
     ShowRotationGrid(SensorsOf(run_));
 }
 
@@ -315,8 +324,7 @@ void frmRelative::TellOtherNumber(int chosen) {
 void frmRelative::cmdNext_Click() {
     if (program_.The<RelativeResultsDoor>().Start()) return;
     // Another file can be read, and the sensors changed.
-    BeginRelativeTrial(run_);
-    ForgetFile();
+    BeginTrial();
     ShowSensors();
     ShowStage();
 }

@@ -63,8 +63,10 @@ class frmRelative : public Screen, public RelativeDoor {
     enum class Stage { Kind, Mark, Browse, Next };
     void HideMainmenuItems();
     void EnterTrial(Procedure procedure);
+    void ShowTrial(Procedure procedure);
+    void SwitchTo(Procedure procedure);
     bool MayChangeSensors() const;
-    void ForgetFile();
+    void BeginTrial();
     void ShowRotationGrid(std::size_t numberOfSensors);
     void ShowSensors();
     void ShowSerialNumbers();

@@ -137,6 +137,7 @@ void AddLimit(double limit, Plot& plot) {
     PlotSeries line;
     line.x = {plot.horizontal.lowest, plot.horizontal.highest};
     line.y = {limit, limit};
+    line.isLimit = true;
     plot.series.push_back(std::move(line));
 }
 

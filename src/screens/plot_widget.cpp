@@ -213,10 +213,10 @@ void PlotWidget::ShowSeries() {
             graph->setLineStyle(QCPGraph::lsNone);
             graph->setScatterStyle(QCPScatterStyle(ShapeOf(series.shape), color, 7));
         }
-        // A line without a name is a limit.
-        const bool isLimit = series.name.empty() && !series.asMarkers;
-        if (isLimit) graph->setPen(QPen(colors.ink, 1, Qt::DashLine));
-        if (isLimit) graph->removeFromLegend();
+        if (series.isLimit) {
+            graph->setPen(QPen(colors.ink, 1, Qt::DashLine));
+            graph->removeFromLegend();
+        }
         graph->setData(Values(series.x), Values(series.y), std::is_sorted(series.x.begin(), series.x.end()));
     }
 }
@@ -290,16 +290,19 @@ void PlotWidget::ShowBlocks() {
 }
 
 void PlotWidget::ShowBoxes() {
+    const PlotColors colors(palette());
     for (const PlotBox& box : plot_.boxes) {
+        const bool isPlain = IsPlain(box.color);
+        const QColor ink = isPlain ? colors.ink : stateTextColor;
         auto* frame = new QCPItemRect(view_);
         frame->topLeft->setCoords(box.left, box.top);
         frame->bottomRight->setCoords(box.right, box.bottom);
-        frame->setPen(QPen(stateTextColor, 1));
-        frame->setBrush(ToQColor(box.color));
+        frame->setPen(QPen(colors.ink, 1));
+        frame->setBrush(isPlain ? colors.background : ToQColor(box.color));
         auto* text = new QCPItemText(view_);
         text->position->setCoords((box.left + box.right) / 2, (box.bottom + box.top) / 2);
         text->setText(Text(box.text));
-        text->setColor(stateTextColor);
+        text->setColor(ink);
     }
 }
 

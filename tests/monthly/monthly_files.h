@@ -15,16 +15,17 @@ struct MonthlyFile {
     int drops = 35;
     std::string fwd = "8002-123";
     std::string units = "mils";
-    double level = 20;           ///< mean deflection
+    double level = 20;             ///< mean deflection
+    double firstGain = 1;          ///< of the first sensor; the next ones are higher by 0.001 each
     std::vector<double> ratios{};  ///< of each sensor: mean of all over its own; 1 for those not listed
-    double scatter = 0.02;       ///< of each reading, in the unit of the deflections
-    int seed = 0;                ///< so that no trial repeats the readings of another
+    double scatter = 0.02;         ///< of each reading, in the unit of the deflections
+    int seed = 0;                  ///< so that no trial repeats the readings of another
 
     std::string Text() const {
         std::string serials, gains, text;
         for (int s = 0; s < sensors; ++s) {
             serials += (s > 0 ? ", S" : "S") + NumberText(101 + s);
-            gains += (s > 0 ? ", " : "") + Format(1 + 0.001 * s, "0.000");
+            gains += (s > 0 ? ", " : "") + Format(firstGain + 0.001 * s, "0.000");
         }
         text = "[Device Information]\r\nDeviceSerialNumber=" + fwd + "\r\nSensorSerialNumbers=" + serials +
                "\r\n[Device Configuration]\r\nNumberOfDeflectionSensors=" + NumberText(sensors) +

@@ -1,110 +1,9 @@
 // A monthly calibration and a sensor's replacement through the screens of the assembled program, on the files that an
 // FWD might bring.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <map>
-
-#include "app/app_main.h"
-#include "app/frm_about.h"
-#include "app/frm_main_menu.h"
-#include "app/interim_store.h"
-#include "app/program.h"
-#include "assembly/assembly.h"
-#include "monthly/frm_rel_results.h"
-#include "monthly/frm_relative.h"
-#include "relative/frm_center_rel_plot.h"
-#include "tests/interim/full_run.h"
-#include "tests/monthly/monthly_files.h"
-#include "tests/support/test_machine.h"
+#include "tests/monthly/monthly_screens.h"
 
 namespace bellmark {
 namespace {
-
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
-
-struct MonthlyScreens : testing::Test {
-    TestMachine machine;
-    std::unique_ptr<Program> program = AssembleProgram(machine.machine);
-    CalibrationRun& run = program->Run;
-    frmAbout* start = nullptr;
-    frmMainMenu* menu = nullptr;
-    frmRelative* relative = nullptr;
-    frmRelResults* results = nullptr;
-    frmCenterRelPlot* plot = nullptr;
-
-    MonthlyScreens() {
-        machine.Write("Ferrylink.exe", "");
-        machine.Write("BellmarkCenterConfig.ini", "[FWD Calibration Center]\r\nCalibrationCenter=Sample\r\n");
-        Main(*program);
-        start = &ScreenOf<StartFormDoor, frmAbout>();
-        menu = &ScreenOf<MainMenuDoor, frmMainMenu>();
-        relative = &ScreenOf<RelativeDoor, frmRelative>();
-        results = &ScreenOf<RelativeResultsDoor, frmRelResults>();
-        plot = &ScreenOf<CenterRelPlotDoor, frmCenterRelPlot>();
-    }
-
-    template <class Door, class ScreenType>
-    ScreenType& ScreenOf() {
-        return dynamic_cast<ScreenType&>(program->The<Door>());
-    }
-
-    std::string Front() const { return program->Screens.Front()->Name(); }
-    std::vector<std::string> Boxes() { return machine.dialogs.TakeBoxes(); }
-    void Answer_(Answer answer) { machine.dialogs.QueueAnswer(answer); }
-
-    void BeginMonthly() {
-        start->cmdRelativeCal.UserClick();
-        relative->optMonthlyRelative.UserClick();
-    }
-    void BeginReplacement(int sensor) {
-        start->cmdRelativeCal.UserClick();
-        relative->optMonthlyReplace.UserClick();
-        relative->grdSerialNum.UserClickCell(sensor, 1);
-    }
-
-    void Browse(const MonthlyFile& file, const Path& name = "FWD/Monthly1.ddx") {
-        machine.dialogs.QueueFile(machine.Write(name, file.Text()));
-        relative->cmdBrowse.UserClick();
-    }
-    void LookAtPlot() {
-        results->cmdShowPlot.UserClick();
-        plot->cmdNext.UserClick();
-    }
-    /// Reads a trial, looks at it and accepts it; boxes on the way are answered with OK.
-    void AcceptTrial(const MonthlyFile& file) {
-        Browse(file);
-        relative->cmdNext.UserClick();
-        LookAtPlot();
-        results->cmdNext.UserClick();
-    }
-
-    /// Files of the program folder whose names begin so, with their bytes.
-    std::map<std::string, std::string> FilesOf(const std::string& prefix) {
-        std::map<std::string, std::string> found;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(machine.folder.Folder())) {
-            const std::string name = std::filesystem::relative(entry.path(), machine.folder.Folder()).generic_string();
-            if (entry.is_regular_file() && name.starts_with(prefix))
-                found[name] = machine.files.ReadBytes(entry.path());
-        }
-        return found;
-    }
-};
-
-MonthlyFile FileOff(std::vector<double> ratios, int seed = 0) {
-    MonthlyFile file;
-    file.ratios = std::move(ratios);
-    file.seed = seed;
-    return file;
-}
-
-/// Sensor 3 reads half a percent too little: its gain must rise.
-const std::vector<double> thirdIsLow{1, 1, 1.005};
 
 TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
     start->cmdRelativeCal.UserClick();
@@ -149,13 +48,18 @@ TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
     EXPECT_FALSE(relative->cboNumSensorsR.Enabled);
     EXPECT_FALSE(relative->optMetric.Enabled);
 
-    AcceptTrial(FileOff(thirdIsLow, 1));
+    Browse(FileOff(thirdIsLow, 1));
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(results->txtResults.Text.Get(), HasSubstr("Review the calibration plot for outliers"));
+    LookAtPlot();
+    EXPECT_THAT(results->txtResults.Text.Get(), Not(HasSubstr("Review the calibration plot")));
+    results->cmdNext.UserClick();
     EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MC2"));
     EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
     EXPECT_EQ(Front(), "frmRelResults");
     EXPECT_FALSE(results->cmdReject.Enabled);
     EXPECT_THAT(Boxes(), IsEmpty());
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     results->cmdNext.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(StartsWith("Update Gain Factors in FWD (171)")));
     EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.MFG"));
@@ -166,7 +70,9 @@ TEST_F(MonthlyScreens, TwoTrialsThatAgreeGiveTheFinalGains) {
 
 TEST_F(MonthlyScreens, OneTrialWithinTheLimitsIsEnough) {
     BeginMonthly();
+    relative->optAutoPrint[0].UserClick();
     AcceptTrial({});
+    EXPECT_TRUE(machine.Has("Printed.txt"));
     EXPECT_EQ(run.CurrentProcStep, step::monthlyFinished);
     EXPECT_THAT(results->lblNextStep.Caption.Get(), HasSubstr("finished"));
     EXPECT_FALSE(machine.Has("FWD/Monthly1_09-Mar-2012.MFG"));
@@ -185,7 +91,7 @@ TEST_F(MonthlyScreens, TrialsThatDifferAskForTwoNewOnes) {
     for (const Answer answer : {Answer::Cancel, Answer::OK}) {
         menu->cmdRelativeCal.UserClick();
         AcceptTrial(FileOff(thirdIsLow));
-        Answer_(answer);
+        QueueAnswer(answer);
         AcceptTrial(FileOff({1, 1, 1.009}, 1));
         EXPECT_THAT(Boxes(), ElementsAre(StartsWith("The Difference in the Relative Trail Gains is Too Large (252)")));
         EXPECT_EQ(results->grdMeans.CellColor(4, 6), colors::mustBeUpdated);
@@ -196,12 +102,12 @@ TEST_F(MonthlyScreens, TrialsThatDifferAskForTwoNewOnes) {
             // The last trial can be looked at, and is not accepted again by it.
             LookAtPlot();
             EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
-            Answer_(Answer::OK);
+            QueueAnswer(Answer::OK);
             results->cmdNext.UserClick();
             EXPECT_EQ(Boxes().size(), 1U);
         } else {
             EXPECT_EQ(run.RelTrials, 0);
-            EXPECT_EQ(run.CurrentProcStep, step::monthlySetup);
+            EXPECT_EQ(run.CurrentProcStep, step::monthlyTrial);
             EXPECT_EQ(Front(), "frmRelative");
             EXPECT_TRUE(relative->cboNumSensorsR.Enabled);
         }
@@ -216,14 +122,14 @@ TEST_F(MonthlyScreens, AReplacementTakesUpToFourTrials) {
     EXPECT_EQ(relative->grdSerialNum.CellColor(2, 1), colors::window);
     const double ratios[] = {1.010, 1.020, 1.030, 1.022};
     for (int trial = 1; trial <= 4; ++trial) {
-        Answer_(Answer::OK);
+        QueueAnswer(Answer::OK);
         AcceptTrial(FileOff({1, 1, ratios[trial - 1]}, trial));
         EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Trial Gain Factor for Replacement Sensor (172)"),
                                                HasSubstr("Sensor No.3 is "))));
         EXPECT_TRUE(machine.Has("FWD/Monthly1_09-Mar-2012.SC" + NumberText(trial)));
         EXPECT_EQ(run.CurrentProcStep, trial < 4 ? step::replacementTrial : step::replacementNext) << trial;
     }
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     results->cmdNext.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Gain Factor for Replacement Sensor (173)"),
                                            HasSubstr("The Final Gain for the replacement sensor S103 is "))));
@@ -239,11 +145,15 @@ TEST_F(MonthlyScreens, TheReplacedSensorMayBeChosenBesideTheResults) {
     EXPECT_THAT(relative->lblNextStep.Caption.Get(), StartsWith("Click the sensor"));
     EXPECT_EQ(relative->grdSerialNum.CellColor(1, 1), colors::suggestedNext);
     Browse({});
+    relative->optMonthlyRelative.UserClick();
+    EXPECT_EQ(run.CurrentProcStep, step::monthlySetup);
+    relative->optMonthlyReplace.UserClick();
+    EXPECT_EQ(relative->grdSerialNum.Cell(3, 1), "S103") << "the list is kept";
     relative->cmdNext.UserClick();
     LookAtPlot();
     EXPECT_FALSE(results->cmdNext.Enabled);
     EXPECT_EQ(results->cboReplacedSensor.BackColor.Get(), colors::mustBeUpdated);
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     results->cboReplacedSensor.UserChoose(1);
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Sensor No.2 is ")));
     EXPECT_TRUE(results->cmdNext.Enabled);
@@ -262,7 +172,7 @@ TEST_F(MonthlyScreens, AFileThatCannotBeUsedIsToldAndAnotherOneIsRead) {
     BeginMonthly();
     for (const auto& row : rows) {
         Browse(row.file);
-        Answer_(Answer::OK);
+        QueueAnswer(Answer::OK);
         relative->cmdNext.UserClick();
         EXPECT_THAT(Boxes(), ElementsAre(StartsWith(row.box)));
         EXPECT_EQ(Front(), "frmRelative");
@@ -270,22 +180,22 @@ TEST_F(MonthlyScreens, AFileThatCannotBeUsedIsToldAndAnotherOneIsRead) {
         EXPECT_EQ(relative->DefaultButton(), &relative->cmdBrowse);
         EXPECT_TRUE(relative->cboNumSensorsR.Enabled);
     }
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     MonthlyFile thirteen;
     thirteen.sensors = 13;
     thirteen.drops = 65;
     Browse(thirteen);
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file lists 13 sensors, chosen were 7.")));
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     relative->cmdNext.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The stand holds 12 at most")));
 
     machine.dialogs.QueueFile(machine.folder / "FWD/Gone.ddx");
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     relative->cmdBrowse.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Couldn't open: ")));
 
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     Browse({});
     relative->cmdNext.UserClick();
     EXPECT_EQ(Front(), "frmRelResults");
@@ -297,7 +207,7 @@ TEST_F(MonthlyScreens, ASecondTrialMustBeOfTheSameFWD) {
     AcceptTrial(FileOff(thirdIsLow));
     MonthlyFile other = FileOff(thirdIsLow, 1);
     other.fwd = "8002-999";
-    Answer_(Answer::No);
+    QueueAnswer(Answer::No);
     Browse(other);
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("FWD serial number 8002-999 in place of 8002-123")));
     EXPECT_FALSE(relative->cmdNext.Enabled);
@@ -305,7 +215,7 @@ TEST_F(MonthlyScreens, ASecondTrialMustBeOfTheSameFWD) {
     Browse(FileOff(thirdIsLow));
     relative->cmdNext.UserClick();
     LookAtPlot();
-    Answer_(Answer::No);
+    QueueAnswer(Answer::No);
     results->cmdNext.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("There are doubts about this trial")));
     EXPECT_EQ(run.RelTrials, 1);
@@ -317,7 +227,7 @@ TEST_F(MonthlyScreens, AReportThatCannotBeWrittenCostsNoTrial) {
     relative->cmdNext.UserClick();
     LookAtPlot();
     machine.files.FailFromWrite(1);
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     results->cmdNext.UserClick();
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The report cannot be written:")));
     EXPECT_EQ(run.RelTrials, 0);
@@ -341,7 +251,7 @@ TEST_F(MonthlyScreens, RejectHasThreeAnswers) {
             Browse({});
             relative->cmdNext.UserClick();
         }
-        Answer_(row.answer);
+        QueueAnswer(row.answer);
         results->cmdReject.UserClick();
         EXPECT_THAT(Boxes(), ElementsAre(AllOf(StartsWith("Rejected Relative Calibration\t"),
                                                HasSubstr("repeat the monthly relative calibration trial?"))));
@@ -359,11 +269,33 @@ TEST_F(MonthlyScreens, BackLeavesTheTrialAndItsFileCanBeReadAgain) {
     EXPECT_EQ(Front(), "frmRelative");
     EXPECT_TRUE(run.RelTrialInHand);
     EXPECT_EQ(relative->DefaultButton(), &relative->cmdNext);
-    Browse({});
+    MonthlyFile second;
+    second.firstGain = 2;
+    Browse(second);
     EXPECT_FALSE(run.RelTrialInHand);
     relative->cmdNext.UserClick();
-    EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO") << "the second file counts";
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(results->grdMeans.Cell(4, 2), "2.002") << "the second file counts";
+    EXPECT_EQ(results->grdMeans.Cell(4, 6), " NO");
     EXPECT_FALSE(results->cmdNext.Enabled) << "its plot was not looked at";
+}
+
+TEST_F(MonthlyScreens, UnitsOfTheFileAreTold) {
+    BeginMonthly();
+    MonthlyFile file;
+    file.units = "microns";
+    file.level = 500;
+    QueueAnswer(Answer::OK);
+    Browse(file);
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file's deflections are in microns, the calibration is in mils.")));
+    // The choice is corrected, and the same file read again.
+    results->cmdBack.UserClick();
+    relative->optMetric.UserClick();
+    EXPECT_FALSE(run.RelTrialInHand);
+    relative->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_EQ(results->UnitLabel[0].Caption.Get(), "microns");
 }
 
 TEST_F(MonthlyScreens, ALooseSensorIsColored) {
@@ -381,7 +313,42 @@ TEST_F(MonthlyScreens, ALooseSensorIsColored) {
     EXPECT_EQ(results->chkANOVA.Caption.Get(), "Close AN&OVA");
     EXPECT_EQ(results->grdANOVA.Cell(6, 0), "Std. Error");
     EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::mustBeUpdated);
-    EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("C"));
+    EXPECT_THAT(results->lblCritical.Caption.Get(), HasSubstr("Exact critical values at the 5% level for 7 sensors:"));
+    // A form that was never used with 7 or 9 sensors finds every variance too large.
+    results->cmdBack.UserClick();
+    file = {};
+    file.sensors = 8;
+    file.drops = 40;
+    QueueAnswer(Answer::OK);
+    Browse(file);
+    relative->cmdNext.UserClick();
+    EXPECT_TRUE(results->grdMeans.Visible) << "a new trial begins with its gains";
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::complete)
+        << "the limit of 7 sensors is kept, and met";
+}
+
+TEST_F(MonthlyScreens, AVarianceThatIsTooLargeIsYellow) {
+    BeginMonthly();
+    MonthlyFile file;
+    file.sensors = 8;
+    file.drops = 40;
+    QueueAnswer(Answer::OK);
+    Browse(file);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file lists 8 sensors, chosen were 7.")));
+    relative->cmdNext.UserClick();
+    EXPECT_EQ(results->txtStandardError[0].BackColor.Get(), colors::warning);
+    EXPECT_EQ(results->grdANOVA.CellColor(6, 1), colors::complete);
+    EXPECT_THAT(results->txtResultsAnova.Text.Get(), HasSubstr("Results of Cochran Test"));
+}
+
+TEST_F(MonthlyScreens, ASecondTrialWithinTheLimitsNeedsNoNewGains) {
+    BeginMonthly();
+    AcceptTrial(FileOff({1, 1, 1.0045}));
+    AcceptTrial(FileOff({1, 1, 1.0032}, 1));
+    EXPECT_EQ(run.CurrentProcStep, step::monthlyNext);
+    QueueAnswer(Answer::OK);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(StartsWith("No change of the Gain Factors (170)")));
 }
 
 TEST_F(MonthlyScreens, TheSensorsRotateByTheGrid) {
@@ -419,112 +386,33 @@ TEST_F(MonthlyScreens, TheSensorsRotateByTheGrid) {
     EXPECT_THAT(stand.series[0].y, ElementsAre(5.5, 0.5, 1.5, 2.5, 3.5, 4.5));
 }
 
+TEST_F(MonthlyScreens, AnFWDsOwnFileIsConvertedBesideIt) {
+    BeginMonthly();
+    machine.Write("FWD/Monthly1cvt.ddx", MonthlyFile{}.Text());
+    MonthlyFile nine;
+    nine.sensors = 9;
+    nine.drops = 45;
+    machine.Write("FWD/Monthly1.ddx", nine.Text());
+    machine.dialogs.QueueFile(machine.Write("FWD/Monthly1.F25", "drops"));
+    QueueAnswer(Answer::No);  // the document of an earlier conversion stays
+    QueueAnswer(Answer::OK);
+    relative->cmdBrowse.UserClick();
+    EXPECT_EQ(Boxes().size(), 2U);
+    EXPECT_EQ(run.NumberSensors, 9) << "a document of the file's own name is read";
+    EXPECT_EQ(relative->txtFilename.Text.Get(), "Monthly1.F25");
+}
+
 TEST_F(MonthlyScreens, AnotherMakeOrNumberNeedsTheFileAgain) {
     BeginMonthly();
     Browse({});
     relative->cboNumSensorsR.UserChoose("9");
     EXPECT_FALSE(relative->cmdNext.Enabled);
     EXPECT_EQ(run.NumberSensors, 9);
-    Answer_(Answer::OK);
+    QueueAnswer(Answer::OK);
     relative->grdSerialNum.UserEditCell(9, 1, "S1,09");
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("cannot hold a comma")));
     relative->grdSerialNum.UserEditCell(9, 1, "S109");
     EXPECT_EQ(run.Sensor[8].SerialNumber, "S109");
-}
-
-// ---- beside an annual calibration
-
-struct MonthlyDuringAnnual : MonthlyScreens {
-    MonthlyDuringAnnual() {
-        // An annual run with everything in it, opened in this sitting.
-        const CalibrationRun full = FullRun(1);
-        run = full;
-        run.IsInHand = true;
-        run.ReviewMode = true;
-        run.FlagUnacceptedTrial = false;
-        run.Trial = {};
-        run.StoreIsOfThisSitting = true;
-        run.SetupComplete = true;
-        machine.Write("InterimCal20120309/LoadCell1-H1D1.txt", "measured");
-        SaveInterimCalibration(*program);
-        program->The<MainMenuDoor>().Open();
-    }
-};
-
-TEST_F(MonthlyDuringAnnual, NoFileOfTheAnnualRunChanges) {
-    run.RefCalAvg = 1.2345;  // not saved yet
-    menu->cmdRelativeCal.UserClick();
-    const auto before = FilesOf("InterimCal");
-    EXPECT_EQ(before.size(), 3U);
-    EXPECT_THAT(before.at("InterimCal20120309.DDX"), HasSubstr("RefCalAvg=1.2345")) << "saved first";
-    EXPECT_TRUE(run.InterimFileName.empty());
-    EXPECT_TRUE(run.InterimFolderName.empty());
-    EXPECT_FALSE(run.InterimCalOpen);
-    EXPECT_EQ(run.RelTrials, 0);
-    EXPECT_EQ(run.Sensor[0].FinalGain, 0) << "nothing of the annual run is left";
-    EXPECT_EQ(run.RefTrials, 0);
-    EXPECT_TRUE(run.ReviewMode);
-
-    Answer_(Answer::OK);  // 7 sensors in the file
-    run.NumberSensors = 7;
-    run.EnglishUnits = true;
-    relative->SetupMonthly();
-    AcceptTrial(FileOff(thirdIsLow));
-    AcceptTrial(FileOff(thirdIsLow, 1));
-    results->cmdNext.UserClick();
-    Boxes();
-    EXPECT_EQ(FilesOf("InterimCal"), before);
-    EXPECT_FALSE(menu->fraAnnual.Visible);
-    EXPECT_FALSE(menu->lblFWDOwner.Visible);
-    EXPECT_EQ(menu->Header.FWDOwnerName.Caption.Get(), "");
-
-    QuitApplication(*program);
-    EXPECT_TRUE(machine.ended);
-    EXPECT_THAT(Boxes(), IsEmpty());
-    EXPECT_EQ(FilesOf("InterimCal"), before);
-    EXPECT_FALSE(machine.Has("Removed"));
-}
-
-TEST_F(MonthlyDuringAnnual, TheAnnualRunGoesOnFromTheStartForm) {
-    menu->cmdRelativeCal.UserClick();
-    relative->cmdMainMenu.UserClick();
-    menu->cmdStartForm.UserClick();
-    EXPECT_EQ(Front(), "frmAbout");
-    EXPECT_FALSE(run.MonthlyCalibration);
-    EXPECT_EQ(start->Header.BoardName.Caption.Get(), "No Board: Review");
-    ASSERT_EQ(start->grdInterim.Rows(), 2);
-    start->grdInterim.UserClickCell(1, 0);
-    Answer_(Answer::Yes);
-    start->cmdOpenInterimCal.UserClick();
-    EXPECT_EQ(run.InterimFileName, "InterimCal20120309.DDX");
-    EXPECT_EQ(run.RelTrials, 4);
-    EXPECT_EQ(run.Sensor[11].RelTrial[3].DropData[39], FullRun(1).Sensor[11].RelTrial[3].DropData[39]);
-    EXPECT_EQ(Front(), "frmMainMenu");
-    EXPECT_TRUE(menu->fraAnnual.Visible);
-    EXPECT_FALSE(menu->fraMonthly.Visible);
-    EXPECT_TRUE(menu->cmdEditSetup.Visible);
-}
-
-TEST_F(MonthlyDuringAnnual, ARunThatCannotBeSavedStaysInHand) {
-    machine.files.FailFromWrite(1);
-    Answer_(Answer::OK);
-    menu->cmdRelativeCal.UserClick();
-    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("Unable to create PDDX file")));
-    EXPECT_FALSE(run.MonthlyCalibration);
-    EXPECT_EQ(run.RelTrials, 4);
-    EXPECT_EQ(Front(), "frmMainMenu");
-}
-
-TEST_F(MonthlyDuringAnnual, DropsInHandAreGivenUpOnlyWhenTheOperatorWants) {
-    run.LoadCellCalComplete = false;
-    run.Trial.procedure = Procedure::LoadCell;
-    run.Trial.number = 1;
-    run.Trial.DropSequenceIndex = 5;
-    Answer_(Answer::No);
-    menu->cmdRelativeCal.UserClick();
-    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("They are given up when a monthly calibration begins.")));
-    EXPECT_EQ(run.Trial.DropSequenceIndex, 5);
-    EXPECT_FALSE(run.MonthlyCalibration);
 }
 
 TEST_F(MonthlyScreens, ATrialOfAMonthlyRunIsGivenUpOnlyWhenTheOperatorWants) {
@@ -534,7 +422,7 @@ TEST_F(MonthlyScreens, ATrialOfAMonthlyRunIsGivenUpOnlyWhenTheOperatorWants) {
     EXPECT_THAT(menu->txtMonthlyStatus.Text.Get(), HasSubstr("1 Trial Done"));
     EXPECT_EQ(menu->DefaultButton(), &menu->cmdContinue);
     for (Button* leaves : {&menu->cmdRelativeCal, &menu->cmdStartForm}) {
-        Answer_(Answer::No);
+        QueueAnswer(Answer::No);
         leaves->UserClick();
         EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The monthly relative calibration is not finished.")));
         EXPECT_EQ(run.RelTrials, 1);

@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+#include "fwd/fwd_peaks.h"
 #include "monthly/rotation.h"
 #include "pddx/pddx_file.h"
 #include "platform/numbers.h"
@@ -367,6 +368,20 @@ TEST(ReadMonthlyTrial, TakesWhatTheFileTells) {
     file.gains[3] = 1.013;
     EXPECT_THAT(ReadInto(run, file).otherGains, ElementsAre("sensor 4: gain 1.013 in place of 1.012"));
     EXPECT_EQ(run.Sensor[3].InitialGain, 1.012);
+}
+
+TEST(ReadMonthlyTrial, AFileOfAnotherFWDDiffersFromTheRun) {
+    for (const Procedure procedure : {Procedure::MonthlyRelative, Procedure::SensorReplacement}) {
+        CalibrationRun run;
+        run.CurrentProcedure = procedure;
+        run.LoadCellSerialNumber = "of an annual run";
+        ReadInto(run, SampleOf(7, 35));
+        run.Sensor[1].SerialNumber = "X";
+        PDDXFile document;
+        SampleOf(8, 40).Fill(document);
+        EXPECT_THAT(DifferencesFromRun(document, run),
+                    ElementsAre("sensor 2: S-2 in place of X", "8 sensors in place of 7"));
+    }
 }
 
 TEST(AnalyseMonthlyTrial, SaysNothingWhereNothingCanBeSaid) {

@@ -153,6 +153,16 @@ TEST_F(WalkTest, AMonthlyCalibrationGoesFromSuggestionToSuggestion) {
     EXPECT_EQ(desktop_.dialogs.shown.back().title, "Update Gain Factors in FWD (171)");
     EXPECT_FALSE(desktop_.WidgetOf("frmMainMenu", "cmdCalLoadCell").isVisible());
     FollowSuggestionsTo("frmAbout", 1);
+    // A sensor is marked in the list.
+    Press("frmAbout", "cmdRelativeCal");
+    QTest::keyClick(&desktop_.WidgetOf("frmRelative", "optMonthlyReplace"), Qt::Key_Space);
+    QApplication::processEvents();
+    QWidget* list = desktop_.window->focusWidget();
+    EXPECT_EQ(list, &desktop_.WidgetOf("frmRelative", "grdSerialNum"));
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(desktop_.program->Run.ReplacedSensor, 1U);
 }
 
 class SlowWalkTest : public WalkTest {

@@ -35,7 +35,11 @@ Analysed AnalyseTrial(const CenterOptions& options, int trial) {
     ReadPDDX(file, document, false);
     Analysed found;
     found.run.EnglishUnits = !options.metric;
-    EXPECT_EQ(ReadMonthlyTrial(document, found.run, "").problem, MonthlyProblem::None);
+    const MonthlyReading reading = ReadMonthlyTrial(document, found.run, "");
+    EXPECT_EQ(reading.problem, MonthlyProblem::None);
+    // In the run's unit, whatever the make writes.
+    const double load = drops[0].pounds * (options.metric ? kilonewtonsPerPound : 1);
+    EXPECT_NEAR(reading.loads.at(0) / load, fwd.loadCell.initialGain / fwd.loadCell.trueGain, 0.005);
     found.analysis = AnalyseMonthlyTrial(found.run, 1, 0, FailOnWarning);
     found.trueGains = ProfileStrings("[Gains]\r\n" + MonthlyGainsText(fwd, asked));
     return found;
