@@ -14,7 +14,7 @@ struct PlotBlock {
     std::string caption;
     double from = 0;
     double to = 0;
-    std::optional<double> mean;
+    std::optional<double> mean{};
 };
 
 /// What a plot is to show; how it is drawn is the front end's. Values are in the unit of the axis caption.
