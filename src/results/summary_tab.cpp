@@ -58,6 +58,7 @@ void SummaryTab::Fill() {
     txtLastSensorCalDate.Text = DateText(run_.SensorCalibrationDate);
     if (history_.ofRun != run_.InterimFileName) {
         history_ = {};
+        documentWithRun_.clear();
         history_.ofRun = run_.InterimFileName;
         cboHistoryGain.ListIndex = -1;
         ShowTable();
@@ -131,6 +132,11 @@ std::optional<Path> SummaryTab::DocumentForFWD() const {
     return run_.DocumentForFWD;
 }
 
+/// Pressing it once more adds the run once more, but it is not the next step.
+bool SummaryTab::HasDocumentTheRun() const {
+    return DocumentForFWD() == documentWithRun_;
+}
+
 void SummaryTab::cmdUpdateHistory_Click() {
     // The dates are days and the present moment has a time of day: this stops at midnight only.
     const auto now = std::chrono::floor<std::chrono::seconds>(program_.Now());
@@ -142,9 +148,8 @@ void SummaryTab::cmdUpdateHistory_Click() {
         const HistoryUpdate update =
             AddRunToHistory(TextToChange(files, *document), *history_.strings, run_, program_.Now());
         files.ReplaceFile(*document, ToWindows1252(update.text));
+        documentWithRun_ = *document;
         TakeHistory(update.text, *document);
-        history_.hasRun = true;
-        ShowSteps();
     } catch (const std::runtime_error& error) {
         program_.ShowBox(std::string("The calibration could not be added to the history.\r\n") + error.what(),
                          box::critical);
@@ -218,13 +223,13 @@ void SummaryTab::ShowSteps() {
     cmdUpdateHistory.ToolTip = !isRead     ? "Read the earlier calibrations first."
                                : !document ? "Write the Final Outputs first."
                                            : "";
-    const bool updateIsNext = cmdUpdateHistory.Enabled && !history_.hasRun;
+    const bool updateIsNext = cmdUpdateHistory.Enabled && !HasDocumentTheRun();
     cmdUpdateHistory.BackColor = updateIsNext ? colors::suggestedNext : colors::buttonFace;
     cmdReadHistory.BackColor = document && !isRead ? colors::suggestedNext : colors::buttonFace;
     lblHistory.Caption = HistoryText();
     lblHistoryStep.Caption = !isRead     ? "Next: READ the earlier calibrations from the FWD's file."
                              : !document ? "Compare the gains, then write the FINAL OUTPUTS."
-                             : !history_.hasRun
+                             : updateIsNext
                                  ? "Next: UPDATE adds this calibration to the document for the FWD."
                                  : "This calibration is in the document for the FWD. Give it to the FWD's operator.";
 }

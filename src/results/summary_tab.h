@@ -66,7 +66,6 @@ class SummaryTab {
         std::unique_ptr<PDDXFile> document;
         std::unique_ptr<ProfileStrings> strings;
         std::vector<EarlierCalibration> calibrations;
-        bool hasRun = false;  ///< the run was added
     };
 
     void cmdReadHistory_Click();
@@ -81,10 +80,12 @@ class SummaryTab {
     void ShowSteps();
     std::string HistoryText() const;
     std::optional<Path> DocumentForFWD() const;
+    bool HasDocumentTheRun() const;
 
     Program& program_;
     CalibrationRun& run_;
     History history_;
+    Path documentWithRun_;  ///< to which the run was added
 };
 
 }  // namespace bellmark

@@ -75,8 +75,9 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
     EXPECT_EQ(summary.cmdUpdateHistory.ToolTip.Get(), "Write the Final Outputs first.");
 
     Produce();
-    EXPECT_EQ(summary.cmdUpdateHistory.BackColor.Get(), colors::suggestedNext);
+    EXPECT_EQ(results.DefaultButton(), &summary.cmdUpdateHistory);
     summary.cmdUpdateHistory.UserClick();
+    EXPECT_NE(results.DefaultButton(), &summary.cmdUpdateHistory);
     EXPECT_EQ(grid.Cell(1, 0), "09-Mar-2012");
     EXPECT_EQ(grid.Cell(1, 2), "1.002");
     EXPECT_EQ(grid.Rows(), 4);
@@ -172,6 +173,10 @@ TEST_F(FWDHistoryTest, WhatCannotBeReadLeavesWhatIsShown) {
     EXPECT_EQ(summary.lblHistory.Caption.Get(), "0 calibrations in First.ddx.");
     EXPECT_EQ(grid.Rows(), 2);
     EXPECT_EQ(grid.Cell(1, 0), "");
+    machine.Write("Transfer/More.ddx", FileOf("8002-123", 2) + "[Device Calibration_7]\r\nCalCenterIDCode = 4\r\n");
+    Read("More.ddx");
+    EXPECT_EQ(summary.lblHistory.Caption.Get(),
+              "2 calibrations in More.ddx, which holds more than it counts, up to number 7.");
     Read();
     // An existing conversion that is not to be replaced.
     machine.Write("InterimCal20120309/Trialcvt.ddx", FileOf("8002-123", 1));
