@@ -33,10 +33,6 @@ std::vector<std::string> SensorCounts() {
     return counts;
 }
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 }  // namespace
 
 frmRelative::frmRelative(Program& program)
@@ -62,7 +58,7 @@ frmRelative::frmRelative(Program& program)
     };
     msfgRelTest.CellClick = [this](int, int column) {
         shownSet_ = static_cast<std::size_t>(std::max(column - 1, 0));
-        ShowRotationGrid(SensorsOf(run_));
+        ShowRotationGrid(SensorCount(run_));
     };
     cmdBrowse.Click = [this] { cmdBrowse_Click(); };
     cmdNext.Click = [this] { cmdNext_Click(); };
@@ -155,7 +151,7 @@ void frmRelative::cboFWDMfgR_Click() {
 
 void frmRelative::cboNumSensorsR_Click() {
     run_.NumberSensors = cboNumSensorsR.ListIndex + fewestSensors;
-    if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorsOf(run_)) run_.ReplacedSensor.reset();
+    if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorCount(run_)) run_.ReplacedSensor.reset();
     BeginTrial();
     ShowSensors();
     ShowStage();
@@ -169,7 +165,7 @@ void frmRelative::optUnits_Click() {
     run_.EnglishUnits = optEnglish.IsChosen();
     // What was read in other units does not count; the file is read again.
     BeginRelativeTrial(run_);
-    ShowRotationGrid(SensorsOf(run_));
+    ShowRotationGrid(SensorCount(run_));
 }
 
 void frmRelative::ShowSensors() {
@@ -186,13 +182,13 @@ void frmRelative::ShowSensors() {
     SetEnabled({&cboFWDMfgR, &cboNumSensorsR, &cboSensorTypeR, &optEnglish, &optMetric}, mayChange);
     SetEnabled({&optMonthlyRelative, &optMonthlyReplace}, mayChange);
     ShowSerialNumbers();
-    ShowRotationGrid(SensorsOf(run_));
+    ShowRotationGrid(SensorCount(run_));
 }
 
 void frmRelative::ShowSerialNumbers() {
     const bool replaces = IsReplacement(run_);
     grdSerialNum.SetHeadings({"", "   Serial Number   "});
-    for (std::size_t s = 0; s < SensorsOf(run_); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run_); ++s) {
         const int row = static_cast<int>(s) + 1;
         const bool isReplaced = replaces && run_.ReplacedSensor == s;
         grdSerialNum.AddRow({RotatedSensorLabel(run_, s), run_.Sensor.at(s).SerialNumber});
@@ -307,9 +303,9 @@ void frmRelative::ReadFWDConfiguration(const PDDXFile& document, std::optional<i
     run_.DeviceSerialNumber = fwd.DeviceSerialNumber();
     for (std::size_t s = 0; s < maxSensors; ++s) {
         run_.Sensor[s] = {};
-        if (s < SensorsOf(run_)) run_.Sensor[s].SerialNumber = fwd.SensorSerialNumber(static_cast<int>(s) + 1);
+        if (s < SensorCount(run_)) run_.Sensor[s].SerialNumber = fwd.SensorSerialNumber(static_cast<int>(s) + 1);
     }
-    if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorsOf(run_)) run_.ReplacedSensor.reset();
+    if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorCount(run_)) run_.ReplacedSensor.reset();
     if (run_.NumberSensors != chosen) TellOtherNumber(chosen);
 }
 

@@ -21,16 +21,8 @@ constexpr double largestRatioOff = 0.003;
 constexpr double largestGainChange = 0.003;
 constexpr double largestGainDifference = 0.003;
 
-std::size_t SensorsOf(const CalibrationRun& run) {
-    return static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
-}
-
 std::size_t IndexOfTrial(int trials) {
     return static_cast<std::size_t>(trials - 1);
-}
-
-std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
-    return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
 }
 
 // ---- reading
@@ -50,7 +42,7 @@ std::string DateInReport(const std::string& stored) {
 
 void TakeSensors(const FWDDocument& document, CalibrationRun& run, MonthlyReading& reading) {
     if (run.DeviceSerialNumber.empty()) run.DeviceSerialNumber = document.DeviceSerialNumber();
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         FillSensor(document, run, s);
         const double found = document.SensorGain(static_cast<int>(s) + 1);
         const double known = run.Sensor[s].InitialGain;
@@ -64,12 +56,12 @@ void TakeDrops(const FWDDocument& document, CalibrationRun& run, MonthlyReading&
     const auto trial = static_cast<std::size_t>(run.RelTrials);
     const FWDUnits units = document.Units();
     run.RelTrial.at(trial) = {};
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) run.Sensor[s].RelTrial.at(trial) = {};
+    for (std::size_t s = 0; s < SensorCount(run); ++s) run.Sensor[s].RelTrial.at(trial) = {};
     for (int drop = 1; drop <= reading.dropsInFile; ++drop) {
         const auto fields = document.DropFields(1, drop);
         const double load = NumberOfDrop(run, fields, 0, drop, reading.unreadable);
         reading.loads.push_back(StoredLoad(load, units.load, units.plateRadius, units.radius));
-        for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+        for (std::size_t s = 0; s < SensorCount(run); ++s) {
             run.Sensor[s].RelTrial[trial].DropData.at(static_cast<std::size_t>(drop - 1)) =
                 NumberOfDrop(run, fields, s + 1, drop, reading.unreadable);
         }
@@ -102,7 +94,7 @@ MonthlyReading ReadMonthlyTrial(const PDDXFile& file, CalibrationRun& run, const
 std::vector<std::string> DoubtsAboutMonthlyTrial(const CalibrationRun& run) {
     std::vector<std::string> lines;
     const auto trial = static_cast<std::size_t>(run.RelTrials);
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const char* lacking = run.Sensor[s].InitialGain == 0                    ? "existing gain"
                               : run.Sensor[s].RelTrial.at(trial).AdjFactor == 0 ? "deflection"
                                                                                 : nullptr;
@@ -120,9 +112,9 @@ std::vector<std::string> DoubtsAboutMonthlyTrial(const CalibrationRun& run) {
 namespace {
 
 LatinSquareAnalysis SquareOf(const CalibrationRun& run, std::size_t trial) {
-    const std::size_t drops = monthlyDropsPerSet * SensorsOf(run);
+    const std::size_t drops = monthlyDropsPerSet * SensorCount(run);
     std::vector<std::span<const double>> readings;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s)
+    for (std::size_t s = 0; s < SensorCount(run); ++s)
         readings.push_back(std::span<const double>(run.Sensor[s].RelTrial.at(trial).DropData).first(drops));
     return AnalyseLatinSquare(readings, monthlyDropsPerSet);
 }
@@ -179,7 +171,7 @@ bool IsOutOf2Percent(double gain) {
 
 MonthlyCounts CountMonthlySensors(const CalibrationRun& run, int trials) {
     MonthlyCounts counts;
-    for (std::size_t s = 0; s < SensorsOf(run); ++s) {
+    for (std::size_t s = 0; s < SensorCount(run); ++s) {
         const SensorCalRecord& record = run.Sensor[s];
         const RelativeTrialRecord& last = record.RelTrial.at(IndexOfTrial(trials));
         MonthlySensor sensor;

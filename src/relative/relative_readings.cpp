@@ -7,6 +7,7 @@
 #include "fwd/fwd_peaks.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "relative/relative_trial.h"
 
 namespace bellmark {
 
@@ -17,7 +18,7 @@ constexpr double largestReading = 1e9;  ///< far above what any FWD measures, in
 
 /// "sensor 3", or "load"
 std::string FieldWords(const CalibrationRun& run, std::size_t field) {
-    return field == 0 ? "load" : "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(field) - 1));
+    return field == 0 ? "load" : SensorWords(run, field - 1);
 }
 
 void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, RelativeReadings& found) {

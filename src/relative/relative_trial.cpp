@@ -9,10 +9,6 @@ namespace bellmark {
 
 namespace {
 
-std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
-    return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
-}
-
 const RelativeTrialRecord& TrialOfSensor(const CalibrationRun& run, std::size_t sensor) {
     return run.Sensor.at(sensor).RelTrial.at(static_cast<std::size_t>(run.RelTrials));
 }
@@ -30,6 +26,10 @@ void AddDoubtsAboutPositions(const CalibrationRun& run, std::vector<std::string>
 }
 
 }  // namespace
+
+std::string SensorWords(const CalibrationRun& run, std::size_t sensor) {
+    return "sensor " + NumberText(ShownSensorNumber(run, static_cast<int>(sensor)));
+}
 
 void BeginRelativeTrial(CalibrationRun& run) {
     run.RelTrialInHand.reset();

@@ -10,6 +10,9 @@
 /// its numbers stand behind those of the accepted trials, at index RelTrials, and it is not counted.
 namespace bellmark {
 
+/// "sensor 3"
+std::string SensorWords(const CalibrationRun& run, std::size_t sensor);
+
 /// Whether one more trial fits into the run.
 inline bool HasRoomForRelativeTrial(const CalibrationRun& run) {
     return run.RelTrials < static_cast<int>(maxTrials);
