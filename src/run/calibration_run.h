@@ -225,8 +225,8 @@ struct CalibrationRun : Session {
     int RelTrials = 0;
     std::array<RelativeTrialSummary, maxTrials> RelTrial;
     std::optional<RelativeTrialInHand> RelTrialInHand;  ///< nothing: no relative trial waits for its answer
-    Path MonthlyDataFile;                       ///< of the monthly trial read last, as the operator chose it
-    std::optional<std::size_t> ReplacedSensor;  ///< index; nothing until one is marked
+    Path MonthlyDataFile;                               ///< of the monthly trial read last, as the operator chose it
+    std::optional<std::size_t> ReplacedSensor;          ///< index; nothing until one is marked
     bool SensorRelCalGood = false;
     bool SensorRelCalComplete = false;
     std::string SensorRelMessage;  ///< the text of the last judgement
