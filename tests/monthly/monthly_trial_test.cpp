@@ -415,12 +415,5 @@ TEST(AnalyseMonthlyTrial, SaysNothingWhereNothingCanBeSaid) {
                             "The readings are those of trial 1, to the last digit."));
 }
 
-TEST(AnalyseMonthlyTrial, StoresMoreSetsThanTheSummaryHolds) {
-    CalibrationRun run;
-    ReadInto(run, SampleOf(12, 60));
-    EXPECT_EQ(AnalyseMonthlyTrial(run, 1, 0, FailOnWarning).square.sets.size(), 12U);
-    EXPECT_DOUBLE_EQ(run.RelTrial[0].SetAvg[9], 500.3);
-}
-
 }  // namespace
 }  // namespace bellmark
