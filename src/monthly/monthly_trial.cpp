@@ -228,11 +228,8 @@ bool IsReplacementDone(const CalibrationRun& run, std::optional<std::size_t> sen
 
 MonthlyDecision RelativeCalibrationStatus(const CalibrationRun& run, std::optional<std::size_t> replacedSensor) {
     if (run.CurrentProcedure != Procedure::SensorReplacement) return DecisionOfMonthly(run);
-    MonthlyDecision decision;
-    decision.nextReadsAccept = run.RelTrials == 0;
-    if (run.RelTrials > 0)
-        decision.step = IsReplacementDone(run, replacedSensor) ? step::replacementNext : step::replacementTrial;
-    return decision;
+    if (run.RelTrials == 0) return {};
+    return {IsReplacementDone(run, replacedSensor) ? step::replacementNext : step::replacementTrial};
 }
 
 }  // namespace bellmark

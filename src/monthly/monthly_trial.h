@@ -108,8 +108,7 @@ std::vector<std::string> DoubtsAboutMonthlyTrial(const CalibrationRun& run);
 
 /// What comes after an accepted trial.
 struct MonthlyDecision {
-    std::optional<int> step;       ///< nothing: it stays, or message 252 asks
-    bool nextReadsAccept = false;  ///< cmdNext reads "&Accept"
+    std::optional<int> step;  ///< nothing: it stays, or message 252 asks
     /// Message 252: its OK sets RelTrials to 0 and the step to monthlyTrial, its Cancel the step to monthlyNext.
     bool asksForTwoNewTrials = false;
 };
