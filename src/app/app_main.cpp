@@ -3,6 +3,7 @@
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/monthly_run.h"
 #include "app/program.h"
 #include "app/start_cleaning.h"
 #include "app/workflow.h"
@@ -40,7 +41,9 @@ void ResetForStart(CalibrationRun& run) {
 bool OperatorWantsToQuit(Program& program) {
     constexpr int cannotReadInterim = 304;
     const CalibrationRun& run = program.Run;
-    if (run.LastMessageCode == cannotReadInterim || run.MonthlyCalibration || !run.InterimCalOpen) return true;
+    if (run.LastMessageCode == cannotReadInterim) return true;
+    if (run.MonthlyCalibration) return MayQuitMonthlyRun(program);
+    if (!run.InterimCalOpen) return true;
     return program.ShowBox("Do you really want to quit?\r\nThere is an uncompleted interim calibration.",
                            box::yesNo + box::question) == Answer::Yes;
 }

@@ -102,8 +102,10 @@ void frmMainMenu::ShowMonthly() {
     if (run.RelTrialInHand) status += "\r\nOne trial is read and not accepted yet";
     if (!isUnderWay && run.RelTrials > 0) status += "\r\nFinished";
     txtMonthlyStatus.Text = status;
-    cmdContinue.Visible = isUnderWay;
-    Button& next = isUnderWay ? cmdContinue : run.RelTrials > 0 ? cmdStartForm : cmdRelativeCal;
+    // A set-up whose trial was rejected can be gone on with, too.
+    const bool mayGoOn = isUnderWay || (run.CurrentProcedure != Procedure::None && run.RelTrials == 0);
+    cmdContinue.Visible = mayGoOn;
+    Button& next = mayGoOn ? cmdContinue : run.RelTrials > 0 ? cmdStartForm : cmdRelativeCal;
     for (Button* button : {&cmdContinue, &cmdStartForm, &cmdRelativeCal})
         button->BackColor = button == &next ? colors::suggestedNext : colors::buttonFace;
     SetDefaultButton(&next);

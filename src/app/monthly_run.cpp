@@ -80,6 +80,10 @@ bool LeaveMonthlyRun(Program& program) {
     return true;
 }
 
+bool MayQuitMonthlyRun(Program& program) {
+    return MayGiveUpMonthlyTrials(program);
+}
+
 bool IsMonthlyRunUnderWay(const CalibrationRun& run) {
     const bool isFinished =
         run.CurrentProcStep == step::monthlyFinished || run.CurrentProcStep == step::replacementFinished;

@@ -17,6 +17,9 @@ bool BeginMonthlyRun(Program& program);
 /// wants to go on with it.
 bool LeaveMonthlyRun(Program& program);
 
+/// Asks before the program ends while trials would be lost. True when it may end.
+bool MayQuitMonthlyRun(Program& program);
+
 /// Trials are in hand or accepted, and the calibration is not finished.
 bool IsMonthlyRunUnderWay(const CalibrationRun& run);
 

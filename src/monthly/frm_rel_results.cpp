@@ -130,16 +130,25 @@ void frmRelResults::TellAboutReading() {
                              ListedLines(reading_.otherGains) + "Please check the data file.",
                          box::exclamation);
     }
+    const std::string doubt = DoubtAboutUnits();
+    if (doubt.empty()) return;
+    program_.ShowBox(doubt + "\r\nIts values are taken as they stand. Check them carefully.", box::exclamation);
+}
+
+/// Empty when the file's deflections are in the unit of the calibration.
+std::string frmRelResults::DoubtAboutUnits() const {
     const std::string& word = reading_.deflectionUnits;
-    const UnitAgreement agreement = AgreementOfUnits(word, run_.EnglishUnits);
-    if (agreement == UnitAgreement::Agrees) return;
-    const std::string known = "The file's deflections are in " + word + ", the calibration is in " +
-                              (run_.EnglishUnits ? "mils." : "microns.");
-    const std::string unknown = word.empty() ? "The file does not tell the unit of its deflections."
-                                             : "The unit of the file's deflections, \"" + word + "\", is not known.";
-    program_.ShowBox((agreement == UnitAgreement::Differs ? known : unknown) +
-                         "\r\nIts values are taken as they stand. Check them carefully.",
-                     box::exclamation);
+    switch (AgreementOfUnits(word, run_.EnglishUnits)) {
+        case UnitAgreement::Agrees:
+            return {};
+        case UnitAgreement::Differs:
+            return "The file's deflections are in " + word + ", the calibration is in " +
+                   (run_.EnglishUnits ? "mils." : "microns.");
+        case UnitAgreement::Unknown:
+            return word.empty() ? "The file does not tell the unit of its deflections."
+                                : "The unit of the file's deflections, \"" + word + "\", is not known.";
+    }
+    return {};
 }
 
 /// Message 172, for a replacement.
@@ -277,7 +286,7 @@ void frmRelResults::ShowStage() {
     cmdNext.Enabled = !isInHand || MayAccept();
     cmdNext.ToolTip = cmdNext.Enabled ? ""
                       : lacksSensor   ? "The replaced sensor is not chosen."
-                                      : "Look at the plot first.";
+                                      : "Look at the plot first, and go on from there with NEXT.";
     SetEnabled({&cmdBack, &cmdReject}, isInHand);
     Button* next = cmdNext.Enabled ? &cmdNext : lacksSensor ? nullptr : &cmdShowPlot;
     for (Button* button : {&cmdNext, &cmdShowPlot})
@@ -366,7 +375,9 @@ void frmRelResults::AcceptTrial() {
 }
 
 bool frmRelResults::AskToAccept() {
-    const auto doubts = DoubtsAboutMonthlyTrial(run_);
+    auto doubts = DoubtsAboutMonthlyTrial(run_);
+    doubts.insert(doubts.end(), reading_.unreadable.begin(), reading_.unreadable.end());
+    if (const std::string units = DoubtAboutUnits(); !units.empty()) doubts.push_back(units);
     if (doubts.empty()) return true;
     return program_.ShowBox("There are doubts about this trial:\r\n" + ListedLines(doubts) +
                                 "Do you want to accept it all the same?",

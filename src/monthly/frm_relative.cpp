@@ -1,6 +1,7 @@
 #include "monthly/frm_relative.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/monthly_run.h"
 #include "app/program.h"
@@ -301,12 +302,30 @@ void frmRelative::ReadFWDConfiguration(const PDDXFile& document, std::optional<i
     const int chosen = run_.NumberSensors;
     if (sensors) run_.NumberSensors = *sensors;
     run_.DeviceSerialNumber = fwd.DeviceSerialNumber();
+    const bool takesSerials = MayTakeSerialNumbers(fwd);
     for (std::size_t s = 0; s < maxSensors; ++s) {
-        run_.Sensor[s] = {};
-        if (s < SensorCount(run_)) run_.Sensor[s].SerialNumber = fwd.SensorSerialNumber(static_cast<int>(s) + 1);
+        const std::string listed = std::exchange(run_.Sensor[s], {}).SerialNumber;
+        if (s >= SensorCount(run_)) continue;
+        const std::string inFile = fwd.SensorSerialNumber(static_cast<int>(s) + 1);
+        run_.Sensor[s].SerialNumber = takesSerials && !inFile.empty() ? inFile : listed;
     }
     if (run_.ReplacedSensor && *run_.ReplacedSensor >= SensorCount(run_)) run_.ReplacedSensor.reset();
     if (run_.NumberSensors != chosen) TellOtherNumber(chosen);
+}
+
+/// The operator may have typed or corrected serial numbers.
+bool frmRelative::MayTakeSerialNumbers(const FWDDocument& fwd) {
+    std::string differences;
+    for (std::size_t s = 0; s < SensorCount(run_); ++s) {
+        const std::string& listed = run_.Sensor[s].SerialNumber;
+        const std::string inFile = fwd.SensorSerialNumber(static_cast<int>(s) + 1);
+        if (listed.empty() || inFile.empty() || listed == inFile) continue;
+        differences += RotatedSensorLabel(run_, s) + ": " + inFile + " in place of " + listed + "\r\n";
+    }
+    if (differences.empty()) return true;
+    return program_.ShowBox("The file has other serial numbers than the list:\r\n" + differences +
+                                "Do you want to take those of the file?",
+                            box::yesNo + box::question) == Answer::Yes;
 }
 
 void frmRelative::TellOtherNumber(int chosen) {
@@ -321,6 +340,7 @@ void frmRelative::cmdNext_Click() {
     if (program_.The<RelativeResultsDoor>().Start()) return;
     // Another file can be read, and the sensors changed.
     BeginTrial();
+    run_.NumberSensors = std::clamp(run_.NumberSensors, fewestSensors, static_cast<int>(maxSensors));
     ShowSensors();
     ShowStage();
 }

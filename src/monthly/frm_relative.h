@@ -11,6 +11,7 @@
 
 namespace bellmark {
 
+class FWDDocument;
 class PDDXFile;
 class Program;
 struct CalibrationRun;
@@ -75,6 +76,7 @@ class frmRelative : public Screen, public RelativeDoor {
     const char* Prompt(Stage stage) const;
     void TakeFile(const FWDFile& file);
     void ReadFWDConfiguration(const PDDXFile& document, std::optional<int> sensors);
+    bool MayTakeSerialNumbers(const FWDDocument& fwd);
     void TellOtherNumber(int chosen);
 
     Program& program_;

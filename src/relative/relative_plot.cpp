@@ -28,7 +28,7 @@ struct ShownTrial {
 
 /// A monthly trial has a set for each position in the stand.
 ShownTrial ShownOf(const CalibrationRun& run, std::size_t trial) {
-    const auto sensors = static_cast<std::size_t>(std::clamp(run.NumberSensors, 0, static_cast<int>(maxSensors)));
+    const std::size_t sensors = SensorCount(run);
     const std::size_t monthly = std::min(sensors * relativeDropsPerSet, maxRelativeDrops);
     return {run, trial, sensors, run.MonthlyCalibration ? monthly : static_cast<std::size_t>(relativeDrops)};
 }
@@ -82,10 +82,12 @@ void AddBlocks(const ShownTrial& shown, const std::vector<double>& means, Plot& 
 }
 
 void SetVerticalAxis(const ShownTrial& shown, Plot& plot) {
+    // The procedure looks at the drops up to this one; those of later sets may lie beyond the axis.
+    constexpr std::size_t mostDropsScanned = 50;
     double least = shown.Reading(0, 0);
     double largest = least;
     for (std::size_t sensor = 0; sensor < shown.sensors; ++sensor) {
-        for (std::size_t drop = 0; drop < shown.drops; ++drop) {
+        for (std::size_t drop = 0; drop < std::min(shown.drops, mostDropsScanned); ++drop) {
             least = std::min(least, shown.Reading(sensor, drop));
             largest = std::max(largest, shown.Reading(sensor, drop));
         }

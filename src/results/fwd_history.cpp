@@ -192,7 +192,7 @@ std::string WithHistory(std::string_view document, const ProfileStrings& history
 
 HistoryUpdate AddRunToHistory(std::string_view document, const ProfileStrings& history, const CalibrationRun& run,
                               DateTime now) {
-    const int counted = run.NumberCalibrations;
+    const int counted = std::min(PDDXCount(history.Get(calibrations, countKey)), mostCalibrations);
     ProfileStrings strings(WithMissingOnes(document, history, counted));
     const int inDocument = std::max(PDDXCount(strings.Get(calibrations, countKey)), HighestCalibration(strings));
     const int number = std::max(counted, inDocument) + 1;

@@ -56,9 +56,11 @@ void SummaryTab::Fill() {
     txtFWDOperator.Text = run_.OperatorName;
     txtLastLCCalDate.Text = DateText(run_.LoadCellCalibrationDate);
     txtLastSensorCalDate.Text = DateText(run_.SensorCalibrationDate);
-    if (history_.ofRun != run_.InterimFileName) {
+    // A run that was opened again begins without a history, too.
+    const bool isOfRun = run_.NumberCalibrations == static_cast<int>(history_.calibrations.size());
+    if (history_.ofRun != run_.InterimFileName || !isOfRun) {
         history_ = {};
-        documentWithRun_.clear();
+        added_ = {};
         history_.ofRun = run_.InterimFileName;
         cboHistoryGain.ListIndex = -1;
         ShowTable();
@@ -94,27 +96,34 @@ void SummaryTab::ReadPDDXHistory(const Path& path) {
         program_.ShowComposed();
         return;
     }
+    History history;
     try {
-        TakeHistory(ReadTextFile(program_.Services.files, path), path);
+        history = HistoryIn(ReadTextFile(program_.Services.files, path), path);
     } catch (const std::runtime_error& error) {
         program_.ShowBox(std::string("There was a problem reading the PDDX file.\r\n") + error.what(),
                          box::exclamation);
         return;
     }
-    for (const std::string& difference : DeviceDifferences(*history_.document, run_)) {
+    for (const std::string& difference : DeviceDifferences(*history.document, run_)) {
         program_.Compose(150, {difference});
         program_.ShowComposed();
     }
+    TakeHistory(std::move(history));
 }
 
-/// Throws std::runtime_error and keeps the history that was read before when the text cannot be one.
-void SummaryTab::TakeHistory(std::string_view text, const Path& path) {
+/// Throws std::runtime_error when the text cannot be a history.
+SummaryTab::History SummaryTab::HistoryIn(std::string_view text, const Path& path) const {
     History history;
     history.ofRun = run_.InterimFileName;
     history.file = PathText(path.filename());
     history.document = std::make_unique<PDDXFile>();
-    history.strings = std::make_unique<ProfileStrings>(text);
+    history.strings = std::make_shared<ProfileStrings>(text);
+    history.earlier = history.strings;
     history.calibrations = ReadHistory(*history.strings, *history.document);
+    return history;
+}
+
+void SummaryTab::TakeHistory(History history) {
     run_.NumberCalibrations = static_cast<std::int16_t>(history.calibrations.size());
     history_ = std::move(history);
     ShowTable();
@@ -132,9 +141,9 @@ std::optional<Path> SummaryTab::DocumentForFWD() const {
     return run_.DocumentForFWD;
 }
 
-/// Pressing it once more adds the run once more, but it is not the next step.
-bool SummaryTab::HasDocumentTheRun() const {
-    return DocumentForFWD() == documentWithRun_;
+SummaryTab::Added SummaryTab::ToBeAdded() const {
+    return {DocumentForFWD().value_or(Path()), run_.LoadCellCalComplete, run_.SensorRefCalComplete,
+            run_.SensorRelCalComplete};
 }
 
 void SummaryTab::cmdUpdateHistory_Click() {
@@ -146,10 +155,13 @@ void SummaryTab::cmdUpdateHistory_Click() {
     try {
         FileSystem& files = program_.Services.files;
         const HistoryUpdate update =
-            AddRunToHistory(TextToChange(files, *document), *history_.strings, run_, program_.Now());
+            AddRunToHistory(TextToChange(files, *document), *history_.earlier, run_, program_.Now());
         files.ReplaceFile(*document, ToWindows1252(update.text));
-        documentWithRun_ = *document;
-        TakeHistory(update.text, *document);
+        added_ = ToBeAdded();
+        History history = HistoryIn(update.text, *document);
+        // In another document the run must not stand twice.
+        history.earlier = history_.earlier;
+        TakeHistory(std::move(history));
     } catch (const std::runtime_error& error) {
         program_.ShowBox(std::string("The calibration could not be added to the history.\r\n") + error.what(),
                          box::critical);
@@ -223,7 +235,8 @@ void SummaryTab::ShowSteps() {
     cmdUpdateHistory.ToolTip = !isRead     ? "Read the earlier calibrations first."
                                : !document ? "Write the Final Outputs first."
                                            : "";
-    const bool updateIsNext = cmdUpdateHistory.Enabled && !HasDocumentTheRun();
+    // Pressing it once more adds the run once more, but it is not the next step.
+    const bool updateIsNext = cmdUpdateHistory.Enabled && added_ != ToBeAdded();
     cmdUpdateHistory.BackColor = updateIsNext ? colors::suggestedNext : colors::buttonFace;
     cmdReadHistory.BackColor = document && !isRead ? colors::suggestedNext : colors::buttonFace;
     lblHistory.Caption = HistoryText();

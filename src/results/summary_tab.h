@@ -64,13 +64,15 @@ class SummaryTab {
         std::string ofRun;  ///< name of the run's interim file: another run begins without a history
         std::string file;   ///< name, without folder
         std::unique_ptr<PDDXFile> document;
-        std::unique_ptr<ProfileStrings> strings;
+        std::shared_ptr<const ProfileStrings> strings;
+        std::shared_ptr<const ProfileStrings> earlier;  ///< as the operator read them, without this run
         std::vector<EarlierCalibration> calibrations;
     };
 
     void cmdReadHistory_Click();
     void cmdUpdateHistory_Click();
-    void TakeHistory(std::string_view text, const Path& path);
+    History HistoryIn(std::string_view text, const Path& path) const;
+    void TakeHistory(History history);
     bool AskToAdd();
     bool HasOtherHeadings() const;
     void ShowTable();
@@ -80,12 +82,21 @@ class SummaryTab {
     void ShowSteps();
     std::string HistoryText() const;
     std::optional<Path> DocumentForFWD() const;
-    bool HasDocumentTheRun() const;
+
+    /// What of the run was added to which document.
+    struct Added {
+        Path document;
+        bool loadCell = false;
+        bool reference = false;
+        bool relative = false;
+        friend bool operator==(const Added&, const Added&) = default;
+    };
+    Added ToBeAdded() const;
 
     Program& program_;
     CalibrationRun& run_;
     History history_;
-    Path documentWithRun_;  ///< to which the run was added
+    Added added_;
 };
 
 }  // namespace bellmark
