@@ -258,6 +258,11 @@ TEST_F(MonthlyScreens, RejectHasThreeAnswers) {
         EXPECT_EQ(Front(), row.front);
         EXPECT_EQ(run.RelTrialInHand.has_value(), row.isKept);
     }
+    // Only the trial is lost: the set-up can be gone on with.
+    EXPECT_EQ(menu->DefaultButton(), &menu->cmdContinue);
+    menu->cmdContinue.UserClick();
+    EXPECT_EQ(Front(), "frmRelative");
+    EXPECT_NE(run.Sensor[0].SerialNumber, "");
 }
 
 TEST_F(MonthlyScreens, BackLeavesTheTrialAndItsFileCanBeReadAgain) {
@@ -288,7 +293,13 @@ TEST_F(MonthlyScreens, UnitsOfTheFileAreTold) {
     QueueAnswer(Answer::OK);
     Browse(file);
     relative->cmdNext.UserClick();
-    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The file's deflections are in microns, the calibration is in mils.")));
+    const char* doubt = "The file's deflections are in microns, the calibration is in mils.";
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr(doubt)));
+    LookAtPlot();
+    QueueAnswer(Answer::No);
+    results->cmdNext.UserClick();
+    EXPECT_THAT(Boxes(), ElementsAre(AllOf(HasSubstr(doubt), HasSubstr("accept it all the same?"))));
+    EXPECT_EQ(run.RelTrials, 0);
     // The choice is corrected, and the same file read again.
     results->cmdBack.UserClick();
     relative->optMetric.UserClick();
@@ -432,12 +443,32 @@ TEST_F(MonthlyScreens, ATrialOfAMonthlyRunIsGivenUpOnlyWhenTheOperatorWants) {
     EXPECT_EQ(relative->Header.PageTitle.Caption.Get(), "Monthly Relative Calibration - Trial 2");
 }
 
-TEST_F(MonthlyScreens, QuitAsksNothing) {
+TEST_F(MonthlyScreens, QuitAsksBeforeTrialsAreLost) {
     BeginMonthly();
-    Browse({});
+    AcceptTrial(FileOff(thirdIsLow));
+    QueueAnswer(Answer::No);
+    QuitApplication(*program);
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The monthly relative calibration is not finished.")));
+    EXPECT_FALSE(machine.ended);
+    QueueAnswer(Answer::Yes);
     QuitApplication(*program);
     EXPECT_TRUE(machine.ended);
-    EXPECT_THAT(Boxes(), IsEmpty());
+}
+
+TEST_F(MonthlyScreens, TypedSerialNumbersGiveWayOnlyWhenTheOperatorWants) {
+    BeginMonthly();
+    Browse({});
+    const std::string inFile = run.Sensor[2].SerialNumber;
+    relative->grdSerialNum.UserEditCell(3, 1, "Corrected");
+    QueueAnswer(Answer::No);
+    Browse({});
+    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr(inFile + " in place of Corrected")));
+    EXPECT_EQ(run.Sensor[2].SerialNumber, "Corrected");
+    QueueAnswer(Answer::Yes);
+    Browse({});
+    EXPECT_EQ(run.Sensor[2].SerialNumber, inFile);
+    Browse({});
+    EXPECT_EQ(Boxes().size(), 1U) << "the same numbers raise no question";
 }
 
 }  // namespace

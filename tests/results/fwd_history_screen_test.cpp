@@ -116,6 +116,29 @@ TEST_F(FWDHistoryTest, IsReadAndTheRunIsAdded) {
     EXPECT_FALSE(summary.cmdUpdateHistory.Enabled);
 }
 
+TEST_F(FWDHistoryTest, TheRunStandsInADocumentOnceAndWholly) {
+    Read();
+    Produce();
+    summary.cmdUpdateHistory.UserClick();
+    // Other gains were accepted: the document does not hold all of the run yet.
+    run.SensorRefCalComplete = true;
+    run.SensorRelCalComplete = true;
+    results.Recompute();
+    EXPECT_EQ(results.DefaultButton(), &summary.cmdUpdateHistory);
+    // A document that does not hold the run gets it once, behind the earlier ones.
+    std::filesystem::remove(machine.folder / "Transfer/New.ddx");
+    Produce();
+    summary.cmdUpdateHistory.UserClick();
+    EXPECT_EQ(Boxes(), "");
+    EXPECT_EQ(Document().Get("Device Calibration", "NumberCalibrations"), "3");
+    EXPECT_EQ(Document().Get("Device Calibration_3", "SensorCalibrationCenterDate"), "09-Mar-2012");
+
+    // The same run opened again is a fresh record.
+    run.NumberCalibrations = 0;
+    results.Recompute();
+    EXPECT_FALSE(summary.cmdUpdateHistory.Enabled) << "its history must be read again";
+}
+
 TEST_F(FWDHistoryTest, AFileOfAnotherFWDIsToldAndShown) {
     machine.Write("Transfer/Other.ddx", FileOf("8002-999", 1));
     run.LoadCellSerialNumber = "LC-10";
