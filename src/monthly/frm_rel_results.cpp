@@ -289,8 +289,11 @@ void frmRelResults::ShowStage() {
                                       : "Look at the plot first, and go on from there with NEXT.";
     SetEnabled({&cmdBack, &cmdReject}, isInHand);
     Button* next = cmdNext.Enabled ? &cmdNext : lacksSensor ? nullptr : &cmdShowPlot;
-    for (Button* button : {&cmdNext, &cmdShowPlot})
-        button->BackColor = button == next ? colors::suggestedNext : colors::buttonFace;
+    const auto mark = [next](Button& button) {
+        button.BackColor = &button == next ? colors::suggestedNext : colors::buttonFace;
+    };
+    mark(cmdNext);
+    mark(cmdShowPlot);
     lblNextStep.Caption = Prompt();
     SetDefaultButton(next);
     if (next) return SetFocus(*next);

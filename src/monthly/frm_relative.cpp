@@ -240,8 +240,11 @@ void frmRelative::ShowStage() {
     txtFilename.Text = PathText(run_.MonthlyDataFile.filename());
     cmdNext.Enabled = fileIsRead_;
     Button* next = stage == Stage::Browse ? &cmdBrowse : stage == Stage::Next ? &cmdNext : nullptr;
-    for (Button* button : {&cmdBrowse, &cmdNext})
-        button->BackColor = button == next ? colors::suggestedNext : colors::buttonFace;
+    const auto mark = [next](Button& button) {
+        button.BackColor = &button == next ? colors::suggestedNext : colors::buttonFace;
+    };
+    mark(cmdBrowse);
+    mark(cmdNext);
     lblNextStep.Caption = Prompt(stage);
     SetDefaultButton(next);
     if (next) return SetFocus(*next);
