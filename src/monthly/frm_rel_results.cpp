@@ -130,25 +130,9 @@ void frmRelResults::TellAboutReading() {
                              ListedLines(reading_.otherGains) + "Please check the data file.",
                          box::exclamation);
     }
-    const std::string doubt = DoubtAboutUnits();
+    const std::string doubt = DoubtAboutUnits(reading_.deflectionUnits, run_.EnglishUnits);
     if (doubt.empty()) return;
     program_.ShowBox(doubt + "\r\nIts values are taken as they stand. Check them carefully.", box::exclamation);
-}
-
-/// Empty when the file's deflections are in the unit of the calibration.
-std::string frmRelResults::DoubtAboutUnits() const {
-    const std::string& word = reading_.deflectionUnits;
-    switch (AgreementOfUnits(word, run_.EnglishUnits)) {
-        case UnitAgreement::Agrees:
-            return {};
-        case UnitAgreement::Differs:
-            return "The file's deflections are in " + word + ", the calibration is in " +
-                   (run_.EnglishUnits ? "mils." : "microns.");
-        case UnitAgreement::Unknown:
-            return word.empty() ? "The file does not tell the unit of its deflections."
-                                : "The unit of the file's deflections, \"" + word + "\", is not known.";
-    }
-    return {};
 }
 
 /// Message 172, for a replacement.
@@ -380,7 +364,8 @@ void frmRelResults::AcceptTrial() {
 bool frmRelResults::AskToAccept() {
     auto doubts = DoubtsAboutMonthlyTrial(run_);
     doubts.insert(doubts.end(), reading_.unreadable.begin(), reading_.unreadable.end());
-    if (const std::string units = DoubtAboutUnits(); !units.empty()) doubts.push_back(units);
+    if (const std::string units = DoubtAboutUnits(reading_.deflectionUnits, run_.EnglishUnits); !units.empty())
+        doubts.push_back(units);
     if (doubts.empty()) return true;
     return program_.ShowBox("There are doubts about this trial:\r\n" + ListedLines(doubts) +
                                 "Do you want to accept it all the same?",

@@ -60,7 +60,6 @@ class frmRelResults : public Screen, public RelativeResultsDoor {
     bool ReadDropData();
     void TellProblem(MonthlyProblem problem, int sensors);
     void TellAboutReading();
-    std::string DoubtAboutUnits() const;
     void TellReplacedGain();
     int Trials() const;
     MonthlyFacts Facts() const;

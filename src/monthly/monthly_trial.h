@@ -43,7 +43,7 @@ struct MonthlyReading {
     std::vector<std::string> unreadable;
     /// Sensors that the file gives another gain than the run has, a line each. The run's are used.
     std::vector<std::string> otherGains;
-    std::string deflectionUnits;  ///< the file's own word; see AgreementOfUnits
+    std::string deflectionUnits;  ///< the file's own word; see DoubtAboutUnits
     std::string deviceSerialNumber;
     std::string operatorName;
     std::string endDate;  ///< of the drops, "dd-mmm-yyyy"; the file's own text when it is no date, empty without one

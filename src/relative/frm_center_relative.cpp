@@ -292,23 +292,9 @@ void frmCenterRelative::TellAboutReadings(const RelativeReadings& readings) {
 }
 
 void frmCenterRelative::TellAboutUnits(const RelativeReadings& readings) {
-    const std::string& word = readings.deflectionUnits;
-    const std::string advice = "\r\nIts values are taken as they stand. Check them carefully.";
-    switch (AgreementOfUnits(word, run_.EnglishUnits)) {
-        case UnitAgreement::Agrees:
-            return;
-        case UnitAgreement::Differs:
-            program_.ShowBox("The file's deflections are in " + word + ", the calibration is in " +
-                                 (run_.EnglishUnits ? "mils." : "microns.") + advice,
-                             box::exclamation);
-            return;
-        case UnitAgreement::Unknown:
-            program_.ShowBox((word.empty() ? std::string("The file does not tell the unit of its deflections.")
-                                           : "The unit of the file's deflections, \"" + word + "\", is not known.") +
-                                 advice,
-                             box::exclamation);
-            return;
-    }
+    const std::string doubt = DoubtAboutUnits(readings.deflectionUnits, run_.EnglishUnits);
+    if (doubt.empty()) return;
+    program_.ShowBox(doubt + "\r\nIts values are taken as they stand. Check them carefully.", box::exclamation);
 }
 
 void frmCenterRelative::cmdPrint_Click() {

@@ -39,11 +39,14 @@ void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, Relativ
 
 }  // namespace
 
-UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits) {
+std::string DoubtAboutUnits(const std::string& deflectionUnits, bool englishUnits) {
     const bool isMils = deflectionUnits == "mils" || deflectionUnits == "mil";
     const bool isMicrons = deflectionUnits == "microns" || deflectionUnits == "micron";
-    if (!isMils && !isMicrons) return UnitAgreement::Unknown;
-    return isMils == englishUnits ? UnitAgreement::Agrees : UnitAgreement::Differs;
+    if (deflectionUnits.empty()) return "The file does not tell the unit of its deflections.";
+    if (!isMils && !isMicrons) return "The unit of the file's deflections, \"" + deflectionUnits + "\", is not known.";
+    if (isMils == englishUnits) return {};
+    return "The file's deflections are in " + deflectionUnits + ", the calibration is in " +
+           (englishUnits ? "mils." : "microns.");
 }
 
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits) {

@@ -26,9 +26,8 @@ struct RelativeReadings {
     std::string deflectionUnits;  ///< as the file has them
 };
 
-/// Whether the word means the run's unit of deflection.
-enum class UnitAgreement { Agrees, Differs, Unknown };
-UnitAgreement AgreementOfUnits(const std::string& deflectionUnits, bool englishUnits);
+/// What is doubtful about the file's word for the unit of its deflections; empty when it is the run's unit.
+std::string DoubtAboutUnits(const std::string& deflectionUnits, bool englishUnits);
 
 /// The reading as it would have been with the gain found in the reference calibration: times interim over initial gain,
 /// rounded half to even to four decimals for mils, two for microns. Without an initial gain it is 0.
