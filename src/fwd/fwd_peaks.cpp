@@ -38,9 +38,7 @@ bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> word
 
 void JudgeUnits(const FWDUnits& units, bool sensors, FWDPeaks& peaks) {
     const std::string& word = sensors ? units.deflection : units.load;
-    peaks.unitsAreKnown = sensors ? IsOneOf(word, {"mils", "mil", "microns", "micron"})
-                                  : IsOneOf(word, {"pound-force per square inch", "kip", "kilo-Pascal", "pound-force",
-                                                   "pounds", "kilo-Newton", "kN"});
+    peaks.unitsAreKnown = (sensors ? IsEnglishDeflection(word) : IsEnglishLoad(word)).has_value();
     if (!peaks.unitsAreKnown) peaks.unknownUnits = word;
 }
 
@@ -60,6 +58,18 @@ std::vector<std::string> SensorsWithoutGain(const CalibrationRun& run) {
 }
 
 }  // namespace
+
+std::optional<bool> IsEnglishLoad(std::string_view loadUnits) {
+    if (IsOneOf(loadUnits, {"pound-force", "pounds", "kip", "pound-force per square inch"})) return true;
+    if (IsOneOf(loadUnits, {"kilo-Newton", "kN", "kilo-Pascal"})) return false;
+    return std::nullopt;
+}
+
+std::optional<bool> IsEnglishDeflection(std::string_view deflectionUnits) {
+    if (IsOneOf(deflectionUnits, {"mils", "mil"})) return true;
+    if (IsOneOf(deflectionUnits, {"microns", "micron"})) return false;
+    return std::nullopt;
+}
 
 double StoredLoad(double value, std::string_view loadUnits, double radius, std::string_view radiusUnits) {
     constexpr double pi = 3.14159;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,11 @@ struct FWDPeaks {
     std::string unknownUnits;  ///< an unknown unit, whose values are taken unconverted
     bool unitsAreKnown = true;
 };
+
+/// Whether a file's word for a unit means the English one (pounds, mils; psi and kips are stored as pounds) or the
+/// metric one (kN, microns; kPa is stored as kN). Nothing for a word that is not known.
+std::optional<bool> IsEnglishLoad(std::string_view loadUnits);
+std::optional<bool> IsEnglishDeflection(std::string_view deflectionUnits);
 
 /// The stored load: kPa and psi times the plate's area, kips as pounds; any other unit unchanged. Area with the
 /// program's pi of 3.14159; psi and kip rounded to one decimal, kPa to four (half to even). radius: of the plate, in

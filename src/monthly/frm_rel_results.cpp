@@ -15,7 +15,7 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "relative/relative_readings.h"
+#include "relative/relative_boxes.h"
 #include "relative/relative_trial.h"
 
 namespace bellmark {
@@ -120,19 +120,11 @@ void frmRelResults::TellProblem(MonthlyProblem problem, int sensors) {
 }
 
 void frmRelResults::TellAboutReading() {
-    if (!reading_.unreadable.empty()) {
-        program_.ShowBox("These readings of the file are missing or cannot be used. They count as 0:\r\n" +
-                             ListedLines(reading_.unreadable) + "Please check the data file.",
-                         box::exclamation);
-    }
-    if (!reading_.otherGains.empty()) {
-        program_.ShowBox("The file has other gains than the first trial, whose gains are used:\r\n" +
-                             ListedLines(reading_.otherGains) + "Please check the data file.",
-                         box::exclamation);
-    }
-    const std::string doubt = DoubtAboutUnits(reading_.deflectionUnits, run_.EnglishUnits);
-    if (doubt.empty()) return;
-    program_.ShowBox(doubt + "\r\nIts values are taken as they stand. Check them carefully.", box::exclamation);
+    TellAboutFile(program_);
+    if (reading_.otherGains.empty()) return;
+    program_.ShowBox("The file has other gains than the first trial, whose gains are used:\r\n" +
+                         ListedLines(reading_.otherGains) + "Please check the data file.",
+                     box::exclamation);
 }
 
 /// Message 172, for a replacement.
@@ -232,14 +224,8 @@ void frmRelResults::ColorMeans(std::size_t sensor) {
 void frmRelResults::ShowStandardError() {
     const StandardErrorInUnits& error = analysis_.standardError;
     const Color color = error.isTooLarge ? colors::mustBeUpdated : colors::complete;
-    const bool english = run_.EnglishUnits;
-    const std::string mils = Format(error.mils, "#0.000");
-    const std::string microns = Format(error.microns, "#,##0.0");
-    txtStandardError[0].Text = english ? mils : microns;
-    txtStandardError[1].Text = english ? microns : mils;
-    UnitLabel[0].Caption = english ? "mils" : "microns";
-    UnitLabel[1].Caption = english ? "microns" : "mils";
-    for (TextBox& box : txtStandardError) box.BackColor = analysis_.CochranExceeded ? colors::warning : color;
+    ShowStandardErrorBoxes(txtStandardError, UnitLabel, error, run_.EnglishUnits,
+                           analysis_.CochranExceeded ? colors::warning : color);
     ShowVarianceTable(
         grdANOVA, analysis_.table,
         {{"              ", " Sum of Squares ", " Degrees of Freedom ", "   MSE    ", "     F     ", "      P      "},
@@ -326,12 +312,7 @@ void frmRelResults::cmdShowPlot_Click() {
 
 void frmRelResults::cmdReject_Click() {
     const Answer repeat =
-        program_.ShowBox(std::string("Do you want to repeat the ") +
-                             (IsReplacement(run_) ? "replace sensor" : "monthly relative calibration") +
-                             " trial?\r\n"
-                             "Clicking on YES or NO will cause the trial data to be lost!\r\n"
-                             "Clicking NO will take you to the Main Menu.",
-                         box::yesNoCancel + box::question, "Rejected Relative Calibration");
+        AskToRepeatTrial(program_, IsReplacement(run_) ? "replace sensor" : "monthly relative calibration");
     if (repeat == Answer::Cancel) return;
     BeginRelativeTrial(run_);
     ReturnToMonthlyTrial(program_);
@@ -353,23 +334,12 @@ void frmRelResults::cmdNext_Click() {
 }
 
 void frmRelResults::AcceptTrial() {
-    if (!AskToAccept()) return;
+    if (!AcceptsDoubts(program_, DoubtsAboutMonthlyTrial(run_))) return;
     // The report first: when it cannot be written, the trial still waits for its answer.
     const Path path = MonthlyReportPath(run_.MonthlyDataFile, run_.CurrentProcedure, Trials(), program_.Now());
     if (!WriteReport(path, OutputToFile(Facts(), reading_, run_.MonthlyDataFile))) return;
     CountRelativeTrial(run_);
     TakeDecision();
-}
-
-bool frmRelResults::AskToAccept() {
-    auto doubts = DoubtsAboutMonthlyTrial(run_);
-    doubts.insert(doubts.end(), reading_.unreadable.begin(), reading_.unreadable.end());
-    if (const std::string units = DoubtAboutUnits(reading_.deflectionUnits, run_.EnglishUnits); !units.empty())
-        doubts.push_back(units);
-    if (doubts.empty()) return true;
-    return program_.ShowBox("There are doubts about this trial:\r\n" + ListedLines(doubts) +
-                                "Do you want to accept it all the same?",
-                            box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
 }
 
 bool frmRelResults::WriteReport(const Path& path, const std::string& text) {

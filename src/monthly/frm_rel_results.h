@@ -74,7 +74,6 @@ class frmRelResults : public Screen, public RelativeResultsDoor {
     bool MayAccept() const;
     std::string Prompt() const;
     void AcceptTrial();
-    bool AskToAccept();
     bool WriteReport(const Path& path, const std::string& text);
     void TakeDecision();
     void FinishMonthly();

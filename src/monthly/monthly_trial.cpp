@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <utility>
 
 #include "analysis/limits.h"
 #include "fwd/fwd_document.h"
@@ -52,21 +53,24 @@ void TakeSensors(const FWDDocument& document, CalibrationRun& run, MonthlyReadin
     }
 }
 
-void TakeDrops(const FWDDocument& document, CalibrationRun& run, MonthlyReading& reading) {
+void TakeDrops(const FWDDocument& document, CalibrationRun& run, RelativeTrialInHand& inHand, MonthlyReading& reading) {
     const auto trial = static_cast<std::size_t>(run.RelTrials);
     const FWDUnits units = document.Units();
     run.RelTrial.at(trial) = {};
     for (std::size_t s = 0; s < SensorCount(run); ++s) run.Sensor[s].RelTrial.at(trial) = {};
     for (int drop = 1; drop <= reading.dropsInFile; ++drop) {
         const auto fields = document.DropFields(1, drop);
-        const double load = NumberOfDrop(run, fields, 0, drop, reading.unreadable);
+        const double load = NumberOfDrop(run, fields, 0, drop, inHand.unreadable);
         reading.loads.push_back(StoredLoad(load, units.load, units.plateRadius, units.radius));
         for (std::size_t s = 0; s < SensorCount(run); ++s) {
             run.Sensor[s].RelTrial[trial].DropData.at(static_cast<std::size_t>(drop - 1)) =
-                NumberOfDrop(run, fields, s + 1, drop, reading.unreadable);
+                NumberOfDrop(run, fields, s + 1, drop, inHand.unreadable);
         }
     }
-    reading.deflectionUnits = units.deflection;
+    for (const auto& doubt : {DoubtAboutLoadUnits(units.load, run.EnglishUnits),
+                              DoubtAboutDeflectionUnits(units.deflection, run.EnglishUnits)}) {
+        if (doubt) inHand.unitDoubts.push_back(*doubt);
+    }
 }
 
 }  // namespace
@@ -83,8 +87,9 @@ MonthlyReading ReadMonthlyTrial(const PDDXFile& file, CalibrationRun& run, const
     run.NumberDropsPerLoadLevel = reading.dropsInFile;
     if (!isRead) return reading;
     TakeSensors(document, run, reading);
-    TakeDrops(document, run, reading);
-    run.RelTrialInHand = {rawFileName, reading.dropsInFile};
+    RelativeTrialInHand inHand{rawFileName, reading.dropsInFile};
+    TakeDrops(document, run, inHand, reading);
+    run.RelTrialInHand = std::move(inHand);
     reading.deviceSerialNumber = document.DeviceSerialNumber();
     reading.operatorName = document.OperatorName();
     reading.endDate = DateInReport(document.EndDate());
@@ -102,8 +107,7 @@ std::vector<std::string> DoubtsAboutMonthlyTrial(const CalibrationRun& run) {
         lines.push_back(std::string("There is no ") + lacking + " of " + SensorWords(run, s) +
                         ": its relative gain is 0.");
     }
-    const auto repeated = TrialsRepeated(run);
-    lines.insert(lines.end(), repeated.begin(), repeated.end());
+    AddDoubtsAboutReadings(run, lines);
     return lines;
 }
 

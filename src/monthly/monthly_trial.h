@@ -39,11 +39,8 @@ struct MonthlyReading {
     int sensors = 0;            ///< in the file
     int dropsInFile = 0;        ///< of the test location
     std::vector<double> loads;  ///< one a drop; pounds or kN where the file's unit is known
-    /// What stands where a load or a deflection should be and is none, as "Drop 5, sensor 3: \"abc\"". It counts as 0.
-    std::vector<std::string> unreadable;
     /// Sensors that the file gives another gain than the run has, a line each. The run's are used.
     std::vector<std::string> otherGains;
-    std::string deflectionUnits;  ///< the file's own word; see DoubtAboutUnits
     std::string deviceSerialNumber;
     std::string operatorName;
     std::string endDate;  ///< of the drops, "dd-mmm-yyyy"; the file's own text when it is no date, empty without one
@@ -102,8 +99,8 @@ double ReplacedGainStdDev(const CalibrationRun& run, int trials, std::size_t sen
 /// standard deviation below 0.003. trials: 2 or more.
 bool ReplacedGainsAgree(const CalibrationRun& run, int trials, std::size_t sensor);
 
-/// Sensors of which nothing can be said (no existing gain, no deflection), and a trial that repeats the readings of
-/// another one, a line each. For the trial in hand.
+/// A line for each sensor of which nothing can be said (no existing gain, no deflection) and for each doubt about the
+/// readings. For the trial in hand.
 std::vector<std::string> DoubtsAboutMonthlyTrial(const CalibrationRun& run);
 
 /// What comes after an accepted trial.

@@ -8,6 +8,7 @@
 #include "fwd/fwd_intake.h"
 #include "platform/dialogs.h"
 #include "platform/text.h"
+#include "relative/relative_boxes.h"
 #include "relative/relative_plot.h"
 #include "relative/relative_report.h"
 #include "relative/relative_trial.h"
@@ -53,18 +54,10 @@ void frmCenterRelPlot::cmdNext_Click() {
         program_.The<RelativeResultsDoor>().Open();
         return;
     }
-    if (!AskToAccept()) return;
+    if (!AcceptsDoubts(program_, DoubtsAboutTrial(run_))) return;
     // The report comes first: if it cannot be written, the trial still waits for its answer.
     WriteReport();
     program_.The<CenterRelativeDoor>().AcceptRelativeTrial();
-}
-
-bool frmCenterRelPlot::AskToAccept() {
-    const auto doubts = DoubtsAboutTrial(run_);
-    if (doubts.empty()) return true;
-    return program_.ShowBox("There are doubts about this trial:\r\n" + ListedLines(doubts) +
-                                "Do you want to accept it all the same?",
-                            box::yesNo + box::exclamation + box::secondIsDefault) == Answer::Yes;
 }
 
 void frmCenterRelPlot::WriteReport() {

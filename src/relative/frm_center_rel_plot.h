@@ -31,7 +31,6 @@ class frmCenterRelPlot : public Screen, public CenterRelPlotDoor {
     void cmdNext_Click();
     void cmdBack_Click();
     void cmdReject_Click();
-    bool AskToAccept();
     void WriteReport();
 
     Program& program_;

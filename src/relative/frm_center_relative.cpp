@@ -16,6 +16,7 @@
 #include "platform/printed_pages.h"
 #include "platform/text.h"
 #include "relative/relative_analysis.h"
+#include "relative/relative_boxes.h"
 #include "relative/relative_readings.h"
 #include "relative/relative_report.h"
 #include "relative/relative_trial.h"
@@ -225,14 +226,7 @@ void frmCenterRelative::ShowStandardError() {
     const VarianceTable table = RelativeTrialTable(run_.RelTrial.at(Trial()), run_.NumberSensors, WarnInBox(program_));
     const StandardErrorInUnits error = InBothUnits(table.standardError, run_.EnglishUnits);
     const Color color = error.isTooLarge ? colors::mustBeUpdated : colors::complete;
-    const std::string mils = Format(error.mils, "#0.000");
-    const std::string microns = Format(error.microns, "#,##0.0");
-    const bool english = run_.EnglishUnits;
-    txtStandardError[0].Text = english ? mils : microns;
-    txtStandardError[1].Text = english ? microns : mils;
-    UnitLabel[0].Caption = english ? "mils" : "microns";
-    UnitLabel[1].Caption = english ? "microns" : "mils";
-    for (TextBox& box : txtStandardError) box.BackColor = color;
+    ShowStandardErrorBoxes(txtStandardError, UnitLabel, error, run_.EnglishUnits, color);
     if (error.isTooLarge)
         lblNextStep.Caption = "The standard error is above 3 microns: PLOT shows why; REJECT the trial.";
     ShowVarianceTable(
@@ -263,38 +257,22 @@ Path frmCenterRelative::DocumentOf(const FWDFile& file) const {
 }
 
 void frmCenterRelative::TakeDocument(const PDDXFile& document, const FWDFile& file) {
-    const RelativeReadings readings = ReadRelativeTrial(document, run_);
-    if (readings.dropsInFile != relativeDrops) TellDropCount(readings.dropsInFile);
+    const long long drops = ReadRelativeTrial(document, run_, PathText(file.chosen.filename()));
+    if (drops != relativeDrops) TellDropCount(drops);
     // A file without drops leaves the trial unchanged.
-    if (readings.dropsInFile == 0) return;
-    run_.RelTrialInHand = {PathText(file.chosen.filename()), readings.dropsInFile};
+    if (drops == 0) return;
     DoRelativeDataAnalysis(run_);
     ShowForm(Stage::Look);
     ShowRelativeResults();
-    TellAboutReadings(readings);
+    TellAboutFile(program_);
+    const auto sensors = SensorsWithoutResult(run_);
+    if (!sensors.empty()) program_.ShowBox(ListedLines(sensors) + "Please check the data file.", box::exclamation);
 }
 
 void frmCenterRelative::TellDropCount(long long drops) {
     program_.ShowBox(
         "The number of drop data points should be " + NumberText(relativeDrops) + ", but is " + NumberText(drops) + '.',
         box::exclamation);
-}
-
-void frmCenterRelative::TellAboutReadings(const RelativeReadings& readings) {
-    if (!readings.unreadable.empty()) {
-        program_.ShowBox("These readings of the file are missing or cannot be used. They count as 0:\r\n" +
-                             ListedLines(readings.unreadable) + "Please check the data file.",
-                         box::exclamation);
-    }
-    TellAboutUnits(readings);
-    const auto sensors = SensorsWithoutResult(run_);
-    if (!sensors.empty()) program_.ShowBox(ListedLines(sensors) + "Please check the data file.", box::exclamation);
-}
-
-void frmCenterRelative::TellAboutUnits(const RelativeReadings& readings) {
-    const std::string doubt = DoubtAboutUnits(readings.deflectionUnits, run_.EnglishUnits);
-    if (doubt.empty()) return;
-    program_.ShowBox(doubt + "\r\nIts values are taken as they stand. Check them carefully.", box::exclamation);
 }
 
 void frmCenterRelative::cmdPrint_Click() {
@@ -306,11 +284,7 @@ void frmCenterRelative::cmdPrint_Click() {
 }
 
 void frmCenterRelative::cmdReject_Click() {
-    const Answer repeat = program_.ShowBox(
-        "Do you want to repeat the relative calibration trial?\r\n"
-        "Clicking on YES or NO will cause the trial data to be lost!\r\n"
-        "Clicking NO will take you to the Main Menu.",
-        box::yesNoCancel + box::question, "Rejected Relative Calibration");
+    const Answer repeat = AskToRepeatTrial(program_, "relative calibration");
     if (repeat == Answer::Cancel) return;
     SetUpForm();
     if (repeat == Answer::No) program_.The<MainMenuDoor>().Open();

@@ -13,7 +13,6 @@ class PDDXFile;
 class Program;
 struct CalibrationRun;
 struct FWDFile;
-struct RelativeReadings;
 
 /// The annual comparison of all sensors in the stand: reads the FWD's file of 40 drops and shows its analysis of
 /// variance.
@@ -66,8 +65,6 @@ class frmCenterRelative : public Screen, public CenterRelativeDoor {
     void TellTrialsDone();
     Path DocumentOf(const FWDFile& file) const;
     void TakeDocument(const PDDXFile& document, const FWDFile& file);
-    void TellAboutReadings(const RelativeReadings& readings);
-    void TellAboutUnits(const RelativeReadings& readings);
     void TellDropCount(long long drops);
     void ShowRelativeResults();
     void SetUpGrids();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "fwd/fwd_document.h"
 #include "fwd/fwd_peaks.h"
@@ -21,32 +22,40 @@ std::string FieldWords(const CalibrationRun& run, std::size_t field) {
     return field == 0 ? "load" : SensorWords(run, field - 1);
 }
 
-void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, RelativeReadings& found) {
+void ReadRelativeDrops(const FWDDocument& document, CalibrationRun& run, RelativeTrialInHand& inHand) {
     const auto trial = static_cast<std::size_t>(run.RelTrials);
     for (std::size_t s = 0; s < SensorCount(run); ++s) run.Sensor[s].RelTrial.at(trial).DropData = {};
     const int drops = document.Drops();
-    for (long long at = 0; at < std::min(found.dropsInFile, mostDropsRead); ++at) {
+    for (long long at = 0; at < std::min(inHand.dropsInFile, mostDropsRead); ++at) {
         const int location = static_cast<int>(at / drops) + 1;
         const auto fields = document.DropFields(location, static_cast<int>(at % drops) + 1);
         for (std::size_t s = 0; s < SensorCount(run); ++s) {
             SensorCalRecord& sensor = run.Sensor[s];
-            const double reading = NumberOfDrop(run, fields, s + 1, at + 1, found.unreadable);
+            const double reading = NumberOfDrop(run, fields, s + 1, at + 1, inHand.unreadable);
             sensor.RelTrial[trial].DropData.at(static_cast<std::size_t>(at)) =
                 NormalisedReading(reading, sensor.InterimGain, sensor.InitialGain, run.EnglishUnits);
         }
     }
 }
 
+/// what: "loads". unit: of the run. isEnglish: what the file's word means.
+std::optional<std::string> DoubtAboutUnits(const std::string& what, const std::string& word,
+                                           std::optional<bool> isEnglish, bool englishUnits, const std::string& unit) {
+    if (word.empty()) return "The file does not tell the unit of its " + what + '.';
+    if (!isEnglish) return "The unit of the file's " + what + ", \"" + word + "\", is not known.";
+    if (*isEnglish == englishUnits) return std::nullopt;
+    return "The file's " + what + " are in " + word + ", the calibration is in " + unit + '.';
+}
+
 }  // namespace
 
-std::string DoubtAboutUnits(const std::string& deflectionUnits, bool englishUnits) {
-    const bool isMils = deflectionUnits == "mils" || deflectionUnits == "mil";
-    const bool isMicrons = deflectionUnits == "microns" || deflectionUnits == "micron";
-    if (deflectionUnits.empty()) return "The file does not tell the unit of its deflections.";
-    if (!isMils && !isMicrons) return "The unit of the file's deflections, \"" + deflectionUnits + "\", is not known.";
-    if (isMils == englishUnits) return {};
-    return "The file's deflections are in " + deflectionUnits + ", the calibration is in " +
-           (englishUnits ? "mils." : "microns.");
+std::optional<std::string> DoubtAboutLoadUnits(const std::string& loadUnits, bool englishUnits) {
+    return DoubtAboutUnits("loads", loadUnits, IsEnglishLoad(loadUnits), englishUnits, englishUnits ? "pounds" : "kN");
+}
+
+std::optional<std::string> DoubtAboutDeflectionUnits(const std::string& deflectionUnits, bool englishUnits) {
+    return DoubtAboutUnits("deflections", deflectionUnits, IsEnglishDeflection(deflectionUnits), englishUnits,
+                           englishUnits ? "mils" : "microns");
 }
 
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits) {
@@ -64,15 +73,18 @@ double NumberOfDrop(const CalibrationRun& run, const std::vector<std::string>& f
     return 0;
 }
 
-RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run) {
+long long ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run, const std::string& rawFileName) {
     const FWDDocument document(file);
-    RelativeReadings found;
-    found.dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
-    if (found.dropsInFile == 0) return found;
-    found.deflectionUnits = document.Units().deflection;
+    const long long dropsInFile = static_cast<long long>(document.Locations()) * document.Drops();
+    if (dropsInFile == 0) return 0;
+    RelativeTrialInHand inHand{rawFileName, dropsInFile};
+    // The loads of the annual comparison are not used.
+    if (const auto doubt = DoubtAboutDeflectionUnits(document.Units().deflection, run.EnglishUnits))
+        inHand.unitDoubts.push_back(*doubt);
     for (std::size_t s = 0; s < SensorCount(run); ++s) FillSensor(document, run, s);
-    ReadRelativeDrops(document, run, found);
-    return found;
+    ReadRelativeDrops(document, run, inHand);
+    run.RelTrialInHand = std::move(inHand);
+    return dropsInFile;
 }
 
 }  // namespace bellmark

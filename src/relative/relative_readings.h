@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,24 +19,18 @@ class PDDXFile;
 double NumberOfDrop(const CalibrationRun& run, const std::vector<std::string>& fields, std::size_t field,
                     long long drop, std::vector<std::string>& unreadable);
 
-/// The readings of an annual trial.
-struct RelativeReadings {
-    long long dropsInFile = 0;  ///< test locations times the drops of the first one
-    /// Fields that are not readings, such as "Drop 5, sensor 3: \"abc\"". They count as 0.
-    std::vector<std::string> unreadable;
-    std::string deflectionUnits;  ///< as the file has them
-};
-
-/// What is doubtful about the file's word for the unit of its deflections; empty when it is the run's unit.
-std::string DoubtAboutUnits(const std::string& deflectionUnits, bool englishUnits);
+/// A line when the file's word for the unit of its loads or deflections is missing, unknown or not the run's unit.
+std::optional<std::string> DoubtAboutLoadUnits(const std::string& loadUnits, bool englishUnits);
+std::optional<std::string> DoubtAboutDeflectionUnits(const std::string& deflectionUnits, bool englishUnits);
 
 /// The reading as it would have been with the gain found in the reference calibration: times interim over initial gain,
 /// rounded half to even to four decimals for mils, two for microns. Without an initial gain it is 0.
 double NormalisedReading(double reading, double interimGain, double initialGain, bool englishUnits);
 
-/// Stores the readings of all sensors in the trial in hand; there must be room for it. Drops are numbered through all
-/// test locations. Missing drops are 0, those after the 50th are ignored. Serial numbers and initial gains that the run
-/// lacks are taken, too. A file without drops changes nothing.
-RelativeReadings ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run);
+/// Takes the drops of all sensors as those of the trial in hand, numbered through all test locations; there must be
+/// room for it. Missing drops are 0, those after the 50th are ignored. Serial numbers and initial gains that the run
+/// lacks are taken, too. rawFileName: the FWD's file as the operator chose it. Gives the number of drops in the file,
+/// which is test locations times the drops of the first one; a file without drops changes nothing.
+long long ReadRelativeTrial(const PDDXFile& file, CalibrationRun& run, const std::string& rawFileName);
 
 }  // namespace bellmark

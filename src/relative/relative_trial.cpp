@@ -50,15 +50,18 @@ void CountRelativeTrial(CalibrationRun& run) {
     SetFinalGains(run);
 }
 
-std::vector<std::string> TrialsRepeated(const CalibrationRun& run) {
-    std::vector<std::string> lines;
+void AddDoubtsAboutReadings(const CalibrationRun& run, std::vector<std::string>& doubts) {
+    if (run.RelTrialInHand) {
+        const RelativeTrialInHand& file = *run.RelTrialInHand;
+        doubts.insert(doubts.end(), file.unreadable.begin(), file.unreadable.end());
+        doubts.insert(doubts.end(), file.unitDoubts.begin(), file.unitDoubts.end());
+    }
     for (std::size_t t = 0; t < static_cast<std::size_t>(run.RelTrials); ++t) {
         bool same = SensorCount(run) > 0;
         for (std::size_t s = 0; same && s < SensorCount(run); ++s)
             same = run.Sensor[s].RelTrial[t].DropData == TrialOfSensor(run, s).DropData;
-        if (same) lines.push_back("The readings are those of trial " + NumberText(t + 1) + ", to the last digit.");
+        if (same) doubts.push_back("The readings are those of trial " + NumberText(t + 1) + ", to the last digit.");
     }
-    return lines;
 }
 
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run) {
@@ -83,8 +86,7 @@ std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run) {
         doubts.insert(doubts.begin(), "The file holds " + NumberText(run.RelTrialInHand->dropsInFile) +
                                           " drops in place of " + NumberText(relativeDrops) + '.');
     }
-    const auto repeated = TrialsRepeated(run);
-    doubts.insert(doubts.end(), repeated.begin(), repeated.end());
+    AddDoubtsAboutReadings(run, doubts);
     AddDoubtsAboutPositions(run, doubts);
     return doubts;
 }

@@ -25,14 +25,15 @@ void BeginRelativeTrial(CalibrationRun& run);
 /// Counts the trial in hand, four at most, and sets each sensor's final gain to the mean of its gains.
 void CountRelativeTrial(CalibrationRun& run);
 
-/// One line for each accepted trial that the trial in hand repeats to the last digit: the same file was read twice.
-std::vector<std::string> TrialsRepeated(const CalibrationRun& run);
+/// Adds a line for each doubt about the readings of the trial in hand: what the file has in place of a number, its
+/// units, and each accepted trial that it repeats to the last digit, as when the same file was read twice.
+void AddDoubtsAboutReadings(const CalibrationRun& run, std::vector<std::string>& doubts);
 
 /// One line for each sensor of the trial in hand without a gain or without a deflection: it has no result.
 std::vector<std::string> SensorsWithoutResult(const CalibrationRun& run);
 
-/// One line for each doubt about the trial in hand: those sensors, a wrong number of drops, stand positions missing or
-/// given twice. Empty for a trial that may be used.
+/// One line for each doubt about the trial in hand: those sensors and readings, a wrong number of drops, stand
+/// positions missing or given twice. Empty for a trial that may be used.
 std::vector<std::string> DoubtsAboutTrial(const CalibrationRun& run);
 
 /// Whether the stand position of a sensor in the trial in hand is missing or given to another one, too.

@@ -65,6 +65,9 @@ struct ReferenceTrialSummary {
 struct RelativeTrialInHand {
     std::string rawFileName;  ///< the FWD's file as the operator chose it
     long long dropsInFile = 0;
+    /// What stands where a reading should be and is none, as "Drop 5, sensor 3: \"abc\"". It counts as 0.
+    std::vector<std::string> unreadable{};
+    std::vector<std::string> unitDoubts{};  ///< units of the file that are unknown or not the run's, a line each
 };
 
 /// A relative trial over all sensors and sets.

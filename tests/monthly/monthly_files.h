@@ -31,8 +31,9 @@ struct MonthlyFile {
                "\r\n[Device Configuration]\r\nNumberOfDeflectionSensors=" + NumberText(sensors) +
                "\r\n[Device Calibration]\r\nSensorCalibrationCenterGain=" + gains +
                "\r\n[Operations Information]\r\nOperatorName=A. Sample\r\nEndDate=09-03-2012\r\n[Units]\r\n"
-               "LoadUnits=lbf\r\nDeflectionUnits=" +
-               units + "\r\n[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=" +
+               "LoadUnits=" +
+               (units == "mils" ? "pounds" : "kN") + "\r\nDeflectionUnits=" + units +
+               "\r\n[Deflection Data]\r\nNumberOfTestLocations=1\r\n[Test Location 1]\r\nNumberOfDrops=" +
                NumberText(drops) + "\r\n";
         for (int drop = 1; drop <= drops; ++drop) {
             text += "DropData_" + NumberText(drop) + "=" + NumberText(12000 + drop);

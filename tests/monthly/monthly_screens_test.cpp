@@ -294,7 +294,8 @@ TEST_F(MonthlyScreens, UnitsOfTheFileAreTold) {
     Browse(file);
     relative->cmdNext.UserClick();
     const char* doubt = "The file's deflections are in microns, the calibration is in mils.";
-    EXPECT_THAT(Boxes(), ElementsAre(HasSubstr(doubt)));
+    const char* loads = "The file's loads are in kN, the calibration is in pounds.";
+    EXPECT_THAT(Boxes(), ElementsAre(AllOf(HasSubstr(loads), HasSubstr(doubt))));
     LookAtPlot();
     QueueAnswer(Answer::No);
     results->cmdNext.UserClick();

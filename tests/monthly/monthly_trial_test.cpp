@@ -352,7 +352,7 @@ TEST(ReadMonthlyTrial, TakesWhatTheFileTells) {
     file.gains[3] = 1.012;
     file.firstDrop = "x, 500.1,, 1E300, 499 . 5";
     const MonthlyReading reading = ReadInto(run, file);
-    EXPECT_THAT(reading.unreadable,
+    EXPECT_THAT(run.RelTrialInHand->unreadable,
                 ElementsAre("Drop 1, load: \"x\"", "Drop 1, sensor 2: \"\"", "Drop 1, sensor 3: \"1E300\"",
                             "Drop 1, sensor 4: \"499 . 5\"", "Drop 1, sensor 5: \"\"", "Drop 1, sensor 6: \"\"",
                             "Drop 1, sensor 7: \"\""));
@@ -386,6 +386,7 @@ TEST(ReadMonthlyTrial, AFileOfAnotherFWDDiffersFromTheRun) {
 TEST(AnalyseMonthlyTrial, SaysNothingWhereNothingCanBeSaid) {
     CalibrationRun run;
     SampleDocument file = SampleOf(7, 35);
+    file.deflectionUnits = "mils";
     file.readings.assign(7, std::vector<double>(35, 19.81));
     ReadInto(run, file);
     const MonthlyAnalysis equal = AnalyseMonthlyTrial(run, 1, 0, FailOnWarning);

@@ -219,12 +219,16 @@ TEST_F(RelativeScreens, DoubtfulFilesAreToldOfAndAskedAbout) {
         {Document(1, 60), {count + "60."}, "The file holds 60 drops in place of 40."},
         {Replaced(Document(1, 40), "=12000, 500, 501,", "=12000, 500, ,"),
          {unusable + "\\n     Drop 1, sensor 2: \"\"\\n"},
-         ""},
+         "Drop 1, sensor 2: \"\""},
         {Replaced(Document(1, 40), "=12000, 500, 501, 502", "=12000, nan, 1E308, x"),
          {unusable + "\\n     Drop 1, sensor 1: \"nan\"\\n     Drop 1, sensor 2: \"1E308\""},
-         ""},
-        {Document(1, 40, "", "mils"), {"The file's deflections are in mils, the calibration is in microns."}, ""},
-        {Document(1, 40, "", "furlongs"), {"The unit of the file's deflections, \"furlongs\", is not known."}, ""},
+         "Drop 1, sensor 1: \"nan\""},
+        {Document(1, 40, "", "mils"),
+         {"The file's deflections are in mils, the calibration is in microns."},
+         "The file's deflections are in mils"},
+        {Document(1, 40, "", "furlongs"),
+         {"The unit of the file's deflections, \"furlongs\", is not known."},
+         "The unit of the file's deflections"},
     };
     for (const auto& row : rows) {
         relative->BeginTrial();
