@@ -15,7 +15,7 @@ endif()
 
 # Links a test of sanitized code in a tenth of the time.
 find_program(MOLD_PROGRAM mold)
-if(MOLD_PROGRAM)
+if(MOLD_PROGRAM AND NOT CMAKE_CROSSCOMPILING)
   add_link_options(-fuse-ld=mold)
 endif()
 
@@ -68,6 +68,9 @@ function(bellmark_program name)
   cmake_parse_arguments(PARSE_ARGV 1 PROGRAM "" "" "DEPENDS")
   add_executable(${name} main.cpp)
   target_link_libraries(${name} PRIVATE ${PROGRAM_DEPENDS})
+  if(WIN32)
+    target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/windows/program.rc")
+  endif()
   get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
   bellmark_record_dependencies("${folder}/main.cpp" ${PROGRAM_DEPENDS})
 endfunction()

@@ -16,6 +16,7 @@
 #include "console/script_runner.h"
 #include "controls/screen.h"
 #include "platform/clock.h"
+#include "platform/command_line.h"
 #include "platform/instance_lock.h"
 #include "platform/portable_machine.h"
 #include "platform/timers.h"
@@ -179,7 +180,7 @@ int RunScript(const Options& options) {
 }  // namespace
 
 int main(int count, char** words) {
-    const Options options = ReadOptions({words + 1, words + count});
+    const Options options = ReadOptions(CommandLineWords(count, words));
     if (options.help) {
         std::cout << helpText;
         return 0;

@@ -78,7 +78,7 @@ struct SumsOfChunk {
 
 // Four roots at a time instead of two, where the processor can. The results are the same: each operation is rounded
 // separately.
-#if defined(__x86_64__)
+#if defined(__x86_64__) && defined(__linux__)
 [[gnu::target_clones("avx2", "default")]]
 #endif
 void StdDevsOf(const SumsOfChunk& sums, double* stdDevs, Index count, int window) {

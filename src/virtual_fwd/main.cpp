@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/clock.h"
+#include "platform/command_line.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "virtual_fwd/virtual_center.h"
@@ -296,7 +297,7 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
 
 int main(int count, char** words) {
     try {
-        const CommandLine line = ReadCommandLine({words + 1, words + count});
+        const CommandLine line = ReadCommandLine(CommandLineWords(count, words));
         if (line.help) {
             std::cout << helpText;
             return 0;

@@ -1,5 +1,7 @@
 # Runs SCRIPT with the program CONSOLE on FOLDER/sample: the folder left by an earlier script when it GOES_ON, otherwise
-# an imaginary center made by the program VIRTUAL_FWD.
+# an imaginary center made by the program VIRTUAL_FWD, with the CONVERTER where the sample's cannot run. Where the
+# programs are Windows', EMULATOR starts them, and FOLDER/sample is the drive T: the calibrations lie at the root of the
+# program's drive.
 
 function(make_center)
   file(REMOVE_RECURSE "${FOLDER}")
@@ -11,19 +13,31 @@ function(make_center)
     separate_arguments(own UNIX_COMMAND "${CMAKE_MATCH_1}")
     list(APPEND options ${own})
   endif()
-  execute_process(COMMAND "${VIRTUAL_FWD}" --folder sample ${options} WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE failed)
+  execute_process(COMMAND ${EMULATOR} "${VIRTUAL_FWD}" --folder sample ${options} WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE failed)
   if(failed)
     message(FATAL_ERROR "The imaginary center could not be made.")
   endif()
   # The fake converter and the template of the certificate.
   file(COPY "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../../sample/" DESTINATION "${FOLDER}/sample")
   file(COPY "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/files/" DESTINATION "${FOLDER}/sample")
+  if(CONVERTER)
+    file(COPY "${CONVERTER}" DESTINATION "${FOLDER}/sample")
+  endif()
 endfunction()
 
 if(NOT GOES_ON)
   make_center()
 endif()
-execute_process(COMMAND "${CONSOLE}" --folder sample "${SCRIPT}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE failed)
+set(program_folder sample)
+if(EMULATOR)
+  set(program_folder t:/)
+  set(drives "$ENV{HOME}/.wine/dosdevices")
+  if(DEFINED ENV{WINEPREFIX})
+    set(drives "$ENV{WINEPREFIX}/dosdevices")
+  endif()
+  file(CREATE_LINK "${FOLDER}/sample" "${drives}/t:" SYMBOLIC)
+endif()
+execute_process(COMMAND ${EMULATOR} "${CONSOLE}" --folder ${program_folder} "${SCRIPT}" WORKING_DIRECTORY "${FOLDER}" RESULT_VARIABLE failed)
 if(failed)
   message(FATAL_ERROR "${SCRIPT} did not hold.")
 endif()
