@@ -2,6 +2,9 @@
 
 #include "app/doors.h"
 #include "app/program.h"
+#include "app/save_text.h"
+#include "fwd/f25_file.h"
+#include "pddx/pddx_file.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/numbers.h"
@@ -120,6 +123,37 @@ std::string RunConverter(Program& program, const Path& file, int fileType, const
                : "The converter failed (status " + NumberText(converter->ExitStatus()) + ") and wrote no document.";
 }
 
+/// Whether the program reads a file of a form that it knows. Where there is a converter, too, the operator is asked,
+/// once after each start.
+bool ReadsItself(Program& program, const Path& file) {
+    if (!IsF25(program.Services.files.ReadBytes(file))) return false;
+    std::optional<bool>& chosen = program.Run.ReadsF25Files;
+    if (!program.Services.files.IsFile(ActualPath(program.Services.files, program.Folder() / converterName)))
+        return true;
+    if (!chosen) {
+        chosen = program.ShowBox(
+                     "This is an F25 file. Bellmark reads such files itself.\r\nDo you want the converter to "
+                     "read this one and those to come?",
+                     box::yesNo + box::question + box::secondIsDefault, "F25") == Answer::No;
+    }
+    return *chosen;
+}
+
+/// Why the file could not be read; empty when its document was written.
+std::string WriteDocumentOfF25(Program& program, const Path& file, const Path& path) {
+    FileSystem& files = program.Services.files;
+    try {
+        PDDXFile document;
+        FillDocument(ReadF25(files.ReadBytes(file)), program.Run.EnglishUnits, document);
+        std::string text;
+        document.PDDX_Output(text);
+        SaveText(program, path, text);
+        return {};
+    } catch (const F25Error& error) {
+        return error.what();
+    }
+}
+
 }  // namespace
 
 bool CheckReportOverwrite(Program& program, const Path& path) {
@@ -146,20 +180,23 @@ bool CheckReportsOverwrite(Program& program, const std::vector<Path>& paths) {
 
 Conversion ConvertFWDFile(Program& program, const Path& file, int fileType, bool copyIntoRun) {
     const Conversion unchanged{file, false, false};
-    std::string problem;
+    std::string problem, title = "Ferrylink";
     try {
         const auto source = copyIntoRun ? CopyToDataFolder(program, file) : file;
         if (!source) return {file, false, true};
         const Path document = ConvertedName(*source);
         if (!CheckReportOverwrite(program, document)) return unchanged;
         const OldDocument old(program.Services.files, document);
-        problem = RunConverter(program, *source, fileType, document);
+        const bool readsItself = ReadsItself(program, *source);
+        if (readsItself) title = "F25";
+        problem = readsItself ? WriteDocumentOfF25(program, *source, document)
+                              : RunConverter(program, *source, fileType, document);
         if (problem.empty()) return {document, true, false};
     } catch (const FileError& error) {
         problem = error.what();
     }
     program.ShowBox("The file " + PathText(file.filename()) + " could not be converted.\r\n" + problem, box::critical,
-                    "Ferrylink");
+                    title);
     return {file, false, true};
 }
 

@@ -142,6 +142,7 @@ struct Session {
     bool AcquisitionActive = false;
     bool BurstCapture = false;  ///< capture fires at once, without waiting for a pulse
 
+    std::optional<bool> ReadsF25Files;  ///< not the converter does; unknown until the operator was asked
     bool DropRejected = false;
     bool DropAborted = false;     ///< the wait for a capture is to stop
     bool ButtonDown = false;      ///< the hand button was pressed at the last poll

@@ -59,6 +59,30 @@ TEST_F(Conversions, TheCopyInTheDataFolderIsConverted) {
     EXPECT_EQ(machine.files.ReadBytes(machine.folder / "InterimCal20120309/Trial 1.F25"), "drops");
 }
 
+TEST_F(Conversions, AnF25FileIsReadWithoutAConverterOrByTheOneThatIsThere) {
+    const std::string header =
+        "5001,25.99\r\n5002,\"25SI\"\r\n5200,\"L\",2,1.0\r\n5201,\"S\",1.0\r\n5020,150,0\r\n5301,0,0,0,0,0\r\n";
+    machine.Write("transfer/Trial 1.F25", header + "1,700,500.5\r\n");
+    EXPECT_TRUE(Convert().done);
+    EXPECT_THAT(machine.files.ReadBytes(document), HasSubstr("DropData_1 = 11123.6,19.7047\r\n"));
+    machine.Write("transfer/Trial 1.F25", header + "1,700,x\r\n");
+    machine.files.RemoveFile(machine.folder / "InterimCal20120309/Trial 1.F25");
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    machine.dialogs.QueueAnswer(Answer::OK);
+    EXPECT_TRUE(Convert().told);
+    EXPECT_THAT(machine.dialogs.TakeBoxes().back(), HasSubstr("Line 7: \"x\" is not a number."));
+    EXPECT_THAT(machine.files.ReadBytes(document), HasSubstr("DropData_1 = 11123.6")) << "the old document stays";
+    // The operator is asked once.
+    InstallConverter(goodConverter);
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    EXPECT_TRUE(Convert().done);
+    EXPECT_THAT(machine.dialogs.TakeBoxes().back(), HasSubstr("This is an F25 file."));
+    machine.dialogs.QueueAnswer(Answer::Yes);
+    EXPECT_TRUE(Convert().done);
+    EXPECT_EQ(machine.files.ReadBytes(document), "new\n");
+}
+
 TEST_F(Conversions, TheArgumentIsPathCommaType) {
     InstallConverter(goodConverter);
     machine.files.Rename(machine.folder / "transfer/Trial 1.F25", machine.folder / "transfer/T.F20");
