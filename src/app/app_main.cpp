@@ -3,6 +3,7 @@
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/monthly_run.h"
 #include "app/program.h"
 #include "app/start_cleaning.h"
@@ -115,6 +116,7 @@ void NameInterimStore(Program& program) {
     program.Run.InterimFileName = free + ".DDX";
     program.Run.InterimFolderName = free;
     program.Run.StoreIsOfThisSitting = true;
+    BeginJournal(program, "The calibration is begun");
 }
 
 void LeaveInterimStore(Program& program) {

@@ -6,6 +6,7 @@
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/fwd_configuration.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/removed_runs.h"
 #include "app/save_text.h"
@@ -175,6 +176,7 @@ bool LoadInterimCalibration(Program& program) {
     const bool setupIsUnderWay = run.CurrentProcedure == Procedure::Setup && run.CurrentProcStep >= step::setupCenter;
     run.SetupComplete = !setupIsUnderWay;
     run.ProgramStarted = setupIsUnderWay;
+    BeginJournal(program, "The calibration is resumed");
     setup.RefreshFromRun();
     setup.AllowCalibration();
     return true;

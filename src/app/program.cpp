@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "app/journal.h"
 #include "pddx/pddx_file.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -39,16 +40,23 @@ void Program::Compose(int code, const std::vector<MessageValue>& values) {
     ErrorMessages(Run, code, values, {Folder(), Now(), Center.ReferenceLoadCellUnits});
 }
 
+/// The journal tells which messages the operator saw, and what he answered.
+Answer Program::Show(const MessageBox& message) {
+    const Answer answer = Services.dialogs.Show(message);
+    AddToJournal(*this, message, answer);
+    return answer;
+}
+
 Answer Program::ShowComposed() {
-    return Services.dialogs.Show(ComposedBox(Run));
+    return Show(ComposedBox(Run));
 }
 
 Answer Program::ShowComposed(int style) {
-    return Services.dialogs.Show(ComposedBox(Run, style));
+    return Show(ComposedBox(Run, style));
 }
 
 Answer Program::ShowBox(const std::string& text, int style, const std::string& title) {
-    return Services.dialogs.Show({text, style, title, 0});
+    return Show({text, style, title, 0});
 }
 
 DateTime Program::Now() const {

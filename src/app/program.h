@@ -19,6 +19,7 @@
 namespace bellmark {
 
 class PDDXFile;
+struct MessageBox;
 
 /// One running program: its records, its services and its screens behind their doors. Passed by reference; there is
 /// nothing global, so that two of them can live side by side.
@@ -37,6 +38,7 @@ class Program {
     std::unique_ptr<PDDXFile> CenterDocument;    ///< the center's file as it was read
     std::optional<CenterConfig> CenterSetAside;  ///< while a saved drop is replayed
     bool ToldOfLetters = false;                  ///< the operator knows that a name could not be stored
+    std::string UnwrittenJournal;                ///< lines of before the run had a folder; see journal.h
     PageHeader Header;
     ScreenStack Screens;
 
@@ -76,6 +78,7 @@ class Program {
 
   private:
     std::shared_ptr<void>& Open(std::type_index door);
+    Answer Show(const MessageBox& message);
     void TellFailure(const std::string& what, const std::string& why);
 
     std::map<std::type_index, std::function<std::shared_ptr<void>()>> makers_;

@@ -6,6 +6,7 @@
 #include "analysis/limits.h"
 #include "app/daily_calibration.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "app/workflow.h"
@@ -299,6 +300,7 @@ void frmGetFWDData::AcceptTrial() {
         return;
     }
     PrintReport();
+    AddToJournal(program_, "Load cell trial " + NumberText(run_.LoadCellRefTrials) + " accepted");
     EndTrial();
     if (run_.LoadCellRefTrials == 1) {
         program_.The<MainMenuDoor>().CalibrateLoadCell();
@@ -329,6 +331,7 @@ void frmGetFWDData::RejectTrial() {
         "Are you sure you want to reject this trial?\r\nClicking on YES will cause the trial data to be lost!",
         box::yesNo + box::question + box::secondIsDefault, title);
     if (sure != Answer::Yes) return;
+    AddToJournal(program_, "Reference trial " + NumberText(TrialCount(run_)) + " rejected");
     DropCountedTrial(run_);
     EndTrial();
     if (repeat == Answer::Yes) {

@@ -5,6 +5,7 @@
 
 #include "analysis/limits.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/workflow.h"
 #include "fwd/std_error_color.h"
@@ -185,6 +186,7 @@ void frmRefReview::ShowStatistics(const ReferenceStatistics& stats) {
 void frmRefReview::AcceptTrial() {
     program_.The<FWDDataDoor>().PrintReport();
     RefCalcStats(run_, run_.RefTrials - 1, run_.RefTrials);
+    AddToJournal(program_, "Sensor reference trial " + NumberText(run_.RefTrials) + " accepted");
     LeaveTrial(run_);
     run_.StdDevWarningDone = false;
     run_.CurrentProcStep = step::sensorsTrial;

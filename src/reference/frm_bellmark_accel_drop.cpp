@@ -4,6 +4,7 @@
 
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/replay.h"
 #include "platform/dialogs.h"
@@ -116,9 +117,12 @@ void frmBellmark_AccelDrop::ShowDrop() {
     AllowAnswers();
     run.ButtonDown = false;
     PollButton(true);
-    if (!run.Trial.ReplayMode() && !WriteDropFile()) {
-        acceptable_ = false;
-        cmdAccept.Enabled = false;
+    if (!run.Trial.ReplayMode()) {
+        Note("captured, peak " + lblPeakMils.Caption.Get() + " or " + lblPeakMicrons.Caption.Get());
+        if (!WriteDropFile()) {
+            acceptable_ = false;
+            cmdAccept.Enabled = false;
+        }
     }
     for (const NumberedMessage& message : verdict->boxes) {
         program_.Compose(message.code, message.values);
@@ -191,11 +195,19 @@ void frmBellmark_AccelDrop::SuggestAnswer() {
     SetFocus(reject ? cmdReject : cmdAccept.Enabled ? static_cast<Control&>(cmdAccept) : cmdMainMenu);
 }
 
-bool frmBellmark_AccelDrop::WriteDropFile() {
+std::string frmBellmark_AccelDrop::FileName() const {
     const CalibrationRun& run = program_.Run;
+    return DropFileName(run.CurrentProcedure, NumberOfTrialShown(run), {run.CurrentHeightIndex, run.CurrentDropIndex});
+}
+
+/// Into the journal, about the drop in hand.
+void frmBellmark_AccelDrop::Note(const std::string& event) {
+    AddToJournal(program_, "Drop " + FileName() + ' ' + event);
+}
+
+bool frmBellmark_AccelDrop::WriteDropFile() {
     FileSystem& files = program_.Services.files;
-    const std::string name =
-        DropFileName(run.CurrentProcedure, NumberOfTrialShown(run), {run.CurrentHeightIndex, run.CurrentDropIndex});
+    const std::string name = FileName();
     try {
         files.CreateFolder(program_.InterimFolder());
         ReplaceTextFile(files, program_.InterimFolder() / PathFromText(name), instrument_->FileText(program_.Now()));
@@ -259,6 +271,7 @@ void frmBellmark_AccelDrop::cmdAccept_Click() {
     const bool wasReplay = trial.ReplayMode();
     const bool backToFWDData = trial.TrialReview();
     if (!wasReplay) {
+        Note("accepted");
         const DropRecord& drop = program_.Drop;
         TakePeak(trial, trial.shape.englishUnits ? drop.PeakEnglish : drop.PeakMetric, {drop.ExcessNoise, outOfRange_});
         program_.Drop.ExcessNoise = false;
@@ -283,6 +296,7 @@ void frmBellmark_AccelDrop::cmdReject_Click() {
 
 void frmBellmark_AccelDrop::RejectDrop() {
     CalibrationRun& run = program_.Run;
+    if (!run.Trial.ReplayMode()) Note("rejected");
     ClearDropResults();
     run.DropRejected = true;
     program_.Drop.ExcessNoise = false;

@@ -66,6 +66,8 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void PlotResponse();
     void OpenPanel();
     void RejectDrop();
+    std::string FileName() const;
+    void Note(const std::string& event);
     void LeaveReview();
     void SetState(const char* words, Color color);
     void PollButton(bool poll);

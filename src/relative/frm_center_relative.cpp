@@ -4,6 +4,7 @@
 
 #include "app/analysis_warning.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/variance_grid.h"
 #include "app/workflow.h"
@@ -107,6 +108,7 @@ void frmCenterRelative::ReturnFromPlot() {
 
 void frmCenterRelative::AcceptRelativeTrial() {
     CountRelativeTrial(run_);
+    AddToJournal(program_, "Relative trial " + NumberText(run_.RelTrials) + " accepted");
     run_.CurrentProcStep = step::sensorsRelative;
     SaveInterimCalibration(program_);
     if (run_.RelTrials % 2 == 1) {

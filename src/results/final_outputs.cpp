@@ -3,6 +3,7 @@
 #include "app/center_file.h"
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/print_if_asked.h"
 #include "app/program.h"
 #include "app/save_text.h"
@@ -116,6 +117,7 @@ void WriteFinalOutputs(Program& program) {
     const Path forFWD =
         AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
     run.DocumentForFWD = WriteDocumentForFWD(program, forFWD) ? forFWD : Path();
+    AddToJournal(program, "The final outputs are written to " + PathText(run.OutputFolder));
     KeepRunInOutputs(program, forFWD, today);
     const bool hasCertificate = program.The<ReportDoor>().PrintReferenceCalReport();
     WriteCertificateData(program);

@@ -1,8 +1,10 @@
 #include "results/trial_deletion.h"
 
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/removed_runs.h"
+#include "platform/numbers.h"
 #include "run/trial.h"
 
 namespace bellmark {
@@ -28,6 +30,9 @@ bool DeleteTrialsWithFiles(Program& program, const TrialFileKind& kind, const Tr
     FileSystem& files = program.Services.files;
     const Path safeCopy = FreeSafeCopy(files, data);
     DeleteTrialFiles(files, data, safeCopy, kind, marks);
+    for (std::size_t t = 0; t < maxTrials; ++t) {
+        if (marks[t]) AddToJournal(program, std::string(kind.words) + ' ' + NumberText(t + 1) + " deleted");
+    }
     RenumberTrialInHand(program.Run, kind, marks);
     takeOut();
     // Before this save the stored run still has all trials.

@@ -9,13 +9,14 @@
 namespace bellmark {
 
 struct TrialFileKind {
-    std::string_view dropPrefix;           ///< of the drops' files: "LoadCell" of "LoadCell2-H3D1.txt"; empty for none
-    std::string_view reportExtension;      ///< of the reports' files: "LC" of "8002-123 09-Mar-2012 LC-9.LC2"
+    std::string_view dropPrefix;       ///< of the drops' files: "LoadCell" of "LoadCell2-H3D1.txt"; empty for none
+    std::string_view reportExtension;  ///< of the reports' files: "LC" of "8002-123 09-Mar-2012 LC-9.LC2"
+    std::string_view words;
     bool isNumberBeforeExtension = false;  ///< as in "8002-123 09-03-2012 2.RL"
 };
-inline constexpr TrialFileKind loadCellTrialFiles{"LoadCell", "LC"};
-inline constexpr TrialFileKind referenceTrialFiles{"Reference", "RF"};
-inline constexpr TrialFileKind relativeTrialFiles{"", "RL", true};
+inline constexpr TrialFileKind loadCellTrialFiles{"LoadCell", "LC", "Load cell trial"};
+inline constexpr TrialFileKind referenceTrialFiles{"Reference", "RF", "Sensor reference trial"};
+inline constexpr TrialFileKind relativeTrialFiles{"", "RL", "Relative trial", true};
 
 /// The trials to be deleted, the first at index 0.
 using TrialMarks = std::array<bool, maxTrials>;
