@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+class QMainWindow;
+class QMenu;
+
+namespace bellmark {
+
+class Screen;
+class ScreenStack;
+
+/// Puts the screens that can be looked at beside any other, such as the board's, into docks at the foot of the window,
+/// with an entry for each in the menu. mainFrame is not among them.
+void AddSideScreens(QMainWindow& window, QMenu& menu, const ScreenStack& screens, const Screen& mainFrame,
+                    const std::function<void(const QString&)>& tellUser);
+
+}  // namespace bellmark
