@@ -127,8 +127,8 @@ void ComediDevice::Select(const std::string& board) {
     AskForRing();
 }
 
-/// The driver keeps two seconds of samples while the program is busy. A driver that refuses keeps what it has; what does
-/// not fit is an overrun, which is told.
+/// The driver keeps two seconds of samples while the program is busy. A driver that refuses keeps what it has; what
+/// does not fit is an overrun, which is told.
 void ComediDevice::AskForRing() const {
     const auto wanted = static_cast<int>(ringSeconds * usualSamplesPerSecond * input_->BytesPerSample());
     if (comedi_get_buffer_size(board_.get(), input_->Subdevice()) >= wanted) return;
@@ -159,15 +159,15 @@ void ComediDevice::StartContinuous(int channel, int samplesPerSecond) {
     comedi_cmd command = FlowCommand(board_.get(), *input_, &channels, static_cast<unsigned>(samplesPerSecond));
     const int file = comedi_fileno(board_.get());
     fcntl(file, F_SETFL, fcntl(file, F_GETFL) | O_NONBLOCK);
-    if (comedi_command(board_.get(), &command) < 0)
-        throw ComediFailure(deviceFile_, "The capture cannot be started");
+    if (comedi_command(board_.get(), &command) < 0) throw ComediFailure(deviceFile_, "The capture cannot be started");
     flows_ = true;
     left_ = 0;
 }
 
 void ComediDevice::Serve() {
     if (!flows_) return;
-    // Samples that the board still holds itself are handed on at once. A driver that cannot do that delivers them later.
+    // Samples that the board still holds itself are handed on at once. A driver that cannot do that delivers them
+    // later.
     comedi_poll(board_.get(), input_->Subdevice());
     const std::size_t size = input_->BytesPerSample();
     bytes_.resize(Room() * size);

@@ -247,7 +247,8 @@ void frmKUSB::StopAcq() {
 
 void frmKUSB::GetResultsVolts(std::vector<float>& volts, int& count) {
     const std::vector<RawSample> samples = ring_.InOrderOfTime();
-    std::transform(samples.begin(), samples.end(), volts.begin(), [this](RawSample raw) { return device_->VoltsOf(raw); });
+    std::transform(samples.begin(), samples.end(), volts.begin(),
+                   [this](RawSample raw) { return device_->VoltsOf(raw); });
     count = static_cast<int>(samples.size());
     // The element after the last sample is as in a fresh record.
     if (samples.size() < volts.size()) volts[samples.size()] = 0;

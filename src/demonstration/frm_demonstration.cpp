@@ -101,8 +101,8 @@ void frmDemonstration::ShowDrop(bool isDue) {
     }
     const DropNumber number = NumberOfDrop(program_.Run);
     lblDrop.Caption = "The drop of trial " + NumberText(number.trial) + ", height " + NumberText(number.height) +
-                      ", drop " + NumberText(number.drop) + " comes " +
-                      NumberText(signal_.Drops().secondsToDrop) + " seconds after arming.";
+                      ", drop " + NumberText(number.drop) + " comes " + NumberText(signal_.Drops().secondsToDrop) +
+                      " seconds after arming.";
 }
 
 void frmDemonstration::StartContinuous(int, int) {

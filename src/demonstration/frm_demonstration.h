@@ -13,9 +13,9 @@ namespace bellmark {
 class Program;
 
 /// The live demonstration board, for practice without hardware: it streams the signal of the imaginary center as time
-/// goes on, and its screen is what an operator's hands would do. The temperature sensor is on channel 0, the hand button
-/// on the button's channel, the signal conditioner on all others. The conditioner is connected to the instrument of the
-/// procedure in hand.
+/// goes on, and its screen is what an operator's hands would do. The temperature sensor is on channel 0, the hand
+/// button on the button's channel, the signal conditioner on all others. The conditioner is connected to the instrument
+/// of the procedure in hand.
 class frmDemonstration : public Screen, public QueuedDevice {
   public:
     frmDemonstration(Program& program, virtual_fwd::LiveDrops drops);

@@ -17,10 +17,10 @@ namespace bellmark::virtual_fwd {
 inline constexpr const char* liveDropsName = "DemonstrationBoard.ini";
 
 struct LiveDrops {
-    std::uint64_t seed = 2012;       ///< of the board's noise
-    double secondsToDrop = 4;        ///< from arming to the pulse
-    double noisePounds = 6;          ///< of the load cell at rest: standard deviation
-    double accelNoiseVolts = 0.0008; ///< of the accelerometer at rest
+    std::uint64_t seed = 2012;        ///< of the board's noise
+    double secondsToDrop = 4;         ///< from arming to the pulse
+    double noisePounds = 6;           ///< of the load cell at rest: standard deviation
+    double accelNoiseVolts = 0.0008;  ///< of the accelerometer at rest
     std::map<DropNumber, PulseModel> loadCell;
     std::map<DropNumber, AccelPulseModel> accelerometer;
 };

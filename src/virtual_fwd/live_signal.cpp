@@ -87,8 +87,7 @@ double LiveSignal::VoltsAt(double seconds) {
 
 std::vector<std::uint32_t> LiveSignal::RawSamples(double start, std::size_t count) {
     std::vector<std::uint32_t> raw(count);
-    for (std::size_t i = 0; i < count; ++i)
-        raw[i] = RawOf(VoltsAt(start + static_cast<double>(i) / samplesPerSecond));
+    for (std::size_t i = 0; i < count; ++i) raw[i] = RawOf(VoltsAt(start + static_cast<double>(i) / samplesPerSecond));
     return raw;
 }
 

@@ -33,8 +33,8 @@ class LiveSignal {
     /// One sample.
     double VoltsAt(double seconds);
 
-    /// The board's raw values of a number of samples at 15000 samples per second, the first of them at start: unsigned, 16
-    /// bits over ±10 V.
+    /// The board's raw values of a number of samples at 15000 samples per second, the first of them at start: unsigned,
+    /// 16 bits over ±10 V.
     std::vector<std::uint32_t> RawSamples(double start, std::size_t count);
 
   private:
@@ -50,8 +50,8 @@ class LiveSignal {
     double voltsUpsideDown_;
     bool measuresLoad_ = false;
     double connectedAt_ = 0;  ///< pulses are computed from here: long after the start, seconds lose their last digits
-    PulseModel loadDrop_;    ///< without a pulse while no drop is due
-    double loadDrift_ = 0;  ///< the steepest, pounds per second
+    PulseModel loadDrop_;     ///< without a pulse while no drop is due
+    double loadDrift_ = 0;    ///< the steepest, pounds per second
     std::optional<AccelPulseModel> accelDrop_;
     bool upright_ = true;
     double turnedAt_ = -1e9;
