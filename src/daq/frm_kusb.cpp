@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 
 constexpr float buttonVolts = 5.0F;
 constexpr int keyOfButton = 'N';
-constexpr std::size_t longestLog = 200;  ///< lines
+constexpr std::size_t longestLog = 8000;  ///< characters
 constexpr int usualBits = 16;
 constexpr int mostNewStarts = 20;
 constexpr double smallestMargin = 0.001;  ///< volts, so that a quiet signal looks quiet
@@ -266,10 +266,10 @@ std::optional<std::string> frmKUSB::Refusal(const std::function<void()>& operati
 }
 
 void frmKUSB::Log(const std::string& line) {
-    log_.push_back(line);
-    if (log_.size() > longestLog) log_.pop_front();
-    std::string text;
-    for (const std::string& kept : log_) text += kept + "\r\n";
+    std::string text = txtLog.Text;
+    text += line + "\r\n";
+    // The older half goes when the log is full: it must not grow in the hours of a day.
+    if (text.size() > longestLog) text.erase(0, text.find('\n', text.size() / 2) + 1);
     txtLog.Text = text;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -86,7 +85,6 @@ class frmKUSB : public Screen, public BoardDoor, public Board {
     int newStarts_ = 0;  ///< of the capture in hand, because the computer fell behind
     std::chrono::milliseconds lastData_{};
     std::chrono::milliseconds lastShown_{};
-    std::deque<std::string> log_;  ///< the newest lines
 };
 
 }  // namespace bellmark

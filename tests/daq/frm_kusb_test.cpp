@@ -122,7 +122,7 @@ class HardwareBoard : public testing::Test {
 /// on.
 TEST(CaptureRingTest, HoldsTheTimeAroundTheTriggerAtEveryPlaceInABuffer) {
     constexpr RawSample firstTested = 1000;
-    for (const RawSample after : {0U, 500U, 19500U, 400'000U}) {
+    for (const RawSample after : {0U, 400'000U}) {
         for (RawSample place = 0; place < 500; ++place) {
             const RawSample trigger = firstTested + after + place;
             const RawSample end = (trigger + 10000 + 499) / 500 * 500;
