@@ -21,13 +21,13 @@ class frmDemonstration : public Screen, public QueuedDevice {
     frmDemonstration(Program& program, virtual_fwd::LiveDrops drops);
 
     Label lblDrop{*this, "lblDrop"};  ///< what the board is about to do
-    Button cmdHandButton{*this, "cmdHandButton", "Press Hand Button"};
-    CheckBox chkHoldButton{*this, "chkHoldButton", "Hold the hand button down"};
+    Button cmdHandButton{*this, "cmdHandButton", "Hand Button"};
+    CheckBox chkHoldButton{*this, "chkHoldButton", "Hold it down"};
     Frame fraConditioner{*this, "fraConditioner", "Signal Conditioner"};
     CheckBox chkAutoBalance{fraConditioner, "chkAutoBalance", "Auto Balance"};
-    OptionButton optCalOff{fraConditioner, "optCalOff", "cal", "CAL switch off"};
-    OptionButton optCalPlus{fraConditioner, "optCalPlus", "cal", "CAL switch +"};
-    OptionButton optCalMinus{fraConditioner, "optCalMinus", "cal", "CAL switch -"};
+    OptionButton optCalOff{fraConditioner, "optCalOff", "cal", "CAL off"};
+    OptionButton optCalPlus{fraConditioner, "optCalPlus", "cal", "CAL +"};
+    OptionButton optCalMinus{fraConditioner, "optCalMinus", "cal", "CAL -"};
     Frame fraAccelerometer{*this, "fraAccelerometer", "Accelerometer"};
     OptionButton optUpright{fraAccelerometer, "optUpright", "position", "Upright"};
     OptionButton optUpsideDown{fraAccelerometer, "optUpsideDown", "position", "Upside down"};
