@@ -14,6 +14,8 @@ namespace bellmark {
 
 namespace {
 
+constexpr QSize boardWindow{1100, 380};
+
 QDockWidget* MakeDock(QMainWindow& window, Screen& screen, const std::function<void(const QString&)>& tellUser) {
     auto form = MakeForm(screen.Name());
     if (!form) return nullptr;
@@ -34,8 +36,12 @@ void AddSideScreens(QMainWindow& window, QMenu& menu, const ScreenStack& screens
         if (!dock) continue;
         window.addDockWidget(Qt::BottomDockWidgetArea, dock);
         menu.addAction(dock->toggleViewAction());
-        // The demonstration needs the operator's hands; the board itself is only looked at when something is wrong.
-        dock->setVisible(screen->Name() == "frmDemonstration");
+        // The demonstration needs the operator's hands. The board itself is only looked at when something is wrong, in
+        // a window of its own: beside the others it would take their room.
+        const bool isWorkedByHand = screen->Name() == "frmDemonstration";
+        dock->setFloating(!isWorkedByHand);
+        if (!isWorkedByHand) dock->resize(boardWindow);
+        dock->setVisible(isWorkedByHand);
     }
 }
 

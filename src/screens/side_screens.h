@@ -11,8 +11,8 @@ namespace bellmark {
 class Screen;
 class ScreenStack;
 
-/// Puts the screens that can be looked at beside any other, such as the board's, into docks at the foot of the window,
-/// with an entry for each in the menu. mainFrame is not among them.
+/// Puts the screens that can be looked at beside any other, such as the board's, into docks at the foot of the window
+/// or into windows of their own, with an entry for each in the menu. mainFrame is not among them.
 void AddSideScreens(QMainWindow& window, QMenu& menu, const ScreenStack& screens, const Screen& mainFrame,
                     const std::function<void(const QString&)>& tellUser);
 
