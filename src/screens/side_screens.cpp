@@ -7,8 +7,6 @@
 
 #include "controls/screen.h"
 #include "controls/screen_stack.h"
-#include "screens/forms.h"
-#include "screens/page.h"
 
 namespace bellmark {
 
@@ -16,24 +14,24 @@ namespace {
 
 constexpr QSize boardWindow{1100, 380};
 
-QDockWidget* MakeDock(QMainWindow& window, Screen& screen, const std::function<void(const QString&)>& tellUser) {
-    auto form = MakeForm(screen.Name());
-    if (!form) return nullptr;
+QDockWidget* MakeDock(QMainWindow& window, const Screen& screen, QWidget& page) {
     auto* dock = new QDockWidget(QString::fromStdString(screen.Title()), &window);
     dock->setObjectName(QStringLiteral("decorDock_") + QString::fromStdString(screen.Name()));
     dock->setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
-    dock->setWidget(new Page(screen, std::move(form), tellUser));
+    dock->setWidget(&page);
+    page.show();
     return dock;
 }
 
 }  // namespace
 
 void AddSideScreens(QMainWindow& window, QMenu& menu, const ScreenStack& screens, const Screen& mainFrame,
-                    const std::function<void(const QString&)>& tellUser) {
+                    const std::function<QWidget*(Screen&)>& pageOf) {
     for (Screen* screen : screens.Screens()) {
         if (!screen->IsAlwaysAtHand() || screen == &mainFrame) continue;
-        QDockWidget* dock = MakeDock(window, *screen, tellUser);
-        if (!dock) continue;
+        QWidget* page = pageOf(*screen);
+        if (!page) continue;
+        QDockWidget* dock = MakeDock(window, *screen, *page);
         window.addDockWidget(Qt::BottomDockWidgetArea, dock);
         menu.addAction(dock->toggleViewAction());
         // The demonstration needs the operator's hands. The board itself is only looked at when something is wrong, in
