@@ -23,9 +23,15 @@ namespace {
 /// With hardware the run is live. The simulated board reports itself as available, but nothing can be measured with it.
 void LookForBoard(Program& program) {
     auto& acquisition = program.The<AcquisitionDoor>();
-    program.Header.SetBoardName(acquisition.FindBoard());
+    const std::string name = acquisition.FindBoard();
+    program.Header.SetBoardName(name, acquisition.IsDemonstration() ? colors::suggestedNext : colors::buttonFace);
     program.Run.ReviewMode = !acquisition.HasHardware();
     if (program.Run.ReviewMode) {
+        // A board that is there and cannot be used: the operator is told why.
+        if (const std::string problem = acquisition.WhyNoBoard(); !problem.empty()) {
+            program.Log(problem);
+            program.ShowBox(problem + "\r\nBellmark starts in Review Mode.", box::exclamation);
+        }
         program.The<StartFormDoor>().AnnounceReviewMode();
         program.Header.SetBoardName("No Board: Review");
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/limits.h"
+#include "app/board_error.h"
 #include "app/doors.h"
 #include "app/program.h"
 #include "run/accel_adjustment.h"
@@ -33,8 +34,14 @@ bool AccelCalCurrent(Program& program) {
     if (program.Center.AccelDailyCalibrationTemperatureUnit == "Fahrenheit") {
         calibratedAt = FahrenheitToCelsius(calibratedAt);
     }
-    const bool temperatureFails = ExceedsLimit(std::abs(ReadTemperature(program) - calibratedAt), largestDegrees);
-    return MinutesSinceAccelCal(program) <= longestMinutes && !temperatureFails;
+    if (MinutesSinceAccelCal(program) > longestMinutes) return false;
+    try {
+        return !ExceedsLimit(std::abs(ReadTemperature(program) - calibratedAt), largestDegrees);
+    } catch (const BoardError& error) {
+        // Without the temperature the calibration counts as lapsed; whoever measures is told why.
+        program.Log(error.what());
+        return false;
+    }
 }
 
 bool AccelWasCalibratedToday(const Program& program) {

@@ -71,10 +71,15 @@ class AcquisitionDoor {
     virtual ~AcquisitionDoor() = default;
     virtual std::string FindBoard() = 0;   ///< name of the board in use; "Simulator" when there is none
     virtual bool HasHardware() const = 0;  ///< a real board was found: the simulated one does not count
+    virtual bool IsDemonstration() const { return false; }  ///< the board in use plays a demonstration
+    /// Why FindBoard found a board but cannot use it, for the operator; empty when there is none, or all is well.
+    virtual std::string WhyNoBoard() const { return {}; }
+    /// Why the capture in hand failed, for the operator; empty while it goes on or when it is complete.
+    virtual std::string CaptureProblem() const { return {}; }
     virtual bool BoardAvailable() = 0;
     virtual void InitializeBoard() = 0;
     virtual void ShowDAQ(bool visible) = 0;
-    virtual float OneConversion(int channel) = 0;  ///< volts
+    virtual float OneConversion(int channel) = 0;  ///< volts; throws BoardError when the board cannot be read
     virtual int DAQWaitforButton(int channel) = 0;
     virtual void CaptureBlock(int channel) = 0;
     virtual bool BlockCaptured() = 0;
@@ -95,6 +100,12 @@ class SimulatorDoor {
     virtual void SetRandom(float mean, float amplitude) = 0;  ///< volts
 };
 
+/// frmKUSB, the hardware board. There is none behind the door when no back-end can reach one.
+class BoardDoor {
+  public:
+    virtual ~BoardDoor() = default;
+};
+
 class CollectionDoor {  // frmBellmark_Accel
   public:
     virtual ~CollectionDoor() = default;
@@ -112,6 +123,10 @@ class DropDoor {  // frmBellmark_AccelDrop
     virtual void Start() = 0;           ///< captures, analyses and saves the drop in hand
     virtual void StartReview() = 0;     ///< shows a drop of the trial again
     virtual void DisableButtons() = 0;  ///< until the next drop
+    /// The board's trigger in software, called for each sample of a capture in its order. True once the drop has begun.
+    virtual bool CheckTrigger(double volts) = 0;
+    /// The board fell behind while it waited for the pulse, and the capture was started anew.
+    virtual void TellOfNewStart() = 0;
 };
 
 class PrerequisitesDoor {  // frmPrerequisites

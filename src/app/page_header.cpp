@@ -4,8 +4,9 @@
 
 namespace bellmark {
 
-void PageHeader::SetBoardName(std::string text) {
+void PageHeader::SetBoardName(std::string text, Color color) {
     boardName_ = std::move(text);
+    boardColor_ = color;
     Tell();
 }
 
@@ -49,7 +50,9 @@ ctrlHeader::~ctrlHeader() {
 }
 
 void ctrlHeader::Show() {
-    BoardName.Caption = header_.runName_.empty() ? header_.boardName_ : header_.runName_;
+    const bool showsBoard = header_.runName_.empty();
+    BoardName.Caption = showsBoard ? header_.boardName_ : header_.runName_;
+    BoardName.BackColor = showsBoard ? header_.boardColor_ : colors::buttonFace;
     FWDOwnerName.Caption = header_.fwdOwnerName_;
     FWDNameCtrl.Caption = header_.fwdName_;
     ProcedureName.Caption = header_.procedureName_;

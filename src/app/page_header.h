@@ -12,7 +12,7 @@ class ctrlHeader;
 /// The text of the page header: one text for the whole program, shown by the header of each screen.
 class PageHeader {
   public:
-    void SetBoardName(std::string text);
+    void SetBoardName(std::string text, Color color = colors::buttonFace);
     /// Shown in place of the board while a run needs none; empty shows the board.
     void SetRunName(std::string text);
     void SetFWDOwnerName(std::string text);
@@ -25,6 +25,7 @@ class PageHeader {
     void Tell();
 
     std::string boardName_;
+    Color boardColor_ = colors::buttonFace;
     std::string runName_;
     std::string fwdOwnerName_;
     std::string fwdName_;

@@ -4,8 +4,11 @@
 #include "app/frm_main_menu.h"
 #include "app/frm_master.h"
 #include "app/program.h"
+#include "comedi/make_comedi_device.h"
 #include "daq/frm_daq.h"
+#include "daq/frm_kusb.h"
 #include "daq/frm_simulator.h"
+#include "demonstration/frm_demonstration.h"
 #include "fwd/frm_get_fwd_data.h"
 #include "fwd/frm_ref_review.h"
 #include "fwd/frm_regression_plot.h"
@@ -31,6 +34,17 @@ void RegisterScreen(Program& program) {
     program.Register<Door>([](Program& owner) { return std::make_shared<ScreenType>(owner); });
 }
 
+/// The demonstration board of the program folder, otherwise the boards that the operating system's drivers know.
+std::unique_ptr<AcquisitionDevice> FindDevice(Program& program) {
+    if (auto demonstration = MakeDemonstrationBoard(program)) return demonstration;
+    return MakeComediDevice();
+}
+
+void RegisterBoard(Program& program, std::unique_ptr<AcquisitionDevice> device) {
+    const auto board = std::make_shared<frmKUSB>(program, std::move(device));
+    program.Register<BoardDoor>([board](Program&) { return board; });
+}
+
 }  // namespace
 
 std::unique_ptr<Program> AssembleProgram(Machine& machine) {
@@ -54,11 +68,13 @@ std::unique_ptr<Program> AssembleProgram(Machine& machine) {
     RegisterScreen<ResultsDoor, frmResults>(*program);
     RegisterScreen<ReportDoor, frmReport>(*program);
 
-    // The simulated board is both a screen and a board. This build has no hardware back-end.
+    // Both boards are screens, too.
     RegisterScreen<SimulatorDoor, frmSimulator>(*program);
+    if (auto device = FindDevice(*program)) RegisterBoard(*program, std::move(device));
     program->Register<AcquisitionDoor>([](Program& owner) {
         auto& simulator = dynamic_cast<frmSimulator&>(owner.The<SimulatorDoor>());
-        return std::make_shared<frmDAQ>(owner, simulator, nullptr);
+        auto* hardware = owner.Has<BoardDoor>() ? &dynamic_cast<frmKUSB&>(owner.The<BoardDoor>()) : nullptr;
+        return std::make_shared<frmDAQ>(owner, simulator, hardware);
     });
     return program;
 }

@@ -327,7 +327,8 @@ void ScriptRunner::Advance(const Words& words) {
         clock_.Advance(std::max(*due - clock_.Elapsed(), milliseconds(0)));
         timers.RunDue();
     }
-    clock_.Advance(end - clock_.Elapsed());
+    // A timer that led to a wait, in which the script advanced further, may have passed the end already.
+    clock_.Advance(std::max(end - clock_.Elapsed(), milliseconds(0)));
 }
 
 void ScriptRunner::PressEnter(const Words&) {

@@ -9,12 +9,14 @@ frmDAQ::frmDAQ(const Program& program, Board& simulator, Board* hardware)
 
 std::string frmDAQ::FindBoard() {
     current_ = &simulator_;
+    whyNoBoard_.clear();
     if (hardware_) {
         const std::string name = hardware_->FindBoard();
         if (hardware_->BoardAvailable()) {
             current_ = hardware_;
             return name;
         }
+        whyNoBoard_ = hardware_->Problem();
         hardware_->Unload();
     }
     return simulator_.FindBoard();
@@ -30,7 +32,7 @@ void frmDAQ::Unload() {
     simulator_.Unload();
 }
 
-Board& frmDAQ::Capturing() {
+Board& frmDAQ::Capturing() const {
     return program_.Run.Trial.ReplayMode() ? simulator_ : *current_;
 }
 

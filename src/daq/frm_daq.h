@@ -16,6 +16,9 @@ class frmDAQ : public AcquisitionDoor {
 
     std::string FindBoard() override;
     bool HasHardware() const override { return current_ == hardware_ && hardware_; }
+    bool IsDemonstration() const override { return current_->IsDemonstration(); }
+    std::string WhyNoBoard() const override { return whyNoBoard_; }
+    std::string CaptureProblem() const override { return Capturing().Problem(); }
     bool BoardAvailable() override { return current_->BoardAvailable(); }
     void InitializeBoard() override { current_->InitializeBoard(); }
     void ShowDAQ(bool visible) override;
@@ -32,12 +35,13 @@ class frmDAQ : public AcquisitionDoor {
     void Unload() override;
 
   private:
-    Board& Capturing();
+    Board& Capturing() const;
 
     const Program& program_;
     Board& simulator_;
     Board* hardware_;
     Board* current_;
+    std::string whyNoBoard_;  ///< of the hardware that was found and cannot be used
 };
 
 }  // namespace bellmark

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/limits.h"
+#include "app/board_error.h"
 #include "app/daily_calibration.h"
 #include "app/interim_store.h"
 #include "app/journal.h"
@@ -28,6 +29,16 @@
 namespace bellmark {
 
 namespace {
+
+/// Nothing when the board cannot be read: an accepted trial gets its report without it.
+std::optional<double> AirTemperature(Program& program) {
+    try {
+        return ReadTemperature(program);
+    } catch (const BoardError& error) {
+        program.Log(error.what());
+        return {};
+    }
+}
 
 constexpr const char* browsePrompt = "Choose the file that the FWD wrote during this trial: BROWSE.";
 constexpr const char* graphPrompt = "Look at the plot of the trial: GRAPH.";
@@ -351,7 +362,7 @@ void frmGetFWDData::cmdFerrylink_Click() {
 
 void frmGetFWDData::PrintReport() {
     const DateTime now = program_.Now();
-    const double airTemperature = ReadTemperature(program_);
+    const std::optional<double> airTemperature = AirTemperature(program_);
     const Path folder = program_.InterimFolder();
     std::vector<std::string> names;
     std::vector<Path> paths;

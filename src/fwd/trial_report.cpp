@@ -73,9 +73,12 @@ class Report {
         text_.At(Shifted(31), "Date: ").Then(Format(facts_.now, "dd-mmm-yyyy"));
         text_.Then("     Time: ").Then(Format(facts_.now, "hh:nn")).EndLine();
         const bool english = shape_.englishUnits;
-        const double degrees = english ? CelsiusToFahrenheit(facts_.airTemperature) : facts_.airTemperature;
-        text_.At(Shifted(20), "Air Temperature: ").Then(Format(degrees, "##0.0"));
-        text_.Then(english ? "\u00B0F" : "\u00B0C").EndLine();
+        text_.At(Shifted(20), "Air Temperature: ");
+        if (const auto celsius = facts_.airTemperature) {
+            text_.Then(Format(english ? CelsiusToFahrenheit(*celsius) : *celsius, "##0.0"));
+            text_.Then(english ? "\u00B0F" : "\u00B0C");
+        }
+        text_.EndLine();
         Blank();
     }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "run/calibration_run.h"
@@ -14,7 +15,7 @@ struct TrialReportFacts {
     std::string fileName;     ///< of the report itself
     std::string rawFileName;  ///< the FWD's file as the operator chose it
     DateTime now{};
-    double airTemperature = 0;  ///< degrees Celsius
+    std::optional<double> airTemperature;  ///< degrees Celsius; nothing when it cannot be read
 };
 
 /// "<FWD serial> <dd-mmm-yyyy> <device serial>.LC<trial>", or ".RF<trial>" for a sensor. Characters that a file name

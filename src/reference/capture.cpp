@@ -2,6 +2,7 @@
 
 #include "app/doors.h"
 #include "app/program.h"
+#include "platform/dialogs.h"
 
 namespace bellmark {
 
@@ -24,6 +25,12 @@ class WaitForDrop {
     Program& program_;
 };
 
+void TellProblem(Program& program, const std::string& problem) {
+    program.Run.DropAborted = true;
+    program.Log(problem);
+    program.ShowBox("The capture has failed.\r\n" + problem, box::critical);
+}
+
 }  // namespace
 
 bool CaptureAndWait(Program& program, int channel) {
@@ -32,10 +39,12 @@ bool CaptureAndWait(Program& program, int channel) {
     acquisition.CaptureBlock(channel);
     {
         const WaitForDrop wait(program);
-        while (!acquisition.BlockCaptured() && !run.DropAborted) program.Services.yield();
+        while (!acquisition.BlockCaptured() && !run.DropAborted && acquisition.CaptureProblem().empty())
+            program.Services.yield();
     }
-    if (run.DropAborted) {
+    if (run.DropAborted || !acquisition.CaptureProblem().empty()) {
         acquisition.AbortAcquisition();
+        if (!run.DropAborted) TellProblem(program, acquisition.CaptureProblem());
         return false;
     }
     acquisition.GetResultsVolts(program.Drop.RawVolts, program.Drop.NumSamples);

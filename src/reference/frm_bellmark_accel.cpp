@@ -162,7 +162,7 @@ void frmBellmark_Accel::PollButton(bool poll) {
 void frmBellmark_Accel::TimerAccel_Tick() {
     // The button acts on the screen in front: after an aborted drop that may be the main menu. Behind another screen
     // its channel is not read either, since the reading would disturb that screen's measurement.
-    if (Stack().Front() == this && HandButtonWasReleased(program_)) cmdNext_Click();
+    if (Stack().Front() == this && HandButtonWasReleased(program_, TimerAccel)) cmdNext_Click();
 }
 
 void frmBellmark_Accel::Activated() {

@@ -11,6 +11,7 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "reference/hand_button.h"
+#include "reference/trigger.h"
 #include "run/trial.h"
 
 namespace bellmark {
@@ -67,6 +68,14 @@ void frmBellmark_AccelDrop::StartReview() {
 void frmBellmark_AccelDrop::DisableButtons() {
     cmdAccept.Enabled = false;
     cmdReject.Enabled = false;
+}
+
+bool frmBellmark_AccelDrop::CheckTrigger(double volts) {
+    return bellmark::CheckTrigger(program_.Run, program_.Center, program_.Drop, volts);
+}
+
+void frmBellmark_AccelDrop::TellOfNewStart() {
+    lblState.Caption = "Ready: drop now. The computer fell behind the board, and the capture began anew.";
 }
 
 void frmBellmark_AccelDrop::PrepareDrop() {
@@ -244,7 +253,7 @@ void frmBellmark_AccelDrop::PollButton(bool poll) {
 }
 
 void frmBellmark_AccelDrop::TimerDrop_Tick() {
-    if (Stack().Front() != this || !HandButtonWasReleased(program_)) return;
+    if (Stack().Front() != this || !HandButtonWasReleased(program_, TimerDrop)) return;
     if (fraMessage.Visible) {
         cmdErrOK_Click();
     } else if (cmdAccept.Enabled) {

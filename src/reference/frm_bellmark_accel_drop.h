@@ -49,6 +49,8 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     void Start() override;
     void StartReview() override;
     void DisableButtons() override;
+    bool CheckTrigger(double volts) override;
+    void TellOfNewStart() override;
     void Activated() override;
     void Left() override;
     int HelpContext() const override { return fraMessage.Visible ? panelHelp_ : 0; }

@@ -418,7 +418,7 @@ void frmBellmark_AccelTrigger::cmdMainMenu_Click() {
 }
 
 void frmBellmark_AccelTrigger::TimerDrop_Tick() {
-    if (Stack().Front() != this || !HandButtonWasReleased(program_)) return;
+    if (Stack().Front() != this || !HandButtonWasReleased(program_, TimerDrop)) return;
     if (fraMessage.Visible) {
         cmdErrOK_Click();
     } else if (Button* next = ButtonOfEnter(*this, Focus())) {

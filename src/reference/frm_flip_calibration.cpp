@@ -1,5 +1,6 @@
 #include "reference/frm_flip_calibration.h"
 
+#include "app/board_error.h"
 #include "app/center_file.h"
 #include "app/daily_calibration.h"
 #include "app/interim_store.h"
@@ -22,6 +23,7 @@ constexpr const char* readyPrompt = "Get ready to flip accelerometer.";
 constexpr const char* recordingPrompt = "Hold accelerometer steady.\r\nRecording data.";
 constexpr const char* logHeading = "  Time      Avg.   Std.Dev.";
 
+constexpr int stepsAtStart = 3;
 constexpr int seconds = 10;
 /// Less than the nine seconds allowed between the first two readings.
 constexpr int secondsToTurnOver = 8;
@@ -123,9 +125,17 @@ void frmFlipCalibration::cmdStart_Click() {
     ShowStored();
     txtLog.Text = logHeading;
     ShowButtons(nullptr);
-    NextStep();
-    NextStep();
-    NextStep();
+    for (int step = 0; step < stepsAtStart; ++step) TakeNextStep();
+}
+
+/// A board that cannot be read ends the test with its reason.
+void frmFlipCalibration::TakeNextStep() {
+    try {
+        NextStep();
+    } catch (const BoardError& error) {
+        program_.Log(error.what());
+        StopTest(error.what());
+    }
 }
 
 void frmFlipCalibration::NextStep() {
@@ -188,9 +198,11 @@ void frmFlipCalibration::tmrFlip_Tick() {
         Beep(recordingHertz, recordingMilliseconds);
         acquisition.CaptureBlock(program_.Run.AccelChannel);
         recording_ = true;
+    } else if (recording_ && !acquisition.CaptureProblem().empty()) {
+        StopTest(acquisition.CaptureProblem());
     } else if (countdown_ == 0 && recording_ && acquisition.BlockCaptured()) {
         recording_ = false;
-        NextStep();
+        TakeNextStep();
     }
 }
 

@@ -51,6 +51,7 @@ class frmFlipCalibration : public Screen, public FlipCalibrationDoor {
 
   private:
     void NextStep();
+    void TakeNextStep();
     void StopTest(const std::string& reason);
     void tmrFlip_Tick();
     void cmdStart_Click();

@@ -137,7 +137,7 @@ struct Session {
 
     int AccelChannel = 1;
     int LoadCellChannel = 1;
-    int TempChannel = 1;
+    int TempChannel = 0;
     int ButtonChannel = 2;
     bool AcquisitionActive = false;
     bool BurstCapture = false;  ///< capture fires at once, without waiting for a pulse

@@ -8,8 +8,10 @@
 #include "ui_frmBellmark_AccelTrigger.h"
 #include "ui_frmCenterRelPlot.h"
 #include "ui_frmCenterRelative.h"
+#include "ui_frmDemonstration.h"
 #include "ui_frmFlipCalibration.h"
 #include "ui_frmGetFWDData.h"
+#include "ui_frmKUSB.h"
 #include "ui_frmMainMenu.h"
 #include "ui_frmPrerequisites.h"
 #include "ui_frmRefReview.h"
@@ -43,8 +45,10 @@ const std::map<std::string, Maker>& Makers() {
         {"frmBellmark_AccelTrigger", Make<Ui::frmBellmark_AccelTrigger>},
         {"frmCenterRelPlot", Make<Ui::frmCenterRelPlot>},
         {"frmCenterRelative", Make<Ui::frmCenterRelative>},
+        {"frmDemonstration", Make<Ui::frmDemonstration>},
         {"frmFlipCalibration", Make<Ui::frmFlipCalibration>},
         {"frmGetFWDData", Make<Ui::frmGetFWDData>},
+        {"frmKUSB", Make<Ui::frmKUSB>},
         {"frmMainMenu", Make<Ui::frmMainMenu>},
         {"frmPrerequisites", Make<Ui::frmPrerequisites>},
         {"frmRefReview", Make<Ui::frmRefReview>},

@@ -14,6 +14,7 @@
 #include "screens/binder.h"
 #include "screens/forms.h"
 #include "screens/page.h"
+#include "screens/side_screens.h"
 #include "ui_frmMaster.h"
 
 namespace bellmark {
@@ -40,6 +41,7 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     statusBar()->setSizeGripEnabled(false);
     setWindowTitle(QString::fromStdString(mainFrame_.Title()));
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
+    AddSideScreens(*this, *form.decorView, screens_, mainFrame_, [this](Screen& screen) { return PageOf(screen); });
     for (QAction* item : menuBar()->actions()) menuTitles_.emplace_back(item, item->text());
     screens_.Dispatch("frmMaster form", [this] { RequireClean(menuBinder_->Report(), mainFrame_); });
     screens_.FrontChanged = [this] { ShowFront(); };

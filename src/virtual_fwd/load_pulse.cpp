@@ -100,16 +100,18 @@ double Gaussian(Random& random) {
     return radius * std::cos(2 * std::numbers::pi * random.Next());
 }
 
+double ReadingAt(const PulseModel& pulse, double seconds, Random& random) {
+    // One after the other: the compiler must not choose the order of the random numbers.
+    const double noise = pulse.noisePounds * Gaussian(random);
+    const double noiseInZero = NoiseInZero(pulse, seconds, random);
+    return ForceAt(pulse, seconds) + pulse.driftPoundsPerSecond * seconds + Hum(pulse, seconds) + noise + noiseInZero;
+}
+
 std::vector<float> CaptureVolts(const LoadCellModel& cell, const PulseModel& pulse, Random& random, int samples) {
     std::vector<float> volts;
     volts.reserve(static_cast<std::size_t>(samples));
     for (int i = 0; i < samples; ++i) {
-        const double seconds = static_cast<double>(i) / samplesPerSecond;
-        // One after the other: the compiler must not choose the order of the random numbers.
-        const double noise = pulse.noisePounds * Gaussian(random);
-        const double noiseInZero = NoiseInZero(pulse, seconds, random);
-        const double pounds =
-            ForceAt(pulse, seconds) + pulse.driftPoundsPerSecond * seconds + Hum(pulse, seconds) + noise + noiseInZero;
+        const double pounds = ReadingAt(pulse, static_cast<double>(i) / samplesPerSecond, random);
         volts.push_back(QuantisedVolts(VoltsFor(cell.coefficients, pounds + cell.zeroPounds) * cell.conditionerGain));
     }
     return volts;

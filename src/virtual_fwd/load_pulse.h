@@ -37,6 +37,9 @@ struct PulseModel {
 /// last.
 double ForceAt(const PulseModel& pulse, double seconds);
 
+/// Reading above the zero at a moment, pounds: the force with noise, drift, hum and the fault of the drop.
+double ReadingAt(const PulseModel& pulse, double seconds, Random& random);
+
 /// Volts at which the load cell's polynomial gives a load, by Newton's method to the last digit; the polynomial must be
 /// rising.
 double VoltsFor(const std::array<double, 5>& coefficients, double pounds);

@@ -36,6 +36,8 @@ Writes an imaginary calibration center and what was measured there of one FWD:
   --heights N         3 or 4 (4)
   --drops N           5 to 10 drops a height (6)
   --trials N          1 to 4 (2)
+  --live              switches on the live demonstration board in this program folder (DemonstrationBoard.ini): Bellmark then
+                      measures the drops of the FWD's files as they come, instead of reviewing them
   --units english     or metric: unit of the reference load cell and of the run
 
 The reference load cell:
@@ -279,6 +281,8 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
             line.help = true;
         } else if (word == "--template") {
             line.options.templateForm = true;
+        } else if (word == "--live") {
+            line.options.live = true;
         } else if (const auto reader = readers.find(word); reader == readers.end()) {
             throw CommandLineError{"\"" + word + "\" is not understood"};
         } else if (++i == words.size()) {

@@ -15,6 +15,7 @@
 #include "run/calibration_run.h"
 #include "run/center_keys.h"
 #include "run/paths.h"
+#include "virtual_fwd/live_drops.h"
 #include "virtual_fwd/monthly_trials.h"
 
 namespace bellmark::virtual_fwd {
@@ -132,8 +133,9 @@ std::string TruePeakLine(const DropNumber& number, const std::string& peak, cons
            '\t' + inOtherUnits + "\r\n";
 }
 
-/// The drops on the reference load cell; returns their true peaks and adds them to the list of true peaks.
-std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOptions& options, std::string& lines) {
+/// The drops on the reference load cell; returns their true peaks and adds them to the lists.
+std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOptions& options, std::string& lines,
+                                            LiveDrops& live) {
     const LoadCellModel cell = VirtualLoadCell();
     Random random(options.seed);
     std::map<DropNumber, double> truePeaks;
@@ -144,6 +146,7 @@ std::map<DropNumber, double> WriteLoadDrops(DropWriter& writer, const CenterOpti
         const double pounds = ForceAt(pulse, pulse.startSeconds + pulse.widthSeconds / 2);
         lines += TruePeakLine(number, Format(pounds, "0.00"), Format(pounds * kilonewtonsPerPound, "0.0000"));
         truePeaks[number] = pounds;
+        live.loadCell[number] = pulse;
     });
     return truePeaks;
 }
@@ -152,7 +155,7 @@ using StandTrials = std::map<int, std::vector<StandDrop>>;
 
 /// The drops on the reference accelerometer; returns their true values.
 StandTrials WriteAccelDrops(DropWriter& writer, const CenterOptions& options, const CenterConfig& center,
-                            std::string& lines) {
+                            std::string& lines, LiveDrops& live) {
     Random random(options.seed + firstAccelSeed);
     StandTrials trials;
     lines += "Reference trial\tHeight\tDrop\tPeak (microns)\tPeak (mils)\r\n";
@@ -160,6 +163,7 @@ StandTrials WriteAccelDrops(DropWriter& writer, const CenterOptions& options, co
         const AccelPulseModel pulse = DrawAccelPulse(options, number, random);
         const std::vector<float> burst = CaptureAccelBurst(center, pulse, random);
         writer.WriteAccelDrop(number, burst, CaptureAccelVolts(center, pulse, random));
+        live.accelerometer[number] = pulse;
         const StandDrop& drop = trials[number.trial].emplace_back(StandDropOf(number, pulse));
         lines += TruePeakLine(number, Format(drop.microns, "0.00"), Format(drop.microns / micronsPerMil, "0.0000"));
     });
@@ -379,8 +383,10 @@ void WriteCenter(FileSystem& files, const Path& programFolder, const CenterOptio
     ComputeAccelAdjustment(today);
     DropWriter writer(files, review, options, run, today, now);
     std::string lines;
-    const auto truePeaks = WriteLoadDrops(writer, options, lines);
-    const StandTrials standTrials = WriteAccelDrops(writer, options, today, lines);
+    LiveDrops live{options.seed, LiveDrops().secondsToDrop, options.noisePounds, options.accelNoiseVolts, {}, {}};
+    const auto truePeaks = WriteLoadDrops(writer, options, lines, live);
+    const StandTrials standTrials = WriteAccelDrops(writer, options, today, lines, live);
+    if (options.live) ReplaceTextFile(files, programFolder / liveDropsName, LiveDropsText(live));
     ReplaceTextFile(files, review / "TruePeaks.txt", lines);
     FWDWriter fwdWriter(files, programFolder / "FWD", options, fwd, now);
     fwdWriter.WriteLoadCell(truePeaks, fwdRandom);

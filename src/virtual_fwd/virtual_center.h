@@ -43,6 +43,7 @@ struct CenterOptions {
     double accelNoiseVolts = 0.0008;
     double accelDriftVoltsPerSecond = 0.0004;  ///< the largest, in either direction
     std::map<DropNumber, AccelSpoil> spoiledReference;
+    bool live = false;  ///< with the live demonstration board, whose drops those of the FWD's files are
     FWDOptions fwd;
 };
 

@@ -68,7 +68,11 @@ inline void MakeAllScreens(Program& program) {
 /// The whole program in its window, on its own folder, with answers from a queue.
 class TestDesktop {
   public:
-    explicit TestDesktop(std::chrono::milliseconds simulatedCapture = {}) : timerDriver_(timers_, clock_) {
+    /// prepare: fills the program folder before the program looks at it.
+    explicit TestDesktop(std::chrono::milliseconds simulatedCapture = {},
+                         const std::function<void(const Path&)>& prepare = {})
+        : timerDriver_(timers_, clock_) {
+        if (prepare) prepare(folder_.Folder());
         machine_.yield = [this] { timerDriver_.Yield(); };
         machine_.simulatedCapture = simulatedCapture;
         machine_.showHelp = [](int) {};

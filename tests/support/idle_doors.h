@@ -43,6 +43,8 @@ struct IdleDrop : DropDoor {
     void Start() override {}
     void StartReview() override {}
     void DisableButtons() override {}
+    bool CheckTrigger(double) override { return false; }
+    void TellOfNewStart() override {}
 };
 
 /// All prerequisites are met.
@@ -133,6 +135,7 @@ struct FakeAcquisition : AcquisitionDoor {
     float volts = 0;           ///< of every single conversion
     std::vector<float> block;  ///< delivered by a capture
     bool captured = true;      ///< the block is complete at once
+    std::string problem;
     int aborts = 0;
     int conversions = 0;
     bool unloaded = false;
@@ -140,6 +143,7 @@ struct FakeAcquisition : AcquisitionDoor {
     std::string FindBoard() override { return hardware ? "KUSB-3100" : "Simulator"; }
     bool HasHardware() const override { return hardware; }
     bool BoardAvailable() override { return true; }
+    std::string CaptureProblem() const override { return problem; }
     void InitializeBoard() override {}
     void ShowDAQ(bool) override {}
     float OneConversion(int) override {
