@@ -11,7 +11,7 @@ build/release/bin/screenshots "$shots"
 
 # picture in docs/pictures, screen that it shows
 while read -r picture shot; do
-    cp "$shots/$shot-1280x800.png" "docs/pictures/$picture.png"
+    cp "$shots/$shot-1280x720.png" "docs/pictures/$picture.png"
 done <<'PICTURES'
 setup setup-optFWD
 menu menu
@@ -22,4 +22,6 @@ fwd-data fwd-data-read
 plot plot
 results results-optLoadCell
 certificate certificate
+monthly monthly-file
+monthly-results monthly-results-pair
 PICTURES

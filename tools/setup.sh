@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: installs what is missing on Debian 12, naming it first. Asks nothing.
 
-needed_packages=(g++ cmake ninja-build ccache mold pkg-config qt6-base-dev libqcustomplot-dev libboost-dev libgtest-dev libgmock-dev
-                 libbenchmark-dev libcomedi-dev mdbtools-dev poppler-utils fonts-dejavu-core locales)
+needed_packages=(g++ cmake ninja-build ccache mold pkg-config qt6-base-dev qt6-svg-dev libqcustomplot-dev libboost-dev libgtest-dev
+                 libgmock-dev libbenchmark-dev libcomedi-dev mdbtools-dev poppler-utils fonts-dejavu-core locales)
 
 install_missing() {
     command -v dpkg-query > /dev/null || return 0

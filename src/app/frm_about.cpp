@@ -15,6 +15,7 @@ namespace bellmark {
 namespace {
 constexpr const char* continueTitle = "Continue an Interim Calibration";
 constexpr int cannotReadInterim = 304;
+constexpr int noRow = -1;
 
 std::string QuestionAbout(const InterimCalibration& interim) {
     return "Are you sure you want to use the following interim calibration?\r\n" + interim.fileName +
@@ -27,8 +28,6 @@ frmAbout::frmAbout(Program& program)
     : Screen(program.Screens, "frmAbout", "Bellmark"), Header(*this, program.Header), program_(program) {
     lblVersion.Caption = VersionText();
     lblReviewMode.Visible = false;
-    cmdOpenInterimCal.Enabled = false;
-    cmdDeleteInterim.Enabled = false;
     cmdRelativeCal.Enabled = program_.Has<RelativeDoor>();
     cmdCloseAbout.Visible = false;
     cmdCloseAbout.Click = [this] {
@@ -43,6 +42,10 @@ frmAbout::frmAbout(Program& program)
     cmdOpenInterimCal.Click = [this] { cmdOpenInterimCal_Click(); };
     cmdDeleteInterim.Click = [this] { cmdDeleteInterim_Click(); };
     grdInterim.CellClick = [this](int row, int) { grdInterim_Click(row); };
+    grdInterim.CellDoubleClick = [this](int row, int) {
+        grdInterim_Click(row);
+        if (cmdOpenInterimCal.Enabled) cmdOpenInterimCal_Click();
+    };
     tmrShowTime.Tick = [this] { tmrShowTime.Stop(); };
     ListInterimCalibrations();
 }
@@ -51,9 +54,15 @@ void frmAbout::ShowStart() {
     fraStart.Visible = true;
     cmdCloseAbout.Visible = false;
     ListInterimCalibrations();
-    SetDefaultButton(&cmdStartNewCal);
     Show();
-    SetFocus(cmdStartNewCal);
+    SuggestStart();
+}
+
+/// A run that was left is continued rather than begun anew.
+void frmAbout::SuggestStart() {
+    Button& next = grdInterim.SelectedRow == noRow ? cmdStartNewCal : cmdOpenInterimCal;
+    SetDefaultButton(&next);
+    SetFocus(next);
 }
 
 void frmAbout::ShowAbout() {
@@ -68,8 +77,11 @@ void frmAbout::ShowAbout() {
 }
 
 void frmAbout::EnableInterimButtons() {
-    cmdOpenInterimCal.Enabled = true;
-    cmdDeleteInterim.Enabled = true;
+    const bool isMarked = grdInterim.SelectedRow != noRow;
+    for (Button* button : {&cmdOpenInterimCal, &cmdDeleteInterim}) {
+        button->Enabled = isMarked;
+        button->ToolTip = isMarked ? "" : "Choose a calibration in the list first.";
+    }
 }
 
 void frmAbout::AnnounceReviewMode() {
@@ -87,18 +99,34 @@ void frmAbout::ListInterimCalibrations() {
     cmdReadCalCenterA.Enabled = !any;
     cmdReadCalCenterA.ToolTip = any ? "No interim calibrations must be deleted or completed to enable this button."
                                     : "Used to read in a new center calibration configuration file.";
-    grdInterim.SetHeadings(
-        {"Interim File Name         ", "       Date       ", "  FWD Owner  ", "  FWD Serial Number   "});
+    grdInterim.SetHeadings({"Interim File Name         ", "       Date       ", "  FWD Owner  ",
+                            "  FWD Serial Number   ", "Trials", "Last Change"});
     for (const InterimCalibration& interim : interims) {
-        grdInterim.AddRow({interim.fileName, interim.endDate, interim.owner, interim.serialNumber});
+        grdInterim.AddRow({interim.fileName, interim.endDate, interim.owner, interim.serialNumber, interim.trials,
+                           interim.lastChange});
     }
+    MarkRow(RowToMark());
+}
+
+/// The run that was in hand, or the only one.
+int frmAbout::RowToMark() const {
+    for (int row = grdInterim.FixedRows(); row < grdInterim.Rows(); ++row) {
+        const bool isOnly = grdInterim.Rows() == grdInterim.FixedRows() + 1;
+        if (isOnly || grdInterim.Cell(row, 0) == program_.Run.InterimFileName) return row;
+    }
+    return noRow;
+}
+
+void frmAbout::MarkRow(int row) {
+    grdInterim.SelectedRow = row;
+    EnableInterimButtons();
 }
 
 void frmAbout::grdInterim_Click(int row) {
     if (row < grdInterim.FixedRows()) return;
     // Marking a row does not change the run in hand.
-    grdInterim.SelectedRow = row;
-    EnableInterimButtons();
+    MarkRow(row);
+    SetDefaultButton(&cmdOpenInterimCal);
 }
 
 std::optional<InterimCalibration> frmAbout::MarkedInterim() {

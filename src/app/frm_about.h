@@ -45,6 +45,9 @@ class frmAbout : public Screen, public StartFormDoor {
     void cmdOpenInterimCal_Click();
     void cmdDeleteInterim_Click();
     void grdInterim_Click(int row);
+    void MarkRow(int row);
+    int RowToMark() const;
+    void SuggestStart();
     std::optional<InterimCalibration>
     MarkedInterim();  ///< nothing, with the keyboard at the list, when no row is marked
     void TakeName(const InterimCalibration& interim);

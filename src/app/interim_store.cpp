@@ -1,6 +1,7 @@
 #include "app/interim_store.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/app_main.h"
 #include "app/center_file.h"
@@ -14,6 +15,7 @@
 #include "pddx/pddx_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/text.h"
 #include "run/center_keys.h"
@@ -98,6 +100,22 @@ int TrialsIn(const ProfileStrings& strings) {
         trials += StoredWhole(strings.Get("Device Calibration", key), 0, static_cast<int>(maxTrials));
     }
     return trials;
+}
+
+std::string TrialsText(const ProfileStrings& strings) {
+    constexpr std::pair<const char*, const char*> kinds[] = {
+        {"LoadCellRefTrials", " load cell"}, {"RefTrials", " reference"}, {"RelTrials", " relative"}};
+    std::string text;
+    for (const auto& [key, kind] : kinds) {
+        const int count = StoredWhole(strings.Get("Device Calibration", key), 0, static_cast<int>(maxTrials));
+        if (count > 0) text += (text.empty() ? "" : ", ") + NumberText(count) + kind;
+    }
+    return text.empty() ? "none" : text;
+}
+
+std::string LastChange(const ProfileStrings& strings) {
+    const std::string time = strings.Get("Operations Information", "EndTime");
+    return time.empty() ? EndDateOf(strings) : EndDateOf(strings) + ' ' + time;
 }
 
 /// Whether the copy is whole and holds more than its damaged file.
@@ -193,7 +211,9 @@ InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolde
             strings.Get("Device Information", "DeviceOwner"),
             strings.Get("Device Information", "DeviceSerialNumber"),
             fromCopy,
-            fileEndDate};
+            fileEndDate,
+            TrialsText(strings),
+            LastChange(strings)};
 }
 
 std::vector<InterimCalibration> InterimCalibrations(const FileSystem& files, const Path& programFolder) {

@@ -32,6 +32,8 @@ struct InterimCalibration {
     std::string serialNumber;
     bool fromCopy = false;    ///< its file is gone or damaged; all this comes from the whole copy in its data folder
     std::string fileEndDate;  ///< of the file itself, damaged or not; empty: it cannot be opened
+    std::string trials;       ///< counted ones: "2 load cell, 1 reference"; "none"
+    std::string lastChange;   ///< day and time of the last save
 };
 
 InterimCalibration ReadInterim(const FileSystem& files, const Path& programFolder, const std::string& fileName);

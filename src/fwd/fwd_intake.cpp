@@ -12,9 +12,27 @@
 
 namespace bellmark {
 
+namespace {
+
+bool HoldsFWDFiles(const Program& program, const Path& folder) {
+    const std::string filter = DropDataFilter(program.Run.Manufacturer);
+    const std::size_t begin = filter.find('|') + 1;
+    const std::string own = filter.substr(begin, filter.find('|', begin) - begin);
+    const FileSystem& files = program.Services.files;
+    return !FilesMatching(files, folder, own).empty() || !FilesMatching(files, folder, "*cvt.ddx").empty();
+}
+
+/// A run under review has its FWD files beside its drops when the folder that they came from is empty by now.
+Path StartFolder(const Program& program) {
+    const Path transfer = PathFromText(program.Center.LocationOfFWDDataTransfer);
+    const bool looksElsewhere = program.Run.ReviewMode && !HoldsFWDFiles(program, transfer);
+    return looksElsewhere && HoldsFWDFiles(program, program.SimDataFolder()) ? program.SimDataFolder() : transfer;
+}
+
+}  // namespace
+
 std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& request) {
-    const Path start = PathFromText(program.Center.LocationOfFWDDataTransfer);
-    const auto chosen = program.Services.dialogs.OpenFile({request.title, request.filter, start, ""});
+    const auto chosen = program.Services.dialogs.OpenFile({request.title, request.filter, StartFolder(program), ""});
     if (!chosen) return {};
     const Path file = program.Services.startDirectory / *chosen;
     // With the final separator that folders have in the files.

@@ -84,6 +84,8 @@ void frmBellmark_AccelDrop::PrepareDrop() {
     run.CurrentHeightIndex = place.height;
     run.CurrentDropIndex = place.drop;
     lblHeightDrop.Caption = "Height: " + NumberText(place.height) + "  Drop: " + NumberText(place.drop);
+    lblTrialDrop.Caption = "Trial " + NumberText(NumberOfTrialShown(run)) + ", drop " +
+                           NumberText(DropShown(run.Trial) + 1) + " of " + NumberText(run.Trial.shape.Drops());
     lblFilename.Caption = "Save Directory = " + PathText(program_.InterimFolder()) + "\r\n" +
                           std::string(blanksBeforeDate, ' ') + Format(program_.Now(), "dd-mmm-yyyy ttttt");
     DisableButtons();
@@ -177,6 +179,8 @@ void frmBellmark_AccelDrop::ShowResults(const DropVerdict& verdict) {
     lblRiseTime.Caption = Format(drop.RiseTime, "#0.0");
     lblZeroCalc0.Caption = verdict.startEnglish;
     lblZeroCalc1.Caption = verdict.startMetric;
+    lblZeroUnit0.Caption = texts.englishUnit;
+    lblZeroUnit1.Caption = texts.metricUnit;
     if (!verdict.advice.empty()) lblState.Caption = verdict.advice;
 }
 

@@ -18,7 +18,8 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
 
     ctrlHeader Header;
     Label lblHeightDrop{*this, "lblHeightDrop"};
-    Label lblState{*this, "lblState"};  ///< the meaning of the screen's colour, in words
+    Label lblTrialDrop{*this, "lblTrialDrop"};  ///< "Trial 1, drop 7 of 24"
+    Label lblState{*this, "lblState"};          ///< the meaning of the screen's colour, in words
     Label lblFilename{*this, "lblFilename"};
     Picture picDropResponse{*this, "picDropResponse"};
     CheckBox chkZoom{*this, "chkZoom", "&Zoomed In"};
@@ -36,6 +37,8 @@ class frmBellmark_AccelDrop : public Screen, public DropDoor {
     Label lblZeroCaption{*this, "lblZeroCaption"};
     Label lblZeroCalc0{*this, "lblZeroCalc(0)"};
     Label lblZeroCalc1{*this, "lblZeroCalc(1)"};
+    Label lblZeroUnit0{*this, "lblZeroUnit(0)"};
+    Label lblZeroUnit1{*this, "lblZeroUnit(1)"};
     Label lblNoise{*this, "lblNoise", "Excess Noise in the Zero Array!"};
     Frame fraMessage{*this, "fraMessage"};
     Label lblMessageTitle{fraMessage, "lblMessageTitle"};

@@ -110,7 +110,8 @@ void frmPrerequisites::ShowItems() {
         box.Visible = i < items_.size();
         box.Enabled = i == done_;
         box.Value = i < done_;
-        if (i < items_.size()) box.Caption = items_[i].caption;
+        box.BackColor = i < done_ ? colors::passed : colors::buttonFace;
+        if (i < items_.size()) box.Caption = items_[i].caption + (i < done_ ? items_[i].reading : "");
     }
     const bool complete = IsComplete();
     fraStep.Visible = !complete;
@@ -152,6 +153,7 @@ void frmPrerequisites::cmdOK_Click() {
 void frmPrerequisites::FinishItem() {
     CalibrationRun& run = program_.Run;
     const Check finished = items_[done_].check;
+    if (finished != Check::ByHand) items_[done_].reading = "  " + lblReading.Caption.Get();
     ++done_;
     run.PrereqSetupDone = done_ >= setupItems;
     if (finished == Check::TrimmedZero) run.PrereqZeroDone = true;

@@ -41,6 +41,7 @@ class frmPrerequisites : public Screen, public PrerequisitesDoor {
         Check check;
         std::string caption;
         std::string prompt;
+        std::string reading{};  ///< that it passed with; empty for an item without one
     };
     static Item ByHand(const std::string& text) { return {Check::ByHand, text, text}; }
 

@@ -16,6 +16,7 @@ namespace bellmark {
 namespace {
 
 constexpr const char* gainPicture = "0.0000";  // as a document holds it
+constexpr const char* newGainPicture = "0.000";
 
 int YearOf(DateTime date) {
     return static_cast<int>(ReadNumber(Format(date, "yyyy")));
@@ -248,6 +249,23 @@ std::string TrendText(const std::vector<EarlierCalibration>& history, const Cali
         text += std::string(", on average ") + (*change > 0 ? "+" : "") + Format(*change, "0.00%") + " a year";
     }
     return text + '.' + lines;
+}
+
+std::string NewGainsText(const CalibrationRun& run, DateTime now) {
+    const auto newGain = [&](int device) {
+        const auto gains = GainsOf({}, run, device, now);
+        return gains.empty() ? std::string() : Format(gains.back().gain, newGainPicture);
+    };
+    const std::string loadCell = newGain(0);
+    std::string sensors;
+    for (int device = 1; device <= run.NumberSensors; ++device) {
+        const std::string gain = newGain(device);
+        if (gain.empty()) continue;
+        sensors += (sensors.empty() ? "sensors " : ", ") + NumberText(ShownSensorNumber(run, device - 1)) + ": " + gain;
+    }
+    if (loadCell.empty() && sensors.empty()) return "No new gains yet.";
+    const std::string both = loadCell.empty() || sensors.empty() ? "" : "; ";
+    return "New gains: " + (loadCell.empty() ? "" : "load cell " + loadCell) + both + sensors + '.';
 }
 
 }  // namespace bellmark

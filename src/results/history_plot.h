@@ -45,4 +45,7 @@ Plot HistoryPlot(const std::vector<EarlierCalibration>& history, const Calibrati
 std::string TrendText(const std::vector<EarlierCalibration>& history, const CalibrationRun& run,
                       const ShownGains& shown, DateTime now);
 
+/// "New gains: load cell 0.998; sensors 1: 1.002, 2: 0.997." What the run has computed so far.
+std::string NewGainsText(const CalibrationRun& run, DateTime now);
+
 }  // namespace bellmark

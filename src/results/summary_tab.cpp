@@ -239,6 +239,7 @@ void SummaryTab::ShowSteps() {
     const bool updateIsNext = cmdUpdateHistory.Enabled && added_ != ToBeAdded();
     cmdUpdateHistory.BackColor = updateIsNext ? colors::suggestedNext : colors::buttonFace;
     cmdReadHistory.BackColor = document && !isRead ? colors::suggestedNext : colors::buttonFace;
+    lblNewGains.Caption = NewGainsText(run_, program_.Now());
     lblHistory.Caption = HistoryText();
     lblHistoryStep.Caption = !isRead     ? "Next: READ the earlier calibrations from the FWD's file."
                              : !document ? "Compare the gains, then write the FINAL OUTPUTS."

@@ -39,6 +39,7 @@ class SummaryTab {
     TextBox txtLastSensorCalDate{fraSummary, "txtLastSensorCalDate"};
     Button cmdReadHistory{fraSummary, "cmdReadHistory", "Read FWD Calibration &History"};
     Button cmdUpdateHistory{fraSummary, "cmdUpdateHistory", "&Update FWD Calibration History"};
+    Label lblNewGains{fraSummary, "lblNewGains"};
     Label lblHistory{fraSummary, "lblHistory"};
     Label lblHistoryStep{fraSummary, "lblHistoryStep"};
     Grid grdFWDHistory{fraSummary, "grdFWDHistory"};

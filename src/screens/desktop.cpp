@@ -26,16 +26,6 @@ constexpr std::chrono::milliseconds simulatedCapture{1500};
 
 constexpr QSize firstSize{1280, 800};
 
-void ShowWaiting(bool waits) {
-    if (waits) {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    } else {
-        QApplication::restoreOverrideCursor();
-    }
-    // Painted at once; input of the operator waits meanwhile.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
 }  // namespace
 
 Desktop::Desktop(const Path& programFolder, bool isFirstInstance, Look& look, Preferences& preferences)
@@ -48,7 +38,7 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance, Look& look, Pr
                dialogs_,
                launcher_,
                printer_,
-               sound_,
+               sounds_,
                random_,
                {},
                {},
@@ -62,10 +52,11 @@ Desktop::Desktop(const Path& programFolder, bool isFirstInstance, Look& look, Pr
         QThread::msleep(10);
         timerDriver_.Yield();
     };
-    machine_.showWaiting = ShowWaiting;
+    machine_.showWaiting = [this](bool waits) { ShowWaiting(waits); };
     machine_.showHelp = [this](int context) { ShowHelp(context); };
     machine_.printScreen = [this](const std::string& screen) { PrintScreen(screen); };
     machine_.endProgram = [this] { End(); };
+    sounds_.SetOn(preferences_.HasSounds());
     program_ = AssembleProgram(machine_);
 }
 
@@ -87,7 +78,9 @@ void Desktop::OpenWindow() {
                                                dialogs_.Show({why.toStdString(), box::exclamation, "Bellmark", 0});
                                            });
     dialogs_.SetParent(window_.get());
-    FillViewMenu(*window_->findChild<QMenu*>(QStringLiteral("decorView")), look_, preferences_);
+    FillViewMenu(*window_->findChild<QMenu*>(QStringLiteral("decorView")), look_, sounds_, preferences_);
+    window_->OnSignal([this](Signal signal) { sounds_.Give(signal); });
+    window_->OnFile([this](const Path& file, const std::function<void()>& action) { dialogs_.Give(file, action); });
     window_->resize(firstSize);
     if (window_->restoreGeometry(preferences_.WindowGeometry())) {
         window_->show();
@@ -98,7 +91,23 @@ void Desktop::OpenWindow() {
 
 void Desktop::ShowHelp(int context) {
     if (!help_) help_ = std::make_unique<HelpWindow>();
-    help_->ShowContext(context);
+    const Screen* front = context == helpPage::contents && window_ ? program_->Screens.Front() : nullptr;
+    if (front) {
+        help_->ShowScreen(QString::fromStdString(front->Name()));
+    } else {
+        help_->ShowContext(context);
+    }
+}
+
+void Desktop::ShowWaiting(bool waits) {
+    if (waits) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+    if (window_) window_->ShowWaiting(waits);
+    // Painted at once; input of the operator waits meanwhile.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Desktop::PrintScreen(const std::string& name) {

@@ -8,6 +8,7 @@
 #include "platform/timers.h"
 #include "screens/qt_dialogs.h"
 #include "screens/qt_printer.h"
+#include "screens/sounds.h"
 #include "screens/timer_driver.h"
 
 namespace bellmark {
@@ -32,6 +33,7 @@ class Desktop {
 
   private:
     void ShowHelp(int context);
+    void ShowWaiting(bool waits);
     void PrintScreen(const std::string& name);
     void OpenWindow();
     void End();
@@ -41,10 +43,11 @@ class Desktop {
     DiskFileSystem files_;
     SystemClock clock_;
     Timers timers_{clock_};
-    QtDialogs dialogs_{[this](int context) { ShowHelp(context); }};
+    QtDialogs dialogs_{[this](int context) { ShowHelp(context); }, &preferences_,
+                       [this] { sounds_.Give(Signal::NeedsAnswer); }};
     SystemLauncher launcher_;
     QtPrinter printer_;
-    QtSound sound_;
+    Sounds sounds_;
     Random random_;
     TimerDriver timerDriver_{timers_, clock_};
     Machine machine_;

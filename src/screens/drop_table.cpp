@@ -4,16 +4,91 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
+#include <QStyleOptionFrame>
+#include <QStylePainter>
 #include <algorithm>
 
 namespace bellmark {
 
 namespace {
 
+QFont Sized(QFont font, int pointSize, bool isBold) {
+    font.setPointSize(pointSize);
+    font.setBold(isBold);
+    return font;
+}
+
+}  // namespace
+
+/// A cell whose letters can have a size of their own. A style sheet would take too long to change it.
+class DropCell : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+    /// 0: the size of the style.
+    void SetTextSize(int points) {
+        points_ = points;
+        update();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (points_ == 0) return QLineEdit::paintEvent(event);
+        constexpr int beside = 6;
+        QStylePainter painter(this);
+        QStyleOptionFrame option;
+        initStyleOption(&option);
+        painter.drawPrimitive(QStyle::PE_PanelLineEdit, option);
+        painter.setFont(Sized(font(), points_, true));
+        painter.setPen(option.palette.color(QPalette::Text));
+        painter.drawText(rect().adjusted(beside, 0, -beside, 0), Qt::AlignRight | Qt::AlignVCenter, text());
+    }
+
+  private:
+    int points_ = 0;
+};
+
+/// The same for the labels around the cells.
+class DropLabel : public QLabel {
+  public:
+    using QLabel::QLabel;
+
+    void SetTextSize(int points, bool isBold) {
+        points_ = points;
+        isBold_ = isBold;
+        updateGeometry();
+        update();
+    }
+
+    QSize sizeHint() const override {
+        if (points_ == 0) return QLabel::sizeHint();
+        const QFontMetrics metrics(Sized(font(), points_, isBold_));
+        return {metrics.horizontalAdvance(text()) + metrics.averageCharWidth(), metrics.height()};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (points_ == 0) return QLabel::paintEvent(event);
+        QPainter painter(this);
+        painter.setFont(Sized(font(), points_, isBold_));
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(rect(), static_cast<int>(alignment()), text());
+    }
+
+  private:
+    int points_ = 0;
+    bool isBold_ = false;
+};
+
+namespace {
+
 constexpr int cells = 41;
 constexpr int mostHeights = 5;
 constexpr int mostDrops = 10;
-constexpr int tallestCell = 4;  // in lines of text
+constexpr int tallestCell = 4;      // in lines of text
+constexpr int smallestFitted = 13;  // points
 
 template <class Widget>
 std::vector<Widget*> MakeArray(QWidget& parent, const char* name, int count) {
@@ -26,8 +101,8 @@ std::vector<Widget*> MakeArray(QWidget& parent, const char* name, int count) {
     return widgets;
 }
 
-QLabel* MakeLabel(QWidget& parent, const char* name) {
-    auto* label = new QLabel(&parent);
+DropLabel* MakeLabel(QWidget& parent, const char* name) {
+    auto* label = new DropLabel(&parent);
     label->setObjectName(QLatin1String(name));
     label->setAlignment(Qt::AlignCenter);
     return label;
@@ -38,16 +113,16 @@ QLabel* MakeLabel(QWidget& parent, const char* name) {
 DropTable::DropTable(QWidget* parent)
     : QWidget(parent),
       layout_(new QGridLayout(this)),
-      data_(MakeArray<QLineEdit>(*this, "txtData", cells)),
-      drops_(MakeArray<QLabel>(*this, "lblDrop", mostDrops)),
-      heights_(MakeArray<QLabel>(*this, "lblHeight", mostHeights)),
-      means_(MakeArray<QLabel>(*this, "lblMean", mostHeights)),
-      standardDeviations_(MakeArray<QLabel>(*this, "lblStdDev", mostHeights)),
+      data_(MakeArray<DropCell>(*this, "txtData", cells)),
+      drops_(MakeArray<DropLabel>(*this, "lblDrop", mostDrops)),
+      heights_(MakeArray<DropLabel>(*this, "lblHeight", mostHeights)),
+      means_(MakeArray<DropLabel>(*this, "lblMean", mostHeights)),
+      standardDeviations_(MakeArray<DropLabel>(*this, "lblStdDev", mostHeights)),
       meanLabel_(MakeLabel(*this, "lblMeanLabel")),
       standardDeviationLabel_(MakeLabel(*this, "lblStdDevLabel")),
       noise_(MakeLabel(*this, "lblNoise")) {
     layout_->setContentsMargins(0, 0, 0, 0);
-    for (QLineEdit* cell : data_) {
+    for (DropCell* cell : data_) {
         cell->setProperty("role", "drop");
         cell->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         cell->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -55,10 +130,10 @@ DropTable::DropTable(QWidget* parent)
         cell->setMinimumWidth(cell->fontMetrics().horizontalAdvance(QStringLiteral("0000,000")));
     }
     for (const auto* labels : {&drops_, &heights_, &means_, &standardDeviations_}) {
-        for (QLabel* label : *labels) label->setAlignment(Qt::AlignCenter);
+        for (DropLabel* label : *labels) label->setAlignment(Qt::AlignCenter);
     }
     for (const auto* labels : {&means_, &standardDeviations_}) {
-        for (QLabel* label : *labels) label->setProperty("role", "drop");
+        for (DropLabel* label : *labels) label->setProperty("role", "drop");
     }
     // Room for later values.
     for (const int column : {mostDrops + 1, mostDrops + 2}) {
@@ -76,14 +151,67 @@ void DropTable::setNamePrefix(const QString& prefix) {
 
 void DropTable::setCompact(bool compact) {
     compact_ = compact;
-    for (QLineEdit* cell : data_) cell->setProperty("role", compact ? "dropCompact" : "drop");
+    for (DropCell* cell : data_) cell->setProperty("role", compact ? "dropCompact" : "drop");
     layout_->setVerticalSpacing(compact ? 2 : -1);
 }
 
 bool DropTable::event(QEvent* event) {
     // Showing or hiding a column requests a new layout.
-    if (event->type() == QEvent::LayoutRequest) Arrange();
+    if (event->type() == QEvent::LayoutRequest) {
+        Arrange();
+        FitText();
+    }
     return QWidget::event(event);
+}
+
+void DropTable::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitText();
+}
+
+/// Its letters follow its size and must not keep it large.
+QSize DropTable::minimumSizeHint() const {
+    if (largest_ == 0) return QWidget::minimumSizeHint();
+    QFont least = font();
+    least.setPointSize(smallestFitted);
+    const QFontMetrics metrics(least);
+    return {(arrangedDrops_ + 3) * metrics.horizontalAdvance(QStringLiteral("00,000")),
+            Rows() * metrics.height() * 3 / 2};
+}
+
+/// Heights, the headings and the note about noise.
+int DropTable::Rows() const {
+    const auto isUsed = [](const QWidget* widget) { return !widget->isHidden(); };
+    return 2 + static_cast<int>(std::count_if(heights_.begin(), heights_.end(), isUsed));
+}
+
+void DropTable::FitText() {
+    if (largest_ == 0 || arrangedDrops_ == 0) return;
+    constexpr double headingShare = 0.5;
+    constexpr int beside = 20;  // pixels of border, padding and spacing
+    const QSize room(width() / (arrangedDrops_ + 3) - beside, height() / Rows() - beside / 2);
+    int size = largest_;
+    for (; size > smallestFitted; --size) {
+        QFont tried = font();
+        tried.setPointSize(size);
+        tried.setBold(true);
+        const QFontMetrics metrics(tried);
+        if (metrics.horizontalAdvance(QStringLiteral("00,000")) <= room.width() && metrics.height() <= room.height())
+            break;
+    }
+    if (size == shownPointSize_) return;
+    shownPointSize_ = size;
+    const int headingSize = std::max(smallestFitted - 2, qRound(size * headingShare));
+    for (const auto* labels : {&drops_, &heights_}) {
+        for (DropLabel* label : *labels) label->SetTextSize(headingSize, false);
+    }
+    for (DropLabel* label : {meanLabel_, standardDeviationLabel_, noise_}) label->SetTextSize(headingSize, false);
+    for (const auto* labels : {&means_, &standardDeviations_}) {
+        for (DropLabel* label : *labels) label->SetTextSize(size, true);
+    }
+    for (DropCell* cell : data_) cell->SetTextSize(size);
+    const int tallest = std::max(tallestCell * fontMetrics().height(), room.height());
+    for (DropCell* cell : data_) cell->setMaximumHeight(tallest);
 }
 
 void DropTable::Arrange() {

@@ -8,8 +8,6 @@ namespace bellmark {
 
 namespace {
 
-constexpr int textFlags = Qt::TextWordWrap;
-
 /// "-B" must never be broken at the end of a line: the rest would read as the other position. "Drop: 6" stays whole as
 /// well.
 QString WithoutBadBreaks(QString text) {
@@ -43,7 +41,7 @@ int FittedLabel::FittingPointSize(const QRect& area) const {
     int tooLarge = maximumPointSize_ + 1;
     while (tooLarge - fits > 1) {
         const int tried = (fits + tooLarge) / 2;
-        const QRect needed = QFontMetrics(FontOf(tried)).boundingRect(area, textFlags, shown);
+        const QRect needed = QFontMetrics(FontOf(tried)).boundingRect(area, TextFlags(), shown);
         (needed.width() <= area.width() && needed.height() <= area.height() ? fits : tooLarge) = tried;
     }
     return fits;
@@ -57,7 +55,7 @@ void FittedLabel::paintEvent(QPaintEvent*) {
     const QRect area = contentsRect();
     painter.setFont(FontOf(FittingPointSize(area)));
     painter.setPen(option.palette.color(QPalette::WindowText));
-    painter.drawText(area, textFlags | static_cast<int>(alignment()), WithoutBadBreaks(text()));
+    painter.drawText(area, TextFlags() | static_cast<int>(alignment()), WithoutBadBreaks(text()));
 }
 
 }  // namespace bellmark

@@ -9,6 +9,8 @@ namespace bellmark {
 class FittedLabel : public QLabel {
     Q_OBJECT
     Q_PROPERTY(int maximumPointSize READ maximumPointSize WRITE setMaximumPointSize)
+    /// On one line, never broken.
+    Q_PROPERTY(bool oneLine READ isOneLine WRITE setOneLine)
 
   public:
     using QLabel::QLabel;
@@ -16,6 +18,9 @@ class FittedLabel : public QLabel {
     // Named as form files set their properties.
     int maximumPointSize() const { return maximumPointSize_; }
     void setMaximumPointSize(int size) { maximumPointSize_ = size; }
+
+    bool isOneLine() const { return oneLine_; }
+    void setOneLine(bool oneLine) { oneLine_ = oneLine; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -27,9 +32,11 @@ class FittedLabel : public QLabel {
   private:
     QFont FontOf(int pointSize) const;
     int FittingPointSize(const QRect& area) const;
+    int TextFlags() const { return oneLine_ ? Qt::TextSingleLine : Qt::TextWordWrap; }
 
     static constexpr int smallestPointSize = 9;
     int maximumPointSize_ = 48;
+    bool oneLine_ = false;
 };
 
 }  // namespace bellmark

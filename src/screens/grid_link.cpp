@@ -5,6 +5,7 @@
 #include <QTableWidget>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "controls/controls.h"
 #include "screens/state_colors.h"
@@ -61,11 +62,24 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
     const auto click = [this, gridRow, gridColumn](int row, int column) {
         PerformAfterTyping([=, this] { grid_.UserClickCell(gridRow(row), gridColumn(column)); });
     };
-    QObject::connect(&view_, &QTableWidget::cellClicked, &Context(), click);
-    // Enter on a cell acts as a click.
-    QObject::connect(&view_, &QTableWidget::cellActivated, &Context(), click);
-    QObject::connect(&view_, &QTableWidget::cellDoubleClicked, &Context(), [=, this](int row, int column) {
+    const auto doubleClick = [this, gridRow, gridColumn](int row, int column) {
         PerformAfterTyping([=, this] { grid_.UserDoubleClickCell(gridRow(row), gridColumn(column)); });
+    };
+    QObject::connect(&view_, &QTableWidget::cellClicked, &Context(), click);
+    QObject::connect(&view_, &QTableWidget::cellDoubleClicked, &Context(), [=, this](int row, int column) {
+        doubleClicked_ = true;
+        doubleClick(row, column);
+        QTimer::singleShot(0, &Context(), [this] { doubleClicked_ = false; });
+    });
+    // Enter on a cell acts as a double click where that does something, otherwise as a click. A double click activates
+    // the cell, too.
+    QObject::connect(&view_, &QTableWidget::cellActivated, &Context(), [=, this](int row, int column) {
+        if (std::exchange(doubleClicked_, false)) return;
+        if (grid_.CellDoubleClick) {
+            doubleClick(row, column);
+        } else {
+            click(row, column);
+        }
     });
     QObject::connect(&view_, &QTableWidget::cellChanged, &Context(),
                      [this](int row, int column) { CellEdited(row, column); });

@@ -28,6 +28,7 @@ class GridLink : public Link {
     Grid& grid_;
     QTableWidget& view_;
     QTimer soon_;
+    bool doubleClicked_ = false;  ///< the activation that belongs to a double click is still to come
     bool showing_ = false;
 };
 

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -17,6 +18,7 @@
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 
 #include "platform/machine.h"
@@ -35,6 +37,34 @@ constexpr int sectionLevel = 3;
 constexpr int widestPicture = 700;
 constexpr QSize firstSize{1120, 760};
 constexpr int widthOfContents = 320;
+constexpr int leastWidth = 640;
+constexpr int titleHeight = 40;  // about as much as a desktop adds to a window
+
+/// Headings of the guide by the screens that they are about.
+struct ScreenPage {
+    const char* screen;
+    const char* heading;
+};
+constexpr ScreenPage screenPages[] = {
+    {"frmAbout", "The start form"},
+    {"frmSetup", "Setting up a calibration"},
+    {"frmSimulator", "Data Acquisition"},
+    {"frmMainMenu", "The main menu"},
+    {"frmPrerequisites", "The signal conditioner's checklist"},
+    {"frmBellmark_Accel", "The collection screen"},
+    {"frmBellmark_AccelDrop", "The drop screen"},
+    {"frmBellmark_AccelTrigger", "Trigger level and number of drops"},
+    {"frmFlipCalibration", "The daily calibration of the accelerometer"},
+    {"frmGetFWDData", "The FWD's data"},
+    {"frmRegressionPlot", "The plot"},
+    {"frmRefReview", "The review of the sensors' trials"},
+    {"frmCenterRelative", "Comparing the deflection sensors"},
+    {"frmCenterRelPlot", "Comparing the deflection sensors"},
+    {"frmResults", "Results of the load cell"},
+    {"frmReport", "Final outputs and certificate"},
+    {"frmRelative", "The monthly calibration"},
+    {"frmRelResults", "The results of a trial"},
+};
 
 /// Finds the guide's pictures in its folder, and scales them to the width beside the table of contents.
 class GuideBrowser : public QTextBrowser {
@@ -187,13 +217,7 @@ void HelpWindow::AddShortcuts() {
 }
 
 void HelpWindow::ShowContext(int context) {
-    // A box that waits for an answer blocks all windows except those opened over it.
-    hide();
-    setWindowModality(QApplication::activeModalWidget() ? Qt::ApplicationModal : Qt::NonModal);
-    show();
-    raise();
-    activateWindow();
-    text_->setFocus();
+    ComeForward();
     const GuideHeading* heading =
         context > helpPage::firstMessage ? HeadingOfMessage(context - helpPage::firstMessage) : nullptr;
     if (heading) {
@@ -202,6 +226,43 @@ void HelpWindow::ShowContext(int context) {
         GoTo(headings_.front());
     }
     if (context == helpPage::index) word_->setFocus();
+}
+
+void HelpWindow::ShowScreen(const QString& screen) {
+    ComeForward();
+    const auto page = std::find_if(std::begin(screenPages), std::end(screenPages),
+                                   [&](const ScreenPage& known) { return screen == QLatin1String(known.screen); });
+    const QString wanted = page == std::end(screenPages) ? QString() : QString::fromUtf8(page->heading);
+    const auto found = std::find_if(headings_.begin(), headings_.end(),
+                                    [&](const GuideHeading& heading) { return heading.text == wanted; });
+    if (!headings_.empty()) GoTo(found == headings_.end() ? headings_.front() : *found);
+}
+
+/// A box that waits for an answer blocks all windows but its own: beside it the help is one of these, so that both can
+/// be used.
+void HelpWindow::ComeForward() {
+    hide();
+    create();
+    const QWidget* box = QApplication::activeModalWidget();
+    windowHandle()->setTransientParent(box ? box->windowHandle() : nullptr);
+    if (box) PlaceBeside(*box);
+    show();
+    raise();
+    activateWindow();
+    text_->setFocus();
+}
+
+/// On the side of the box with more room, as wide as that is.
+void HelpWindow::PlaceBeside(const QWidget& box) {
+    const QRect display = box.screen()->availableGeometry();
+    const QRect taken = box.frameGeometry();
+    const int left = taken.left() - display.left();
+    const int right = display.right() - taken.right();
+    const int width = std::clamp(std::max(left, right), leastWidth, firstSize.width());
+    const int height = std::min(firstSize.height(), display.height() - titleHeight);
+    const int x = left > right ? std::max(display.left(), taken.left() - width) : display.right() - width + 1;
+    resize(width, height);
+    move(x, display.top() + (display.height() - titleHeight - height) / 2);
 }
 
 const GuideHeading* HelpWindow::HeadingOfMessage(int code) const {

@@ -30,10 +30,14 @@ class HelpWindow : public QWidget {
 
     /// Opens one of helpPage in platform/machine.h, or the page of a message.
     void ShowContext(int context);
+    /// Opens the page of a screen, by the screen's name; the start of the guide for one without a page.
+    void ShowScreen(const QString& screen);
 
     const std::vector<GuideHeading>& Headings() const { return headings_; }
 
   private:
+    void ComeForward();
+    void PlaceBeside(const QWidget& box);
     void CollectHeadings();
     void FillContents();
     void AddShortcuts();

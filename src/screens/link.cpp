@@ -80,7 +80,9 @@ class CheckLink : public Link {
     }
     void Refresh() override {
         const QString words = StateText(control_.BackColor);
-        view_.setText(words.isEmpty() ? Caption(control_) : Caption(control_) + QLatin1String(": ") + words);
+        QString caption = Caption(control_);
+        if (!words.isEmpty() && caption.endsWith(QLatin1Char('.'))) caption.chop(1);
+        view_.setText(words.isEmpty() ? caption : caption + QLatin1String(": ") + words);
         if constexpr (std::is_same_v<CheckableControl, CheckBox>) {
             view_.setChecked(control_.Value);
         } else {
@@ -174,8 +176,9 @@ class LineLink : public Link {
     }
     void Refresh() override {
         const QString text = QString::fromStdString(box_.Text);
-        if (view_.text() != text) {
-            view_.setText(text);
+        const QString shown = box_.Locked ? Fitting(text) : text;
+        if (view_.text() != shown) {
+            view_.setText(shown);
             view_.setCursorPosition(0);
         }
         // An empty box has room for its hint.
@@ -190,6 +193,8 @@ class LineLink : public Link {
         if (box_.Locked && view_.toolTip().isEmpty()) view_.setToolTip(text);
     }
     void Commit() override {
+        // What is only shown may be cut.
+        if (box_.Locked) return;
         // Leaving a box without a change is no action.
         const QString typed = view_.text();
         if (typed == QString::fromStdString(box_.Text)) return;
@@ -202,6 +207,8 @@ class LineLink : public Link {
       public:
         explicit ClickWatcher(LineLink& link) : link_(link) {}
         bool eventFilter(QObject*, QEvent* event) override {
+            // A path that is only shown is cut anew.
+            if (event->type() == QEvent::Resize && link_.box_.Locked) link_.Refresh();
             const bool clicked = event->type() == QEvent::MouseButtonRelease ||
                                  (event->type() == QEvent::KeyPress &&
                                   static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && link_.box_.Locked);
@@ -213,6 +220,13 @@ class LineLink : public Link {
       private:
         LineLink& link_;
     };
+
+    /// A path that is too long is cut in the middle: its ends tell most.
+    QString Fitting(const QString& text) const {
+        constexpr int beside = 18;  // border, padding and the cursor
+        const bool isPath = text.contains(QLatin1Char('/')) || text.contains(QLatin1Char('\\'));
+        return isPath ? view_.fontMetrics().elidedText(text, Qt::ElideMiddle, view_.width() - beside) : text;
+    }
 
     bool IsClickable() const { return box_.Click && !box_.Text.Get().empty(); }
 

@@ -1,10 +1,12 @@
 #include "screens/look.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QLocale>
 #include <QPalette>
 #include <QStyleFactory>
+#include <utility>
 
 #include "screens/tones.h"
 
@@ -47,6 +49,10 @@ QPalette PaletteOf(bool isDark) {
     return palette;
 }
 
+bool IsDarkPalette(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
 QString StyleSheet(bool isDark) {
     QFile file(QStringLiteral(":/style/bellmark.qss"));
     if (!file.open(QIODevice::ReadOnly)) return {};
@@ -57,14 +63,14 @@ QString StyleSheet(bool isDark) {
 
 }  // namespace
 
-Look::Look() {
+Look::Look(std::function<bool()> desktopIsDark) : askDesktop_(std::move(desktopIsDark)) {
     LoadResources();
-    const QPalette desktop = QGuiApplication::palette();
-    desktopIsDark_ = desktop.color(QPalette::Window).lightness() < desktop.color(QPalette::WindowText).lightness();
+    desktopIsDark_ = askDesktop_();
     // Numbers look the same on screen and in the files, whatever the machine's language.
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     Show(Appearance::AsDesktop);
+    qApp->installEventFilter(this);
 }
 
 bool Look::IsDark() const {
@@ -72,9 +78,36 @@ bool Look::IsDark() const {
 }
 
 void Look::Show(Appearance appearance) {
+    const bool wasChanging = std::exchange(isChanging_, true);
     appearance_ = appearance;
     QApplication::setPalette(PaletteOf(IsDark()));
     qApp->setStyleSheet(StyleSheet(IsDark()));
+    isChanging_ = wasChanging;
+}
+
+bool Look::eventFilter(QObject* watched, QEvent* event) {
+    const bool mayBeDesktop =
+        event->type() == QEvent::ThemeChange || (event->type() == QEvent::ApplicationPaletteChange && watched == qApp);
+    if (mayBeDesktop && !isChanging_) MeetDesktop();
+    return false;
+}
+
+/// Without a palette of its own the application has the desktop's.
+bool Look::HasDarkDesktop() {
+    const QPalette own = QGuiApplication::palette();
+    QApplication::setPalette(QPalette());
+    const bool isDark = IsDarkPalette(QGuiApplication::palette());
+    QApplication::setPalette(own);
+    return isDark;
+}
+
+void Look::MeetDesktop() {
+    isChanging_ = true;
+    const bool isDark = askDesktop_();
+    isChanging_ = false;
+    if (isDark == desktopIsDark_) return;
+    desktopIsDark_ = isDark;
+    if (appearance_ == Appearance::AsDesktop) Show(appearance_);
 }
 
 }  // namespace bellmark

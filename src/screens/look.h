@@ -1,20 +1,33 @@
 #pragma once
 
+#include <QObject>
+#include <functional>
+
 namespace bellmark {
 
 enum class Appearance { AsDesktop, Light, Dark };
 
-/// The application's style, palette, style sheet and number language. One lives as long as the application.
-class Look {
+/// The application's style, palette, style sheet and number language. One lives as long as the application. It follows
+/// the desktop when that turns dark or light.
+class Look : public QObject {
   public:
-    /// Notes whether the desktop is dark. Call after the application was made, and before anything is shown.
-    Look();
+    /// Call after the application was made, and before anything is shown. desktopIsDark: asked now, and when the
+    /// desktop has changed its looks.
+    explicit Look(std::function<bool()> desktopIsDark = HasDarkDesktop);
 
     void Show(Appearance appearance);
     Appearance Shown() const { return appearance_; }
     bool IsDark() const;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    static bool HasDarkDesktop();
+    void MeetDesktop();
+
+    std::function<bool()> askDesktop_;
+
+    bool isChanging_ = false;  ///< the look itself sets the palette
     bool desktopIsDark_ = false;
     Appearance appearance_ = Appearance::AsDesktop;
 };

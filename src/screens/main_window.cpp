@@ -5,10 +5,13 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QUrl>
 #include <stdexcept>
 
+#include "controls/controls.h"
 #include "controls/screen.h"
 #include "controls/screen_stack.h"
 #include "screens/binder.h"
@@ -39,6 +42,7 @@ MainWindow::MainWindow(ScreenStack& screens, Screen& mainFrame, std::function<vo
     nextStep_->setObjectName(QStringLiteral("decorNextStep"));
     statusBar()->addWidget(nextStep_, 1);
     statusBar()->setSizeGripEnabled(false);
+    setAcceptDrops(true);
     setWindowTitle(QString::fromStdString(mainFrame_.Title()));
     menuBinder_ = std::make_unique<Binder>(mainFrame_, *this, tellUser_);
     AddSideScreens(*this, *form.decorView, screens_, mainFrame_, [this](Screen& screen) { return PageOf(screen); });
@@ -67,6 +71,9 @@ Page* MainWindow::PageOf(Screen& screen) {
     page = new Page(screen, std::move(form), tellUser_);
     pages_->addWidget(page);
     connect(page, &Page::Refreshed, this, &MainWindow::FollowPage, Qt::QueuedConnection);
+    connect(page, &Page::Signalled, this, [this, page](Signal signal) {
+        if (pages_->currentWidget() == page) giveSignal_(signal);
+    });
     screens_.Dispatch(screen.Name() + " form", [page, &screen] { RequireClean(page->Bindings().Report(), screen); });
     return page;
 }
@@ -109,6 +116,7 @@ void MainWindow::FollowPage() {
 }
 
 void MainWindow::ShowSuggestedStep(const Page* page) {
+    if (isWaiting_) return nextStep_->setText(tr("Please wait: files are being written"));
     const QString step = page ? page->SuggestedStep() : QString();
     if (step.isEmpty() || screens_.IsLocked()) return nextStep_->clear();
     nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
@@ -120,6 +128,34 @@ void MainWindow::YieldLetters(const Page* page) {
         const bool isTaken = page && page->TakesKeys(QKeySequence::mnemonic(title));
         item->setText(isTaken ? QString(title).remove(QLatin1Char('&')) : title);
     }
+}
+
+void MainWindow::ShowWaiting(bool waits) {
+    isWaiting_ = waits;
+    FollowPage();
+}
+
+/// Of the screen in front, while it can be pressed.
+Button* MainWindow::BrowseButton() const {
+    const auto* page = qobject_cast<const Page*>(pages_->currentWidget());
+    if (!page || screens_.IsLocked()) return nullptr;
+    const std::string& name = page->Shown().Name();
+    const bool takesFWDFiles = name == "frmGetFWDData" || name == "frmCenterRelative" || name == "frmRelative";
+    auto* button = takesFWDFiles ? dynamic_cast<Button*>(page->Shown().Find("cmdBrowse")) : nullptr;
+    return button && button->IsReachable() ? button : nullptr;
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> files = event->mimeData()->urls();
+    if (giveFile_ && files.size() == 1 && files.front().isLocalFile() && BrowseButton()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    Button* browse = BrowseButton();
+    const QString file = event->mimeData()->urls().value(0).toLocalFile();
+    if (!browse || file.isEmpty()) return;
+    event->acceptProposedAction();
+    giveFile_(PathFromText(file.toStdString()), [browse] { browse->UserClick(); });
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -8,7 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
 #include "screens/press_guard.h"
+#include "screens/sounds.h"
 
 class QAction;
 class QLabel;
@@ -17,6 +19,7 @@ class QStackedWidget;
 namespace bellmark {
 
 class Binder;
+class Button;
 class Page;
 class Screen;
 class ScreenStack;
@@ -39,11 +42,25 @@ class MainWindow : public QMainWindow {
     /// Shows the screen in front.
     void ShowFront();
 
+    /// Says in the bottom line that files are being worked on.
+    void ShowWaiting(bool waits);
+
+    /// Called when the state of the screen in front changes into one that the operator may want to hear.
+    void OnSignal(std::function<void(Signal)> give) { giveSignal_ = std::move(give); }
+
+    /// Called with a file that was dropped on a screen with a Browse button for FWD files, and the press of that
+    /// button.
+    using FileGiver = std::function<void(const Path&, const std::function<void()>&)>;
+    void OnFile(FileGiver give) { giveFile_ = std::move(give); }
+
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void FollowPage();
+    Button* BrowseButton() const;
     void ShowLock();
     void ShowSuggestedStep(const Page* page);
     void YieldLetters(const Page* page);
@@ -52,6 +69,9 @@ class MainWindow : public QMainWindow {
     Screen& mainFrame_;
     std::function<void(const QString&)> tellUser_;
     PressGuard guard_;
+    std::function<void(Signal)> giveSignal_ = [](Signal) {};
+    FileGiver giveFile_;
+    bool isWaiting_ = false;
     QStackedWidget* pages_ = nullptr;
     QLabel* nextStep_ = nullptr;
     std::unique_ptr<Binder> menuBinder_;

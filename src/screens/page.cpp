@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "controls/controls.h"
 #include "controls/enter_key.h"
@@ -17,12 +18,44 @@
 #include "controls/screen_stack.h"
 #include "screens/binder.h"
 #include "screens/forms.h"
+#include "screens/mnemonics.h"
+#include "screens/plot_widget.h"
 #include "screens/state_button.h"
 #include "screens/state_colors.h"
 
 namespace bellmark {
 
 namespace {
+
+/// Holds a form as high as the display, or as the form needs at least. The height that its plots and lists would like
+/// is no reason to scroll.
+class FormHolder : public QWidget {
+  public:
+    explicit FormHolder(std::unique_ptr<QWidget> form) : form_(form.release()) { form_->setParent(this); }
+
+    QSize minimumSizeHint() const override {
+        const QLayout* layout = form_->layout();
+        if (!layout) return form_->minimumSizeHint();
+        const QSize least = layout->totalMinimumSize();
+        return {least.width(), layout->hasHeightForWidth()
+                                   ? layout->totalMinimumHeightForWidth(std::max(width(), least.width()))
+                                   : least.height()};
+    }
+    QSize sizeHint() const override { return minimumSizeHint(); }
+
+  protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::LayoutRequest) updateGeometry();
+        return QWidget::event(event);
+    }
+    void resizeEvent(QResizeEvent*) override {
+        form_->setGeometry(rect());
+        updateGeometry();
+    }
+
+  private:
+    QWidget* form_;
+};
 
 /// A form that is higher than the display can be scrolled, so that all of it can be reached.
 QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
@@ -31,7 +64,10 @@ QScrollArea* MakeScrollArea(std::unique_ptr<QWidget> form) {
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(form.release());
+    form->setAutoFillBackground(false);
+    auto holder = std::make_unique<FormHolder>(std::move(form));
+    holder->setObjectName(QStringLiteral("decorHolder"));
+    area->setWidget(holder.release());
     // The page's own background stays visible; otherwise the widget of an area fills its own.
     area->viewport()->setAutoFillBackground(false);
     area->widget()->setAutoFillBackground(false);
@@ -73,19 +109,25 @@ Page::Page(Screen& screen, std::unique_ptr<QWidget> form, std::function<void(con
     layout->setSpacing(0);
     if (screen_.Find("PageTitle")) layout->addWidget(MakePageHeader().release());
     auto foot = TakeFoot(*form);
+    form_ = form.get();
     scroll_ = MakeScrollArea(std::move(form));
     layout->addWidget(scroll_, 1);
     foot_ = foot.get();
     if (foot) layout->addWidget(foot.release());
     // A screen changes many controls at once: the suggestion is updated when it has finished.
     soon_.setSingleShot(true);
-    connect(&soon_, &QTimer::timeout, this, [this] { MarkSuggestedStep(); });
+    connect(&soon_, &QTimer::timeout, this, [this] {
+        MarkSuggestedStep();
+        TellState();
+    });
     binder_ = std::make_unique<Binder>(screen_, *this, std::move(tellUser), [this] { soon_.start(0); });
     screen_.Changed = [this] { Follow(); };
     // A frame with its own button takes over the suggestion while the keyboard is in it.
     connect(qApp, &QApplication::focusChanged, this, [this] {
         if (isVisible()) soon_.start(0);
     });
+    EquipPlots();
+    GiveMnemonics(*this);
     Follow();
 }
 
@@ -98,6 +140,7 @@ Page::~Page() {
 void Page::Follow() {
     MarkSuggestedStep();
     MarkBackground();
+    soon_.start(0);
     if (screen_.FocusRequests() != focusRequestsMet_) TakeFocus();
     update();
 }
@@ -107,7 +150,7 @@ void Page::MarkBackground() {
     const bool isState = !IsPlain(screen_.BackColor());
     if (isState == backgroundIsState_) return;
     backgroundIsState_ = isState;
-    for (QWidget* part : {scroll_->widget(), foot_}) {
+    for (QWidget* part : {form_, foot_}) {
         if (!part) continue;
         part->setProperty("onState", isState);
         for (QLabel* label : part->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -115,6 +158,42 @@ void Page::MarkBackground() {
             style()->polish(label);
         }
     }
+}
+
+/// A plot names the other plot of the form that shares its axis, and tells on paper of which run it is.
+void Page::EquipPlots() {
+    for (PlotWidget* plot : findChildren<PlotWidget*>()) {
+        plot->TellRun([this] { return RunLines(); });
+        const QString other = plot->property("linkedTo").toString();
+        if (auto* leader = other.isEmpty() ? nullptr : findChild<PlotWidget*>(other)) plot->LinkTo(*leader);
+    }
+}
+
+/// Title of the screen, then owner and FWD.
+QStringList Page::RunLines() const {
+    const auto textOf = [this](const char* name) {
+        const Control* control = screen_.Find(name);
+        return control ? QString::fromStdString(control->DisplayText()) : QString();
+    };
+    QStringList lines{QString::fromStdString(screen_.Title())};
+    QStringList run{textOf("ProcedureName"), textOf("FWDOwnerName"), textOf("FWDNameCtrl")};
+    run.removeAll(QString());
+    if (!run.isEmpty()) lines.push_back(run.join(QLatin1String(", ")));
+    return lines;
+}
+
+/// A drop screen is green while it waits for its drop and yellow when it has it; its panel asks for an answer.
+void Page::TellState() {
+    if (!isVisible()) return;
+    std::optional<Signal> state;
+    if (screen_.BackColor() == colors::complete) state = Signal::Armed;
+    if (screen_.BackColor() == colors::warning) state = Signal::Captured;
+    const Control* panel = screen_.Find("fraMessage");
+    if (panel && panel->Visible) state = Signal::NeedsAnswer;
+    const auto before = std::exchange(told_, state);
+    // A panel that was answered leaves the drop as it was.
+    const bool isAnswered = before == Signal::NeedsAnswer && state == Signal::Captured;
+    if (state && state != before && !isAnswered) emit Signalled(*state);
 }
 
 Control* Page::HasKeyboard() const {

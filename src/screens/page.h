@@ -5,8 +5,10 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "controls/color.h"
+#include "screens/sounds.h"
 
 class QScrollArea;
 
@@ -40,6 +42,7 @@ class Page : public QWidget {
 
   signals:
     void Refreshed();
+    void Signalled(Signal signal);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -49,13 +52,18 @@ class Page : public QWidget {
   private:
     void Follow();
     void MarkBackground();
+    void TellState();
     void MarkSuggestedStep();
+    void EquipPlots();
+    QStringList RunLines() const;
     Control* HasKeyboard() const;  ///< null when none of the screen's controls has it
 
     Screen& screen_;
     QScrollArea* scroll_ = nullptr;
+    QWidget* form_ = nullptr;
     QWidget* foot_ = nullptr;  ///< the row of buttons below what scrolls; none in some forms
     bool backgroundIsState_ = false;
+    std::optional<Signal> told_;
     std::unique_ptr<Binder> binder_;
     int focusRequestsMet_ = 0;
     QTimer soon_;

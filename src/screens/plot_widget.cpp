@@ -2,11 +2,15 @@
 
 #include <qcustomplot.h>
 
+#include <QDateTime>
+#include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "screens/plot_colors.h"
+#include "screens/plot_tools.h"
 #include "screens/state_colors.h"
 
 namespace bellmark {
@@ -17,31 +21,8 @@ namespace {
 constexpr QRgb onLight[] = {0x1f5fa8, 0xd97b00, 0x2e7d4f, 0x7b3f98, 0x008b9a, 0xa0522d, 0x55606b, 0xc2185b};
 constexpr QRgb onDark[] = {0x6aaef0, 0xffb04a, 0x6fd097, 0xcf9ce8, 0x4fd0dc, 0xe09a72, 0xb3bdc7, 0xff7fb0};
 
-/// The colours of a plot on a light or dark background.
-struct PlotColors {
-    QColor background;
-    QColor ink;
-    bool isDark;
-    QColor grid;
-    QColor axis;  ///< of the zero lines and the borders of blocks
-    QColor mark;
-
-    explicit PlotColors(const QPalette& palette)
-        : background(palette.color(QPalette::Base)),
-          ink(palette.color(QPalette::WindowText)),
-          isDark(background.lightness() < ink.lightness()),
-          grid(palette.color(QPalette::Mid)),
-          axis(isDark ? grid.lighter(150) : grid.darker(125)),
-          mark(isDark ? 0xff9080 : 0xb03a2e) {}
-
-    QColor OfSeries(std::size_t number) const {
-        return isDark ? onDark[number % std::size(onDark)] : onLight[number % std::size(onLight)];
-    }
-};
-
-QColor Translucent(QColor color, int alpha) {
-    color.setAlpha(alpha);
-    return color;
+QColor ColorOfSeries(std::size_t number, bool isDark) {
+    return isDark ? onDark[number % std::size(onDark)] : onLight[number % std::size(onLight)];
 }
 
 QString Text(const std::string& text) {
@@ -114,6 +95,13 @@ std::size_t NearestSample(const std::vector<double>& x, double wanted) {
     return static_cast<std::size_t>(std::min_element(x.begin(), x.end(), nearer) - x.begin());
 }
 
+/// Plots over blocks or over nothing have no axis to share.
+bool HasSameAxis(const Plot& one, const Plot& other) {
+    const auto isPlain = [](const Plot& plot) { return !plot.IsEmpty() && plot.horizontal.blocks.empty(); };
+    return isPlain(one) && isPlain(other) && one.horizontal.lowest == other.horizontal.lowest &&
+           one.horizontal.highest == other.horizontal.highest;
+}
+
 /// The row of each mark's label above its point, so that labels of near points do not cover each other.
 std::vector<int> RowsOfLabels(const Plot& plot) {
     constexpr double across = 0.2;  // width of a label as a share of the plot
@@ -149,37 +137,50 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent), view_(new QCustomPlot
     QLocale grouped = QLocale::c();
     grouped.setNumberOptions(QLocale::DefaultNumberOptions);
     view_->setLocale(grouped);
-    SetUpInteraction();
-    ShowAxes();
-}
-
-void PlotWidget::SetUpInteraction() {
-    view_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    setFocusPolicy(Qt::StrongFocus);
+    view_->setFocusProxy(this);
+    tools_ = new PlotTools(*this, *view_);
     connect(view_, &QCustomPlot::mouseDoubleClick, this, [this] { ResetRanges(); });
     connect(view_, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { PointerMoved(*event); });
+    ShowAxes();
 }
 
 void PlotWidget::Show(const Plot& plot) {
     plot_ = plot;
-    view_->clearItems();
+    pointed_ = {};
     view_->clearGraphs();
-    pointer_ = nullptr;
-    readOut_ = nullptr;
     ShowAxes();
-    ShowBands();
-    ShowBlocks();
     ShowSeries();
-    ShowBoxes();
     ShowLegend();
-    ShowMarks();
+    cursors_.Follow(plot_);
+    RedrawItems();
     ResetRanges();
     setAccessibleName(Text(plot_.title));
 }
 
-/// The look of the program has changed between light and dark.
+/// All that lies over the curves.
+void PlotWidget::RedrawItems() {
+    view_->clearItems();
+    pointer_ = nullptr;
+    readOut_ = nullptr;
+    tools_->Restart();
+    ShowBands();
+    ShowBlocks();
+    ShowBoxes();
+    ShowMarks();
+    cursors_.Draw(*view_, plot_, PlotColors(palette()));
+    view_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+/// The look of the program has changed between light and dark. What is shown of the plot stays.
 void PlotWidget::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) Show(Plot(plot_));
+    if (event->type() != QEvent::PaletteChange) return;
+    const QCPRange across = view_->xAxis->range();
+    const QCPRange along = view_->yAxis->range();
+    Show(Plot(plot_));
+    view_->xAxis->setRange(across);
+    view_->yAxis->setRange(along);
 }
 
 void PlotWidget::RedrawNow() {
@@ -204,7 +205,7 @@ void PlotWidget::ShowSeries() {
     const PlotColors colors(palette());
     std::size_t number = 0;
     for (const PlotSeries& series : plot_.series) {
-        const QColor own = colors.OfSeries(number++);
+        const QColor own = ColorOfSeries(number++, colors.isDark);
         const QColor color = series.color ? ToQColor(*series.color) : own;
         QCPGraph* graph = view_->addGraph();
         graph->setName(Text(series.name));
@@ -327,11 +328,11 @@ void PlotWidget::ResetRanges() {
     view_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-PlotWidget::Sample PlotWidget::SampleAt(QPointF position) const {
+PlotSample PlotWidget::SampleAt(QPointF position) const {
     const PlotSeries& first = plot_.series.front();
     if (!first.asMarkers) return {0, NearestSample(first.x, view_->xAxis->pixelToCoord(position.x()))};
     // Markers may cover each other: the nearest one on the screen is chosen.
-    Sample nearest;
+    PlotSample nearest;
     double least = std::numeric_limits<double>::infinity();
     for (std::size_t number = 0; number < plot_.series.size(); ++number) {
         const PlotSeries& series = plot_.series[number];
@@ -353,15 +354,22 @@ QString PlotWidget::ReadOutAt(double x) const {
     return ReadOut({0, NearestSample(plot_.series.front().x, x)});
 }
 
-QString PlotWidget::ReadOut(const Sample& sample) const {
+QString PlotWidget::ReadOut(const PlotSample& sample) const {
     const PlotSeries& series = plot_.series[sample.series];
     if (sample.index < series.notes.size()) return Text(series.notes[sample.index]);
-    const auto number = [](double value) { return QLocale::c().toString(value, 'g', 6); };
-    return number(series.x[sample.index]) + QLatin1String(", ") + number(series.y[sample.index]);
+    return PlotValueText(plot_.horizontal, series.x[sample.index]) + QLatin1String(", ") +
+           PlotValueText(plot_.vertical, series.y[sample.index]);
 }
 
 void PlotWidget::PointerMoved(const QMouseEvent& event) {
     if (plot_.series.empty() || plot_.series.front().x.empty()) return;
+    const PlotSample sample = SampleAt(event.position());
+    PointAt(sample);
+    if (sample.series == 0 && plot_.series.front().asMarkers) emit PointedAt(sample.index);
+}
+
+void PlotWidget::PointAt(const PlotSample& sample) {
+    pointed_ = sample;
     if (!pointer_) {
         const PlotColors colors(palette());
         pointer_ = new QCPItemTracer(view_);
@@ -378,11 +386,78 @@ void PlotWidget::PointerMoved(const QMouseEvent& event) {
         readOut_->setBrush(Translucent(colors.background, 220));
         readOut_->setPadding(QMargins(4, 2, 4, 2));
     }
-    const Sample sample = SampleAt(event.position());
     const PlotSeries& series = plot_.series[sample.series];
     pointer_->position->setCoords(series.x[sample.index], series.y[sample.index]);
     readOut_->setText(ReadOut(sample));
     view_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void PlotWidget::LinkTo(PlotWidget& other) {
+    for (const auto& [leader, follower] : {std::pair(this, &other), std::pair(&other, this)}) {
+        connect(leader->view_->xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), follower,
+                [leader = leader, follower = follower] { follower->FollowRange(*leader); });
+        connect(leader, &PlotWidget::PointedAt, follower, [leader = leader, follower = follower](std::size_t index) {
+            const auto& own = follower->plot_.series;
+            if (HasSameAxis(leader->plot_, follower->plot_) && index < own.front().x.size())
+                follower->PointAt({0, index});
+        });
+    }
+}
+
+void PlotWidget::FollowRange(const PlotWidget& leader) {
+    if (!HasSameAxis(plot_, leader.plot_)) return;
+    view_->xAxis->setRange(leader.view_->xAxis->range());
+    view_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QStringList PlotWidget::Heading() const {
+    QStringList lines;
+    if (!plot_.title.empty()) lines.push_back(Text(plot_.title));
+    if (run_) lines += run_();
+    lines.push_back(QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("d-MMM-yyyy HH:mm")));
+    return lines;
+}
+
+std::unique_ptr<PlotWidget> PlotWidget::OnPaper() const {
+    auto paper = std::make_unique<PlotWidget>();
+    QPalette white(Qt::white);
+    white.setColor(QPalette::Base, Qt::white);
+    white.setColor(QPalette::WindowText, Qt::black);
+    white.setColor(QPalette::Mid, QColor(0xdd, 0xe3, 0xe9));
+    paper->setPalette(white);
+    paper->cursors_ = cursors_;
+    paper->setProperty("markers", property("markers"));
+    paper->resize(size());
+    paper->view_->setFont(view_->font());
+    paper->view_->resize(view_->size());
+    paper->Show(plot_);
+    paper->view_->xAxis->setRange(view_->xAxis->range());
+    paper->view_->yAxis->setRange(view_->yAxis->range());
+    return paper;
+}
+
+void PlotWidget::SetCursorHere(std::size_t cursor) {
+    cursors_.Set(cursor, pointed_, plot_);
+    RedrawItems();
+}
+
+/// From the start of a pulse to its peak, for a drop.
+void PlotWidget::SetCursorsAtMarks() {
+    if (plot_.marks.empty() || plot_.series.front().x.empty()) return;
+    const std::vector<double>& x = plot_.series.front().x;
+    cursors_.Set(0, {0, NearestSample(x, plot_.marks.front().x)}, plot_);
+    cursors_.Set(1, {0, NearestSample(x, plot_.marks.back().x)}, plot_);
+    RedrawItems();
+}
+
+void PlotWidget::StepCursor(std::size_t cursor, int samples) {
+    cursors_.Step(cursor, samples, plot_);
+    RedrawItems();
+}
+
+void PlotWidget::ClearCursors() {
+    cursors_.Clear();
+    RedrawItems();
 }
 
 }  // namespace bellmark

@@ -1,5 +1,6 @@
 #include "screens/preferences.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <iterator>
 
@@ -14,7 +15,14 @@ struct Word {
 constexpr Word words[] = {{Appearance::AsDesktop, "desktop"}, {Appearance::Light, "light"}, {Appearance::Dark, "dark"}};
 
 const QString appearanceKey = QStringLiteral("appearance");
+const QString soundsKey = QStringLiteral("sounds");
 const QString geometryKey = QStringLiteral("windowGeometry");
+
+/// A slash would begin a group of its own.
+QString DialogKey(QString dialog, const char* value) {
+    return QStringLiteral("dialogs/") + dialog.replace(QLatin1Char('/'), QLatin1Char(' ')) + QLatin1Char('/') +
+           QLatin1String(value);
+}
 
 }  // namespace
 
@@ -35,12 +43,35 @@ void Preferences::Choose(Appearance appearance) {
     }
 }
 
+bool Preferences::HasSounds() const {
+    return settings_.value(soundsKey, true).toBool();
+}
+
+void Preferences::KeepSounds(bool on) {
+    settings_.setValue(soundsKey, on);
+}
+
 QByteArray Preferences::WindowGeometry() const {
     return settings_.value(geometryKey).toByteArray();
 }
 
 void Preferences::KeepWindowGeometry(const QByteArray& geometry) {
     settings_.setValue(geometryKey, geometry);
+}
+
+Preferences::Place Preferences::PlaceOf(const QString& dialog, const QString& suggested) const {
+    Place place{suggested, settings_.value(DialogKey(dialog, "fileType")).toString()};
+    const QString folder = settings_.value(DialogKey(dialog, "folder")).toString();
+    // Another run suggests another folder, which then comes first.
+    const bool fromHere = settings_.value(DialogKey(dialog, "suggested")).toString() == suggested;
+    if ((fromHere || !QFileInfo(suggested).isDir()) && QFileInfo(folder).isDir()) place.folder = folder;
+    return place;
+}
+
+void Preferences::KeepPlace(const QString& dialog, const QString& suggested, const Place& chosen) {
+    settings_.setValue(DialogKey(dialog, "suggested"), suggested);
+    settings_.setValue(DialogKey(dialog, "folder"), chosen.folder);
+    settings_.setValue(DialogKey(dialog, "fileType"), chosen.fileType);
 }
 
 }  // namespace bellmark

@@ -9,6 +9,9 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QTreeView>
+#include <utility>
+
+#include "screens/preferences.h"
 
 namespace bellmark {
 
@@ -99,16 +102,6 @@ void MakeRoomForNames(QFileDialog& dialog) {
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-std::optional<Path> Ask(QFileDialog& dialog, const FileChoice& choice) {
-    // Patterns that match any case are hard to read.
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    dialog.setNameFilters(FileDialogFilters(choice.filter));
-    if (!choice.fileName.empty()) dialog.selectFile(Text(choice.fileName));
-    MakeRoomForNames(dialog);
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return Chosen(dialog.selectedFiles().value(0));
-}
-
 /// "*.ini" as "*.[iI][nN][iI]": the files come from systems that ignore case.
 QString AnyCase(const QString& pattern) {
     QString any;
@@ -126,18 +119,51 @@ QString AnyCase(const QString& pattern) {
 
 QStringList FileDialogFilters(const std::string& filter) {
     QStringList filters;
+    QStringList ofFWD;
+    bool hasPDDX = false;
     const QStringList parts = Text(filter).split(QLatin1Char('|'));
     for (qsizetype pair = 0; pair + 1 < parts.size(); pair += 2) {
+        // Some pairs of the program have their name behind the pattern.
+        const bool isReversed = !parts[pair + 1].contains(QLatin1Char('*')) && parts[pair].contains(QLatin1Char('*'));
         QStringList patterns;
-        for (const QString& pattern : parts[pair + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        for (const QString& pattern : parts[isReversed ? pair : pair + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
             patterns.push_back(AnyCase(pattern.trimmed()));
         }
         // The dialog takes brackets at the end for patterns, so the text's own brackets are replaced.
-        QString name = parts[pair];
+        QString name = parts[isReversed ? pair + 1 : pair];
         name.replace(QLatin1Char('('), QLatin1Char('[')).replace(QLatin1Char(')'), QLatin1Char(']'));
         filters.push_back(name + QLatin1String(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')'));
+        hasPDDX = hasPDDX || patterns.contains(AnyCase(QStringLiteral("*.ddx")));
+        if (!patterns.contains(QLatin1String("*"))) ofFWD += patterns;
+    }
+    if (hasPDDX && ofFWD.size() > 1) {
+        filters.push_front(QObject::tr("FWD and PDDX files (%1)").arg(ofFWD.join(QLatin1Char(' '))));
     }
     return filters;
+}
+
+std::optional<Path> QtDialogs::Ask(QFileDialog& dialog, const FileChoice& choice) {
+    const QString kind = Text(choice.title) + QLatin1Char(' ') + Text(choice.filter);
+    const QString suggested = Text(choice.folder);
+    Preferences::Place place{suggested, {}};
+    if (preferences_) place = preferences_->PlaceOf(kind, suggested);
+    dialog.setDirectory(place.folder);
+    // Patterns that match any case are hard to read.
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    const QStringList fileTypes = FileDialogFilters(choice.filter);
+    dialog.setNameFilters(fileTypes);
+    for (const QString& fileType : fileTypes) {
+        const bool isLast = !place.fileType.isEmpty() && fileType.startsWith(place.fileType + QLatin1String(" ("));
+        if (isLast) dialog.selectNameFilter(fileType);
+    }
+    if (!choice.fileName.empty()) dialog.selectFile(Text(choice.fileName));
+    MakeRoomForNames(dialog);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    const QString path = dialog.selectedFiles().value(0);
+    if (preferences_ && !path.isEmpty()) {
+        preferences_->KeepPlace(kind, suggested, {QFileInfo(path).absolutePath(), dialog.selectedNameFilter()});
+    }
+    return Chosen(path);
 }
 
 Answer QtDialogs::Show(const MessageBox& message) {
@@ -160,6 +186,7 @@ Answer QtDialogs::Show(const MessageBox& message) {
         help->disconnect();
         QObject::connect(help, &QPushButton::clicked, help, [this, &message] { showHelp_(message.helpContext); });
     }
+    if (icon.standard == QMessageBox::Critical || icon.standard == QMessageBox::Warning) warns_();
     return AnswerOf(shown.exec());
 }
 
@@ -175,14 +202,21 @@ std::optional<std::string> QtDialogs::Input(const std::string& prompt, const std
     return dialog.textValue().toStdString();
 }
 
+void QtDialogs::Give(const Path& file, const std::function<void()>& action) {
+    given_ = file;
+    action();
+    given_.reset();
+}
+
 std::optional<Path> QtDialogs::OpenFile(const FileChoice& choice) {
-    QFileDialog dialog(parent_, Text(choice.title), Text(choice.folder));
+    if (given_) return std::exchange(given_, std::nullopt);
+    QFileDialog dialog(parent_, Text(choice.title));
     dialog.setFileMode(QFileDialog::ExistingFile);
     return Ask(dialog, choice);
 }
 
 std::optional<Path> QtDialogs::SaveFile(const FileChoice& choice) {
-    QFileDialog dialog(parent_, Text(choice.title), Text(choice.folder));
+    QFileDialog dialog(parent_, Text(choice.title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     // A name typed without an extension gets that of the suggested file.
     dialog.setDefaultSuffix(QFileInfo(Text(choice.fileName)).suffix());
@@ -190,7 +224,12 @@ std::optional<Path> QtDialogs::SaveFile(const FileChoice& choice) {
 }
 
 std::optional<Path> QtDialogs::PickFolder(const std::string& prompt, const Path& start) {
-    return Chosen(QFileDialog::getExistingDirectory(parent_, Text(prompt), Text(start)));
+    const QString kind = Text(prompt);
+    QString folder = Text(start);
+    if (preferences_) folder = preferences_->PlaceOf(kind, folder).folder;
+    const QString chosen = QFileDialog::getExistingDirectory(parent_, kind, folder);
+    if (preferences_ && !chosen.isEmpty()) preferences_->KeepPlace(kind, Text(start), {chosen, {}});
+    return Chosen(chosen);
 }
 
 }  // namespace bellmark

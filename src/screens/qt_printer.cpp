@@ -12,20 +12,21 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "screens/formatted_document.h"
+#include "screens/plot_export.h"
 
 namespace bellmark {
 
 namespace {
 
 constexpr double usualPointSize = 10;
-constexpr double margin = 15;    // mm
-constexpr double plotScale = 4;  // dots on paper per dot of the screen
+constexpr double margin = 15;  // mm
 
 QFont PageFont(QPaintDevice& device, const std::vector<QString>& lines, const QRectF& area) {
     QFont font(QStringLiteral("Courier New"));
@@ -71,11 +72,16 @@ void DrawWidget(QPagedPaintDevice& device, QWidget& widget) {
     const double scale = std::min(page.width() / widget.width(), page.height() / widget.height());
     painter.translate((page.width() - scale * widget.width()) / 2, (page.height() - scale * widget.height()) / 2);
     painter.scale(scale, scale);
-    widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    std::vector<std::pair<QCustomPlot*, QRect>> plots;
     for (QCustomPlot* plot : widget.findChildren<QCustomPlot*>()) {
-        if (!plot->isVisibleTo(&widget)) continue;
-        const QRect place(plot->mapTo(&widget, QPoint(0, 0)), plot->size());
-        painter.drawPixmap(place, plot->toPixmap(plot->width(), plot->height(), plotScale));
+        if (plot->isVisibleTo(&widget)) plots.emplace_back(plot, plot->geometry());
+    }
+    // Beside its place a plot is left out: the page would show the dots of its screen.
+    for (const auto& [plot, place] : plots) plot->move(place.translated(2 * widget.width(), 0).topLeft());
+    widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    for (const auto& [plot, place] : plots) {
+        plot->move(place.topLeft());
+        DrawPlot(painter, *plot, QRect(plot->mapTo(&widget, QPoint(0, 0)), plot->size()));
     }
 }
 
@@ -115,17 +121,6 @@ std::optional<std::string> QtPrinter::Pdf(const std::string& title, const Format
     writer.setCreator(QStringLiteral("Bellmark"));
     PrintDocument(writer, text);
     return bytes.toStdString();
-}
-
-void QtSound::Play(const Path&) {
-    QApplication::beep();
-}
-
-void QtSound::Beep(int hertz, std::chrono::milliseconds length) {
-    // The desktop's bell has one pitch and one length: two strokes stand for a low tone.
-    constexpr int highHertz = 600;
-    QApplication::beep();
-    if (hertz < highHertz) QTimer::singleShot(length, qApp, [] { QApplication::beep(); });
 }
 
 }  // namespace bellmark

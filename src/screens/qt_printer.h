@@ -23,14 +23,7 @@ class QtPrinter : public Printer {
 /// Draws the pages on any paged device. A page with more or wider lines than fit is scaled down, never cut.
 void DrawPages(QPagedPaintDevice& device, const std::vector<std::vector<std::string>>& pages);
 
-/// Draws a widget as it is shown, as large as fits and centred on the page. Plots are drawn finer than on the screen.
+/// Draws a widget as it is shown, as large as fits and centred on the page. Plots are drawn with lines, not with dots.
 void DrawWidget(QPagedPaintDevice& device, QWidget& widget);
-
-/// The prompt tones. The desktop's own sound replaces them when the file cannot be played.
-class QtSound : public Sound {
-  public:
-    void Play(const Path& file) override;
-    void Beep(int hertz, std::chrono::milliseconds length) override;
-};
 
 }  // namespace bellmark

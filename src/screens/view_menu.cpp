@@ -6,10 +6,11 @@
 
 #include "screens/look.h"
 #include "screens/preferences.h"
+#include "screens/sounds.h"
 
 namespace bellmark {
 
-void FillViewMenu(QMenu& menu, Look& look, Preferences& preferences) {
+void FillViewMenu(QMenu& menu, Look& look, Sounds& sounds, Preferences& preferences) {
     struct Choice {
         Appearance appearance;
         const char* name;
@@ -30,6 +31,15 @@ void FillViewMenu(QMenu& menu, Look& look, Preferences& preferences) {
             preferences.Choose(appearance);
         });
     }
+    menu.addSeparator();
+    QAction* heard = menu.addAction(QObject::tr("&Sounds"));
+    heard->setObjectName(QStringLiteral("decorSounds"));
+    heard->setCheckable(true);
+    heard->setChecked(sounds.IsOn());
+    QObject::connect(heard, &QAction::triggered, &menu, [&sounds, &preferences](bool on) {
+        sounds.SetOn(on);
+        preferences.KeepSounds(on);
+    });
 }
 
 }  // namespace bellmark

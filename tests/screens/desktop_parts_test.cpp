@@ -4,12 +4,15 @@
 #include <qcustomplot.h>
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPdfWriter>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <ctime>
 #include <filesystem>
@@ -18,9 +21,11 @@
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "screens/plot_widget.h"
+#include "screens/preferences.h"
 #include "screens/program_folder.h"
 #include "screens/qt_dialogs.h"
 #include "screens/qt_printer.h"
+#include "screens/sounds.h"
 #include "screens/timer_driver.h"
 #include "tests/support/temporary_folder.h"
 
@@ -67,9 +72,9 @@ TEST(PlotWidget, ReadsOutTheNearestSample) {
     shown.series[0].x = {0, 10, 20};
     shown.series[0].y = {1.5, 2.5, 0.0001234567};
     plot.Show(shown);
-    EXPECT_EQ(plot.ReadOutAt(-3), "0, 1.5");
-    EXPECT_EQ(plot.ReadOutAt(14), "10, 2.5");
-    EXPECT_EQ(plot.ReadOutAt(900), "20, 0.000123457");
+    EXPECT_EQ(plot.ReadOutAt(-3), "0 mSec, 1.5 volts");
+    EXPECT_EQ(plot.ReadOutAt(14), "10 mSec, 2.5 volts");
+    EXPECT_EQ(plot.ReadOutAt(900), "20 mSec, 0.000123457 volts");
     plot.Show({});
     EXPECT_EQ(plot.ReadOutAt(1), "");
 }
@@ -140,6 +145,7 @@ TEST(QtPrinter, DrawsAScreenOnOneLandscapePage) {
     PlotWidget plot;
     plot.resize(1200, 700);
     plot.Show(WholeBlock());
+    plot.show();
     {
         QPdfWriter writer(QString::fromStdString(file.string()));
         writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF()));
@@ -148,8 +154,9 @@ TEST(QtPrinter, DrawsAScreenOnOneLandscapePage) {
     std::ifstream stream(file, std::ios::binary);
     const std::string pdf{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_NE(pdf.find("/Count 1"), std::string::npos);
-    // 1200 x 4 dots: the plot itself, not only the page's background.
-    EXPECT_NE(pdf.find("/Width 4800"), std::string::npos);
+    // The plot is drawn with lines; its 15000 samples take much more than an empty page.
+    EXPECT_EQ(pdf.find("/Subtype /Image"), std::string::npos);
+    EXPECT_GT(pdf.size(), 20'000U);
 }
 
 TEST(QtPrinter, MakesPdfPagesOfAFormattedText) {
@@ -168,6 +175,9 @@ TEST(QtPrinter, MakesPdfPagesOfAFormattedText) {
 TEST(FileDialogFilters, AreReadInPairsWhateverTheCase) {
     EXPECT_EQ(FileDialogFilters("FWD Cal. Center Files|*.ini"), QStringList{"FWD Cal. Center Files (*.[iI][nN][iI])"});
     EXPECT_EQ(FileDialogFilters("Data (old)|*.F20;*.1|All|*.*"), (QStringList{"Data [old] (*.[fF]20 *.1)", "All (*)"}));
+    EXPECT_EQ(FileDialogFilters("DAT Files|*.DAT|PDDX Files|*.ddx|*.*|All Files"),
+              (QStringList{"FWD and PDDX files (*.[dD][aA][tT] *.[dD][dD][xX])", "DAT Files (*.[dD][aA][tT])",
+                           "PDDX Files (*.[dD][dD][xX])", "All Files (*)"}));
     EXPECT_EQ(FileDialogFilters(""), QStringList{});
 }
 
@@ -212,6 +222,47 @@ TEST(QtDialogs, HelpOpensItsPageAndLeavesTheBoxOpen) {
     });
     EXPECT_EQ(dialogs.Show({"Really?", box::yesNo + box::helpButton, "Reject Drop (120)", 10120}), Answer::No);
     EXPECT_EQ(context, 10120);
+}
+
+TEST(QtDialogs, StartsWhereTheOperatorWentAndWithTheFileTypeChosen) {
+    const TemporaryFolder folder;
+    for (const char* name : {"suggested", "chosen", "other run"}) {
+        std::filesystem::create_directories(folder / name);
+        std::ofstream(folder / name / "Trial1.ddx") << "x";
+    }
+    Preferences preferences(QString::fromStdString(PathText(folder / "choices.ini")));
+    QtDialogs dialogs([](int) {}, &preferences);
+    const auto open = [&](const char* suggested, const auto& act) {
+        QTimer::singleShot(0, [&act] { act(*qobject_cast<QFileDialog*>(QApplication::activeModalWidget())); });
+        return dialogs.OpenFile({"FWD Drop Data", "DAT Files|*.DAT|PDDX Files|*.ddx", folder / suggested, ""});
+    };
+    const auto chosen = open("suggested", [&](QFileDialog& dialog) {
+        EXPECT_TRUE(dialog.selectedNameFilter().startsWith(QLatin1String("FWD and PDDX files")));
+        dialog.selectNameFilter(QStringLiteral("PDDX Files (*.[dD][dD][xX])"));
+        dialog.setDirectory(QString::fromStdString(PathText(folder / "chosen")));
+        dialog.selectFile(QStringLiteral("Trial1.ddx"));
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    });
+    EXPECT_EQ(chosen, folder / "chosen" / "Trial1.ddx");
+    for (const auto& [suggested, begins] : {std::pair("suggested", "chosen"), std::pair("other run", "other run")}) {
+        open(suggested, [&](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.directory().dirName().toStdString(), begins);
+            EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("PDDX Files"));
+            dialog.reject();
+        });
+    }
+    dialogs.Give(folder / "a.F25", [&] { EXPECT_EQ(dialogs.OpenFile({}), folder / "a.F25"); });
+}
+
+TEST(Sounds, AToneHasItsPitchAndLength) {
+    const QByteArray file = ToneFile(std::array{ToneStep{880, std::chrono::milliseconds(200)}});
+    EXPECT_TRUE(file.startsWith("RIFF") && file.mid(8, 8) == "WAVEfmt ");
+    const auto* samples = reinterpret_cast<const std::int16_t*>(file.constData() + 44);
+    const auto count = (file.size() - 44) / 2;
+    EXPECT_EQ(count, 22050 / 5);
+    int rises = 0;
+    for (qsizetype i = 1; i < count; ++i) rises += samples[i - 1] < 0 && samples[i] >= 0;
+    EXPECT_NEAR(rises, 176, 1) << "880 a second";
 }
 
 TEST(TimerDriver, RunsTimersButNotBehindABox) {

@@ -5,8 +5,12 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QStackedWidget>
+#include <QTableWidget>
 #include <QtTest/QTest>
+#include <fstream>
+#include <map>
 
 #include "controls/controls.h"
 #include "screens/binder.h"
@@ -128,7 +132,7 @@ TEST_F(FormsTest, EnterPressesTheSuggestedStep) {
     EXPECT_TRUE(dynamic_cast<StateButton&>(button).IsSuggested());
 }
 
-TEST_F(FormsTest, EnterInAListChoosesItsRowAndNothingElse) {
+TEST_F(FormsTest, EnterInAListActsOnItsRowAndNothingElse) {
     Screen& start = *desktop_.program->Screens.Find("frmAbout");
     start.Show();
     int pressed = 0;
@@ -137,7 +141,7 @@ TEST_F(FormsTest, EnterInAListChoosesItsRowAndNothingElse) {
     dynamic_cast<Frame&>(*start.Find("fraInterimCals")).Visible = true;
     auto& list = dynamic_cast<Grid&>(*start.Find("grdInterim"));
     list.AddRow({"InterimCal20120309.DDX", "03-09-2012"});
-    list.CellClick = [&clicked](int row, int) { clicked += row; };
+    list.CellDoubleClick = [&clicked](int row, int) { clicked += row; };
     QTest::qWait(5);
     QWidget& view = desktop_.WidgetOf("frmAbout", "grdInterim");
     view.setFocus();
@@ -145,6 +149,86 @@ TEST_F(FormsTest, EnterInAListChoosesItsRowAndNothingElse) {
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(clicked, 1);
     EXPECT_EQ(pressed, 0);
+}
+
+TEST_F(FormsTest, EnterAndDoubleClickOpenTheMarkedRun) {
+    const std::string run =
+        "[Operations Information]\r\nEndDate=03-08-2012\r\nEndTime=14:05\r\n"
+        "[Device Calibration]\r\nLoadCellRefTrials=2\r\nRelTrials=1\r\n";
+    std::ofstream(desktop_.Folder() / "InterimCal20120308.DDX") << run;
+    auto& start = desktop_.program->The<StartFormDoor>();
+    auto& list = dynamic_cast<Grid&>(*desktop_.program->Screens.Find("frmAbout")->Find("grdInterim"));
+    QWidget& open = desktop_.WidgetOf("frmAbout", "cmdOpenInterimCal");
+    start.ShowStart();
+    QTest::qWait(5);
+    EXPECT_EQ(list.SelectedRow, 1) << "the only row";
+    EXPECT_TRUE(dynamic_cast<StateButton&>(open).IsSuggested());
+    EXPECT_EQ(list.Cell(1, 4), "2 load cell, 1 relative");
+    EXPECT_EQ(list.Cell(1, 5), "03-08-2012 14:05");
+
+    std::ofstream(desktop_.Folder() / "InterimCal20120309.DDX") << run;
+    start.ShowStart();
+    QTest::qWait(5);
+    EXPECT_FALSE(open.isEnabled());
+    EXPECT_EQ(open.toolTip(), "Choose a calibration in the list first.");
+    auto& view = dynamic_cast<QTableWidget&>(desktop_.WidgetOf("frmAbout", "grdInterim"));
+    desktop_.dialogs.answers = {Answer::No, Answer::No};
+    view.setFocus();
+    view.setCurrentCell(1, 0);
+    QTest::keyClick(&view, Qt::Key_Return);
+    ASSERT_EQ(desktop_.dialogs.shown.size(), 1U);
+    EXPECT_NE(desktop_.dialogs.shown[0].text.find("InterimCal20120309.DDX"), std::string::npos);
+    const QPoint first = view.visualRect(view.model()->index(0, 1)).center();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, first);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, first);
+    QTest::qWait(5);
+    ASSERT_EQ(desktop_.dialogs.shown.size(), 2U);
+    EXPECT_NE(desktop_.dialogs.shown[1].text.find("InterimCal20120308.DDX"), std::string::npos);
+}
+
+TEST_F(FormsTest, AFileDroppedOnTheFWDDataScreenIsBrowsed) {
+    Screen& screen = *desktop_.program->Screens.Find("frmGetFWDData");
+    int browsed = 0;
+    dynamic_cast<Button&>(*screen.Find("cmdBrowse")).Click = [&browsed] { ++browsed; };
+    Path given;
+    desktop_.window->OnFile([&](const Path& file, const std::function<void()>& action) {
+        given = file;
+        action();
+    });
+    const auto drop = [&] {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/a/Trial1.F25"))});
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(desktop_.window.get(), &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(desktop_.window.get(), &event);
+        return true;
+    };
+    EXPECT_FALSE(drop()) << "not on the start form";
+    screen.Show();
+    EXPECT_TRUE(drop());
+    EXPECT_EQ(given, Path("/a/Trial1.F25"));
+    EXPECT_EQ(browsed, 1);
+}
+
+TEST_F(FormsTest, LettersOfLabelsLeadToTheirFields) {
+    int labels = 0;
+    for (Screen* screen : Screens()) {
+        const Page& page = *desktop_.window->PageOf(*screen);
+        std::map<QString, QString> owners;
+        for (const auto* label : page.findChildren<QLabel*>()) {
+            const QString keys = label->buddy() ? QKeySequence::mnemonic(label->text()).toString() : QString();
+            if (keys.isEmpty()) continue;
+            ++labels;
+            EXPECT_TRUE(owners.emplace(keys, label->text()).second) << screen->Name() << ' ' << keys.toStdString();
+        }
+        for (const auto* button : page.findChildren<StateButton*>()) {
+            EXPECT_FALSE(owners.count(QKeySequence::mnemonic(button->text()).toString())) << screen->Name();
+        }
+    }
+    EXPECT_GT(labels, 5);
 }
 
 TEST_F(FormsTest, TheCloseBoxAsksAndDestroysNothing) {

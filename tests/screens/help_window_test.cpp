@@ -6,6 +6,8 @@
 
 #include <QImage>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -17,6 +19,7 @@
 
 #include "app/error_message_texts.h"
 #include "platform/machine.h"
+#include "tests/screens/test_desktop.h"
 
 namespace bellmark {
 namespace {
@@ -73,6 +76,33 @@ TEST_F(HelpWindowTest, BringsTheEntryIntoView) {
     EXPECT_EQ(TopLine(), "The operator's guide");
     window_.ShowContext(helpPage::firstMessage + 999);
     EXPECT_EQ(TopLine(), "The operator's guide");
+}
+
+TEST_F(HelpWindowTest, EveryScreenHasItsPage) {
+    TestDesktop desktop;
+    desktop.Start();
+    MakeAllScreens(*desktop.program);
+    for (const Screen* screen : desktop.program->Screens.Screens()) {
+        if (screen->IsAlwaysAtHand()) continue;
+        window_.ShowScreen(QString::fromStdString(screen->Name()));
+        EXPECT_NE(LineOfCursor(), "The operator's guide") << screen->Name();
+    }
+    window_.ShowScreen(QStringLiteral("frmBellmark_AccelDrop"));
+    EXPECT_EQ(LineOfCursor(), "The drop screen");
+}
+
+TEST_F(HelpWindowTest, CanBeUsedBesideABoxThatWaits) {
+    QMessageBox box;
+    box.setModal(true);
+    box.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&box));
+    window_.ShowContext(helpPage::firstMessage + 106);
+    EXPECT_EQ(window_.windowModality(), Qt::NonModal);
+    EXPECT_FALSE(window_.frameGeometry().intersects(box.frameGeometry()) && window_.screen()->size().width() > 1300);
+    QTest::keyClick(window_.findChild<QTreeWidget*>(), Qt::Key_Home);
+    EXPECT_EQ(LineOfCursor(), "What Bellmark does");
+    QTest::mouseClick(box.addButton(QMessageBox::Ok), Qt::LeftButton);
+    EXPECT_FALSE(box.isVisible());
 }
 
 TEST_F(HelpWindowTest, LinksLeadToHeadingsOfTheirOwn) {

@@ -10,6 +10,7 @@
 #include "screens/look.h"
 #include "screens/plot_widget.h"
 #include "screens/preferences.h"
+#include "screens/sounds.h"
 #include "screens/state_colors.h"
 #include "screens/tones.h"
 #include "screens/view_menu.h"
@@ -94,9 +95,33 @@ TEST_F(Looks, ADarkLookReachesWindowAndPlot) {
     EXPECT_LT(corner(), 80);
 }
 
+TEST_F(Looks, FollowsTheDesktopWhenThatTurnsDark) {
+    bool isDark = false;
+    Look own([&isDark] { return isDark; });
+    QWidget window;
+    const auto tellOfTheme = [&](bool turnsDark) {
+        isDark = turnsDark;
+        QEvent event(QEvent::ThemeChange);
+        QApplication::sendEvent(&window, &event);
+    };
+    tellOfTheme(true);
+    EXPECT_TRUE(own.IsDark());
+    EXPECT_LT(qApp->palette().color(QPalette::Window).lightness(), 80);
+    own.Show(Appearance::Light);
+    tellOfTheme(true);
+    EXPECT_FALSE(own.IsDark()) << "a choice stays";
+    own.Show(Appearance::AsDesktop);
+    EXPECT_TRUE(own.IsDark());
+    tellOfTheme(false);
+    EXPECT_GT(qApp->palette().color(QPalette::Window).lightness(), 200);
+}
+
 TEST_F(Looks, AChoiceTakesEffectAndIsKept) {
     QMenu menu;
-    FillViewMenu(menu, look, preferences);
+    Sounds sounds;
+    FillViewMenu(menu, look, sounds, preferences);
+    menu.findChild<QAction*>("decorSounds")->trigger();
+    EXPECT_FALSE(sounds.IsOn() || preferences.HasSounds());
     menu.findChild<QAction*>("decorDark")->trigger();
     EXPECT_TRUE(look.IsDark());
     const Preferences reread(QString::fromStdString(PathText(folder / "choices.ini")));
