@@ -338,14 +338,14 @@ std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax
     }
 }
 
-void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text) {
-    std::string bytes;
+void ReplaceTextFile(FileSystem& files, const Path& path, std::string text) {
     try {
-        bytes = ToWindows1252(text);
+        ConvertToWindows1252(text);
     } catch (const EncodingError&) {
-        bytes = ToWindows1252(WithoutUnstorable(text).text);
+        text = WithoutUnstorable(text).text;
+        ConvertToWindows1252(text);
     }
-    files.ReplaceFile(path, bytes);
+    files.ReplaceFile(path, text);
 }
 
 std::string PathText(const Path& path) {

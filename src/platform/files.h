@@ -81,7 +81,7 @@ std::vector<std::string> FilesMatching(const FileSystem& files, const Path& fold
 /// A text file as UTF-8: Windows-1252 on disk, or UTF-16 with its mark. Characters missing from the code page are not
 /// stored (platform/file_text.h); saving never fails because of them.
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit = FileSystem::defaultLimit);
-void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text);
+void ReplaceTextFile(FileSystem& files, const Path& path, std::string text);
 
 std::string PathText(const Path& path);    ///< UTF-8, in the machine's own notation
 Path PathFromText(std::string_view text);  ///< from UTF-8
