@@ -64,8 +64,9 @@ void WriteDropFile(benchmark::State& state) {
     const DropRecord drop = AnalysedDrop();
     const Path path = std::filesystem::temp_directory_path() / "bellmark-bench-drop.txt";
     for (auto _ : state) {
-        const std::string text = LoadDropFileText(drop, {}, Center(), MakeDateTime(2012, 3, 9));
-        std::ofstream(path, std::ios::binary) << ToWindows1252(text);
+        std::string text = LoadDropFileText(drop, {}, Center(), MakeDateTime(2012, 3, 9));
+        ConvertToWindows1252(text);
+        std::ofstream(path, std::ios::binary) << text;
     }
     std::filesystem::remove(path);
 }

@@ -1,6 +1,7 @@
 #include "app/save_text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/program.h"
 #include "platform/dialogs.h"
@@ -30,7 +31,7 @@ std::string FromProgramFolderOn(const Program& program, std::string_view text) {
 void SaveText(Program& program, const Path& path, std::string_view text) {
     StorableText storable = WithoutUnstorable(text);
     if (!storable.isWhole) storable = WithoutUnstorable(FromProgramFolderOn(program, text));
-    ReplaceTextFile(program.Services.files, path, storable.text);
+    ReplaceTextFile(program.Services.files, path, std::move(storable.text));
     if (storable.isWhole || program.ToldOfLetters) return;
     program.ToldOfLetters = true;
     program.ShowBox(

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -37,16 +38,16 @@ bool IsWrittenNumber(const char* text) {
 }
 
 /// The value of such a number, ten times faster than the general reading; nothing below 1E-04 and above 9E+04. Five
-/// digits over a power of ten up to the eighth never lie so near the middle of two floats that the double in between
+/// digits times a power of ten down to the eighth never lie so near the middle of two floats that the double in between
 /// could change the rounding.
 std::optional<float> WrittenNumber(const char* text) {
-    constexpr std::array<double, 9> powers{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+    static constexpr std::array<double, 9> powers{1, 1e-1, 1e-2, 1e-3, 1e-4, 1e-5, 1e-6, 1e-7, 1e-8};
     if (!IsWrittenNumber(text)) return {};
     const auto digit = [text](std::size_t place) { return text[place] - '0'; };
     const int digits = 10'000 * digit(0) + 1000 * digit(2) + 100 * digit(3) + 10 * digit(4) + digit(5);
     const int places = text[7] == '-' ? 4 + digit(9) : 4 - digit(9);
     if (places < 0 || places > 8) return {};
-    return static_cast<float>(digits / powers[static_cast<std::size_t>(places)]);
+    return static_cast<float>(digits * powers[static_cast<std::size_t>(places)]);
 }
 
 /// Reads the plain form of both writers quickly, and everything else by the general rules.
@@ -121,35 +122,77 @@ void ReadHeaderLine(DropFileHeader& header, std::string_view line) {
     if (StartsWith(line, "Initial Burst Std")) header.burstStdDev = SixPlaces(ValueOf(line));
 }
 
-/// Removes the first line of the text and returns its volts when the line has the form that the program writes: number
-/// and time of the sample and the volts, each followed by a comma, and more after them. Otherwise returns nothing and
-/// leaves the line.
-std::optional<float> TakeWrittenSample(std::string_view& text) {
-    constexpr std::size_t shortest = 80;  // up to here nothing beyond the text is read
-    if (text.size() < shortest) return {};
-    const char* at = text.data();
-    constexpr std::size_t mostDigits = 5;
-    const auto passBlanks = [&at] {
-        const char* const last = at + 12;
-        while (*at == ' ' && at < last) ++at;
-    };
-    const char* const number = at;
-    while (IsDigit(*at) && at < number + mostDigits) ++at;
-    if (*at++ != ',') return {};
-    passBlanks();
-    if (!IsWrittenNumber(at) || at[writtenLength] != ',') return {};
-    at += writtenLength + 1;
-    passBlanks();
-    const bool isNegative = *at == '-';
-    if (isNegative) ++at;
-    const auto volts = WrittenNumber(at);
-    if (!volts || at[writtenLength] != ',') return {};
-    at += writtenLength + 1;
-    const std::size_t rest = text.size() - static_cast<std::size_t>(at - text.data());
-    const auto* end = static_cast<const char*>(std::memchr(at, '\n', rest));
-    if (!end || std::memchr(at, '\r', static_cast<std::size_t>(end - at)) != end - 1) return {};
-    text.remove_prefix(static_cast<std::size_t>(end + 1 - text.data()));
-    return isNegative ? -*volts : *volts;
+/// The lines of samples as the program writes them: the number of the sample and its time in the first 18 characters,
+/// the volts from the 22nd on, each followed by a comma. A line of the load cell has 65 or 66 characters, one of the
+/// accelerometer 95 or 96.
+constexpr std::size_t timeBegins = 8;
+constexpr std::size_t voltsBegin = 21;
+constexpr std::size_t shortestWritten = 64;
+constexpr std::size_t longestWritten = 96;
+
+/// The place before the time holds one comma, behind the number of the sample.
+bool HasOneComma(const char* text) {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    constexpr std::uint64_t lowBits = ones * 0x7F;
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text, timeBegins);
+    const std::uint64_t others = eight ^ (ones * ',');
+    const std::uint64_t commas = ~(((others & lowBits) + lowBits) | others | lowBits);
+    return commas != 0 && (commas & (commas - 1)) == 0;
+}
+
+/// Without a branch, so that the compiler compares many characters at once.
+template <std::size_t count>
+bool HasControls(const char* text) {
+    unsigned char least = ' ';
+    for (std::size_t i = 0; i < count; ++i) least = std::min(least, static_cast<unsigned char>(text[i]));
+    return least < ' ';
+}
+
+/// The end of a line in CR and LF; null when it ends otherwise or has another control character, or a length that the
+/// program does not write. line: at least the longest one with its ending.
+const char* WrittenLineEnd(const char* line) {
+    const auto* lineFeed =
+        static_cast<const char*>(std::memchr(line + shortestWritten, '\n', longestWritten - shortestWritten + 2));
+    if (!lineFeed || lineFeed[-1] != '\r') return nullptr;
+    const char* const end = lineFeed - 1;
+    constexpr std::size_t rest = longestWritten - shortestWritten;
+    const bool hasControls = HasControls<shortestWritten>(line) || HasControls<rest>(end - rest);
+    return hasControls ? nullptr : end;
+}
+
+/// The volts of a line that begins as the program writes it. line: at least the shortest one.
+std::optional<float> WrittenVolts(const char* line) {
+    const char* const afterTime = line + timeBegins + writtenLength;
+    const bool beginsAsWritten = HasOneComma(line) && IsWrittenNumber(line + timeBegins) && afterTime[0] == ',' &&
+                                 afterTime[1] == ' ' && afterTime[2] == ' ';
+    if (!beginsAsWritten) return {};
+    const std::size_t sign = line[voltsBegin] == '-' ? 1 : 0;
+    const char* const number = line + voltsBegin + sign;
+    static constexpr std::array<float, 2> signs{1, -1};
+    const auto volts = WrittenNumber(number);
+    return volts && number[writtenLength] == ',' ? std::optional(*volts * signs[sign]) : std::nullopt;
+}
+
+/// Takes the lines in the form that the program writes from the front of the text, up to one in another form or the
+/// last sample of a full block.
+void TakeWrittenSamples(std::string_view& text, DropSamples& samples) {
+    const char* line = text.data();
+    const char* const end = line + text.size();
+    float lowest = samples.lowest;
+    float highest = samples.highest;
+    while (static_cast<std::size_t>(end - line) >= longestWritten + 2 && samples.volts.size() < mostSamples) {
+        const auto volts = WrittenVolts(line);
+        const char* const lineEnd = volts ? WrittenLineEnd(line) : nullptr;
+        if (!lineEnd) break;
+        samples.volts.push_back(*volts);
+        lowest = std::min(lowest, *volts);
+        highest = std::max(highest, *volts);
+        line = lineEnd + 2;
+    }
+    samples.lowest = lowest;
+    samples.highest = highest;
+    text.remove_prefix(static_cast<std::size_t>(line - text.data()));
 }
 
 /// The third comma-separated field; nothing when there are fewer.
@@ -196,13 +239,7 @@ DropSamples ReadSavedDropFile(std::string_view text) {
     samples.volts.reserve(mostSamples);
     bool headerPassed = false;
     while (!text.empty()) {
-        if (headerPassed) {
-            if (const auto volts = TakeWrittenSample(text)) {
-                if (Append(samples, *volts)) continue;
-                samples.complete = false;
-                break;
-            }
-        }
+        if (headerPassed) TakeWrittenSamples(text, samples);
         const auto line = Trim(TakeLine(text));
         if (line.empty()) continue;
         ReadHeaderLine(samples.header, line);

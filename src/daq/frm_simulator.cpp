@@ -1,14 +1,13 @@
 #include "daq/frm_simulator.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "app/program.h"
+#include "daq/drop_header.h"
 #include "platform/dialogs.h"
 #include "platform/format.h"
 #include "platform/machine.h"
 #include "platform/numbers.h"
-#include "run/accel_adjustment.h"
 #include "run/paths.h"
 #include "run/trial.h"
 
@@ -17,17 +16,6 @@ namespace bellmark {
 namespace {
 constexpr int replayChunk = 500;  ///< samples per tick: 30 ticks for a whole block
 constexpr int wholeBlockTicks = mostSamples / replayChunk;
-
-/// A file holds few digits. The value in force keeps all of its digits when the file holds the same value, rounded.
-void TakeRounded(double& inForce, const std::optional<double>& written, int decimals) {
-    constexpr int mostDecimals = 12;
-    if (!written) return;
-    const std::string picture = "0." + std::string(static_cast<std::size_t>(std::min(decimals, mostDecimals)), '0');
-    // Volts written as millivolts differ in their last bit.
-    constexpr double lastBit = 1e-12;
-    const double asWritten = ReadNumber(Format(inForce, picture));
-    if (std::abs(asWritten - *written) > lastBit) inForce = *written;
-}
 }  // namespace
 
 frmSimulator::frmSimulator(Program& program)
@@ -145,7 +133,7 @@ void frmSimulator::LoadFile() {
     try {
         const std::string text = files.ReadBytes(path);
         const DropSamples read = isTemplate ? ReadTemplateFile(text) : ReadSavedDropFile(text);
-        if (!isTemplate) TakeHeader(read.header);
+        if (!isTemplate) TakeDropHeader(read.header, program_.Center, program_.Drop);
         TakeSamples(read);
         if (!read.complete) {
             TellFileProblem(path);
@@ -163,17 +151,6 @@ void frmSimulator::TakeSamples(const DropSamples& read) {
     sampleCount_ = static_cast<int>(read.volts.size());
     lowest_ = read.lowest;
     highest_ = read.highest;
-}
-
-void frmSimulator::TakeHeader(const DropFileHeader& header) {
-    CenterConfig& center = program_.Center;
-    constexpr int shuntDecimals = 3;
-    TakeRounded(center.ShuntCalibrationMultiplier, header.shuntMultiplier, shuntDecimals);
-    TakeRounded(center.AccelDailyCalibrationPlus1GVoltage, header.plus1GVoltage, header.plus1GDecimals);
-    TakeRounded(center.AccelDailyCalibrationMinus1GVoltage, header.minus1GVoltage, header.minus1GDecimals);
-    if (header.plus1GVoltage || header.minus1GVoltage) ComputeAccelAdjustment(center);
-    if (header.burstAverage) program_.Drop.BurstAverage = *header.burstAverage;
-    if (header.burstStdDev) program_.Drop.BurstStdDev = *header.burstStdDev;
 }
 
 void frmSimulator::TellFileProblem(const Path& path) {

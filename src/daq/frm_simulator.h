@@ -46,7 +46,6 @@ class frmSimulator : public Screen, public SimulatorDoor, public Board {
     Path TemplatePath(const Path& folder) const;
     Path SavedDropPath(const Path& folder) const;
     void TakeSamples(const DropSamples& read);
-    void TakeHeader(const DropFileHeader& header);
     void TellFileProblem(const Path& path);
     void DrawChart();
     void Timer1_Tick();

@@ -213,6 +213,12 @@ bool DiskFileSystem::IsFolder(const Path& path) const {
 }
 
 std::string DiskFileSystem::ReadBytes(const Path& path, std::uintmax_t limit) const {
+    std::string bytes;
+    DiskFileSystem::ReadBytesInto(path, bytes, limit);
+    return bytes;
+}
+
+void DiskFileSystem::ReadBytesInto(const Path& path, std::string& bytes, std::uintmax_t limit) const {
     if (!PlainFileExists(path)) Fail(path, std::make_error_code(std::errc::no_such_file_or_directory));
     const OpenFile file = Open(path, "rb");
     if (!file) FailWithLastError(path);
@@ -220,10 +226,9 @@ std::string DiskFileSystem::ReadBytes(const Path& path, std::uintmax_t limit) co
     const std::uintmax_t size = disk::file_size(path, error);
     if (error) Fail(path, error);
     if (size > limit) throw FileError(path, "is larger than " + LimitText(limit));
-    std::string bytes(static_cast<std::size_t>(size), '\0');
+    bytes.resize(static_cast<std::size_t>(size));
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     if (std::ferror(file.get()) != 0) FailWithLastError(path);
-    return bytes;
 }
 
 void DiskFileSystem::ReplaceFile(const Path& path, std::string_view bytes) {
@@ -338,14 +343,14 @@ std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax
     }
 }
 
-void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text) {
-    std::string bytes;
+void ReplaceTextFile(FileSystem& files, const Path& path, std::string text) {
     try {
-        bytes = ToWindows1252(text);
+        ConvertToWindows1252(text);
     } catch (const EncodingError&) {
-        bytes = ToWindows1252(WithoutUnstorable(text).text);
+        text = WithoutUnstorable(text).text;
+        ConvertToWindows1252(text);
     }
-    files.ReplaceFile(path, bytes);
+    files.ReplaceFile(path, text);
 }
 
 std::string PathText(const Path& path) {

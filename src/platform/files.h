@@ -32,6 +32,11 @@ class FileSystem {
     /// Whole content. Throws FileError when it cannot be read, is no plain file, or is larger than the limit in bytes.
     virtual std::string ReadBytes(const Path& path, std::uintmax_t limit = defaultLimit) const = 0;
 
+    /// The same into a text whose memory is used again: for many files one after the other.
+    virtual void ReadBytesInto(const Path& path, std::string& bytes, std::uintmax_t limit = defaultLimit) const {
+        bytes = ReadBytes(path, limit);
+    }
+
     /// Puts the bytes in place of the file so that a power cut leaves the old content or the new: written beside it,
     /// flushed to disk, renamed. Throws FileError and leaves the old file when that fails.
     virtual void ReplaceFile(const Path& path, std::string_view bytes) = 0;
@@ -60,6 +65,7 @@ class DiskFileSystem : public FileSystem {
     bool IsFile(const Path& path) const override;
     bool IsFolder(const Path& path) const override;
     std::string ReadBytes(const Path& path, std::uintmax_t limit = defaultLimit) const override;
+    void ReadBytesInto(const Path& path, std::string& bytes, std::uintmax_t limit = defaultLimit) const override;
     void ReplaceFile(const Path& path, std::string_view bytes) override;
     void AppendToFile(const Path& path, std::string_view bytes) override;
     std::vector<std::string> FileNames(const Path& folder) const override;
@@ -81,7 +87,7 @@ std::vector<std::string> FilesMatching(const FileSystem& files, const Path& fold
 /// A text file as UTF-8: Windows-1252 on disk, or UTF-16 with its mark. Characters missing from the code page are not
 /// stored (platform/file_text.h); saving never fails because of them.
 std::string ReadTextFile(const FileSystem& files, const Path& path, std::uintmax_t limit = FileSystem::defaultLimit);
-void ReplaceTextFile(FileSystem& files, const Path& path, std::string_view text);
+void ReplaceTextFile(FileSystem& files, const Path& path, std::string text);
 
 std::string PathText(const Path& path);    ///< UTF-8, in the machine's own notation
 Path PathFromText(std::string_view text);  ///< from UTF-8

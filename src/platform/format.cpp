@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/numbers.h"
 #include "platform/text.h"
@@ -83,11 +84,15 @@ bool IsMeasured(double magnitude) {
     return magnitude >= 1e-8 && magnitude < 1e14;
 }
 
-/// Digits before the decimal point of a measured value; zeros right behind the point count as negative.
-int PointOf(double magnitude) {
+/// Digits before the decimal point of a measured value, or one less; zeros right behind the point count as negative.
+int PointGuess(double magnitude) {
     const int binaryExponent = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
-    // log10(2) is 78913 / 2 to the 18th: the guess is right or one too small.
-    const int point = ((binaryExponent * 78913) >> 18) + 1;
+    // log10(2) is 78913 / 2 to the 18th.
+    return ((binaryExponent * 78913) >> 18) + 1;
+}
+
+int PointOf(double magnitude) {
+    const int point = PointGuess(magnitude);
     const bool reachesNext = point >= 0 ? magnitude >= powersOfTen[static_cast<std::size_t>(point)]
                                         : magnitude * powersOfTen[static_cast<std::size_t>(-point)] >= 1;
     return reachesNext ? point + 1 : point;
@@ -108,27 +113,10 @@ struct LeadingDigits {
     int exponent = 0;
 };
 
-LeadingDigits ExactLeadingDigits(double magnitude, int count) {
+LeadingDigits LeadingDigitsOf(double magnitude, int count) {
     Decimal number = DecimalOf(magnitude);
     const std::uint64_t digits = number.RoundTo(count);
     return {digits, number.IsZero() ? 0 : number.point - 1};
-}
-
-/// The same digits from one multiplication. Where its error or the limit to 15 significant digits could change the
-/// rounding, for one of 50000 numbers, the digits are found exactly.
-LeadingDigits LeadingDigitsOf(double magnitude, int count) {
-    constexpr int mostDigits = 9;
-    constexpr double margin = 1e-5;  // ten times the possible error in the ninth digit
-    if (!IsMeasured(magnitude) || count > mostDigits) return ExactLeadingDigits(magnitude, count);
-    const int point = PointOf(magnitude);
-    const auto places = static_cast<std::size_t>(std::abs(count - point));
-    const double scaled = count >= point ? magnitude * powersOfTen[places] : magnitude / powersOfTen[places];
-    const auto whole = static_cast<std::uint64_t>(scaled);
-    const double fraction = scaled - static_cast<double>(whole);
-    const auto least = static_cast<std::uint64_t>(powersOfTen[static_cast<std::size_t>(count - 1)]);
-    if (std::abs(fraction - 0.5) < margin || whole < least) return ExactLeadingDigits(magnitude, count);
-    const std::uint64_t digits = fraction > 0.5 ? whole + 1 : whole;
-    return digits < 10 * least ? LeadingDigits{digits, point - 1} : LeadingDigits{least, point};
 }
 
 bool IsPlace(char character) {
@@ -375,24 +363,106 @@ DateTime RoundedForPicture(DateTime moment, std::string_view picture) {
 
 }  // namespace
 
-char* WriteExponentForm(char* to, double value, int decimals) {
-    if (!std::isfinite(value)) {
-        const std::string text = NumberText(value);
-        return std::copy(text.begin(), text.end(), to);
+namespace {
+
+/// The powers of ten that scale a measured value to up to 9 digits. Those below 1 are rounded.
+constexpr int leastScale = -14;
+constexpr auto scales = [] {
+    std::array<double, 32> powers{};
+    for (std::size_t i = 0; i < powers.size(); ++i) {
+        const int power = static_cast<int>(i) + leastScale;
+        powers[i] = power < 0 ? 1 / powersOfTen[static_cast<std::size_t>(-power)]
+                              : powersOfTen[static_cast<std::size_t>(power)];
     }
-    auto [digits, exponent] = LeadingDigitsOf(std::abs(value), decimals + 1);
-    if (value < 0) *to++ = '-';
-    for (int place = decimals; place > 0; --place, digits /= 10) to[place + 1] = static_cast<char>('0' + digits % 10);
+    return powers;
+}();
+
+double PowerOfTen(int power) {
+    return scales[static_cast<std::size_t>(power - leastScale)];
+}
+
+/// "00" to "99": two digits at a time.
+constexpr auto pairsOfDigits = [] {
+    std::array<std::array<char, 2>, 100> pairs{};
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
+    return pairs;
+}();
+
+/// The exponents of measured values: "E-09" to "E+14".
+constexpr int leastExponent = -9;
+constexpr auto exponentTexts = [] {
+    std::array<std::array<char, 4>, 24> texts{};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const int exponent = static_cast<int>(i) + leastExponent;
+        const auto digits = pairsOfDigits[static_cast<std::size_t>(exponent < 0 ? -exponent : exponent)];
+        texts[i] = {'E', exponent < 0 ? '-' : '+', digits[0], digits[1]};
+    }
+    return texts;
+}();
+
+/// "1.2345" of the digits 12345.
+template <class Number>
+void WriteMantissa(char* to, Number digits, int decimals) {
+    int place = decimals;
+    for (; place >= 2; place -= 2, digits /= 100)
+        std::memcpy(to + place, pairsOfDigits[static_cast<std::size_t>(digits % 100)].data(), 2);
+    if (place == 1) {
+        to[2] = static_cast<char>('0' + digits % 10);
+        digits /= 10;
+    }
     to[0] = static_cast<char>('0' + digits);
     to[1] = '.';
+}
+
+/// Writes a measured value with digits from one multiplication, and moves the place behind it. Where its error or the
+/// limit to 15 significant digits could change the rounding, for one of 50000 numbers, and for other values returns
+/// false. No branch depends on the digits: a processor could not foresee it.
+template <int decimals>
+bool WriteMeasured(char*& to, double value) {
+    static_assert(decimals <= 8);
+    constexpr double margin = 1e-5;  // ten times the possible error in the ninth digit
+    constexpr auto least = static_cast<std::int32_t>(powersOfTen[decimals]);
+    const double magnitude = std::abs(value);
+    if (!IsMeasured(magnitude)) return false;
+    // Next to a power of ten the point may be wrong by one, which shows in the digits.
+    const int guess = PointGuess(magnitude);
+    const int exponent = guess - (magnitude >= PowerOfTen(guess) ? 0 : 1);
+    const double scaled = magnitude * PowerOfTen(decimals - exponent);
+    const auto digits = static_cast<std::int32_t>(scaled + 0.5);
+    const bool isSure = std::abs(scaled - digits) < 0.5 - margin;
+    if (!isSure || digits < least || digits >= 10 * std::int64_t{least}) return false;
+    *to = '-';
+    to += value < 0 ? 1 : 0;
+    WriteMantissa(to, static_cast<std::uint32_t>(digits), decimals);
     to += decimals + 2;
+    std::memcpy(to, exponentTexts[static_cast<std::size_t>(exponent - leastExponent)].data(), 4);
+    to += 4;
+    return true;
+}
+
+char* WriteExponent(char* to, int exponent) {
     *to++ = 'E';
     *to++ = exponent < 0 ? '-' : '+';
     const int size = std::abs(exponent);
     if (size >= 100) *to++ = static_cast<char>('0' + size / 100);
-    *to++ = static_cast<char>('0' + size / 10 % 10);
-    *to++ = static_cast<char>('0' + size % 10);
-    return to;
+    return std::copy_n(pairsOfDigits[static_cast<std::size_t>(size % 100)].data(), 2, to);
+}
+
+}  // namespace
+
+char* WriteExponentForm(char* to, double value, int decimals) {
+    // The numbers of digits in drop files.
+    if (decimals == 4 && WriteMeasured<4>(to, value)) return to;
+    if (decimals == 7 && WriteMeasured<7>(to, value)) return to;
+    if (!std::isfinite(value)) {
+        const std::string text = NumberText(value);
+        return std::copy(text.begin(), text.end(), to);
+    }
+    const auto [digits, exponent] = LeadingDigitsOf(std::abs(value), decimals + 1);
+    if (value < 0) *to++ = '-';
+    WriteMantissa(to, digits, decimals);
+    return WriteExponent(to + decimals + 2, exponent);
 }
 
 void AppendFormat(std::string& out, double value, std::string_view picture) {

@@ -68,13 +68,15 @@ std::optional<unsigned char> CodePageByte(std::uint32_t character) {
                         ") cannot be stored: the files' code page, Windows-1252, lacks it");
 }
 
-/// Characters at the front that are the same in both codes; looks at eight at once.
+/// Characters at the front that are the same in both codes; looks at 64 at once, then at each.
 std::size_t AsciiLength(std::string_view text) {
     constexpr std::uint64_t topBits = 0x8080808080808080;
     std::size_t length = 0;
-    for (std::uint64_t eight = 0; length + sizeof(eight) <= text.size(); length += sizeof(eight)) {
-        std::memcpy(&eight, text.data() + length, sizeof(eight));
-        if ((eight & topBits) != 0) break;
+    for (std::array<std::uint64_t, 8> words; length + sizeof(words) <= text.size(); length += sizeof(words)) {
+        std::memcpy(words.data(), text.data() + length, sizeof(words));
+        std::uint64_t all = 0;
+        for (const std::uint64_t word : words) all |= word;
+        if ((all & topBits) != 0) break;
     }
     while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) ++length;
     return length;
@@ -85,6 +87,16 @@ void MoveAscii(std::string& to, std::string_view& from) {
     const std::size_t count = AsciiLength(from);
     to.append(from.substr(0, count));
     from.remove_prefix(count);
+}
+
+/// Throws EncodingError for the first character that is no UTF-8 or is missing from the code page.
+void RequireStorable(std::string_view text) {
+    for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
+        const auto first = DecodeFirst(text);
+        if (!first) throw EncodingError("The text is not valid UTF-8");
+        if (!CodePageByte(first->character)) RefuseCharacter(first->character, text.substr(0, first->length));
+        text.remove_prefix(first->length);
+    }
 }
 
 }  // namespace
@@ -116,19 +128,26 @@ std::string FromWindows1252(std::string_view bytes) {
 }
 
 std::string ToWindows1252(std::string_view text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    while (!text.empty()) {
-        MoveAscii(bytes, text);
-        if (text.empty()) break;
-        const auto first = DecodeFirst(text);
-        if (!first) throw EncodingError("The text is not valid UTF-8");
-        const auto byte = CodePageByte(first->character);
-        if (!byte) RefuseCharacter(first->character, text.substr(0, first->length));
-        bytes += static_cast<char>(*byte);
-        text.remove_prefix(first->length);
-    }
+    std::string bytes(text);
+    ConvertToWindows1252(bytes);
     return bytes;
+}
+
+void ConvertToWindows1252(std::string& text) {
+    RequireStorable(text);
+    std::string_view rest = text;
+    char* to = text.data();
+    while (!rest.empty()) {
+        const std::size_t count = AsciiLength(rest);
+        if (to != rest.data()) std::memmove(to, rest.data(), count);
+        to += count;
+        rest.remove_prefix(count);
+        if (rest.empty()) break;
+        const auto first = DecodeFirst(rest);
+        *to++ = static_cast<char>(*CodePageByte(first->character));
+        rest.remove_prefix(first->length);
+    }
+    text.resize(static_cast<std::size_t>(to - text.data()));
 }
 
 std::string_view Trim(std::string_view text) {

@@ -26,6 +26,9 @@ std::string FromWindows1252(std::string_view bytes);
 /// naming the first, or when the text is not UTF-8.
 std::string ToWindows1252(std::string_view text);
 
+/// The same in the text's own memory, for large texts. The text stays as it is when EncodingError is thrown.
+void ConvertToWindows1252(std::string& text);
+
 /// Blanks and tabs taken off both ends.
 std::string_view Trim(std::string_view text);
 

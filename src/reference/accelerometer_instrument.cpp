@@ -7,6 +7,7 @@
 #include "reference/accel_analysis.h"
 #include "reference/accel_drop_file.h"
 #include "reference/capture.h"
+#include "reference/drop_advice.h"
 #include "reference/drop_plot.h"
 #include "run/trial.h"
 
@@ -23,18 +24,6 @@ bool IsSimulated(const CalibrationRun& run) {
 std::string SimulatedSource(const CalibrationRun& run) {
     if (run.CurrentProcedure != Procedure::Sensors) return "Reference1-H3D0.txt";
     return NumberOfTrialShown(run) % 2 == 0 ? "Ref2" : "Ref1";
-}
-
-/// Advice to the operator in words, the worst fault first. It blocks nothing. A drop of a trial is rejected; one for a
-/// set-up value is only repeated.
-std::string AdviceOn(const AccelDropFindings& findings, const BurstFindings& burst, bool isOfTrial) {
-    const char* remedy = isOfTrial ? "reject this drop" : "repeat this drop";
-    if (findings.fault) return std::string("The deflection cannot be computed: ") + remedy;
-    if (findings.noPulse) return std::string("No pulse found: ") + remedy;
-    if (findings.vibrates) return "The stand moved before the pulse: check this drop";
-    if (findings.tail.moves) return "Still moving at the end: check this drop";
-    if (!burst.message.empty()) return "The initial burst is outside its limits: check this drop";
-    return {};
 }
 
 }  // namespace

@@ -13,6 +13,7 @@ namespace bellmark {
 
 namespace {
 
+constexpr std::size_t voltsBegin = 22;
 constexpr std::size_t widestRow = 86 + exponentFormRoom + 2;
 
 /// Fills a line up to a column, counted from 1 in characters, as a tab stop does. A longer line is not changed.
@@ -30,19 +31,24 @@ class TabbedLine {
     std::size_t start_;
 };
 
-/// Number and time of each sample, the same in every file: "1,      0.0000E+00,  ".
-const std::vector<std::string>& SampleBeginnings() {
-    static const std::vector<std::string> beginnings = [] {
-        std::vector<std::string> texts(sampleCapacity);
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            TabbedLine line(texts[i]);
-            texts[i] += NumberText(i + 1) + ',';
+/// Number and time of a sample, up to the column of the volts: "1,      0.0000E+00,  ".
+using SampleBeginning = std::array<char, voltsBegin - 1>;
+
+/// The same in every file.
+const std::vector<SampleBeginning>& SampleBeginnings() {
+    static const std::vector<SampleBeginning> beginnings = [] {
+        std::vector<SampleBeginning> all(sampleCapacity);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            std::string text;
+            TabbedLine line(text);
+            text += NumberText(i + 1) + ',';
             line.TabTo(9);
-            AppendFormat(texts[i], static_cast<double>(i) * integrationStep, "0.0000E+00");
-            texts[i] += ',';
-            line.TabTo(22);
+            AppendFormat(text, static_cast<double>(i) * integrationStep, "0.0000E+00");
+            text += ',';
+            line.TabTo(voltsBegin);
+            std::copy_n(text.begin(), all[i].size(), all[i].begin());
         }
-        return texts;
+        return all;
     }();
     return beginnings;
 }
@@ -80,8 +86,8 @@ void AddSampleRow(std::string& text, std::size_t sample, std::span<const SampleC
                   std::span<const double> values) {
     std::array<char, widestRow> line;
     line.fill(' ');
-    const std::string& beginning = SampleBeginnings()[sample];
-    char* end = std::copy(beginning.begin(), beginning.end(), line.begin());
+    const SampleBeginning& beginning = SampleBeginnings()[sample];
+    char* end = std::copy(beginning.begin(), beginning.end(), line.data());
     for (std::size_t field = 0; field < values.size(); ++field) {
         // The column has room for a comma after every number.
         if (field > 0) *end = ',';

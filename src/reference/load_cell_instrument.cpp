@@ -5,6 +5,7 @@
 #include "platform/format.h"
 #include "platform/numbers.h"
 #include "reference/capture.h"
+#include "reference/drop_advice.h"
 #include "reference/drop_file.h"
 #include "reference/drop_plot.h"
 #include "reference/load_analysis.h"
@@ -32,11 +33,7 @@ DropVerdict LoadCellInstrument::VerdictOn(const LoadDropFindings& findings) cons
     verdict.outOfRange = findings.peakTooHigh;
     verdict.startEnglish = Format(findings.loadAtStart, "#0.0");
     verdict.startMetric = Format(findings.loadAtStart * kilonewtonsPerPound, "#0.000");
-    if (findings.noPulse) {
-        verdict.advice = "No pulse found: reject this drop";
-    } else if (findings.belowTrigger) {
-        verdict.advice = "Below the trigger level: check this drop";
-    }
+    verdict.advice = AdviceOn(findings);
     if (program_.Drop.ExcessNoise) verdict.panel = NumberedMessage{103, {findings.noise}};
     if (findings.peakTooHigh) verdict.boxes.push_back({303, {program_.Drop.MaxAbsAccel}});
     return verdict;

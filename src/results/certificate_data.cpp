@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <span>
+#include <utility>
 
 #include "app/workflow.h"
 #include "platform/format.h"
@@ -282,23 +283,32 @@ Json FilesData(const std::vector<FileDigest>& files) {
 }
 
 void AddDigests(const FileSystem& files, const Path& folder, const std::string& prefix, const std::string& exceptName,
-                std::vector<FileDigest>& digests) {
+                const KnownDigests& known, std::vector<FileDigest>& digests) {
     for (const std::string& name : files.FileNames(folder)) {
         if (prefix.empty() && EqualIgnoringCase(name, exceptName)) continue;
-        const std::string bytes =
-            files.ReadBytes(folder / PathFromText(name), std::numeric_limits<std::uintmax_t>::max());
-        digests.push_back({prefix + name, bytes.size(), Sha256(bytes)});
+        const auto found = known.find(prefix + name);
+        if (found != known.end()) {
+            digests.push_back(found->second);
+            continue;
+        }
+        constexpr auto anySize = std::numeric_limits<std::uintmax_t>::max();
+        digests.push_back(DigestOf(prefix + name, files.ReadBytes(folder / PathFromText(name), anySize)));
     }
     for (const std::string& name : files.FolderNames(folder)) {
-        AddDigests(files, folder / PathFromText(name), prefix + name + '/', exceptName, digests);
+        AddDigests(files, folder / PathFromText(name), prefix + name + '/', exceptName, known, digests);
     }
 }
 
 }  // namespace
 
-std::vector<FileDigest> DigestsOfFolder(const FileSystem& files, const Path& folder, const std::string& exceptName) {
+FileDigest DigestOf(std::string name, std::string_view bytes) {
+    return {std::move(name), bytes.size(), Sha256(bytes)};
+}
+
+std::vector<FileDigest> DigestsOfFolder(const FileSystem& files, const Path& folder, const std::string& exceptName,
+                                        const KnownDigests& known) {
     std::vector<FileDigest> digests;
-    AddDigests(files, folder, "", exceptName, digests);
+    AddDigests(files, folder, "", exceptName, known, digests);
     return digests;
 }
 

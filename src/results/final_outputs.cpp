@@ -14,6 +14,7 @@
 #include "results/certificate.h"
 #include "results/certificate_data.h"
 #include "results/publish_run.h"
+#include "results/trial_files.h"
 #include "run/center_keys.h"
 #include "run/interim_keys.h"
 #include "run/paths.h"
@@ -72,23 +73,37 @@ void KeepRecord(Program& program, const std::string& today) {
     files.RemoveFile(saved);
 }
 
-void KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& today) {
+/// Copies the run's data and takes the digests of the drop files, which no later step writes, while their bytes are in
+/// hand.
+KnownDigests CopyAndDigestTrialData(Program& program) {
+    KnownDigests digests;
+    CopyTrialData(program, [&](const Path& copy, std::string_view bytes) {
+        const std::string name = PathText(copy.filename());
+        const bool isOwn = copy.parent_path() == program.Run.OutputFolder;
+        if (isOwn && IsDropFile(name)) digests.insert_or_assign(name, DigestOf(name, bytes));
+    });
+    return digests;
+}
+
+KnownDigests KeepRunInOutputs(Program& program, const Path& forFWD, const std::string& today) {
     const WaitCursor wait(program.Services);
     SaveInterimCalibration(program);
     // Saving the run has changed the file name. Later additions to the FWD's history go to the FWD's own document.
     PDDXFile& document = *program.RunDocument;
     document.Sections("Operations Information").Elements("FileName").SetValue(PathText(forFWD));
-    CopyTrialData(program);
+    KnownDigests digests = CopyAndDigestTrialData(program);
     KeepRecord(program, today);
+    return digests;
 }
 
 /// Comes last: it holds the digests of the other files.
-void WriteCertificateData(Program& program) {
+void WriteCertificateData(Program& program, const KnownDigests& known) {
     const WaitCursor wait(program.Services);
     FileSystem& files = program.Services.files;
     const Path& folder = program.Run.OutputFolder;
     const std::string name = CertificateName(program.Now(), ".json");
-    const Json data = CertificateData(program.Run, program.Center, DigestsOfFolder(files, folder, name), program.Now());
+    const auto digests = DigestsOfFolder(files, folder, name, known);
+    const Json data = CertificateData(program.Run, program.Center, digests, program.Now());
     files.ReplaceFile(folder / PathFromText(name), data.Text());
 }
 
@@ -118,9 +133,9 @@ void WriteFinalOutputs(Program& program) {
         AskWhereToSave(program, "Save FWD Configuration PDDX File for FWD", TransferFolder(program), outputName);
     run.DocumentForFWD = WriteDocumentForFWD(program, forFWD) ? forFWD : Path();
     AddToJournal(program, "The final outputs are written to " + PathText(run.OutputFolder));
-    KeepRunInOutputs(program, forFWD, today);
+    const KnownDigests dropDigests = KeepRunInOutputs(program, forFWD, today);
     const bool hasCertificate = program.The<ReportDoor>().PrintReferenceCalReport();
-    WriteCertificateData(program);
+    WriteCertificateData(program, dropDigests);
     if (hasCertificate && run.LoadCellCalComplete && run.SensorRelCalComplete) run.CertificationComplete = true;
 }
 

@@ -48,20 +48,21 @@ bool IsDatedFolder(const Program& program, const Path& folder) {
 }
 
 /// Skips files that are already there, because each acceptance has copied most of them.
-void CopyWhenOther(FileSystem& files, const Path& from, const Path& to) {
+void CopyWhenOther(FileSystem& files, const Path& from, const Path& to, const TakeCopied& take) {
     constexpr auto anySize = std::numeric_limits<std::uintmax_t>::max();
     const std::string bytes = files.ReadBytes(from, anySize);
     const bool isThere = files.IsFile(to) && files.ReadBytes(to, anySize) == bytes;
     if (!isThere) files.ReplaceFile(to, bytes);
+    if (take) take(to, bytes);
 }
 
-void CopyFolder(FileSystem& files, const Path& from, const Path& to) {
+void CopyFolder(FileSystem& files, const Path& from, const Path& to, const TakeCopied& take) {
     files.CreateFolder(to);
     for (const auto& name : files.FileNames(from)) {
-        CopyWhenOther(files, from / PathFromText(name), ActualPath(files, to / PathFromText(name)));
+        CopyWhenOther(files, from / PathFromText(name), ActualPath(files, to / PathFromText(name)), take);
     }
     for (const auto& name : files.FolderNames(from)) {
-        CopyFolder(files, from / PathFromText(name), to / PathFromText(name));
+        CopyFolder(files, from / PathFromText(name), to / PathFromText(name), take);
     }
 }
 
@@ -100,10 +101,10 @@ bool WriteDocumentForFWD(Program& program, const Path& path) {
     });
 }
 
-void CopyTrialData(Program& program) {
+void CopyTrialData(Program& program, const TakeCopied& take) {
     const Path data = program.InterimFolder();
     if (!program.Services.files.IsFolder(data)) throw FileError(data, "the run's data folder is missing");
-    CopyFolder(program.Services.files, data, program.Run.OutputFolder);
+    CopyFolder(program.Services.files, data, program.Run.OutputFolder, take);
 }
 
 void PublishRun(Program& program) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 
@@ -27,8 +29,12 @@ bool WriteRunDocument(Program& program, const Path& path);
 /// the serial number of another FWD.
 bool WriteDocumentForFWD(Program& program, const Path& path);
 
-/// Copies the run's data folder into its output folder and replaces older files. Throws FileError.
-void CopyTrialData(Program& program);
+/// Takes a file's copy and its bytes.
+using TakeCopied = std::function<void(const Path& copy, std::string_view bytes)>;
+
+/// Copies the run's data folder into its output folder and replaces older files. take: called with each file, whether
+/// it had to be copied or was there already. Throws FileError.
+void CopyTrialData(Program& program, const TakeCopied& take = {});
 
 /// Called by each acceptance. Saves the run and copies its files to its dated folder. The run is saved even when the
 /// folder cannot be created. Throws as OpenOutputFolder does.

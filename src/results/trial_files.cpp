@@ -94,6 +94,10 @@ void PutBack(FileSystem& files, const Path& folder, const Path& safeCopy) {
 
 }  // namespace
 
+bool IsDropFile(const std::string& name) {
+    return NumberOfDropFile(name, loadCellTrialFiles) || NumberOfDropFile(name, referenceTrialFiles);
+}
+
 int NumberAfterDeletion(int trial, const TrialMarks& deleted) {
     int number = trial;
     for (int before = 1; before < trial; ++before) number -= IsMarked(before, deleted) ? 1 : 0;

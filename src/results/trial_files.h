@@ -18,6 +18,9 @@ inline constexpr TrialFileKind loadCellTrialFiles{"LoadCell", "LC", "Load cell t
 inline constexpr TrialFileKind referenceTrialFiles{"Reference", "RF", "Sensor reference trial"};
 inline constexpr TrialFileKind relativeTrialFiles{"", "RL", "Relative trial", true};
 
+/// Whether a file of that name is a drop of a load cell or reference trial.
+bool IsDropFile(const std::string& name);
+
 /// The trials to be deleted, the first at index 0.
 using TrialMarks = std::array<bool, maxTrials>;
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "daq/drop_file_reader.h"
+#include "platform/text.h"
 #include "reference/drop_file.h"
 
 // Any text is read in both forms. Then the same bytes are taken as volts, written as a drop's file and read back.
@@ -46,12 +47,36 @@ void CheckRoundTrip(const std::uint8_t* data, std::size_t size) {
     }
 }
 
+/// A blank before each line changes nothing, but avoids the quick way for the lines that the program writes.
+void CheckQuickWay(std::string_view text) {
+    std::string slow;
+    for (const std::string_view line : SplitLines(text)) (slow += ' ').append(line) += "\r\n";
+    std::string quick;
+    for (const std::string_view line : SplitLines(text)) quick.append(line) += "\r\n";
+    const DropSamples a = ReadSavedDropFile(quick);
+    const DropSamples b = ReadSavedDropFile(slow);
+    Require(a.volts == b.volts && a.complete == b.complete && a.lowest == b.lowest && a.highest == b.highest);
+}
+
+/// Single bytes of lines that the program writes are replaced: place, byte, place, byte ...
+void CheckDamagedLines(const std::uint8_t* data, std::size_t size) {
+    DropRecord drop;
+    drop.NumSamples = 5;
+    for (std::size_t i = 0; i < 5; ++i) drop.RawVolts[i] = static_cast<float>(size % 7) - static_cast<float>(i);
+    std::string text = LoadDropFileText(drop, CalibrationRun(), CenterConfig(), DateTime{});
+    text.erase(0, text.find("Sample,"));
+    for (std::size_t i = 0; i + 1 < size && i < 8; i += 2) text[data[i] % text.size()] = static_cast<char>(data[i + 1]);
+    CheckQuickWay(text);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     CheckSamples(ReadTemplateFile(text));
     CheckSamples(ReadSavedDropFile(text));
+    CheckQuickWay(text);
+    CheckDamagedLines(data, size);
     CheckRoundTrip(data, size);
     return 0;
 }

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
+#include "platform/format.h"
 #include "platform/numbers.h"
 
 namespace bellmark {
@@ -63,12 +65,13 @@ TEST(DropFileReader, TakesWhatASavedDropFileHolds) {
     }
 }
 
-std::string SampleLine(std::string_view volts) {
-    return "7,      4.0000E-04,  " + std::string(volts) +
-           ",  1.0016E+00,   -1.5690E+04,     -2.2222E-07,    1.4E-09\r\n";
+std::string SampleLine(std::string_view volts, std::string_view rest = "-1.5690E+04,     -2.2222E-07,    1.4000E-09") {
+    std::string line = "7,      4.0000E-04,  " + std::string(volts) + ',';
+    line.resize(std::max<std::size_t>(line.size(), 35), ' ');
+    return (line += "1.0016E+00,      ") += std::string(rest) + "\r\n";
 }
 
-TEST(DropFileReader, RoundsEveryNumberOfTheProgramToTheNearestFloat) {
+TEST(DropFileReader, RoundsNumbersOfFiveDigitsToTheNearestFloat) {
     std::vector<float> expected;
     std::string text = "Sample,\r\n";
     for (int exponent = -6; exponent <= 9; ++exponent) {
@@ -84,10 +87,30 @@ TEST(DropFileReader, RoundsEveryNumberOfTheProgramToTheNearestFloat) {
     EXPECT_EQ(ReadSavedDropFile(text).volts, expected);
 }
 
+TEST(DropFileReader, TakesAllVoltsOfABoardAsTheLibraryReadsThem) {
+    constexpr int counts = 65536;  // of 16 bits from -10 to 10 V
+    for (int begin = 0; begin < counts; begin += mostSamples) {
+        Volts expected;
+        std::string text = "Sample,\r\n";
+        for (int count = begin; count < std::min(begin + mostSamples, counts); ++count) {
+            const std::string volts = Format(20.0 * count / counts - 10, "0.0000E+00");
+            text += SampleLine(volts);
+            std::from_chars(volts.data(), volts.data() + volts.size(), expected.emplace_back());
+        }
+        EXPECT_TRUE(ReadSavedDropFile(text).volts == expected) << begin;
+    }
+}
+
 /// A blank before a line changes nothing, but avoids the quick way for the program's own lines.
 TEST(DropFileReader, ReadsItsOwnLinesAsItReadsAnyOthers) {
-    const std::string line = SampleLine("-1.2345E-01");
-    for (std::size_t place = 0; place < line.size(); ++place) {
+    const std::string ofLoadCell = SampleLine("-1.2345E-01", "-1.2345678E+03");
+    const std::string ofAccelerometer = SampleLine("-1.2345E-01");
+    ASSERT_EQ(ofLoadCell.size(), 68U);
+    ASSERT_EQ(ofAccelerometer.size(), 97U);
+    for (std::size_t i = 0; i < ofLoadCell.size() + ofAccelerometer.size(); ++i) {
+        const bool isLoad = i < ofLoadCell.size();
+        const std::string& line = isLoad ? ofLoadCell : ofAccelerometer;
+        const std::size_t place = isLoad ? i : i - ofLoadCell.size();
         for (const char put : {'\r', '\n', ',', ' ', 'x', '-', '9', '.', ':', '/'}) {
             std::string other = line;
             other[place] = put;

@@ -185,6 +185,22 @@ TEST(Format, FewDigitsFollowFromFifteen) {
     }
 }
 
+// A blank in the picture avoids the quick way: all volts of a board of 16 bits, and the powers of ten with their
+// neighbours.
+TEST(Format, TheNumbersOfDropFilesAreThoseOfAnyPicture) {
+    std::vector<double> values;
+    for (int count = -32768; count <= 32767; ++count)
+        values.push_back(static_cast<double>(static_cast<float>(count * 20.0 / 65536)));
+    for (int power = -12; power <= 17; ++power) {
+        const double ten = ReadNumber("1E" + NumberText(power));
+        values.insert(values.end(), {ten, std::nextafter(ten, 0.0), -std::nextafter(ten, 1e300), ten * 0.999999994});
+    }
+    for (const double value : values) {
+        ASSERT_EQ(Format(value, "0.0000E+00") + ' ', Format(value, "0.0000E+00 ")) << NumberText(value);
+        ASSERT_EQ(Format(value, "0.0000000E+00") + ' ', Format(value, "0.0000000E+00 ")) << NumberText(value);
+    }
+}
+
 TEST(Format, StrangePicturesNeitherCrashNorHang) {
     for (const char* picture : {".", "..", "E+00", "0E+", "0E+0E+0", "%%", ",", "0,", ",0", "0.,0", "#.#.#", "E", "0E",
                                 " #    #  ##,### ", "0E+000000000000", "\xFF", "\\   \\"}) {

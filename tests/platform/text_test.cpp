@@ -10,6 +10,19 @@ TEST(Text, EveryByteOfTheCodePageComesBack) {
     for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
     EXPECT_EQ(ToWindows1252(FromWindows1252(bytes)), bytes);
     EXPECT_EQ(FromWindows1252("\x80 \x99 \xB5m \x81"), "€ ™ µm \xC2\x81");
+    // Letters are compared in groups: each place of a letter beyond ASCII in two groups, and a second one behind it.
+    for (std::size_t place = 0; place < 140; ++place) {
+        std::string text(150, 'a');
+        text[place] = text[148] = '\xB5';
+        EXPECT_EQ(ToWindows1252(FromWindows1252(text)), text) << place;
+    }
+}
+
+TEST(Text, ATextThatCannotBeStoredStaysAsItIs) {
+    std::string text = "µm " + std::string(200, 'a') + "Ω µm";
+    const std::string before = text;
+    EXPECT_THROW(ConvertToWindows1252(text), EncodingError);
+    EXPECT_EQ(text, before);
 }
 
 TEST(Text, WhatTheCodePageLacksIsNamed) {
