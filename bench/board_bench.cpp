@@ -2,14 +2,17 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <numeric>
+#include <span>
 
 #include "app/program.h"
+#include "daq/frm_daq.h"
 #include "daq/frm_kusb.h"
 #include "daq/queued_device.h"
 #include "reference/accel_analysis.h"
+#include "reference/frm_bellmark_accel_drop.h"
 #include "reference/trigger.h"
 #include "run/accel_adjustment.h"
+#include "run/trial.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
 #include "virtual_fwd/virtual_center.h"
@@ -95,6 +98,68 @@ void TriggerTest(benchmark::State& state) {
     }
 }
 BENCHMARK(TriggerTest)->Arg(static_cast<int>(Procedure::Sensors))->Arg(static_cast<int>(Procedure::LoadCell));
+
+/// Has half a second at rest and a drop's second ready when a flow starts.
+struct DropDevice : ReadyDevice {
+    std::vector<RawSample> drop;
+    void StartContinuous(int, int) override { samples = drop; }
+    void Serve() override {
+        const std::size_t count = std::min(samples.size(), Room());
+        Deliver(std::span(samples).first(count));
+        samples.erase(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count));
+    }
+};
+
+std::vector<RawSample> DropOf(Procedure procedure) {
+    Random random(1);
+    std::vector<float> rest(samplesPerSecond / 2);
+    std::vector<float> volts;
+    if (procedure == Procedure::LoadCell) {
+        virtual_fwd::PulseModel pulse;
+        pulse.peakPounds = 9000;
+        pulse.noisePounds = 6;
+        volts = CaptureVolts(virtual_fwd::VirtualLoadCell(), pulse, random);
+    } else {
+        virtual_fwd::AccelPulseModel pulse;
+        pulse.peakMicrons = 400;
+        pulse.noiseVolts = 0.0008;
+        volts = CaptureAccelVolts(Center(), pulse, random);
+        rest = CaptureHeldAccel(Center(), 1, pulse.noiseVolts, random);
+    }
+    rest.insert(rest.end(), volts.begin(), volts.end());
+    std::vector<RawSample> raw;
+    for (const float value : rest) raw.push_back(virtual_fwd::RawOf(static_cast<double>(value)));
+    return raw;
+}
+
+/// A whole drop when all samples are there already: taken from the driver, tested, analysed, plotted and saved on disk.
+void DropToDisk(benchmark::State& state) {
+    TestMachine machine;
+    Program program(machine.machine);
+    program.Center = Center();
+    program.Run.CurrentProcedure = static_cast<Procedure>(state.range(0));
+    program.Run.InterimFolderName = "InterimCal20120309";
+    program.Run.NumberLoadLevels = 4;
+    program.Run.NumberDropsPerLoadLevel = 6;
+    BeginTrial(program.Run);
+    auto made = std::make_unique<DropDevice>();
+    made->drop = DropOf(program.Run.CurrentProcedure);
+    frmKUSB board(program, std::move(made));
+    const auto acquisition = std::make_shared<frmDAQ>(program, board, &board);
+    acquisition->FindBoard();
+    program.Register<AcquisitionDoor>([&](Program&) { return acquisition; });
+    program.Register<MainFrameDoor>([](Program&) { return std::make_shared<IdleMainFrame>(); });
+    program.Register<CollectionDoor>([](Program&) { return std::make_shared<IdleCollection>(); });
+    program.Register<DropDoor>([](Program& owner) { return std::make_shared<frmBellmark_AccelDrop>(owner); });
+    for ([[maybe_unused]] auto _ : state) program.The<DropDoor>().Start();
+    const bool measured = program.Drop.PeakMetric > 0 && program.Drop.NumSamples == samplesPerSecond;
+    if (!measured) state.SkipWithError("no drop was measured");
+}
+BENCHMARK(DropToDisk)
+    ->Arg(static_cast<int>(Procedure::Sensors))
+    ->Arg(static_cast<int>(Procedure::LoadCell))
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 }  // namespace
 }  // namespace bellmark

@@ -22,7 +22,7 @@ constexpr double nanosecondsPerSecond = 1e9;
 /// The deflection grows with the square of the time step: this share of it is 0.1 % of a deflection, a third of what
 /// AASHTO R32 allows a gain to be wrong by.
 constexpr double largestRateError = 0.0005;
-constexpr unsigned ringSeconds = 2;
+constexpr std::size_t ringSeconds = 2;
 
 /// The group whose members may use a device file: "iocard".
 std::string GroupOf(const std::string& deviceFile) {
@@ -73,7 +73,7 @@ ComediDevice::ComediDevice(ReadFunction read) : read_(std::move(read)) {
 }
 
 ComediDevice::~ComediDevice() {
-    Release();
+    CancelFlow();
 }
 
 /// nullptr when there is no board behind the file.
@@ -198,10 +198,14 @@ void ComediDevice::ReadError(int number) {
 }
 
 void ComediDevice::Stop() {
-    // Also after an overrun: the driver lets no new flow begin before.
-    if (board_ && input_) comedi_cancel(board_.get(), input_->Subdevice());
+    CancelFlow();
     flows_ = false;
     Flush();
+}
+
+/// Also after an overrun: the driver lets no new flow begin before.
+void ComediDevice::CancelFlow() const {
+    if (board_ && input_) comedi_cancel(board_.get(), input_->Subdevice());
 }
 
 }  // namespace bellmark

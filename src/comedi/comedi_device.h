@@ -44,6 +44,7 @@ class ComediDevice : public QueuedDevice {
 
     OpenBoard Open(const std::string& deviceFile);
     void AskForRing() const;
+    void CancelFlow() const;
     void ReadError(int number);
 
     ReadFunction read_;

@@ -17,8 +17,9 @@ namespace {
 
 constexpr double volts5 = 5;
 constexpr double temperatureVolts = 0.215;  ///< 21.5 degrees Celsius at 10 mV per degree
-constexpr std::size_t samplesPerMillisecond = samplesPerSecond / 1000;
-constexpr std::size_t ringSamples = 2 * samplesPerSecond;  ///< that the board keeps for a program that is busy
+constexpr std::size_t samplesPerMillisecond = 15;
+static_assert(samplesPerMillisecond * 1000 == samplesPerSecond);
+constexpr std::size_t ringSamples = 2000 * samplesPerMillisecond;  ///< that the board keeps for a program that is busy
 
 /// A set-up value is measured with the first drop of its height.
 DropNumber NumberOfDrop(const CalibrationRun& run) {

@@ -98,6 +98,8 @@ TEST(LiveSignalTest, FollowsTheSwitches) {
     signal.ConnectAccelerometer({}, 1e6);
     EXPECT_NEAR(signal.VoltsAt(1e6), 0.4213, 1e-9);
     signal.TurnAccelerometer(false, 1e6);
+    EXPECT_GT(signal.VoltsAt(1e6 + 0.01), 0) << "the turn begins where it was";
+    EXPECT_LT(signal.VoltsAt(1e6 + 1.49), 0);
     EXPECT_NEAR(signal.VoltsAt(1e6 + 2), -0.4213, 1e-9);
     signal.TurnAccelerometer(true, 1e6 + 3);
     EXPECT_NEAR(signal.VoltsAt(1e6 + 5), 0.4213, 1e-9);
