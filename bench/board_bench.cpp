@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <span>
+#include <utility>
 
 #include "app/program.h"
 #include "daq/frm_daq.h"
@@ -15,6 +16,7 @@
 #include "run/trial.h"
 #include "tests/support/idle_doors.h"
 #include "tests/support/test_machine.h"
+#include "virtual_fwd/live_signal.h"
 #include "virtual_fwd/virtual_center.h"
 
 namespace bellmark {
@@ -124,7 +126,7 @@ std::vector<RawSample> DropOf(Procedure procedure) {
         pulse.peakMicrons = 400;
         pulse.noiseVolts = 0.0008;
         volts = CaptureAccelVolts(Center(), pulse, random);
-        rest = CaptureHeldAccel(Center(), 1, pulse.noiseVolts, random);
+        rest = virtual_fwd::CaptureHeldAccel(Center(), 1, pulse.noiseVolts, random);
     }
     rest.insert(rest.end(), volts.begin(), volts.end());
     std::vector<RawSample> raw;
