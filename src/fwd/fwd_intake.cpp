@@ -22,17 +22,17 @@ bool HoldsFWDFiles(const Program& program, const Path& folder) {
     return !FilesMatching(files, folder, own).empty() || !FilesMatching(files, folder, "*cvt.ddx").empty();
 }
 
-/// A run under review has its FWD files beside its drops when the folder that they came from is empty by now.
-Path StartFolder(const Program& program) {
+}  // namespace
+
+Path FolderOfFWDFiles(const Program& program) {
     const Path transfer = PathFromText(program.Center.LocationOfFWDDataTransfer);
     const bool looksElsewhere = program.Run.ReviewMode && !HoldsFWDFiles(program, transfer);
     return looksElsewhere && HoldsFWDFiles(program, program.SimDataFolder()) ? program.SimDataFolder() : transfer;
 }
 
-}  // namespace
-
 std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& request) {
-    const auto chosen = program.Services.dialogs.OpenFile({request.title, request.filter, StartFolder(program), ""});
+    const auto chosen =
+        program.Services.dialogs.OpenFile({request.title, request.filter, FolderOfFWDFiles(program), ""});
     if (!chosen) return {};
     const Path file = program.Services.startDirectory / *chosen;
     // With the final separator that folders have in the files.

@@ -27,6 +27,10 @@ struct FWDFile {
     bool told = false;     ///< the conversion failed, and the operator was told why
 };
 
+/// Where the dialog starts: the folder that FWD files are fetched from. A run under review has its FWD files beside its
+/// drops when there are none in that folder by now.
+Path FolderOfFWDFiles(const Program& program);
+
 /// Nothing when the operator cancels.
 std::optional<FWDFile> AskForFWDFile(Program& program, const FWDFileRequest& request);
 

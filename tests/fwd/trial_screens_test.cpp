@@ -4,6 +4,7 @@
 
 #include "app/interim_store.h"
 #include "app/workflow.h"
+#include "fwd/fwd_intake.h"
 #include "fwd/trial_report.h"
 #include "tests/fwd/trial_screens.h"
 
@@ -56,6 +57,20 @@ TEST_F(TrialScreens, ATrialIsStartedReadLookedAtAndAccepted) {
     AcceptByPlot();
     EXPECT_EQ(results->loadCellOpened, 1) << "from the second trial on";
     EXPECT_EQ(run.LoadCellRefTrials, 2);
+}
+
+TEST_F(TrialScreens, AReviewBrowsesWhereItsFilesLie) {
+    run.SimDataLocation = machine.folder / "review";
+    program.Center.LocationOfFWDDataTransfer = PathText(machine.folder / "usual");
+    machine.Write("usual/Notes.txt", "");
+    EXPECT_EQ(FolderOfFWDFiles(program), machine.folder / "usual") << "there are none anywhere";
+    machine.Write("review/Trial1.f25", "");
+    EXPECT_EQ(FolderOfFWDFiles(program), machine.folder / "review");
+    run.ReviewMode = false;
+    EXPECT_EQ(FolderOfFWDFiles(program), machine.folder / "usual");
+    run.ReviewMode = true;
+    machine.Write("usual/Trial1.F25", "");
+    EXPECT_EQ(FolderOfFWDFiles(program), machine.folder / "usual");
 }
 
 TEST_F(TrialScreens, AnUnacceptedTrialIsTakenUpAgain) {

@@ -255,6 +255,9 @@ TEST(HistoryPlot, FollowsASensorThroughThePlacesOfTheList) {
     EXPECT_EQ(TrendText(history, run, choices[2], MakeDateTime(2012, 3, 9)),
               "3 calibrations, 2010 to 2012: gain 1.0013 to 1.0300, on average -0.45% a year. Dashed: limits 0.98 "
               "and 1.02.");
+    EXPECT_EQ(NewGainsText(run, MakeDateTime(2012, 3, 9)),
+              "New gains: load cell 1.004; sensors 1: 1.001, 2: 1.011, 3: 1.021.");
+    EXPECT_EQ(NewGainsText(CalibrationRun(), MakeDateTime(2012, 3, 9)), "No new gains yet.");
     const CalibrationRun carlBro = CalibratedRun(Make::CarlBro);
     EXPECT_THAT(HistoryPlot(history, carlBro, choices[0], {}).series[4].y, ElementsAre(11.5, 11.5));
     EXPECT_THAT(HistoryPlot(history, carlBro, choices[1], {}).series[1].y, ElementsAre(0.98, 0.98));
