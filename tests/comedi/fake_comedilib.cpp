@@ -2,6 +2,7 @@
 
 #include <comedilib.h>
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>

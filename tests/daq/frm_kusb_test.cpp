@@ -23,7 +23,7 @@ using testing::HasSubstr;
 enum class Operation { None, Boards, Select, SingleValue, Start, Serve, Stop };
 
 struct FakeDevice : QueuedDevice {
-    std::vector<std::string> boards{"DT-9999"};
+    std::vector<std::string> boards{"example-9"};
     Operation failing = Operation::None;
     RawSample single = 0;
     int bits = 16;
@@ -243,8 +243,8 @@ TEST_F(HardwareBoard, TellsWhichOperationTheDeviceRefused) {
 TEST_F(HardwareBoard, TellsACoarserResolution) {
     device->bits = 12;
     board->InitializeBoard();
-    EXPECT_EQ(board->lblBoard.Caption.Get(), "DT-9999, 12 bits");
-    EXPECT_THAT(machine.files.ReadBytes(machine.folder / "Bellmark.log"), HasSubstr("DT-9999, 12 bits"));
+    EXPECT_EQ(board->lblBoard.Caption.Get(), "example-9, 12 bits");
+    EXPECT_THAT(machine.files.ReadBytes(machine.folder / "Bellmark.log"), HasSubstr("example-9, 12 bits"));
 }
 
 TEST_F(HardwareBoard, WaitsForTheButton) {
