@@ -253,6 +253,8 @@ TEST_F(SlowWalkTest, TheArmedScreenSaysSoAndCanBeLeft) {
     GoToCollection();
     bool looked = false;
     const auto& setup = *desktop_.window->findChild<QAction*>("mnuSetup");
+    // The collection screen is painted first: the time counts from the press on.
+    QApplication::processEvents();
     QTimer::singleShot(50ms, [&] {
         looked = true;
         const Screen& drop = *desktop_.program->Screens.Find("frmBellmark_AccelDrop");
