@@ -16,9 +16,10 @@ using namespace bellmark;
 
 void CheckNumber(double value, int decimals, const char* picture) {
     std::array<char, exponentFormRoom> text;
-    const char* end = WriteExponentForm(text.data(), value, decimals);
+    const char* const end = WriteExponentForm(text.data(), value, decimals);
+    const std::string quick(static_cast<const char*>(text.data()), end);
     const std::string general = std::isfinite(value) ? Format(value, picture) : NumberText(value) + ' ';
-    if (std::string(text.data(), end) + ' ' != general) std::abort();
+    if (quick + ' ' != general) std::abort();
 }
 
 }  // namespace
