@@ -12,6 +12,7 @@
 #include "analyse/trial_result.h"
 #include "pddx/mod_pddx_read.h"
 #include "pddx/pddx_file.h"
+#include "platform/command_line.h"
 #include "platform/numbers.h"
 #include "platform/profile_strings.h"
 #include "platform/terminal.h"
@@ -236,7 +237,7 @@ Status AnalyseAllTrials(const Options& options, const FileSystem& files, const C
 }  // namespace
 
 int main(int count, char** words) {
-    const Options options = ReadOptions({words + 1, words + count});
+    const Options options = ReadOptions(CommandLineWords(count, words));
     if (options.help) {
         std::cout << helpText;
         return allUsed;
