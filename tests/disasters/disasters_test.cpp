@@ -345,16 +345,17 @@ class Calibration {
         endings.clear();
     }
 
-    /// Names and contents, except for the log, for documents of the converter that were set aside and could not be
-    /// removed, and for the run's copy of the center's configuration, which opening a run on a read-only disk leaves
-    /// unchanged.
+    /// Names and contents, except for the log, for the journal, whose failures the log tells, for documents of the
+    /// converter that were set aside and could not be removed, and for the run's copy of the center's configuration,
+    /// which opening a run on a read-only disk leaves unchanged.
     static std::string ContentOf(const Path& folder) {
         std::map<std::string, std::size_t> files;
         for (const auto& entry : disk::recursive_directory_iterator(folder)) {
             const Path ending = entry.path().extension();
             const bool isCopy = entry.path().filename() == "BellmarkCenterConfig.ini" &&
                                 PathText(entry.path().parent_path().filename()).starts_with("InterimCal");
-            if (!entry.is_regular_file() || ending == ".log" || ending == ".old" || isCopy) continue;
+            const bool isJournal = entry.path().filename() == "Journal.txt";
+            if (!entry.is_regular_file() || ending == ".log" || isJournal || ending == ".old" || isCopy) continue;
             files[PathText(entry.path().lexically_relative(folder))] =
                 std::hash<std::string>()(DiskFileSystem().ReadBytes(entry.path()));
         }
