@@ -5,6 +5,7 @@
 
 #include "app/doors.h"
 #include "app/interim_store.h"
+#include "app/journal.h"
 #include "app/program.h"
 #include "app/save_pddx.h"
 #include "pddx/pddx_file.h"
@@ -59,6 +60,8 @@ void CopyWhenOther(FileSystem& files, const Path& from, const Path& to, const Ta
 void CopyFolder(FileSystem& files, const Path& from, const Path& to, const TakeCopied& take) {
     files.CreateFolder(to);
     for (const auto& name : files.FileNames(from)) {
+        // The journal goes on: a repeated publication must give the same files.
+        if (name == journalName) continue;
         CopyWhenOther(files, from / PathFromText(name), ActualPath(files, to / PathFromText(name)), take);
     }
     for (const auto& name : files.FolderNames(from)) {

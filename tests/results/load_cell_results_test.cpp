@@ -223,10 +223,11 @@ TEST_F(LoadCellResultsTest, DeletesTrialsAndRenumbersTheFilesOfTheOthers) {
     EXPECT_EQ(run.LCTrial[1].Gain, 1.4);
     EXPECT_EQ(run.LCTrial[2].Gain, 0);
     EXPECT_EQ(Cell(2, 2), "1.200");
-    EXPECT_THAT(machine.files.FileNames(machine.folder / "InterimCal20120309"),
-                ElementsAre("8002-123 09-Mar-2012 LC-9.LC1", "8002-123 09-Mar-2012 LC-9.LC2",
-                            "8002-123 09-Mar-2012 S-1.RF1", "InterimCal.DDX", "LoadCell.txt", "LoadCell1-H1D1.txt",
-                            "LoadCell1-H4D10.txt", "LoadCell2-H1D1.txt", "LoadCell2-H4D10.txt", "Reference1-H1D1.txt"));
+    EXPECT_THAT(
+        machine.files.FileNames(machine.folder / "InterimCal20120309"),
+        ElementsAre("8002-123 09-Mar-2012 LC-9.LC1", "8002-123 09-Mar-2012 LC-9.LC2", "8002-123 09-Mar-2012 S-1.RF1",
+                    "InterimCal.DDX", "Journal.txt", "LoadCell.txt", "LoadCell1-H1D1.txt", "LoadCell1-H4D10.txt",
+                    "LoadCell2-H1D1.txt", "LoadCell2-H4D10.txt", "Reference1-H1D1.txt"));
     EXPECT_EQ(Text(Data("LoadCell1-H1D1.txt")), "first drop of 2");
     EXPECT_EQ(Text(Data("LoadCell2-H4D10.txt")), "last drop of 4");
     EXPECT_EQ(Text(Data("8002-123 09-Mar-2012 LC-9.LC2")), "report of 4");
@@ -244,6 +245,8 @@ TEST_F(LoadCellResultsTest, NothingIsLostWhenADeletionFails) {
         WriteTrialFiles();
         SetTrials({1.1, 1.2, 1.3, 1.4});
         SaveInterimCalibration(*program);
+        // The first message begins it.
+        machine.Write("InterimCal20120309/Journal.txt", "");
         const auto before = machine.files.FileNames(machine.folder / "InterimCal20120309");
         int failure = 1;
         for (; failure < 100; failure += 3) {
