@@ -117,8 +117,9 @@ void MainWindow::FollowPage() {
 
 void MainWindow::ShowSuggestedStep(const Page* page) {
     if (isWaiting_) return nextStep_->setText(tr("Please wait: files are being written"));
-    const QString step = page ? page->SuggestedStep() : QString();
-    if (step.isEmpty() || screens_.IsLocked()) return nextStep_->clear();
+    if (!page || screens_.IsLocked()) return nextStep_->clear();
+    const QString step = page->SuggestedStep();
+    if (step.isEmpty()) return nextStep_->clear();
     nextStep_->setText(page->EnterSuggests() ? tr("Next step: %1  (Enter)").arg(step) : tr("Next step: %1").arg(step));
 }
 
