@@ -31,9 +31,13 @@ bool IsWrittenNumber(const char* text) {
         return eight;
     };
     // What remains of each of the first eight characters: at most 9 for a digit, 0 or 6 for a sign, 0 for the others.
+    constexpr std::array<char, 8> mayRemain{15, 0, 15, 15, 15, 15, 0, 6};
+    // Added to a digit's 9 at most, six stays below the bit of 16.
+    constexpr std::array<char, 8> six{6, 0, 6, 6, 6, 6, 0, 0};
+    constexpr std::array<char, 8> sixteen{16, 0, 16, 16, 16, 16, 0, 0};
     const std::uint64_t left = eightOf(text) ^ eightOf("0.0000E-");
-    const bool hasForm = (left & ~eightOf("\x0F\0\x0F\x0F\x0F\x0F\0\x06")) == 0;
-    const bool hasDigits = ((left + eightOf("\6\0\6\6\6\6\0\0")) & eightOf("\x10\0\x10\x10\x10\x10\0\0")) == 0;
+    const bool hasForm = (left & ~eightOf(mayRemain.data())) == 0;
+    const bool hasDigits = ((left + eightOf(six.data())) & eightOf(sixteen.data())) == 0;
     return hasForm && hasDigits && (text[7] == '-' || text[7] == '+') && text[8] == '0' && IsDigit(text[9]);
 }
 

@@ -429,8 +429,9 @@ bool WriteMeasured(char*& to, double value) {
     const int guess = PointGuess(magnitude);
     const int exponent = guess - (magnitude >= PowerOfTen(guess) ? 0 : 1);
     const double scaled = magnitude * PowerOfTen(decimals - exponent);
-    const auto digits = static_cast<std::int32_t>(scaled + 0.5);
-    const bool isSure = std::abs(scaled - digits) < 0.5 - margin;
+    constexpr double half = 0.5;
+    const auto digits = static_cast<std::int32_t>(scaled + half);
+    const bool isSure = std::abs(scaled - digits) < half - margin;
     if (!isSure || digits < least || digits >= 10 * std::int64_t{least}) return false;
     *to = '-';
     to += value < 0 ? 1 : 0;
