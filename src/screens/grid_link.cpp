@@ -69,8 +69,10 @@ GridLink::GridLink(Grid& grid, QTableWidget& view, LinkServices services)
     QObject::connect(&view_, &QTableWidget::cellDoubleClicked, &Context(), [=, this](int row, int column) {
         doubleClicked_ = true;
         doubleClick(row, column);
-        QTimer::singleShot(0, &Context(), [this] { doubleClicked_ = false; });
+        endOfDoubleClick_.start(0);
     });
+    endOfDoubleClick_.setSingleShot(true);
+    QObject::connect(&endOfDoubleClick_, &QTimer::timeout, &Context(), [this] { doubleClicked_ = false; });
     // Enter on a cell acts as a double click where that does something, otherwise as a click. A double click activates
     // the cell, too.
     QObject::connect(&view_, &QTableWidget::cellActivated, &Context(), [=, this](int row, int column) {

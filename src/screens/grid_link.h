@@ -29,6 +29,7 @@ class GridLink : public Link {
     QTableWidget& view_;
     QTimer soon_;
     bool doubleClicked_ = false;  ///< the activation that belongs to a double click is still to come
+    QTimer endOfDoubleClick_;
     bool showing_ = false;
 };
 
