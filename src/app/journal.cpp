@@ -21,8 +21,11 @@ std::string OnOneLine(const std::string& text) {
             line += ' ';
         }
     }
-    if (line.size() > longestEvent) line = line.substr(0, longestEvent) + " ...";
-    return line;
+    if (line.size() <= longestEvent) return line;
+    // Not within a letter of several bytes: those after its first begin with the bits 10.
+    std::size_t end = longestEvent;
+    while (end > 0 && (static_cast<unsigned char>(line[end]) & 0xC0) == 0x80) --end;
+    return line.substr(0, end) + " ...";
 }
 
 const char* TextOf(Answer answer) {
